@@ -1,0 +1,24 @@
+# Flags that every target of the project is built with.
+
+option(PADSCOPE_WARNINGS_AS_ERRORS "Treat compiler warnings as errors" OFF)
+set(PADSCOPE_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize takes them (address,undefined or thread)")
+
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+
+add_library(padscope_options INTERFACE)
+target_include_directories(padscope_options INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_options(padscope_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+    $<$<BOOL:${PADSCOPE_WARNINGS_AS_ERRORS}>:-Werror>)
+
+if(PADSCOPE_SANITIZE)
+    add_compile_options(-fsanitize=${PADSCOPE_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    add_link_options(-fsanitize=${PADSCOPE_SANITIZE})
+endif()
+if(PADSCOPE_SANITIZE STREQUAL "thread")
+    # The accessors of the values that are plain by design keep a frame of their own, so that a
+    # suppression can name them and nothing else.
+    add_compile_definitions(PADSCOPE_KEEP_ACCESSOR_FRAMES)
+endif()

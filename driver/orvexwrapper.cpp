@@ -1,0 +1,315 @@
+#include "driver/orvexwrapper.h"
+
+#include <cstdio>
+#include <dlfcn.h>
+
+namespace {
+
+constexpr char libraryName[] = "liborvexboardex.so.1";
+
+#define COUNT_NAME(name) +1
+static_assert(ORVEX_LOOKUPS(COUNT_NAME) == 47, "every name is looked up, each once");
+#undef COUNT_NAME
+
+/// Calls an entry point; a missing one does nothing.
+template <typename... Parameters, typename... Arguments>
+void call(void (*entryPoint)(Parameters...), Arguments... arguments)
+{
+    if (entryPoint)
+        entryPoint(static_cast<Parameters>(arguments)...);
+}
+
+/// Calls an entry point; a missing one gives the fallback.
+template <typename Result, typename... Parameters, typename... Arguments>
+Result callOr(Result fallback, Result (*entryPoint)(Parameters...), Arguments... arguments)
+{
+    return entryPoint ? entryPoint(static_cast<Parameters>(arguments)...) : fallback;
+}
+
+/// The byte with which a boolean getter of the library says yes; any other byte is a no.
+constexpr std::uint8_t yes = 1;
+
+} // namespace
+
+OrvexWrapper::~OrvexWrapper()
+{
+    if (!libraryHandle)
+        return;
+    call(orvexDetach);
+    dlclose(libraryHandle);
+}
+
+int OrvexWrapper::Attach()
+{
+    if (!libraryHandle)
+        libraryHandle = dlopen(libraryName, RTLD_NOW);
+    if (!libraryHandle) {
+        std::fputs(dlerror(), stderr);
+        return 0;
+    }
+    lookUpEntryPoints();
+    return callOr(0, orvexAttach);
+}
+
+void OrvexWrapper::lookUpEntryPoints()
+{
+#define LOOK_UP(name) name = reinterpret_cast<decltype(name)>(dlsym(libraryHandle, #name));
+    ORVEX_LOOKUPS(LOOK_UP)
+#undef LOOK_UP
+}
+
+void OrvexWrapper::Detach()
+{
+    call(orvexDetach);
+}
+
+int OrvexWrapper::Interface()
+{
+    return callOr(0, orvexInterface);
+}
+
+void OrvexWrapper::SetCallback(int device, OrvexDataCallback callback, void *context)
+{
+    call(orvexSetCallback, device, callback, context);
+}
+
+void OrvexWrapper::ClearCallback(int device, OrvexDataCallback callback, void *context)
+{
+    call(orvexClearCallback, device, callback, context);
+}
+
+void OrvexWrapper::SetPnpCallback(OrvexPnpCallback callback, void *context)
+{
+    call(orvexSetPnpCallback, callback, context);
+}
+
+void OrvexWrapper::ClearPnpCallback(OrvexPnpCallback callback, void *context)
+{
+    // By way of a plain function type, since the two callbacks differ in their parameters.
+    const auto plain = reinterpret_cast<void (*)()>(callback);
+    call(orvexClearCallback, 0, reinterpret_cast<OrvexDataCallback>(plain), context);
+}
+
+int OrvexWrapper::SendCommand(int device, const char *command)
+{
+    return callOr(-1, orvexSendCommand, device, command);
+}
+
+int OrvexWrapper::WritePacket(int device, const void *data, int length)
+{
+    return callOr(-1, orvexWritePacket, device, data, length);
+}
+
+void OrvexWrapper::SetXferMask(int device, unsigned char mask)
+{
+    call(orvexSetXferMask, device, mask);
+}
+
+int OrvexWrapper::GetDeviceCount()
+{
+    return callOr(0, orvexGetDeviceCount);
+}
+
+bool OrvexWrapper::EnumDeviceInfo(int index, _ORVEX_DEVICE_INFO *info)
+{
+    return callOr(std::uint8_t{0}, orvexEnumDeviceInfo, index, info) != 0;
+}
+
+void OrvexWrapper::SetPointingDeviceDestination(int device, unsigned char pen, bool toSystem,
+                                                unsigned char destination)
+{
+    call(orvexSetPointingDeviceDestination, device, pen, toSystem, destination);
+}
+
+void OrvexWrapper::SetPointingDeviceDestinationEx(int device, unsigned char pen, bool toSystem,
+                                                  unsigned char destination, bool extended)
+{
+    if (orvexSetPointingDeviceDestinationEx)
+        call(orvexSetPointingDeviceDestinationEx, device, pen, toSystem, destination, extended);
+    else
+        SetPointingDeviceDestination(device, pen, toSystem, destination);
+}
+
+int OrvexWrapper::GetPointingDeviceDestination(int device, unsigned char pen, bool toSystem)
+{
+    return callOr(-1, orvexGetPointingDeviceDestination, device, pen, toSystem);
+}
+
+void OrvexWrapper::SetTouchDestination(int device, unsigned char destination)
+{
+    call(orvexSetTouchDestination, device, destination);
+}
+
+void OrvexWrapper::SetTouchDestinationEx(int device, unsigned char destination, bool extended)
+{
+    if (orvexSetTouchDestinationEx)
+        call(orvexSetTouchDestinationEx, device, destination, extended);
+    else
+        SetTouchDestination(device, destination);
+}
+
+int OrvexWrapper::GetTouchDestination(int device)
+{
+    return callOr(-1, orvexGetTouchDestination, device);
+}
+
+void OrvexWrapper::SetTouchEnabled(int device, bool enabled)
+{
+    call(orvexSetTouchEnabled, device, enabled);
+}
+
+bool OrvexWrapper::GetTouchEnabled(int device)
+{
+    return callOr(yes, orvexGetTouchEnabled, device) == yes;
+}
+
+void OrvexWrapper::SetTouchSystemRedirectionEnabled(int device, bool enabled)
+{
+    call(orvexSetTouchSystemRedirectionEnabled, device, enabled);
+}
+
+bool OrvexWrapper::GetTouchSystemRedirectionEnabled(int device)
+{
+    return callOr(yes, orvexGetTouchSystemRedirectionEnabled, device) == yes;
+}
+
+void OrvexWrapper::SetLATEDetection(int device, unsigned char mode)
+{
+    call(orvexSetLATEDetection, device, mode);
+}
+
+int OrvexWrapper::GetLATEDetection(int device)
+{
+    return callOr(-1, orvexGetLATEDetection, device);
+}
+
+int OrvexWrapper::IsSomethingOnBoard(int device)
+{
+    return callOr(0, orvexIsSomethingOnBoard, device);
+}
+
+void OrvexWrapper::SetTwoFingerScroll(int device, unsigned char mode)
+{
+    call(orvexSetTwoFingerScroll, device, mode);
+}
+
+int OrvexWrapper::OpenSynchronousChannel(int device, OrvexDataCallback callback, void *context)
+{
+    return callOr(-1, orvexOpenSynchronousChannel, device, callback, context);
+}
+
+void OrvexWrapper::CloseSynchronousChannel(int device, int channel)
+{
+    call(orvexCloseSynchronousChannel, device, channel);
+}
+
+int OrvexWrapper::ReadSynchronousPacket(int device, int channel, void *buffer, int size, unsigned int timeout)
+{
+    return callOr(-1, orvexReadSynchronousPacket, device, channel, buffer, size, timeout);
+}
+
+int OrvexWrapper::SetCalibrationMode(int device, unsigned char mode)
+{
+    return callOr(0, orvexSetCalibrationMode, device, mode);
+}
+
+void OrvexWrapper::SetCalibrationData(int device, void *data)
+{
+    call(orvexSetCalibrationData, device, data);
+}
+
+void OrvexWrapper::SetCalibrationDataEx(int device, unsigned char set, unsigned char kind, void *data)
+{
+    call(orvexSetCalibrationDataEx, device, set, kind, data);
+}
+
+void OrvexWrapper::SetWirelessCalibrationData(int device, void *data)
+{
+    call(orvexSetWirelessCalibrationData, device, data);
+}
+
+void OrvexWrapper::GetCalibrationPoints(int device, int *columns, int *rows)
+{
+    call(orvexGetCalibrationPoints, device, columns, rows);
+}
+
+int OrvexWrapper::GetHIDCoordinateReportMode(int device)
+{
+    return callOr(0, getHidCoordinateReportMode, device);
+}
+
+void OrvexWrapper::SetHIDCoordinateReportMode(int device, unsigned char mode)
+{
+    call(setHidCoordinateReportMode, device, mode);
+}
+
+void OrvexWrapper::LibraryVersionNumber(unsigned char *major, unsigned char *minor, unsigned int *release,
+                                        unsigned int *build)
+{
+    call(orvexLibraryVersionNumber, major, minor, release, build);
+}
+
+void OrvexWrapper::Lock()
+{
+    call(orvexLock);
+}
+
+void OrvexWrapper::Unlock()
+{
+    call(orvexUnlock);
+}
+
+int OrvexWrapper::SerialConnect(int port)
+{
+    return callOr(0, orvexSerialConnect, port);
+}
+
+int OrvexWrapper::SerialDisconnect()
+{
+    return callOr(0, orvexSerialDisconnect);
+}
+
+int OrvexWrapper::SerialGetConnected(int &port)
+{
+    return callOr(0, orvexSerialGetConnected, &port);
+}
+
+void OrvexWrapper::SerialSetStartupMode(int mode)
+{
+    call(orvexSerialSetStartupMode, mode);
+}
+
+int OrvexWrapper::SerialGetStartupMode()
+{
+    return callOr(0, orvexSerialGetStartupMode);
+}
+
+void OrvexWrapper::SetDoubleClickDistance(int device, unsigned short distance)
+{
+    call(orvexSetDoubleClickDistance, device, distance);
+}
+
+void OrvexWrapper::SetDriverDebugMode(int device, unsigned char mode, unsigned int mask)
+{
+    call(orvexSetDriverDebugMode, device, mode, mask);
+}
+
+void OrvexWrapper::Echo(int device, unsigned char length, const unsigned char *data)
+{
+    call(orvexEcho, device, length, data);
+}
+
+void OrvexWrapper::Inject(int device, unsigned char length, const unsigned char *data)
+{
+    call(orvexInject, device, length, data);
+}
+
+void OrvexWrapper::SendTouchPacketToSystem(int device, unsigned char length, const unsigned char *data)
+{
+    call(orvexSendTouchPacketToSystem, device, length, data);
+}
+
+void OrvexWrapper::ReverseButtons(int device, bool reversed)
+{
+    call(orvexReverseButtons, device, reversed);
+}
