@@ -17,8 +17,3 @@ if(PADSCOPE_SANITIZE)
     add_compile_options(-fsanitize=${PADSCOPE_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
     add_link_options(-fsanitize=${PADSCOPE_SANITIZE})
 endif()
-if(PADSCOPE_SANITIZE STREQUAL "thread")
-    # The accessors of the values that are plain by design keep a frame of their own, so that a
-    # suppression can name them and nothing else.
-    add_compile_definitions(PADSCOPE_KEEP_ACCESSOR_FRAMES)
-endif()

@@ -1,0 +1,55 @@
+#include "mainwindow/qorvexgraph.h"
+
+#include "driver/orvexwrapper.h"
+#include "mainwindow/qlineupdownedit.h"
+
+namespace {
+
+constexpr unsigned char typedCommandDebugMode = 4;
+constexpr unsigned int everyDebugBit = 0xFFFFFFFF;
+
+// 31 lines are written and 30 read back; reading puts each line in front, which reverses them. As designed.
+constexpr int mostLinesRead = 30;
+constexpr int lastLineWritten = 30;
+
+} // namespace
+
+void qorvexgraph::TypedCommand()
+{
+    QString command = commandLine->displayText();
+    if (!hardware) {
+        AttachHardware();
+        if (hardware && !deviceIds.isEmpty())
+            hardware->SetDriverDebugMode(deviceIds.first(), typedCommandDebugMode, everyDebugBit);
+    }
+    command += QLatin1Char('\r');
+    commandLine->selectAll();
+    if (deviceIds.isEmpty() || !hardware)
+        return;
+    hardware->SendCommand(deviceIds.first(), command.toLatin1().constData());
+}
+
+void qorvexgraph::SendCommand(const char *command)
+{
+    // The ids survive a detach, which leaves no binding to send through.
+    if (deviceIds.isEmpty() || !hardware)
+        return;
+    hardware->SendCommand(deviceIds.first(), command);
+}
+
+void qorvexgraph::loadHistory()
+{
+    for (int index = 0; index < mostLinesRead; ++index) {
+        const QString line = settings.value(tr("history/%1").arg(index)).toString();
+        if (line.isNull())
+            break;
+        commandLine->addToHistory(line);
+    }
+}
+
+void qorvexgraph::saveHistory()
+{
+    const QList<QString> &lines = commandLine->historyLines();
+    for (int index = 0; index < lines.size() && index <= lastLineWritten; ++index)
+        settings.setValue(tr("history/%1").arg(index), lines.at(index));
+}

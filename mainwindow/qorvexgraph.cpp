@@ -1,0 +1,67 @@
+#include "mainwindow/qorvexgraph.h"
+
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QHideEvent>
+#include <QLabel>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+#include "mainwindow/qlineupdownedit.h"
+#include "monitor/monitor.h"
+
+qorvexgraph::qorvexgraph()
+{
+    buildTabs();
+    commandLine = new QLineUpDownEdit;
+    loadHistory();
+    connect(commandLine, SIGNAL(returnPressed()), this, SLOT(TypedCommand()));
+    arrangeWidgets();
+    connect(this, SIGNAL(PnpHappened()), this, SLOT(AttachHardware()));
+    commandLine->setFocus(Qt::OtherFocusReason);
+}
+
+qorvexgraph::~qorvexgraph() = default;
+
+void qorvexgraph::buildTabs()
+{
+    tabs = new QTabWidget;
+    monitorView = new monitor(this);
+    tabs->addTab(monitorView, tr("Monitor"));
+}
+
+void qorvexgraph::arrangeWidgets()
+{
+    auto *mainLayout = new QVBoxLayout;
+    mainLayout->addLayout(new QHBoxLayout);
+    statusLabel = new QLabel(QStringLiteral("Devices found"));
+    mainLayout->addWidget(statusLabel);
+    mainLayout->addWidget(tabs);
+    tabs->setMinimumSize(300, 200);
+    mainLayout->addWidget(commandLine);
+    setLayout(mainLayout);
+}
+
+void qorvexgraph::closeEvent(QCloseEvent *event)
+{
+    detachFromHardware();
+    if (monitorView)
+        saveMonitorSettings();
+    if (commandLine)
+        saveHistory();
+    event->accept();
+}
+
+void qorvexgraph::hideEvent(QHideEvent *event)
+{
+    // The window system hides a window that is minimised; its boards stay attached.
+    if (!event->spontaneous())
+        detachFromHardware();
+}
+
+void qorvexgraph::saveMonitorSettings()
+{
+    settings.setValue(QStringLiteral("Monitor Font"), monitorView->rowFont().family());
+    settings.setValue(QStringLiteral("Monitor Font Size"), monitorView->rowFont().pointSize());
+    settings.setValue(QStringLiteral("Log To File"), monitorView->isLogging());
+}

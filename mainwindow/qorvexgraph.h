@@ -1,0 +1,89 @@
+#pragma once
+
+#include <deque>
+
+#include <QList>
+#include <QMutex>
+#include <QSettings>
+#include <QTime>
+#include <QWidget>
+
+class OrvexWrapper;
+class QLabel;
+class QLineUpDownEdit;
+class QTabWidget;
+class monitor;
+struct _DataPacket;
+
+/// The tool's window: status line, tabs and command line; attaches the boards and takes in their reports.
+///
+/// Detached when built; attaches when the first command is typed. Closing it, or hiding it other than by
+/// the window system, detaches. Everything runs on the GUI thread but the two callbacks.
+class qorvexgraph : public QWidget
+{
+    Q_OBJECT
+
+public:
+    qorvexgraph();
+    /// Makes no driver call and frees no packet: a host closes or hides the window first.
+    ~qorvexgraph() override;
+
+    /// Sends a text as it stands to the first board; does nothing without a board or while detached.
+    void SendCommand(const char *command);
+
+    /// Store that the views share for their own settings.
+    QSettings *settingsStore() { return &settings; }
+
+    /// Takes one report on a thread of the driver library.
+    /// \param data `length` bytes, or null for none
+    /// \param context the qorvexgraph
+    static void DataCallback(int device, const unsigned char *data, unsigned int length, void *context);
+    /// Hears on a thread of the driver library that boards came or went.
+    /// \param context the qorvexgraph
+    static void pnp(void *context);
+
+signals:
+    void DataReceived();
+    void PnpHappened();
+
+public slots:
+    /// Attaches, or re-enumerates the boards when attached.
+    void AttachHardware();
+    /// Sends the line just typed, with a carriage return, to the first board; attaches first if need be.
+    void TypedCommand();
+    /// Hands the packets queued so far to the view on the current tab.
+    void OnDataReceived();
+    /// Shows the number of boards, and whether the tool is paused, in the status line.
+    void ShowDevices();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+
+private:
+    void buildTabs();
+    void arrangeWidgets();
+    void enumerateDevices();
+    void detachFromHardware();
+    void loadHistory();
+    void saveHistory();
+    void saveMonitorSettings();
+    bool isDroppedByRateLimit() const;
+    void enqueue(_DataPacket *packet);
+    _DataPacket *takeFirstPacket();
+    void showPacket(_DataPacket *packet);
+    bool isPaused() const;
+    int rateLimitMs() const;
+
+    int displayThreshold = 50; ///< milliseconds; that of the view that got the last packet
+    std::deque<_DataPacket *> packetQueue;
+    QMutex queueMutex; ///< guards packetQueue
+    bool paused = true;
+    QSettings settings{QStringLiteral("Corvane"), QStringLiteral("qorvexgraph")};
+    OrvexWrapper *hardware = nullptr; ///< null while detached
+    QTabWidget *tabs = nullptr;
+    QLabel *statusLabel = nullptr;
+    QLineUpDownEdit *commandLine = nullptr;
+    QList<int> deviceIds; ///< in the order of enumeration; survives a detach
+    monitor *monitorView = nullptr;
+};

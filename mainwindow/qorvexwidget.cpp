@@ -1,0 +1,9 @@
+#include "mainwindow/qorvexwidget.h"
+
+#include "mainwindow/qorvexgraph.h"
+
+qorvexwidget::qorvexwidget(qorvexgraph *window)
+    : graph(window)
+    , settings(window->settingsStore())
+{
+}

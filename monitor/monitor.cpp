@@ -1,0 +1,171 @@
+#include "monitor/monitor.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFontComboBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QSettings>
+#include <QSlider>
+#include <QStandardItemModel>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+namespace {
+
+QLabel *newLastRowLabel()
+{
+    auto *label = new QLabel;
+    // Board text is never markup, and a long row must not widen the window.
+    label->setTextFormat(Qt::PlainText);
+    label->setSizePolicy(QSizePolicy::Ignored, label->sizePolicy().verticalPolicy());
+    return label;
+}
+
+QTreeView *newTreeView()
+{
+    auto *view = new QTreeView;
+    view->setRootIsDecorated(false);
+    view->setUniformRowHeights(true);
+    return view;
+}
+
+QLabel *newFontLabel()
+{
+    auto *label = new QLabel(QStringLiteral("Font"));
+    label->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    return label;
+}
+
+QFontComboBox *newFontBox()
+{
+    auto *box = new QFontComboBox;
+    box->setFontFilters(QFontComboBox::MonospacedFonts);
+    box->setEditable(false);
+    return box;
+}
+
+QComboBox *newSizeBox()
+{
+    auto *box = new QComboBox;
+    box->setEditable(false);
+    box->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    for (const char *size : {"6", "8", "10", "12"})
+        box->addItem(QLatin1String(size));
+    return box;
+}
+
+/// Makes the entry with exactly this text current. Returns false, and changes nothing, without such an entry.
+bool select(QComboBox *box, const QString &text)
+{
+    const int index = box->findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive);
+    if (index >= 0)
+        box->setCurrentIndex(index);
+    return index >= 0;
+}
+
+} // namespace
+
+monitor::monitor(qorvexgraph *window)
+    : qorvexwidget(window)
+{
+    auto *layout = new QVBoxLayout;
+    auto *bar = new QHBoxLayout;
+    displayThreshold = settings->value(QStringLiteral("monitor.displayThreshold"), 100).toInt();
+    addLogControl(bar);
+    addThresholdControl(bar);
+    bar->addStretch();
+    bar->addWidget(newFontLabel());
+    auto *fontBox = newFontBox();
+    connect(fontBox, SIGNAL(currentFontChanged(QFont)), this, SLOT(OnChangedFont(QFont)));
+    bar->addWidget(fontBox);
+    auto *sizeBox = newSizeBox();
+    connect(sizeBox, SIGNAL(currentIndexChanged(QString)), this, SLOT(OnChangedFontSize(QString)));
+    bar->addWidget(sizeBox);
+    layout->addLayout(bar);
+    treeView = newTreeView();
+    applyStoredFont(fontBox, sizeBox);
+
+    model = new QStandardItemModel(0, 1, this);
+    model->setHeaderData(0, Qt::Horizontal, tr("Data"), Qt::EditRole);
+    treeView->setModel(model);
+    layout->addWidget(treeView);
+    lastRowLabel = newLastRowLabel();
+    layout->addWidget(lastRowLabel);
+    setLayout(layout);
+    connect(&pendingTextTimer, SIGNAL(timeout()), this, SLOT(OnTimerAddRest()));
+    // Only now are the controls children of this view, and found by their names.
+    QMetaObject::connectSlotsByName(this);
+}
+
+void monitor::addLogControl(QHBoxLayout *bar)
+{
+    logCheckBox = new QCheckBox(tr("Log to file"));
+    logEnabled = settings->value(QStringLiteral("Log To File"), false).toBool();
+    logCheckBox->setChecked(logEnabled);
+    connect(logCheckBox, SIGNAL(stateChanged(int)), this, SLOT(LogToFile(int)));
+    bar->addWidget(logCheckBox);
+}
+
+void monitor::addThresholdControl(QHBoxLayout *bar)
+{
+    bar->addWidget(new QLabel(tr("Fast Computer")));
+    auto *slider = new QSlider(Qt::Horizontal);
+    slider->setObjectName(QStringLiteral("displayThresholdSlider"));
+    slider->setRange(0, 1000);
+    slider->setValue(displayThreshold);
+    bar->addWidget(slider);
+    bar->addWidget(new QLabel(tr("Slow Computer")));
+}
+
+void monitor::applyStoredFont(QFontComboBox *fontBox, QComboBox *sizeBox)
+{
+    const QString family =
+        settings->value(QStringLiteral("Monitor Font"), QStringLiteral("Courier")).toString();
+    const QString size =
+        settings->value(QStringLiteral("Monitor Font Size"), QStringLiteral("10")).toString();
+    // Pixels here and points in the boxes: both are set, and Qt settles which holds.
+    setStyleSheet(QStringLiteral("QTreeView {color: white; background-color: black; font-size: %1px; "
+                                 "font-family: \"%2\";}")
+                      .arg(size, family));
+    if (select(fontBox, family))
+        OnChangedFont(fontBox->currentFont());
+    if (select(sizeBox, size))
+        OnChangedFontSize(size);
+}
+
+void monitor::OnChangedFont(const QFont &font)
+{
+    const int pointSize = monitorFont.pointSize();
+    monitorFont = font;
+    monitorFont.setPointSize(pointSize);
+    treeView->setFont(monitorFont);
+}
+
+void monitor::OnChangedFontSize(const QString &text)
+{
+    monitorFont.setPointSize(text.toInt());
+    treeView->setFont(monitorFont);
+}
+
+void monitor::LogToFile(int state)
+{
+    if (state == Qt::Checked)
+        LogToFile(true);
+    else if (state == Qt::Unchecked)
+        LogToFile(false);
+}
+
+void monitor::LogToFile(bool on)
+{
+    if (on == logEnabled)
+        return;
+    logCheckBox->setChecked(on);
+    logEnabled = on;
+}
+
+void monitor::on_displayThresholdSlider_valueChanged(int value)
+{
+    displayThreshold = value;
+    settings->setValue(QStringLiteral("monitor.displayThreshold"), value);
+}

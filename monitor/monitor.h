@@ -1,0 +1,74 @@
+#pragma once
+
+#include <QFont>
+#include <QList>
+#include <QString>
+#include <QTimer>
+
+#include "mainwindow/qorvexwidget.h"
+
+class QCheckBox;
+class QComboBox;
+class QFontComboBox;
+class QHBoxLayout;
+class QLabel;
+class QStandardItemModel;
+class QTreeView;
+
+/// The "Monitor" tab: every packet becomes one or more rows of text, which can also go to a daily log file.
+///
+/// GUI thread only.
+class monitor : public qorvexwidget
+{
+    Q_OBJECT
+
+public:
+    explicit monitor(qorvexgraph *window);
+
+    /// Shows a packet as text: decoded when its type is known, otherwise as characters and hexadecimal.
+    /// A packet of a known type with the checksum of the packet before it is dropped.
+    void Display(_DataPacket *packet) override;
+
+    /// Adds one row, and appends it to the day's log file while logging is on. A row that can't be logged is
+    /// shown all the same.
+    /// \param second may be empty; otherwise shown behind `first`, and logged on a line of its own
+    void AddData(const QString &first, const QString &second);
+    /// Adds one row that shows bytes as characters and in hexadecimal.
+    void AddData(const unsigned char *bytes, unsigned int length);
+
+    /// Font chosen for the rows; what the window saves.
+    const QFont &rowFont() const { return monitorFont; }
+    /// Whether rows also go to the log file; what the window saves.
+    bool isLogging() const { return logEnabled; }
+
+public slots:
+    /// Shows the text that the board left without a line end.
+    void OnTimerAddRest();
+    /// Takes over the family and keeps the size.
+    void OnChangedFont(const QFont &font);
+    /// \param text point size in decimal
+    void OnChangedFontSize(const QString &text);
+    /// \param state a Qt::CheckState; Qt::PartiallyChecked is ignored
+    void LogToFile(int state);
+    void LogToFile(bool on);
+    void on_displayThresholdSlider_valueChanged(int value);
+
+private:
+    void addLogControl(QHBoxLayout *bar);
+    void addThresholdControl(QHBoxLayout *bar);
+    void applyStoredFont(QFontComboBox *fontBox, QComboBox *sizeBox);
+    void addText(const _DataPacket &packet);
+    void completeLine(const _DataPacket &packet);
+
+    QStandardItemModel *model = nullptr;   ///< the rows, one column
+    _DataPacket *previousPacket = nullptr; ///< the last packet shown; never freed, by design
+    QString pendingText;                   ///< characters of a text line that is not shown yet
+    QTimer pendingTextTimer;               ///< shows pendingText when no line end comes
+    QFont monitorFont;
+    QCheckBox *logCheckBox = nullptr;
+    QTreeView *treeView = nullptr;
+    QLabel *lastRowLabel = nullptr; ///< repeats the newest row
+    QList<QString> reservedTexts;   ///< read and written by nothing
+    QList<QString> reservedNames;   ///< read and written by nothing
+    bool logEnabled = false;
+};

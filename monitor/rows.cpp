@@ -1,0 +1,87 @@
+#include "monitor/monitor.h"
+
+#include <cctype>
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QStandardItemModel>
+#include <QTreeView>
+
+namespace {
+
+constexpr int lastRowKept = 150;
+constexpr int lastRowThatWidens = 14;
+constexpr int scrollStep = 5;
+
+QString dayLogPath(const QDateTime &now)
+{
+    const QString folder = QDir::homePath() + QDir::separator() + QStringLiteral("qorvexgraph logs");
+    if (!QDir(folder).exists())
+        QDir().mkpath(folder);
+    return folder + QDir::separator() + now.toString(QStringLiteral("ddd-MMM-d-yy.log"));
+}
+
+void writeLine(QFile &file, const QString &text)
+{
+    file.write((text + QLatin1Char('\n')).toLatin1());
+}
+
+/// Opened anew for each row, so that a row after midnight goes to the next day's file.
+void appendToDayLog(const QString &first, const QString &second)
+{
+    QFile file(dayLogPath(QDateTime::currentDateTime()));
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Text))
+        return;
+    writeLine(file, first);
+    if (!second.isEmpty())
+        writeLine(file, second);
+}
+
+QString printable(unsigned char byte)
+{
+    return std::isprint(byte) ? QString(QLatin1Char(static_cast<char>(byte))) : QStringLiteral(".");
+}
+
+} // namespace
+
+void monitor::AddData(const QString &first, const QString &second)
+{
+    const int row = model->rowCount();
+    lastRowLabel->setText(first);
+    model->insertRow(row);
+    const QModelIndex index = model->index(row, 0);
+    model->setData(index, second.isEmpty() ? first : first + QStringLiteral("   ") + second, Qt::EditRole);
+    // The view follows the newest rows in steps of five.
+    if (row % scrollStep == 0)
+        treeView->scrollTo(index, QAbstractItemView::EnsureVisible);
+    if (row <= lastRowThatWidens)
+        treeView->resizeColumnToContents(0);
+    if (logEnabled)
+        appendToDayLog(first, second);
+    // Emptied in one step rather than trimmed row by row.
+    if (row > lastRowKept)
+        model->removeRows(0, row);
+}
+
+void monitor::AddData(const unsigned char *bytes, unsigned int length)
+{
+    QString text;
+    QString hexadecimal;
+    for (unsigned int i = 0; i < length; ++i) {
+        text += printable(bytes[i]);
+        hexadecimal += QStringLiteral("%1 ").arg(bytes[i], 2, 16, QLatin1Char('0'));
+        // The first group has nine bytes, every later one eight.
+        if (i != 0 && i % 8 == 0)
+            hexadecimal += QLatin1Char(' ');
+    }
+    AddData(text, hexadecimal);
+}
+
+void monitor::OnTimerAddRest()
+{
+    pendingTextTimer.stop();
+    AddData(pendingText, QString());
+    pendingText = QString();
+}
