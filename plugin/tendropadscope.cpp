@@ -1,0 +1,58 @@
+#include "plugin/tendropadscope.h"
+
+#include <QAction>
+#include <QIcon>
+#include <QPixmap>
+
+#include "mainwindow/qorvexgraph.h"
+
+QString TendroPadscope::id() const
+{
+    return tr("TendroPadscope");
+}
+
+QString TendroPadscope::description() const
+{
+    return tr("Board diagnostic tool.");
+}
+
+QString TendroPadscope::copyright() const
+{
+    return tr("Copyright (c) 2010 Corvane");
+}
+
+QString TendroPadscope::version() const
+{
+    return tr("Version 1.0");
+}
+
+QString TendroPadscope::category() const
+{
+    return QStringLiteral("9/advanced/padscope");
+}
+
+void TendroPadscope::closeWidget()
+{
+    if (widget_)
+        widget_->close();
+}
+
+QAction *TendroPadscope::action()
+{
+    if (action_)
+        return action_;
+    const QIcon icon(QPixmap(QStringLiteral(":/images/resources/qorvexgraph.png")));
+    // The comment is part of the translation key and stays as it is.
+    const QString caption =
+        metaObject()->tr("Padscope", "This is the caption of a button that start a program call padscope.");
+    action_ = new QAction(icon, caption, this);
+    action_->setToolTip(description());
+    return action_;
+}
+
+QWidget *TendroPadscope::widget()
+{
+    if (!widget_)
+        widget_ = new qorvexgraph;
+    return widget_;
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QObject>
+
+#include "plugin/tendroplugininterface.h"
+
+/// The object that the host loads: identity, launch button and window of the tool.
+class TendroPadscope : public QObject, public TendroPluginInterface
+{
+    Q_OBJECT
+    Q_INTERFACES(TendroPluginInterface)
+
+public:
+    TendroPadscope() = default;
+
+    QString id() const override;
+    QString description() const override;
+    QString copyright() const override;
+    QString version() const override;
+    QString category() const override;
+    void closeWidget() override;
+    QAction *action() override;
+    QWidget *widget() override;
+
+private:
+    QWidget *widget_ = nullptr; ///< the window; deleted by the host
+    QAction *action_ = nullptr; ///< child of this object
+};
