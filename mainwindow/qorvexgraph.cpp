@@ -34,7 +34,7 @@ void qorvexgraph::arrangeWidgets()
 {
     auto *mainLayout = new QVBoxLayout;
     mainLayout->addLayout(new QHBoxLayout);
-    statusLabel = new QLabel(QStringLiteral("Devices found"));
+    statusLabel = new QLabel(QLatin1String("Devices found"));
     mainLayout->addWidget(statusLabel);
     mainLayout->addWidget(tabs);
     tabs->setMinimumSize(300, 200);
@@ -61,7 +61,7 @@ void qorvexgraph::hideEvent(QHideEvent *event)
 
 void qorvexgraph::saveMonitorSettings()
 {
-    settings.setValue(QStringLiteral("Monitor Font"), monitorView->rowFont().family());
-    settings.setValue(QStringLiteral("Monitor Font Size"), monitorView->rowFont().pointSize());
-    settings.setValue(QStringLiteral("Log To File"), monitorView->isLogging());
+    settings.setValue(QLatin1String("Monitor Font"), monitorView->rowFont().family());
+    settings.setValue(QLatin1String("Monitor Font Size"), monitorView->rowFont().pointSize());
+    settings.setValue(QLatin1String("Log To File"), monitorView->isLogging());
 }

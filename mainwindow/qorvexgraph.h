@@ -79,7 +79,7 @@ private:
     std::deque<_DataPacket *> packetQueue;
     QMutex queueMutex; ///< guards packetQueue
     bool paused = true;
-    QSettings settings{QStringLiteral("Corvane"), QStringLiteral("qorvexgraph")};
+    QSettings settings{QLatin1String("Corvane"), QLatin1String("qorvexgraph")};
     OrvexWrapper *hardware = nullptr; ///< null while detached
     QTabWidget *tabs = nullptr;
     QLabel *statusLabel = nullptr;

@@ -1,7 +1,5 @@
 #include "monitor/monitor.h"
 
-#include <cctype>
-
 #include "mainwindow/datapacket.h"
 #include "monitor/rowformats.h"
 
@@ -164,7 +162,7 @@ void monitor::addText(const _DataPacket &packet)
     const reports::Bytes bytes = bytesOf(packet);
     for (std::size_t i = reports::textOffset; i < bytes.length; ++i) {
         const unsigned char byte = bytes.data[i];
-        pendingText += QLatin1Char(std::isprint(byte) ? static_cast<char>(byte) : '.');
+        pendingText += QLatin1Char(rows::printable(byte));
         if (byte == '\n')
             completeLine(packet);
     }

@@ -32,7 +32,7 @@ QTreeView *newTreeView()
 
 QLabel *newFontLabel()
 {
-    auto *label = new QLabel(QStringLiteral("Font"));
+    auto *label = new QLabel(QLatin1String("Font"));
     label->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     return label;
 }
@@ -71,7 +71,7 @@ monitor::monitor(qorvexgraph *window)
 {
     auto *layout = new QVBoxLayout;
     auto *bar = new QHBoxLayout;
-    displayThreshold = settings->value(QStringLiteral("monitor.displayThreshold"), 100).toInt();
+    displayThreshold = settings->value(QLatin1String("monitor.displayThreshold"), 100).toInt();
     addLogControl(bar);
     addThresholdControl(bar);
     bar->addStretch();
@@ -101,7 +101,7 @@ monitor::monitor(qorvexgraph *window)
 void monitor::addLogControl(QHBoxLayout *bar)
 {
     logCheckBox = new QCheckBox(tr("Log to file"));
-    logEnabled = settings->value(QStringLiteral("Log To File"), false).toBool();
+    logEnabled = settings->value(QLatin1String("Log To File"), false).toBool();
     logCheckBox->setChecked(logEnabled);
     connect(logCheckBox, SIGNAL(stateChanged(int)), this, SLOT(LogToFile(int)));
     bar->addWidget(logCheckBox);
@@ -111,7 +111,7 @@ void monitor::addThresholdControl(QHBoxLayout *bar)
 {
     bar->addWidget(new QLabel(tr("Fast Computer")));
     auto *slider = new QSlider(Qt::Horizontal);
-    slider->setObjectName(QStringLiteral("displayThresholdSlider"));
+    slider->setObjectName(QLatin1String("displayThresholdSlider"));
     slider->setRange(0, 1000);
     slider->setValue(displayThreshold);
     bar->addWidget(slider);
@@ -121,12 +121,11 @@ void monitor::addThresholdControl(QHBoxLayout *bar)
 void monitor::applyStoredFont(QFontComboBox *fontBox, QComboBox *sizeBox)
 {
     const QString family =
-        settings->value(QStringLiteral("Monitor Font"), QStringLiteral("Courier")).toString();
-    const QString size =
-        settings->value(QStringLiteral("Monitor Font Size"), QStringLiteral("10")).toString();
+        settings->value(QLatin1String("Monitor Font"), QLatin1String("Courier")).toString();
+    const QString size = settings->value(QLatin1String("Monitor Font Size"), QLatin1String("10")).toString();
     // Pixels here and points in the boxes: both are set, and Qt settles which holds.
-    setStyleSheet(QStringLiteral("QTreeView {color: white; background-color: black; font-size: %1px; "
-                                 "font-family: \"%2\";}")
+    setStyleSheet(QString::fromLatin1("QTreeView {color: white; background-color: black; font-size: %1px; "
+                                      "font-family: \"%2\";}")
                       .arg(size, family));
     if (select(fontBox, family))
         OnChangedFont(fontBox->currentFont());
@@ -167,5 +166,5 @@ void monitor::LogToFile(bool on)
 void monitor::on_displayThresholdSlider_valueChanged(int value)
 {
     displayThreshold = value;
-    settings->setValue(QStringLiteral("monitor.displayThreshold"), value);
+    settings->setValue(QLatin1String("monitor.displayThreshold"), value);
 }

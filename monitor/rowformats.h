@@ -1,9 +1,17 @@
 #pragma once
 
+#include <cctype>
+
 #include "monitor/reportformats.h"
 
 /// The rows of text that the monitor makes of reports: a format, and the fields that fill its placeholders.
 namespace rows {
+
+/// A byte as rows show it: itself when the process's character classification can print it, otherwise a dot.
+inline char printable(unsigned char byte)
+{
+    return std::isprint(byte) ? static_cast<char>(byte) : '.';
+}
 
 /// A field and the width to which its decimal value is padded with blanks on the left; a wider value is
 /// never cut.

@@ -1,13 +1,13 @@
 #include "monitor/monitor.h"
 
-#include <cctype>
-
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QStandardItemModel>
 #include <QTreeView>
+
+#include "monitor/rowformats.h"
 
 namespace {
 
@@ -17,10 +17,10 @@ constexpr int scrollStep = 5;
 
 QString dayLogPath(const QDateTime &now)
 {
-    const QString folder = QDir::homePath() + QDir::separator() + QStringLiteral("qorvexgraph logs");
+    const QString folder = QDir::homePath() + QDir::separator() + QLatin1String("qorvexgraph logs");
     if (!QDir(folder).exists())
         QDir().mkpath(folder);
-    return folder + QDir::separator() + now.toString(QStringLiteral("ddd-MMM-d-yy.log"));
+    return folder + QDir::separator() + now.toString(QLatin1String("ddd-MMM-d-yy.log"));
 }
 
 void writeLine(QFile &file, const QString &text)
@@ -39,11 +39,6 @@ void appendToDayLog(const QString &first, const QString &second)
         writeLine(file, second);
 }
 
-QString printable(unsigned char byte)
-{
-    return std::isprint(byte) ? QString(QLatin1Char(static_cast<char>(byte))) : QStringLiteral(".");
-}
-
 } // namespace
 
 void monitor::AddData(const QString &first, const QString &second)
@@ -52,7 +47,7 @@ void monitor::AddData(const QString &first, const QString &second)
     lastRowLabel->setText(first);
     model->insertRow(row);
     const QModelIndex index = model->index(row, 0);
-    model->setData(index, second.isEmpty() ? first : first + QStringLiteral("   ") + second, Qt::EditRole);
+    model->setData(index, second.isEmpty() ? first : first + QLatin1String("   ") + second, Qt::EditRole);
     // The view follows the newest rows in steps of five.
     if (row % scrollStep == 0)
         treeView->scrollTo(index, QAbstractItemView::EnsureVisible);
@@ -70,8 +65,8 @@ void monitor::AddData(const unsigned char *bytes, unsigned int length)
     QString text;
     QString hexadecimal;
     for (unsigned int i = 0; i < length; ++i) {
-        text += printable(bytes[i]);
-        hexadecimal += QStringLiteral("%1 ").arg(bytes[i], 2, 16, QLatin1Char('0'));
+        text += QLatin1Char(rows::printable(bytes[i]));
+        hexadecimal += QString::fromLatin1("%1 ").arg(bytes[i], 2, 16, QLatin1Char('0'));
         // The first group has nine bytes, every later one eight.
         if (i != 0 && i % 8 == 0)
             hexadecimal += QLatin1Char(' ');

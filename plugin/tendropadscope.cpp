@@ -28,7 +28,7 @@ QString TendroPadscope::version() const
 
 QString TendroPadscope::category() const
 {
-    return QStringLiteral("9/advanced/padscope");
+    return QLatin1String("9/advanced/padscope");
 }
 
 void TendroPadscope::closeWidget()
@@ -41,7 +41,7 @@ QAction *TendroPadscope::action()
 {
     if (action_)
         return action_;
-    const QIcon icon(QPixmap(QStringLiteral(":/images/resources/qorvexgraph.png")));
+    const QIcon icon(QPixmap(QLatin1String(":/images/resources/qorvexgraph.png")));
     // The comment is part of the translation key and stays as it is.
     const QString caption =
         metaObject()->tr("Padscope", "This is the caption of a button that start a program call padscope.");
