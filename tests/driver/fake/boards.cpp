@@ -1,0 +1,227 @@
+#include "tests/driver/fake/boards.h"
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <cstring>
+#include <deque>
+#include <map>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+#include "tests/driver/fake/fakeboards.h"
+#include "tests/driver/fake/journal.h"
+
+namespace boards {
+
+namespace {
+
+struct DataRegistration
+{
+    int device;
+    DataCallback callback;
+    void *context;
+};
+
+struct PnpRegistration
+{
+    PnpCallback callback;
+    void *context;
+};
+
+struct SeenRecord
+{
+    const void *address;
+    std::array<unsigned char, recordSize> bytes;
+};
+
+struct State
+{
+    std::vector<int> ids;
+    int failingIndex = -1;
+    std::map<std::string, int> results;
+    std::vector<DataRegistration> dataCallbacks;
+    std::vector<PnpRegistration> pnpCallbacks;
+    std::deque<SeenRecord> records;
+};
+
+std::mutex mutex;
+State state;
+
+std::vector<std::thread> floodThreads;
+std::atomic<bool> flooding{false};
+std::atomic<long> floodCount{0};
+
+template <typename Function>
+auto locked(Function function)
+{
+    const std::lock_guard lock(mutex);
+    return function();
+}
+
+std::vector<DataRegistration> dataCallbacks()
+{
+    return locked([] { return state.dataCallbacks; });
+}
+
+/// Calls go out without the lock: a callback may come back in.
+void deliverHere(int device, const unsigned char *data, unsigned int length)
+{
+    for (const DataRegistration &registration : dataCallbacks()) {
+        if (registration.device == device)
+            registration.callback(device, data, length, registration.context);
+    }
+}
+
+void deliver(int device, const unsigned char *data, unsigned int length, int threads)
+{
+    if (threads == 0)
+        deliverHere(device, data, length);
+    std::vector<std::thread> all;
+    for (int i = 0; i < threads; ++i)
+        all.emplace_back(deliverHere, device, data, length);
+    for (std::thread &thread : all)
+        thread.join();
+}
+
+void plug()
+{
+    const auto callbacks = locked([] { return state.pnpCallbacks; });
+    std::thread([&callbacks] {
+        for (const PnpRegistration &registration : callbacks)
+            registration.callback(registration.context);
+    }).join();
+}
+
+void flood(unsigned char seed)
+{
+    constexpr std::array<unsigned char, 9> types{50, 104, 47, 33, 162, 119, 163, 164, 50};
+    std::array<unsigned char, 64> report{};
+    report[0] = report.size();
+    for (std::size_t turn = 0; flooding; ++turn) {
+        report[1] = types[turn % types.size()];
+        report[2] = static_cast<unsigned char>(turn % 7);
+        report[3] = static_cast<unsigned char>(seed + turn);
+        for (const DataRegistration &registration : dataCallbacks()) {
+            registration.callback(registration.device, report.data(), report.size(), registration.context);
+            ++floodCount;
+        }
+        std::this_thread::sleep_for(std::chrono::microseconds(200));
+    }
+}
+
+void startFlood(int threads)
+{
+    flooding = true;
+    floodCount = 0;
+    for (int i = 0; i < threads; ++i)
+        floodThreads.emplace_back(flood, static_cast<unsigned char>(i * 50));
+}
+
+long stopFlood()
+{
+    flooding = false;
+    for (std::thread &thread : floodThreads)
+        thread.join();
+    floodThreads.clear();
+    return floodCount;
+}
+
+void reset()
+{
+    locked([] { state = State{}; });
+    journal::clear();
+}
+
+void setBoards(const int *ids, int number)
+{
+    locked([=] { state.ids.assign(ids, ids + number); });
+}
+
+void setFailingIndex(int index)
+{
+    locked([=] { state.failingIndex = index; });
+}
+
+void setResult(const char *entryPoint, int value)
+{
+    locked([=] { state.results[entryPoint] = value; });
+}
+
+const unsigned char *recordSeen(int index)
+{
+    return locked([=] { return state.records.at(static_cast<std::size_t>(index)).bytes.data(); });
+}
+
+const void *recordAddress(int index)
+{
+    return locked([=] { return state.records.at(static_cast<std::size_t>(index)).address; });
+}
+
+int dataCallbackCount(int device)
+{
+    return locked([=] {
+        return static_cast<int>(std::count_if(state.dataCallbacks.begin(), state.dataCallbacks.end(),
+                                              [=](const auto &entry) { return entry.device == device; }));
+    });
+}
+
+int pnpCallbackCount()
+{
+    return locked([] { return static_cast<int>(state.pnpCallbacks.size()); });
+}
+
+} // namespace
+
+int result(const std::string &entryPoint, int byDefault)
+{
+    return locked([&] {
+        const auto set = state.results.find(entryPoint);
+        return set == state.results.end() ? byDefault : set->second;
+    });
+}
+
+int count()
+{
+    return locked([] { return static_cast<int>(state.ids.size()); });
+}
+
+bool enumerate(int index, unsigned char *record)
+{
+    constexpr int idOffset = 20;
+    constexpr unsigned char restOfRecord = 0xA5;
+    const std::lock_guard lock(mutex);
+    SeenRecord seen{record, {}};
+    std::memcpy(seen.bytes.data(), record, recordSize);
+    state.records.push_back(seen);
+    if (index < 0 || static_cast<std::size_t>(index) >= state.ids.size() || index == state.failingIndex)
+        return false;
+    std::memset(record + 4, restOfRecord, recordSize - 4);
+    const std::int32_t id = state.ids[static_cast<std::size_t>(index)];
+    std::memcpy(record + idOffset, &id, sizeof id);
+    return true;
+}
+
+void addDataCallback(int device, DataCallback callback, void *context)
+{
+    locked([=] { state.dataCallbacks.push_back({device, callback, context}); });
+}
+
+void addPnpCallback(PnpCallback callback, void *context)
+{
+    locked([=] { state.pnpCallbacks.push_back({callback, context}); });
+}
+
+} // namespace boards
+
+extern "C" [[gnu::visibility("default")]] const FakeBoards *fake_boards()
+{
+    using namespace boards;
+    static constexpr FakeBoards table{
+        reset,          setBoards,  setFailingIndex, setResult,         journal::count,   journal::at,
+        journal::clear, recordSeen, recordAddress,   dataCallbackCount, pnpCallbackCount, boards::deliver,
+        plug,           startFlood, stopFlood,
+    };
+    return &table;
+}
