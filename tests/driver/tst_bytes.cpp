@@ -1,0 +1,65 @@
+#include "driver/orvexwrapper.h"
+#include "tests/support/driverlibrary.h"
+#include "tests/support/testmain.h"
+
+/// The library's boolean answers are bytes.
+class ByteTests : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void onlyOneIsYesForGetters_data();
+    void onlyOneIsYesForGetters();
+    void recordIsFoundUnlessZero_data();
+    void recordIsFoundUnlessZero();
+};
+
+void ByteTests::onlyOneIsYesForGetters_data()
+{
+    QTest::addColumn<int>("byte");
+    QTest::addColumn<bool>("expected");
+    QTest::newRow("zero") << 0 << false;
+    QTest::newRow("one") << 1 << true;
+    QTest::newRow("two") << 2 << false;
+    QTest::newRow("largest") << 255 << false;
+}
+
+void ByteTests::onlyOneIsYesForGetters()
+{
+    QFETCH(int, byte);
+    QFETCH(bool, expected);
+    const DriverLibrary library("complete");
+    library->setResult("orvexGetTouchEnabled", byte);
+    library->setResult("orvexGetTouchSystemRedirectionEnabled", byte);
+    OrvexWrapper wrapper;
+    wrapper.Attach();
+
+    QCOMPARE(wrapper.GetTouchEnabled(1), expected);
+    QCOMPARE(wrapper.GetTouchSystemRedirectionEnabled(1), expected);
+}
+
+void ByteTests::recordIsFoundUnlessZero_data()
+{
+    QTest::addColumn<int>("byte");
+    QTest::addColumn<bool>("expected");
+    QTest::newRow("zero") << 0 << false;
+    QTest::newRow("one") << 1 << true;
+    QTest::newRow("two") << 2 << true;
+    QTest::newRow("largest") << 255 << true;
+}
+
+void ByteTests::recordIsFoundUnlessZero()
+{
+    QFETCH(int, byte);
+    QFETCH(bool, expected);
+    const DriverLibrary library("complete");
+    library->setResult("orvexEnumDeviceInfo", byte);
+    OrvexWrapper wrapper;
+    wrapper.Attach();
+    _ORVEX_DEVICE_INFO info{};
+
+    QCOMPARE(wrapper.EnumDeviceInfo(0, &info), expected);
+}
+
+PADSCOPE_TEST_MAIN(ByteTests)
+#include "tst_bytes.moc"

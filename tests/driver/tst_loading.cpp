@@ -1,0 +1,226 @@
+#include <dlfcn.h>
+
+#include "driver/orvexwrapper.h"
+#include "tests/support/capturedstderr.h"
+#include "tests/support/driverlibrary.h"
+#include "tests/support/testmain.h"
+
+// The linker sends the loader's functions through these, so that the binding's use of them is seen.
+extern "C" {
+void *__real_dlopen(const char *file, int mode);
+void *__real_dlsym(void *handle, const char *name);
+int __real_dlclose(void *handle);
+void *__wrap_dlopen(const char *file, int mode);
+void *__wrap_dlsym(void *handle, const char *name);
+int __wrap_dlclose(void *handle);
+}
+
+namespace {
+
+QStringList loaderCalls;
+
+QStringList takeLoaderCalls()
+{
+    QStringList calls;
+    calls.swap(loaderCalls);
+    return calls;
+}
+
+// The order in which the names are looked up.
+const QStringList names{
+    "orvexAttach",
+    "orvexDetach",
+    "orvexInterface",
+    "orvexSetCallback",
+    "orvexClearCallback",
+    "orvexSendCommand",
+    "orvexWritePacket",
+    "orvexSetXferMask",
+    "orvexGetDeviceCount",
+    "orvexEnumDeviceInfo",
+    "orvexSetPnpCallback",
+    "orvexSetPointingDeviceDestination",
+    "orvexSetPointingDeviceDestinationEx",
+    "orvexGetPointingDeviceDestination",
+    "orvexOpenSynchronousChannel",
+    "orvexCloseSynchronousChannel",
+    "orvexReadSynchronousPacket",
+    "orvexSetCalibrationMode",
+    "orvexSetCalibrationData",
+    "orvexSetCalibrationDataEx",
+    "orvexGetCalibrationPoints",
+    "orvexSetWirelessCalibrationData",
+    "orvexLibraryVersionNumber",
+    "orvexLock",
+    "orvexUnlock",
+    "orvexSerialConnect",
+    "orvexSerialDisconnect",
+    "orvexSerialGetConnected",
+    "orvexSerialSetStartupMode",
+    "orvexSerialGetStartupMode",
+    "orvexSetDoubleClickDistance",
+    "orvexSetDriverDebugMode",
+    "orvexEcho",
+    "orvexInject",
+    "orvexSendTouchPacketToSystem",
+    "orvexSetTouchDestination",
+    "orvexSetTouchDestinationEx",
+    "orvexGetTouchDestination",
+    "orvexSetTouchEnabled",
+    "orvexGetTouchEnabled",
+    "orvexSetTouchSystemRedirectionEnabled",
+    "orvexGetTouchSystemRedirectionEnabled",
+    "orvexSetLATEDetection",
+    "orvexGetLATEDetection",
+    "orvexIsSomethingOnBoard",
+    "orvexSetTwoFingerScroll",
+    "orvexReverseButtons",
+};
+
+// RTLD_NOW is 2.
+const QString opening = QStringLiteral("dlopen(liborvexboardex.so.1, 2)");
+
+} // namespace
+
+void *__wrap_dlopen(const char *file, int mode)
+{
+    loaderCalls += QString::asprintf("dlopen(%s, %d)", file, mode);
+    return __real_dlopen(file, mode);
+}
+
+void *__wrap_dlsym(void *handle, const char *name)
+{
+    loaderCalls += QString::fromLatin1(name);
+    return __real_dlsym(handle, name);
+}
+
+int __wrap_dlclose(void *handle)
+{
+    loaderCalls += QStringLiteral("dlclose");
+    return __real_dlclose(handle);
+}
+
+/// How the driver library is opened, resolved and closed.
+class LoadingTests : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void withoutLibraryEachAttachSaysSo();
+    void libraryThatAppearsLaterIsFound();
+    void everyNameIsLookedUpOnEveryAttach();
+    void destructorDetachesOnceMore();
+    void destructorClosesWithoutDetachEntry();
+    void withoutAttachEntryTheLibraryStaysLoaded();
+    void nothingIsLoadedBeforeAttach();
+};
+
+void LoadingTests::init()
+{
+    QVERIFY2(!DriverLibrary::isLoaded(), "a driver library is in the way");
+    loaderCalls.clear();
+}
+
+void LoadingTests::withoutLibraryEachAttachSaysSo()
+{
+    // No newline follows.
+    const QByteArray message(
+        "liborvexboardex.so.1: cannot open shared object file: No such file or directory");
+    OrvexWrapper wrapper;
+    CapturedStderr once;
+    QCOMPARE(wrapper.Attach(), 0);
+    QCOMPARE(once.text(), message);
+    QCOMPARE(takeLoaderCalls(), QStringList(opening));
+    QCOMPARE(wrapper.GetDeviceCount(), 0);
+    QCOMPARE(wrapper.SendCommand(1, "A\r"), -1);
+    QVERIFY(wrapper.GetTouchEnabled(1));
+
+    CapturedStderr again;
+    QCOMPARE(wrapper.Attach(), 0);
+    QCOMPARE(again.text(), message);
+}
+
+void LoadingTests::libraryThatAppearsLaterIsFound()
+{
+    OrvexWrapper wrapper;
+    CapturedStderr captured;
+    QCOMPARE(wrapper.Attach(), 0);
+    QVERIFY(!captured.text().isEmpty());
+
+    const DriverLibrary library("complete");
+    library.setBoards({1, 2});
+    library->setResult("orvexAttach", 42);
+    CapturedStderr silent;
+    QCOMPARE(wrapper.Attach(), 42);
+    QCOMPARE(silent.text(), QByteArray());
+    QCOMPARE(wrapper.GetDeviceCount(), 2);
+}
+
+void LoadingTests::everyNameIsLookedUpOnEveryAttach()
+{
+    QCOMPARE(names.size(), 47);
+    const DriverLibrary library("complete");
+    OrvexWrapper wrapper;
+    takeLoaderCalls();
+
+    wrapper.Attach();
+    QCOMPARE(takeLoaderCalls(), QStringList(opening) + names);
+    wrapper.Attach();
+    QCOMPARE(takeLoaderCalls(), names);
+    QCOMPARE(library.takeCalls(), QStringList({"orvexAttach()", "orvexAttach()"}));
+}
+
+void LoadingTests::destructorDetachesOnceMore()
+{
+    DriverLibrary library("complete");
+    auto *wrapper = new OrvexWrapper;
+    wrapper->Attach();
+    wrapper->Detach();
+    library.takeCalls();
+    takeLoaderCalls();
+
+    delete wrapper;
+    QCOMPARE(library.takeCalls(), QStringList("orvexDetach()"));
+    QCOMPARE(takeLoaderCalls(), QStringList("dlclose"));
+    library.close();
+    QVERIFY(!DriverLibrary::isLoaded());
+}
+
+void LoadingTests::destructorClosesWithoutDetachEntry()
+{
+    DriverLibrary library("without/orvexDetach");
+    auto *wrapper = new OrvexWrapper;
+    wrapper->Attach();
+    library.takeCalls();
+    library.close();
+    QVERIFY(DriverLibrary::isLoaded());
+
+    delete wrapper;
+    QVERIFY(!DriverLibrary::isLoaded());
+}
+
+void LoadingTests::withoutAttachEntryTheLibraryStaysLoaded()
+{
+    const DriverLibrary library("without/orvexAttach");
+    library.setBoards({1, 2, 3});
+    OrvexWrapper wrapper;
+    CapturedStderr captured;
+
+    QCOMPARE(wrapper.Attach(), 0);
+    QCOMPARE(captured.text(), QByteArray());
+    QCOMPARE(wrapper.GetDeviceCount(), 3);
+}
+
+void LoadingTests::nothingIsLoadedBeforeAttach()
+{
+    {
+        OrvexWrapper wrapper;
+        wrapper.Detach();
+        QCOMPARE(wrapper.GetDeviceCount(), 0);
+    }
+    QCOMPARE(takeLoaderCalls(), QStringList());
+}
+
+PADSCOPE_TEST_MAIN(LoadingTests)
+#include "tst_loading.moc"
