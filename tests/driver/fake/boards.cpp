@@ -7,7 +7,9 @@
 #include <deque>
 #include <map>
 #include <mutex>
+#include <set>
 #include <thread>
+#include <tuple>
 #include <vector>
 
 #include "tests/driver/fake/fakeboards.h"
@@ -17,18 +19,8 @@ namespace boards {
 
 namespace {
 
-struct DataRegistration
-{
-    int device;
-    DataCallback callback;
-    void *context;
-};
-
-struct PnpRegistration
-{
-    PnpCallback callback;
-    void *context;
-};
+using DataRegistration = std::tuple<int, DataCallback, void *>;
+using PnpRegistration = std::tuple<PnpCallback, void *>;
 
 struct SeenRecord
 {
@@ -41,8 +33,8 @@ struct State
     std::vector<int> ids;
     int failingIndex = -1;
     std::map<std::string, int> results;
-    std::vector<DataRegistration> dataCallbacks;
-    std::vector<PnpRegistration> pnpCallbacks;
+    std::set<DataRegistration> dataCallbacks;
+    std::set<PnpRegistration> pnpCallbacks;
     std::deque<SeenRecord> records;
 };
 
@@ -60,7 +52,7 @@ auto locked(Function function)
     return function();
 }
 
-std::vector<DataRegistration> dataCallbacks()
+std::set<DataRegistration> dataCallbacks()
 {
     return locked([] { return state.dataCallbacks; });
 }
@@ -68,9 +60,9 @@ std::vector<DataRegistration> dataCallbacks()
 /// Calls go out without the lock: a callback may come back in.
 void deliverHere(int device, const unsigned char *data, unsigned int length)
 {
-    for (const DataRegistration &registration : dataCallbacks()) {
-        if (registration.device == device)
-            registration.callback(device, data, length, registration.context);
+    for (const auto &[board, callback, context] : dataCallbacks()) {
+        if (board == device)
+            callback(device, data, length, context);
     }
 }
 
@@ -89,8 +81,8 @@ void plug()
 {
     const auto callbacks = locked([] { return state.pnpCallbacks; });
     std::thread([&callbacks] {
-        for (const PnpRegistration &registration : callbacks)
-            registration.callback(registration.context);
+        for (const auto &[callback, context] : callbacks)
+            callback(context);
     }).join();
 }
 
@@ -103,8 +95,8 @@ void flood(unsigned char seed)
         report[1] = types[turn % types.size()];
         report[2] = static_cast<unsigned char>(turn % 7);
         report[3] = static_cast<unsigned char>(seed + turn);
-        for (const DataRegistration &registration : dataCallbacks()) {
-            registration.callback(registration.device, report.data(), report.size(), registration.context);
+        for (const auto &[board, callback, context] : dataCallbacks()) {
+            callback(board, report.data(), report.size(), context);
             ++floodCount;
         }
         std::this_thread::sleep_for(std::chrono::microseconds(200));
@@ -162,8 +154,9 @@ const void *recordAddress(int index)
 int dataCallbackCount(int device)
 {
     return locked([=] {
-        return static_cast<int>(std::count_if(state.dataCallbacks.begin(), state.dataCallbacks.end(),
-                                              [=](const auto &entry) { return entry.device == device; }));
+        return static_cast<int>(
+            std::count_if(state.dataCallbacks.begin(), state.dataCallbacks.end(),
+                          [=](const auto &entry) { return std::get<int>(entry) == device; }));
     });
 }
 
@@ -205,12 +198,12 @@ bool enumerate(int index, unsigned char *record)
 
 void addDataCallback(int device, DataCallback callback, void *context)
 {
-    locked([=] { state.dataCallbacks.push_back({device, callback, context}); });
+    locked([=] { state.dataCallbacks.insert({device, callback, context}); });
 }
 
 void addPnpCallback(PnpCallback callback, void *context)
 {
-    locked([=] { state.pnpCallbacks.push_back({callback, context}); });
+    locked([=] { state.pnpCallbacks.insert({callback, context}); });
 }
 
 } // namespace boards

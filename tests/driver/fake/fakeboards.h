@@ -29,7 +29,7 @@ struct FakeBoards
     /// Where that call found it.
     const void *(*recordAddress)(int index);
 
-    /// Number of data callbacks registered for a board; the same one registered twice counts twice.
+    /// Number of data callbacks registered for a board; the same one with the same context counts once.
     int (*dataCallbackCount)(int device);
     int (*pnpCallbackCount)();
 
