@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QVector>
+
+#include "mainwindow/datapacket.h"
+#include "mainwindow/qorvexgraph.h"
+#include "mainwindow/qorvexwidget.h"
+
+/// A view that keeps a copy of every packet it is shown.
+class RecordingView : public qorvexwidget
+{
+public:
+    explicit RecordingView(qorvexgraph *window)
+        : qorvexwidget(window)
+    {
+        displayThreshold = 50;
+    }
+
+    void Display(_DataPacket *packet) override { packets.append(*packet); }
+
+    QVector<_DataPacket> packets;
+};
