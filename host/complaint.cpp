@@ -1,0 +1,11 @@
+#include "host/complaint.h"
+
+#include <cstdio>
+
+int complain(const QString &text)
+{
+    QString line = text;
+    line.replace(QLatin1Char('\n'), QLatin1Char(' ')).replace(QLatin1Char('\r'), QLatin1Char(' '));
+    std::fprintf(stderr, "tendro-host: %s\n", qUtf8Printable(line));
+    return badInput;
+}

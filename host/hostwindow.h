@@ -1,0 +1,56 @@
+#pragma once
+
+#include "host/pluginloading.h"
+
+#include <QHash>
+#include <QMainWindow>
+
+class QMenu;
+class QStackedWidget;
+class QToolBar;
+
+/// The host's window: menus, a tool bar, and a work area that shows one tool at a time.
+///
+/// A tool is always told to close before its widget is hidden, replaced or deleted.
+class HostWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    /// The plugins must outlive the window, which owns the widgets that it asked them for.
+    explicit HostWindow(const std::vector<LoadedPlugin> &plugins);
+    ~HostWindow() override;
+
+    /// Shows the tool in the work area, after closing the one that is there.
+    /// \return its widget, or null if the tool has none (the work area is then left as it was)
+    QWidget *openTool(const LoadedPlugin &plugin);
+
+    /// Id, description, copyright and version of each tool, as plain text.
+    QString aboutText() const;
+
+public slots:
+    /// Closes the tool in the work area; without one it does nothing.
+    void closeTool();
+    void showAbout();
+
+signals:
+    /// The tool is about to be told to close; it still runs.
+    void toolClosing(QWidget *widget);
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void addFileMenu();
+    void addTool(const LoadedPlugin &plugin, QToolBar &toolBar);
+    void addHelpMenu();
+    QMenu *groupMenu(const QString &group);
+    QAction *launchAction(const LoadedPlugin &plugin);
+    void growToFit();
+
+    const std::vector<LoadedPlugin> &plugins_;
+    const LoadedPlugin *open_ = nullptr;
+    QStackedWidget *workArea_;
+    QAction *closeAction_ = nullptr;
+    QHash<QString, QMenu *> groupMenus_;
+};

@@ -1,0 +1,112 @@
+#include "host/complaint.h"
+#include "host/driverlibrary.h"
+#include "host/hostwindow.h"
+#include "host/options.h"
+#include "host/pluginloading.h"
+#include "host/script.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <memory>
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QFileInfo>
+#include <QTranslator>
+#include <string_view>
+
+namespace {
+
+bool hasArgument(int argc, char **argv, std::initializer_list<std::string_view> names)
+{
+    return std::any_of(argv + 1, argv + argc, [&](const char *argument) {
+        return std::find(names.begin(), names.end(), argument) != names.end();
+    });
+}
+
+/// Whether there is a display, or a platform was asked for by name.
+bool hasDisplay(int argc, char **argv)
+{
+    return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
+           qEnvironmentVariableIsSet("QT_QPA_PLATFORM") || hasArgument(argc, argv, {"-platform"});
+}
+
+/// Without a display the widgets' application object would abort, even for a wrong option.
+std::unique_ptr<QCoreApplication> createApplication(int &argc, char **argv)
+{
+    const bool onlyPrints = hasArgument(argc, argv, {"--list", "--help", "-h", "--version", "-v"});
+    if (onlyPrints || !hasDisplay(argc, argv))
+        return std::make_unique<QCoreApplication>(argc, argv);
+    return std::make_unique<QApplication>(argc, argv);
+}
+
+QString installTranslation(QTranslator &translator, const QString &file)
+{
+    if (!translator.load(QFileInfo(file).absoluteFilePath()))
+        return file + QStringLiteral(": not a translation");
+    QCoreApplication::installTranslator(&translator);
+    return {};
+}
+
+int printList(const std::vector<LoadedPlugin> &plugins)
+{
+    for (const LoadedPlugin &plugin : plugins)
+        std::fputs(qUtf8Printable(listLine(plugin)), stdout);
+    return 0;
+}
+
+int runWindow(const std::vector<LoadedPlugin> &plugins, const Options &options)
+{
+    if (!qobject_cast<QApplication *>(QCoreApplication::instance()))
+        return complain(QStringLiteral("no display; QT_QPA_PLATFORM=offscreen runs without one"));
+    HostWindow window(plugins);
+    Script script(window, plugins, options);
+    const QString error = script.prepare();
+    if (!error.isEmpty())
+        return complain(error);
+    window.show();
+    script.start();
+    const int status = QCoreApplication::exec();
+    return script.failed() ? badInput : status;
+}
+
+int run(const Options &options)
+{
+    QTranslator translator;
+    QString error;
+    if (!options.translation.isEmpty())
+        error = installTranslation(translator, options.translation);
+    if (error.isEmpty() && !options.driver.isEmpty())
+        error = loadDriver(options.driver);
+    if (!error.isEmpty())
+        return complain(error);
+
+    const QStringList folders =
+        options.pluginFolders.isEmpty() ? defaultPluginFolders() : options.pluginFolders;
+    const PluginScan scan = scanPlugins(folders);
+    for (const QString &refusal : scan.refusals)
+        complain(refusal);
+    if (scan.plugins.empty())
+        return complain(QStringLiteral("no plugin in ") + folders.join(QLatin1String(", ")));
+    return options.list ? printList(scan.plugins) : runWindow(scan.plugins, options);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const std::unique_ptr<QCoreApplication> application = createApplication(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("tendro-host"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(TENDRO_HOST_VERSION));
+
+    QCommandLineParser parser;
+    declareOptions(parser);
+    Options options;
+    const QString error = readOptions(parser, QCoreApplication::arguments(), options);
+    if (parser.isSet(QStringLiteral("help")))
+        parser.showHelp();
+    if (parser.isSet(QStringLiteral("version")))
+        parser.showVersion();
+    if (!error.isEmpty())
+        return complain(error);
+    return run(options);
+}

@@ -1,0 +1,137 @@
+#include "host/options.h"
+
+#include <QCommandLineParser>
+#include <QFileInfo>
+
+namespace {
+
+constexpr double longestSeconds = 86400;
+constexpr int defaultTabMs = 1000;
+
+const char secondsAllowed[] = "expected seconds from 0 to 86400";
+
+QCommandLineOption option(const char *name, const char *description, const char *value = nullptr)
+{
+    return {QLatin1String(name), QLatin1String(description), value ? QLatin1String(value) : QString()};
+}
+
+QString wrongValue(const char *name, const QString &value, const QString &allowed)
+{
+    return QStringLiteral("--%1 %2: %3").arg(QLatin1String(name), value, allowed);
+}
+
+std::optional<int> parseSeconds(const QString &text)
+{
+    bool isNumber = false;
+    const double seconds = text.toDouble(&isNumber);
+    if (!isNumber || !(seconds >= 0 && seconds <= longestSeconds))
+        return {};
+    return qRound(seconds * 1000);
+}
+
+/// CAPTION or CAPTION=SECONDS; the last equals sign counts.
+std::optional<TabStop> parseTab(const QString &text)
+{
+    const int equals = text.lastIndexOf(QLatin1Char('='));
+    if (equals < 0)
+        return TabStop{text, defaultTabMs};
+    const std::optional<int> duration = parseSeconds(text.mid(equals + 1));
+    if (!duration)
+        return {};
+    return TabStop{text.left(equals), *duration};
+}
+
+QString readTimes(const QCommandLineParser &parser, Options &options)
+{
+    const QStringList tabs = parser.values(QStringLiteral("tab"));
+    for (const QString &text : tabs) {
+        const std::optional<TabStop> stop = parseTab(text);
+        if (!stop)
+            return wrongValue("tab", text, QLatin1String(secondsAllowed) + QStringLiteral(" after \"=\""));
+        options.tabs.push_back(*stop);
+    }
+    if (!parser.isSet(QStringLiteral("for")))
+        return {};
+    const QString duration = parser.value(QStringLiteral("for"));
+    options.closeAfterMs = parseSeconds(duration);
+    return options.closeAfterMs ? QString() : wrongValue("for", duration, QLatin1String(secondsAllowed));
+}
+
+/// The value of a file option; an empty one is as wrong as a file that is not there.
+QString readFile(const QCommandLineParser &parser, const char *name, QString &file)
+{
+    if (!parser.isSet(QLatin1String(name)))
+        return {};
+    file = parser.value(QLatin1String(name));
+    const QFileInfo info(file);
+    if (info.isFile() && info.isReadable())
+        return {};
+    return wrongValue(name, file, QStringLiteral("no such file, or it can't be read"));
+}
+
+QString readFolders(const QCommandLineParser &parser, Options &options)
+{
+    options.pluginFolders = parser.values(QStringLiteral("plugins"));
+    for (const QString &folder : qAsConst(options.pluginFolders)) {
+        const QFileInfo info(folder);
+        if (!info.isDir() || !info.isReadable())
+            return wrongValue("plugins", folder, QStringLiteral("no such folder, or it can't be read"));
+    }
+    options.snapshotFolder = parser.value(QStringLiteral("snapshot"));
+    if (parser.isSet(QStringLiteral("snapshot")) && options.snapshotFolder.isEmpty())
+        return wrongValue("snapshot", QStringLiteral("\"\""), QStringLiteral("expected a folder"));
+    return {};
+}
+
+} // namespace
+
+bool Options::needsTool() const
+{
+    return !openId.isEmpty() || !typedLines.isEmpty() || !tabs.empty() || !snapshotFolder.isEmpty() || rows;
+}
+
+void declareOptions(QCommandLineParser &parser)
+{
+    parser.setApplicationDescription(
+        QStringLiteral("A stand-in host application: loads diagnostic tools and shows them.\n"
+                       "It opens a tool, types, shows tabs, waits, prints rows, takes snapshots and\n"
+                       "closes, always in this order. What acts on a tool opens the first one when\n"
+                       "no --open is given."));
+    parser.addVersionOption();
+    parser.addOptions({
+        {{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help and exit.")},
+        option("plugins", "Scan this folder instead of the default ones (repeatable).", "DIR"),
+        option("list", "Print id, category, version and file of each tool, parted by tabs, and exit."),
+        option("open", "Open the tool with this id.", "ID"),
+        option("driver", "Load this driver library first, so that the tool finds it.", "FILE"),
+        option("type", "Type this into the tool's line edit, then Return (repeatable).", "TEXT"),
+        option("tab", "Show this tab for so long, 1 second by default (repeatable).", "CAPTION[=SECONDS]"),
+        option("for", "Close after so many seconds; without it, close after the last --tab, if any.",
+               "SECONDS"),
+        option("rows", "Print the rows of the tool's item views before it closes."),
+        option("snapshot", "Save a PNG picture of each tab here before the tool closes.", "DIR"),
+        option("translation", "Install this translation (.qm file) before any tool is loaded.", "FILE"),
+    });
+}
+
+QString readOptions(QCommandLineParser &parser, const QStringList &arguments, Options &options)
+{
+    if (!parser.parse(arguments))
+        return parser.errorText();
+    if (!parser.positionalArguments().isEmpty())
+        return QStringLiteral("Unexpected argument '%1'.").arg(parser.positionalArguments().constFirst());
+
+    options.list = parser.isSet(QStringLiteral("list"));
+    options.openId = parser.value(QStringLiteral("open"));
+    options.typedLines = parser.values(QStringLiteral("type"));
+    options.rows = parser.isSet(QStringLiteral("rows"));
+
+    QString error = readTimes(parser, options);
+    if (error.isEmpty())
+        error = readFolders(parser, options);
+    if (error.isEmpty())
+        error = readFile(parser, "driver", options.driver);
+    if (error.isEmpty())
+        error = readFile(parser, "translation", options.translation);
+    return error;
+}

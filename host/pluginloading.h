@@ -1,0 +1,46 @@
+#pragma once
+
+#include "host/category.h"
+
+#include <memory>
+#include <QStringList>
+#include <vector>
+
+class QPluginLoader;
+class TendroPluginInterface;
+
+/// Unloads the plugin, which deletes its object.
+struct UnloadPlugin
+{
+    void operator()(QPluginLoader *loader) const;
+};
+
+/// A tool that was accepted; unloaded at destruction, before which its widget must be deleted.
+struct LoadedPlugin
+{
+    std::unique_ptr<QPluginLoader, UnloadPlugin> loader;
+    /// Owned by the loader.
+    TendroPluginInterface *tool;
+    QString id;
+    Category category;
+    /// With its whole path.
+    QString file;
+};
+
+/// What a scan found.
+struct PluginScan
+{
+    /// In the order of their categories.
+    std::vector<LoadedPlugin> plugins;
+    /// A line for each library file that is no tool: the file and the reason.
+    QStringList refusals;
+};
+
+/// Where the build (../plugin) and the installation put plugins, as seen from the running program.
+QStringList defaultPluginFolders();
+
+/// Loads each library in the folders; other files are passed over, and a file is loaded once only.
+PluginScan scanPlugins(const QStringList &folders);
+
+/// "id<TAB>category<TAB>version<TAB>file" and a line end.
+QString listLine(const LoadedPlugin &plugin);

@@ -1,0 +1,106 @@
+#include "host/toolparts.h"
+
+#include <QAbstractItemView>
+#include <QAbstractSpinBox>
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QTabWidget>
+
+namespace {
+
+/// All widgets of a class in the tool, the tool itself first if it is one.
+template <typename Part>
+QList<Part *> partsOf(QWidget &tool)
+{
+    QList<Part *> parts = tool.findChildren<Part *>();
+    if (auto *self = qobject_cast<Part *>(&tool))
+        parts.prepend(self);
+    return parts;
+}
+
+bool takesText(const QLineEdit &line)
+{
+    const QWidget *owner = line.parentWidget();
+    return line.isEnabled() && !line.isReadOnly() && !qobject_cast<const QAbstractSpinBox *>(owner) &&
+           !qobject_cast<const QComboBox *>(owner);
+}
+
+void pressKey(QWidget &target, uint key, Qt::KeyboardModifiers modifiers, const QString &text)
+{
+    QKeyEvent press(QEvent::KeyPress, static_cast<int>(key), modifiers, text);
+    QCoreApplication::sendEvent(&target, &press);
+    QKeyEvent release(QEvent::KeyRelease, static_cast<int>(key), modifiers, text);
+    QCoreApplication::sendEvent(&target, &release);
+}
+
+/// A view in the tool's own window: the list of a combo box has a window of its own.
+bool showsRows(const QAbstractItemView &view, const QWidget &tool)
+{
+    return view.model() && view.window() == tool.window() && !qobject_cast<const QHeaderView *>(&view);
+}
+
+QString rowText(const QAbstractItemModel &model, int row, const QModelIndex &parent)
+{
+    QStringList cells;
+    for (int column = 0; column < model.columnCount(parent); ++column)
+        cells += model.index(row, column, parent).data().toString();
+    QString text = cells.join(QLatin1Char('\t'));
+    return text.replace(QLatin1Char('\n'), QLatin1Char(' ')).replace(QLatin1Char('\r'), QLatin1Char(' '));
+}
+
+} // namespace
+
+QTabWidget *tabsOf(QWidget &tool)
+{
+    return partsOf<QTabWidget>(tool).value(0);
+}
+
+QStringList tabCaptions(const QTabWidget &tabs)
+{
+    QStringList captions;
+    for (int i = 0; i < tabs.count(); ++i) {
+        QString caption = tabs.tabText(i);
+        caption.replace(QLatin1String("&&"), QLatin1String("\n")).remove(QLatin1Char('&'));
+        captions += caption.replace(QLatin1Char('\n'), QLatin1Char('&'));
+    }
+    return captions;
+}
+
+QLineEdit *lineEditOf(QWidget &tool)
+{
+    const QList<QLineEdit *> lines = partsOf<QLineEdit>(tool);
+    for (QLineEdit *line : lines) {
+        if (takesText(*line))
+            return line;
+    }
+    return nullptr;
+}
+
+void typeLine(QLineEdit &line, const QString &text)
+{
+    line.setFocus();
+    const QVector<uint> characters = text.toUcs4();
+    for (const uint character : characters) {
+        const bool shifted = QChar::isUpper(character);
+        pressKey(line, QChar::toUpper(character), shifted ? Qt::ShiftModifier : Qt::NoModifier,
+                 QString::fromUcs4(&character, 1));
+    }
+    pressKey(line, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"));
+}
+
+QStringList itemRows(QWidget &tool)
+{
+    QStringList rows;
+    const QList<QAbstractItemView *> views = partsOf<QAbstractItemView>(tool);
+    for (const QAbstractItemView *view : views) {
+        if (!showsRows(*view, tool))
+            continue;
+        const QAbstractItemModel &model = *view->model();
+        for (int row = 0; row < model.rowCount(view->rootIndex()); ++row)
+            rows += rowText(model, row, view->rootIndex());
+    }
+    return rows;
+}

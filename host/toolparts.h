@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+class QLineEdit;
+class QTabWidget;
+class QWidget;
+
+// What the host can find in the widget of any tool, without knowing the tool.
+
+/// \return the first tab widget, or null
+QTabWidget *tabsOf(QWidget &tool);
+
+/// Captions of the tabs, without the marks of keyboard access.
+QStringList tabCaptions(const QTabWidget &tabs);
+
+/// \return the first line edit that takes text and is no part of a spin box or combo box, or null
+QLineEdit *lineEditOf(QWidget &tool);
+
+/// Types the text and then Return into the line edit, key by key, as a user would.
+void typeLine(QLineEdit &line, const QString &text);
+
+/// A line for each top-level row of each item view, columns parted by tabs, without line ends;
+/// the lists of combo boxes are left out.
+QStringList itemRows(QWidget &tool);
