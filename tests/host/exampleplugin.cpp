@@ -1,0 +1,152 @@
+// A tool that writes what happens to it, a line each, into the file that EXAMPLE_RECORD names.
+
+#include "plugin/tendroplugininterface.h"
+
+#include <dlfcn.h>
+#include <QAction>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QFile>
+#include <QLineEdit>
+#include <QSpinBox>
+#include <QStandardItemModel>
+#include <QTabWidget>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+namespace {
+
+void record(const QString &event)
+{
+    QFile file(qEnvironmentVariable("EXAMPLE_RECORD"));
+    if (file.open(QIODevice::Append))
+        file.write(event.toUtf8() + '\n');
+}
+
+/// Whether the dynamic loader knows the driver by its name alone.
+void recordDriver()
+{
+    void *driver = dlopen("libexample_driver.so.1", RTLD_NOW);
+    record(driver ? QStringLiteral("driver found") : QStringLiteral("driver missing"));
+    if (driver)
+        dlclose(driver);
+}
+
+class ExampleWidget : public QWidget
+{
+    Q_OBJECT
+
+public:
+    ExampleWidget();
+    ~ExampleWidget() override { record(QStringLiteral("widget destroyed")); }
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    QWidget *createFirstTab();
+
+    QLineEdit *line_;
+};
+
+ExampleWidget::ExampleWidget()
+    : line_(new QLineEdit)
+{
+    auto *tabs = new QTabWidget;
+    tabs->addTab(createFirstTab(), QStringLiteral("First Tab"));
+    tabs->addTab(new QWidget, QStringLiteral("&Second"));
+    connect(tabs, &QTabWidget::currentChanged, this,
+            [](int index) { record(QStringLiteral("tab %1").arg(index)); });
+    connect(line_, &QLineEdit::returnPressed, this, [this] {
+        record(QStringLiteral("typed ") + line_->text());
+        recordDriver();
+        line_->clear();
+    });
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(tabs);
+    layout->addWidget(line_);
+    setMinimumWidth(950);
+}
+
+QWidget *ExampleWidget::createFirstTab()
+{
+    auto *page = new QWidget;
+    auto *layout = new QVBoxLayout(page);
+    layout->addWidget(new QSpinBox);
+    auto *box = new QComboBox;
+    box->setEditable(true);
+    box->addItem(QStringLiteral("choice"));
+    layout->addWidget(box);
+    auto *view = new QTreeView;
+    auto *model = new QStandardItemModel(0, 2, view);
+    model->appendRow({new QStandardItem(QStringLiteral("one")), new QStandardItem(QStringLiteral("1"))});
+    model->appendRow(
+        {new QStandardItem(QStringLiteral("two\nlines")), new QStandardItem(QStringLiteral("2"))});
+    view->setModel(model);
+    layout->addWidget(view);
+    return page;
+}
+
+void ExampleWidget::closeEvent(QCloseEvent *event)
+{
+    record(QStringLiteral("widget closed"));
+    recordDriver();
+    event->accept();
+}
+
+} // namespace
+
+class ExamplePlugin : public QObject, public TendroPluginInterface
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID "com.corvane.tendro.example")
+    Q_INTERFACES(TendroPluginInterface)
+
+public:
+    ~ExamplePlugin() override { record(QStringLiteral("plugin destroyed")); }
+
+    QString id() const override { return QStringLiteral(EXAMPLE_ID); }
+    QString description() const override { return QStringLiteral("An <example>."); }
+    QString copyright() const override { return QStringLiteral("Copyright (c) 2010 Example"); }
+    QString version() const override;
+    QString category() const override { return QStringLiteral(EXAMPLE_CATEGORY); }
+    void closeWidget() override;
+    QAction *action() override;
+    QWidget *widget() override;
+
+private:
+    QAction *action_ = nullptr;
+    QWidget *widget_ = nullptr;
+};
+
+QString ExamplePlugin::version() const
+{
+    return QCoreApplication::translate("Example", "Version 1.0");
+}
+
+void ExamplePlugin::closeWidget()
+{
+    record(QStringLiteral("closeWidget"));
+    if (widget_)
+        widget_->close();
+}
+
+QAction *ExamplePlugin::action()
+{
+    if (!action_) {
+        action_ = new QAction(QStringLiteral(EXAMPLE_ID " caption"), this);
+        action_->setToolTip(description());
+    }
+    return action_;
+}
+
+QWidget *ExamplePlugin::widget()
+{
+    record(QStringLiteral("widget()"));
+    if (EXAMPLE_HAS_WINDOW && !widget_)
+        widget_ = new ExampleWidget;
+    return widget_;
+}
+
+#include "exampleplugin.moc"

@@ -1,0 +1,143 @@
+#include "host/options.h"
+#include "tests/support/testmain.h"
+
+#include <QCommandLineParser>
+
+namespace {
+
+QString read(const QStringList &arguments, Options &options)
+{
+    QCommandLineParser parser;
+    declareOptions(parser);
+    return readOptions(parser, QStringList{QStringLiteral("tendro-host")} + arguments, options);
+}
+
+QStringList words(const char *text)
+{
+    return QString::fromLatin1(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+} // namespace
+
+class OptionsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void readsNothing();
+    void readsEverything();
+    void readsTabs_data();
+    void readsTabs();
+    void refuses_data();
+    void refuses();
+    void refusesEmptyPaths_data();
+    void refusesEmptyPaths();
+};
+
+void OptionsTest::readsNothing()
+{
+    Options options;
+    QCOMPARE(read({}, options), QString());
+    QVERIFY(!options.list);
+    QVERIFY(!options.needsTool());
+    QVERIFY(!options.closeAfterMs);
+    QVERIFY(options.pluginFolders.isEmpty());
+}
+
+void OptionsTest::readsEverything()
+{
+    Options options;
+    QCOMPARE(read(words("--list --rows --open A --type :x --type :y --for 1.5 --plugins / --plugins /usr "
+                        "--snapshot out"),
+                  options),
+             QString());
+    QVERIFY(options.list);
+    QVERIFY(options.rows);
+    QCOMPARE(options.openId, QStringLiteral("A"));
+    QCOMPARE(options.typedLines, QStringList({QStringLiteral(":x"), QStringLiteral(":y")}));
+    QCOMPARE(options.closeAfterMs.value_or(-1), 1500);
+    QCOMPARE(options.pluginFolders, QStringList({QStringLiteral("/"), QStringLiteral("/usr")}));
+    QCOMPARE(options.snapshotFolder, QStringLiteral("out"));
+    QVERIFY(options.needsTool());
+}
+
+void OptionsTest::readsTabs_data()
+{
+    QTest::addColumn<QString>("value");
+    QTest::addColumn<QString>("caption");
+    QTest::addColumn<int>("durationMs");
+
+    QTest::newRow("caption alone") << "Bar Graph"
+                                   << "Bar Graph" << 1000;
+    QTest::newRow("with seconds") << "Monitor=2.5"
+                                  << "Monitor" << 2500;
+    QTest::newRow("no time at all") << "Monitor=0"
+                                    << "Monitor" << 0;
+    QTest::newRow("last equals sign") << "a=b=3"
+                                      << "a=b" << 3000;
+    QTest::newRow("a day") << "Monitor=86400"
+                           << "Monitor" << 86400000;
+}
+
+void OptionsTest::readsTabs()
+{
+    QFETCH(QString, value);
+    Options options;
+    QCOMPARE(read({QStringLiteral("--tab"), value}, options), QString());
+    QCOMPARE(options.tabs.size(), std::size_t(1));
+    QTEST(options.tabs[0].caption, "caption");
+    QTEST(options.tabs[0].durationMs, "durationMs");
+}
+
+void OptionsTest::refuses_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("error");
+
+    const QString seconds = QStringLiteral("expected seconds from 0 to 86400");
+    QTest::newRow("unknown option") << words("--bogus") << "Unknown option 'bogus'.";
+    QTest::newRow("argument") << words("file") << "Unexpected argument 'file'.";
+    QTest::newRow("missing value") << words("--for") << "Missing value after '--for'.";
+    QTest::newRow("value of a switch") << words("--rows=1") << "Unexpected value after '--rows'.";
+    QTest::newRow("text for seconds") << words("--for soon") << "--for soon: " + seconds;
+    QTest::newRow("negative seconds") << words("--for=-1") << "--for -1: " + seconds;
+    QTest::newRow("endless seconds") << words("--for inf") << "--for inf: " + seconds;
+    QTest::newRow("no number of seconds") << words("--for nan") << "--for nan: " + seconds;
+    QTest::newRow("more than a day") << words("--for 86400.1") << "--for 86400.1: " + seconds;
+    QTest::newRow("empty tab seconds") << words("--tab A=") << "--tab A=: " + seconds + " after \"=\"";
+    QTest::newRow("no such folder") << words("--plugins /nowhere")
+                                    << "--plugins /nowhere: no such folder, or it can't be read";
+    QTest::newRow("second folder") << words("--plugins / --plugins /nowhere")
+                                   << "--plugins /nowhere: no such folder, or it can't be read";
+    QTest::newRow("no such driver") << words("--driver /nowhere")
+                                    << "--driver /nowhere: no such file, or it can't be read";
+    QTest::newRow("driver is a folder")
+        << words("--driver /") << "--driver /: no such file, or it can't be read";
+    QTest::newRow("no such translation")
+        << words("--translation /nowhere") << "--translation /nowhere: no such file, or it can't be read";
+}
+
+void OptionsTest::refuses()
+{
+    QFETCH(QStringList, arguments);
+    Options options;
+    QTEST(read(arguments, options), "error");
+}
+
+void OptionsTest::refusesEmptyPaths_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const char *name : {"--plugins", "--driver", "--translation", "--snapshot"})
+        QTest::newRow(name) << name;
+}
+
+void OptionsTest::refusesEmptyPaths()
+{
+    QFETCH(QString, name);
+    Options options;
+    const QString error = read({name, QString()}, options);
+    QVERIFY2(error.startsWith(name), qPrintable(error));
+}
+
+PADSCOPE_TEST_MAIN(OptionsTest)
+#include "tst_options.moc"

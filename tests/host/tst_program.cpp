@@ -1,0 +1,294 @@
+#include "tests/host/examplefolder.h"
+#include "tests/support/testmain.h"
+
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QRegularExpression>
+
+namespace {
+
+/// How a run of the host ended and what it printed.
+struct Run
+{
+    int status = -1;
+    QString output;
+    QStringList errors;
+};
+
+/// Lines on standard error that the host wrote, not the platform's plugins.
+QStringList hostLines(const QByteArray &text)
+{
+    QStringList lines = QString::fromUtf8(text).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    return lines.filter(QRegularExpression(QStringLiteral("^tendro-host: ")));
+}
+
+Run run(const QStringList &arguments, const QProcessEnvironment &environment)
+{
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.start(QStringLiteral(TENDRO_HOST), arguments);
+    if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit) {
+        qWarning() << process.errorString() << process.readAllStandardError();
+        return {};
+    }
+    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+            hostLines(process.readAllStandardError())};
+}
+
+Run run(const QStringList &arguments)
+{
+    return run(arguments, QProcessEnvironment::systemEnvironment());
+}
+
+// What lrelease makes of one message: context "Example", "Version 1.0" is "Fassung 1.0".
+const char germanTranslation[] =
+    "3cb86418caef9c95cd211cbf60a1bddda70000000264654200000008001cfbb000000000690000003d030000"
+    "001600460061007300730075006e006700200031002e00300800000000060000000b56657273696f6e20312e"
+    "3007000000074578616d706c650188000000020101";
+
+} // namespace
+
+class ProgramTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void lists();
+    void listsAfterRefusal();
+    void listsWithoutDisplay();
+    void needsAPlugin();
+    void refusesBadInput_data();
+    void refusesBadInput();
+    void refusesWithoutDisplay();
+    void showsHelpAndVersion();
+    void runsTheScriptInOrder();
+    void opensTheFirstToolByDefault();
+    void waitsForTheRestOfTheTime();
+    void closesOnlyAfterTheTime();
+    void takesSnapshots();
+    void findsDriver();
+    void translates();
+
+private:
+    QStringList withFolder(const QStringList &arguments) const;
+
+    std::unique_ptr<ExampleFolder> folder_;
+};
+
+void ProgramTest::init()
+{
+    folder_ = std::make_unique<ExampleFolder>();
+    QVERIFY(folder_->addLibrary(QStringLiteral("example_tenth")));
+    QVERIFY(folder_->addLibrary(QStringLiteral("example_second")));
+}
+
+void ProgramTest::cleanup()
+{
+    folder_.reset();
+}
+
+QStringList ProgramTest::withFolder(const QStringList &arguments) const
+{
+    return QStringList{QStringLiteral("--plugins"), folder_->path()} + arguments;
+}
+
+void ProgramTest::lists()
+{
+    const Run host = run(withFolder({QStringLiteral("--list")}));
+    QCOMPARE(host.errors, QStringList());
+    QCOMPARE(host.output, QStringLiteral("Second\t2/basic/second\tVersion 1.0\t%1/example_second.so\n"
+                                         "Tenth\t10/advanced/tenth\tVersion 1.0\t%1/example_tenth.so\n")
+                              .arg(folder_->path()));
+    QCOMPARE(host.status, 0);
+}
+
+void ProgramTest::listsAfterRefusal()
+{
+    QVERIFY(folder_->addFile(QStringLiteral("a.so"), "a text\n"));
+    QVERIFY(folder_->addLibrary(QStringLiteral("foreign_plugin")));
+    const Run host = run(withFolder({QStringLiteral("--list")}));
+    QCOMPARE(host.errors,
+             QStringList({QStringLiteral("tendro-host: %1/a.so: not a library").arg(folder_->path()),
+                          QStringLiteral("tendro-host: %1/foreign_plugin.so: wrong interface, not "
+                                         "com.corvane.tendro.plugin/1.1")
+                              .arg(folder_->path())}));
+    QCOMPARE(host.output.count(QLatin1Char('\n')), 2);
+    QCOMPARE(host.status, 0);
+}
+
+void ProgramTest::listsWithoutDisplay()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char *name : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
+        environment.remove(QLatin1String(name));
+    const Run host = run(withFolder({QStringLiteral("--list")}), environment);
+    QCOMPARE(host.output.count(QLatin1Char('\n')), 2);
+    QCOMPARE(host.status, 0);
+}
+
+void ProgramTest::needsAPlugin()
+{
+    const QTemporaryDir empty;
+    const QTemporaryDir alsoEmpty;
+    const Run host =
+        run({QStringLiteral("--plugins"), empty.path(), QStringLiteral("--plugins"), alsoEmpty.path()});
+    QCOMPARE(
+        host.errors,
+        QStringList(QStringLiteral("tendro-host: no plugin in %1, %2").arg(empty.path(), alsoEmpty.path())));
+    QCOMPARE(host.status, 2);
+}
+
+void ProgramTest::refusesBadInput_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("error");
+
+    const auto row = [](const char *name, std::initializer_list<const char *> arguments, const char *error) {
+        QStringList list;
+        for (const char *argument : arguments)
+            list += QString::fromLatin1(argument);
+        QTest::newRow(name) << list << QString::fromLatin1(error);
+    };
+    row("unknown option", {"--bogus"}, "Unknown option 'bogus'.");
+    row("two lines in an argument", {"one\ntwo"}, "Unexpected argument 'one two'.");
+    row("unknown tool", {"--open", "Third"}, "--open Third: no such tool; there is \"Second\", \"Tenth\"");
+    row("unknown tab", {"--tab", "Third"}, "--tab Third: no such tab; there is \"First Tab\", \"Second\"");
+    row("bad time", {"--for", "x"}, "--for x: expected seconds from 0 to 86400");
+    row("driver that is no library", {"--driver", "/proc/self/status"},
+        "/proc/self/status: invalid ELF header");
+    row("translation that is none", {"--translation", "/proc/self/status"},
+        "/proc/self/status: not a translation");
+    row("snapshot into a file", {"--for", "0", "--snapshot", "/proc/self/status"},
+        "/proc/self/status: no folder that snapshots can be written to");
+}
+
+void ProgramTest::refusesBadInput()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, error);
+    const Run host = run(withFolder(arguments));
+    QCOMPARE(host.errors, QStringList(QStringLiteral("tendro-host: ") + error));
+    QCOMPARE(host.output, QString());
+    QCOMPARE(host.status, 2);
+}
+
+void ProgramTest::refusesWithoutDisplay()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char *name : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
+        environment.remove(QLatin1String(name));
+    const Run host = run(withFolder({}), environment);
+    QCOMPARE(host.errors, QStringList(QStringLiteral(
+                              "tendro-host: no display; QT_QPA_PLATFORM=offscreen runs without one")));
+    QCOMPARE(host.status, 2);
+    QCOMPARE(run({QStringLiteral("--bogus")}, environment).errors,
+             QStringList(QStringLiteral("tendro-host: Unknown option 'bogus'.")));
+}
+
+void ProgramTest::showsHelpAndVersion()
+{
+    const Run help = run({QStringLiteral("--help")});
+    QCOMPARE(help.status, 0);
+    for (const char *name : {"--plugins", "--list", "--open", "--driver", "--type", "--tab", "--for",
+                             "--rows", "--snapshot", "--translation", "--help", "--version"})
+        QVERIFY2(help.output.contains(QLatin1String(name)), name);
+    const Run version = run({QStringLiteral("--version")});
+    QCOMPARE(version.output, QStringLiteral("tendro-host 1.0\n"));
+    QCOMPARE(version.status, 0);
+}
+
+void ProgramTest::runsTheScriptInOrder()
+{
+    const Run host =
+        run(withFolder({QStringLiteral("--rows"), QStringLiteral("--tab"), QStringLiteral("Second=0.1"),
+                        QStringLiteral("--tab"), QStringLiteral("First Tab=0"), QStringLiteral("--type"),
+                        QStringLiteral(":Go 1"), QStringLiteral("--type"), QStringLiteral("x"),
+                        QStringLiteral("--open"), QStringLiteral("Tenth")}));
+    QCOMPARE(host.errors, QStringList());
+    QCOMPARE(host.output, QStringLiteral("one\t1\ntwo lines\t2\n"));
+    QCOMPARE(host.status, 0);
+    QCOMPARE(folder_->events(),
+             QStringList({QStringLiteral("widget()"), QStringLiteral("typed :Go 1"),
+                          QStringLiteral("driver missing"), QStringLiteral("typed x"),
+                          QStringLiteral("driver missing"), QStringLiteral("tab 1"), QStringLiteral("tab 0"),
+                          QStringLiteral("closeWidget"), QStringLiteral("widget closed"),
+                          QStringLiteral("driver missing"), QStringLiteral("widget destroyed"),
+                          QStringLiteral("plugin destroyed"), QStringLiteral("plugin destroyed")}));
+}
+
+void ProgramTest::opensTheFirstToolByDefault()
+{
+    QVERIFY(folder_->addLibrary(QStringLiteral("example_windowless")));
+    QVERIFY(QFile::remove(folder_->filePath(QStringLiteral("example_second.so"))));
+    const Run host =
+        run(withFolder({QStringLiteral("--rows"), QStringLiteral("--for"), QStringLiteral("0")}));
+    QCOMPARE(host.errors, QStringList({QStringLiteral("tendro-host: %1: its widget() gives no window")
+                                           .arg(folder_->filePath(QStringLiteral("example_windowless.so"))),
+                                       QStringLiteral("tendro-host: Windowless can't be opened")}));
+    QCOMPARE(host.status, 2);
+}
+
+void ProgramTest::waitsForTheRestOfTheTime()
+{
+    QElapsedTimer clock;
+    clock.start();
+    const Run host = run(withFolder({QStringLiteral("--tab"), QStringLiteral("Second=0.3"),
+                                     QStringLiteral("--for"), QStringLiteral("0.8")}));
+    QCOMPARE(host.status, 0);
+    // the time is the subject: at least 0.8 s from the start of the script
+    QVERIFY2(clock.elapsed() >= 800, qPrintable(QString::number(clock.elapsed())));
+}
+
+void ProgramTest::closesOnlyAfterTheTime()
+{
+    const Run host = run(withFolder({QStringLiteral("--for"), QStringLiteral("0")}));
+    QCOMPARE(host.status, 0);
+    // no tool was asked for
+    QCOMPARE(folder_->events(),
+             QStringList({QStringLiteral("plugin destroyed"), QStringLiteral("plugin destroyed")}));
+}
+
+void ProgramTest::takesSnapshots()
+{
+    const QString pictures = folder_->filePath(QStringLiteral("pictures"));
+    const Run host =
+        run(withFolder({QStringLiteral("--open"), QStringLiteral("Second"), QStringLiteral("--for"),
+                        QStringLiteral("0.1"), QStringLiteral("--snapshot"), pictures}));
+    QCOMPARE(host.errors, QStringList());
+    QCOMPARE(host.status, 0);
+    QCOMPARE(QDir(pictures).entryList(QDir::Files),
+             QStringList({QStringLiteral("first-tab.png"), QStringLiteral("second.png")}));
+    const QImage first(pictures + QStringLiteral("/first-tab.png"));
+    const QImage second(pictures + QStringLiteral("/second.png"));
+    QVERIFY(first.width() >= 950);
+    QCOMPARE(first.size(), second.size());
+    QVERIFY(first != second);
+}
+
+void ProgramTest::findsDriver()
+{
+    const Run host = run(withFolder(
+        {QStringLiteral("--driver"), QStringLiteral(EXAMPLE_LIBRARIES "/libexample_driver.so"),
+         QStringLiteral("--type"), QStringLiteral("x"), QStringLiteral("--for"), QStringLiteral("0")}));
+    QCOMPARE(host.errors, QStringList());
+    QCOMPARE(host.status, 0);
+    QCOMPARE(
+        folder_->events().mid(0, 5),
+        QStringList({QStringLiteral("widget()"), QStringLiteral("typed x"), QStringLiteral("driver found"),
+                     QStringLiteral("closeWidget"), QStringLiteral("widget closed")}));
+    QCOMPARE(folder_->events().value(5), QStringLiteral("driver found"));
+}
+
+void ProgramTest::translates()
+{
+    QVERIFY(folder_->addFile(QStringLiteral("german.qm"), QByteArray::fromHex(germanTranslation)));
+    const Run host = run(withFolder({QStringLiteral("--list"), QStringLiteral("--translation"),
+                                     folder_->filePath(QStringLiteral("german.qm"))}));
+    QCOMPARE(host.errors, QStringList());
+    QCOMPARE(host.output.count(QStringLiteral("\tFassung 1.0\t")), 2);
+}
+
+PADSCOPE_TEST_MAIN(ProgramTest)
+#include "tst_program.moc"
