@@ -1,0 +1,65 @@
+#pragma once
+
+#include "simulator/sensor.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// What the commands that a board understands have switched. The commands stand in README.md.
+struct Switches
+{
+    bool streaming = true;
+    bool voltages = false;
+    bool statusText = false; ///< text reports of type 119
+};
+
+/// The part of a board that understands commands.
+///
+/// No command is the beginning of another, so each is known as soon as its last character has come: with or
+/// without a carriage return, in pieces or several at once.
+class Firmware
+{
+public:
+    explicit Firmware(Sensor &sensor_)
+        : sensor(sensor_)
+    {
+    }
+
+    /// Takes the bytes of one send and carries out the commands that they complete.
+    /// \return the board's answers, one for each command, ready to be sent as text
+    std::vector<std::string> take(std::string_view bytes);
+
+    const Switches &switches() const { return state; }
+
+private:
+    struct Command
+    {
+        const char *name;
+        std::string (Firmware::*action)();
+    };
+    static const Command commands[];
+
+    void takeCharacter(char character, std::vector<std::string> &answers);
+    std::string answer(const Command &command);
+    std::string refusal();
+    bool mayBecomeCommand() const;
+
+    std::string stop();
+    std::string start();
+    std::string lock();
+    std::string unlock();
+    std::string stepDown();
+    std::string stepUp();
+    std::string frequencyText() const;
+    std::string toggleVoltages();
+    std::string toggleStatusText();
+    std::string resetExtremes();
+    std::string reset();
+    std::string help();
+    std::string farewell();
+
+    Sensor &sensor;
+    Switches state;
+    std::string pending; ///< characters of a command that is not complete
+};

@@ -1,0 +1,89 @@
+#include "simulator/listeners.h"
+
+#include <algorithm>
+
+namespace {
+
+/// How many callbacks the thread is in. Has no destructor, which would keep the library from being unloaded.
+thread_local int depth = 0;
+
+} // namespace
+
+bool Listeners::insideCallback()
+{
+    return depth > 0;
+}
+
+void Listeners::add(Function function, void *context)
+{
+    if (!function)
+        return;
+    const std::lock_guard lock(mutex);
+    const bool known = std::any_of(entries.begin(), entries.end(), [&](const auto &entry) {
+        return entry->function == function && entry->context == context;
+    });
+    if (!known)
+        entries.push_back(std::make_shared<Entry>(Entry{function, context}));
+}
+
+void Listeners::remove(Function function, void *context)
+{
+    std::unique_lock lock(mutex);
+    const auto match = std::find_if(entries.begin(), entries.end(), [&](const auto &entry) {
+        return entry->function == function && entry->context == context;
+    });
+    if (match == entries.end())
+        return;
+    const Entries leaving{*match};
+    entries.erase(match);
+    takeOut(lock, leaving);
+}
+
+void Listeners::removeAll()
+{
+    std::unique_lock lock(mutex);
+    Entries leaving;
+    leaving.swap(entries);
+    takeOut(lock, leaving);
+}
+
+void Listeners::takeOut(std::unique_lock<std::mutex> &lock, const Entries &leaving)
+{
+    for (const auto &entry : leaving)
+        entry->present = false;
+    if (insideCallback())
+        return;
+    returned.wait(lock, [&leaving] {
+        return std::none_of(leaving.begin(), leaving.end(), [](const auto &entry) { return entry->running; });
+    });
+}
+
+bool Listeners::empty() const
+{
+    const std::lock_guard lock(mutex);
+    return entries.empty();
+}
+
+Listeners::Entries Listeners::snapshot() const
+{
+    const std::lock_guard lock(mutex);
+    return entries;
+}
+
+bool Listeners::enter(Entry &entry)
+{
+    const std::lock_guard lock(mutex);
+    if (!entry.present)
+        return false;
+    ++entry.running;
+    ++depth;
+    return true;
+}
+
+void Listeners::leave(Entry &entry)
+{
+    const std::lock_guard lock(mutex);
+    --depth;
+    if (--entry.running == 0 && !entry.present)
+        returned.notify_all();
+}
