@@ -1,0 +1,122 @@
+#include "tests/simulator/simulatedlibrary.h"
+
+#include <QProcess>
+#include <QtTest>
+
+/// What the loader finds in the library.
+class tst_exports : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void exactlyTheEntryPointsAndTheControl();
+    void soname();
+    void isGoneAfterTheLastClose();
+    void isGoneAfterAnAttachWithoutDetach();
+};
+
+namespace {
+
+QStringList outputOf(const QString &program, const QStringList &arguments)
+{
+    QProcess process;
+    process.start(program, arguments);
+    process.waitForFinished();
+    return QString::fromLatin1(process.readAllStandardOutput()).split('\n', Qt::SkipEmptyParts);
+}
+
+} // namespace
+
+void tst_exports::exactlyTheEntryPointsAndTheControl()
+{
+    QStringList expected{"orvexAttach",
+                         "orvexDetach",
+                         "orvexInterface",
+                         "orvexSetCallback",
+                         "orvexClearCallback",
+                         "orvexSendCommand",
+                         "orvexWritePacket",
+                         "orvexSetXferMask",
+                         "orvexGetDeviceCount",
+                         "orvexEnumDeviceInfo",
+                         "orvexSetPnpCallback",
+                         "orvexSetPointingDeviceDestination",
+                         "orvexSetPointingDeviceDestinationEx",
+                         "orvexGetPointingDeviceDestination",
+                         "orvexOpenSynchronousChannel",
+                         "orvexCloseSynchronousChannel",
+                         "orvexReadSynchronousPacket",
+                         "orvexSetCalibrationMode",
+                         "orvexSetCalibrationData",
+                         "orvexSetCalibrationDataEx",
+                         "orvexGetCalibrationPoints",
+                         "orvexSetWirelessCalibrationData",
+                         "orvexLibraryVersionNumber",
+                         "orvexLock",
+                         "orvexUnlock",
+                         "orvexSerialConnect",
+                         "orvexSerialDisconnect",
+                         "orvexSerialGetConnected",
+                         "orvexSerialSetStartupMode",
+                         "orvexSerialGetStartupMode",
+                         "orvexSetDoubleClickDistance",
+                         "orvexSetDriverDebugMode",
+                         "orvexEcho",
+                         "orvexInject",
+                         "orvexSendTouchPacketToSystem",
+                         "orvexSetTouchDestination",
+                         "orvexSetTouchDestinationEx",
+                         "orvexGetTouchDestination",
+                         "orvexSetTouchEnabled",
+                         "orvexGetTouchEnabled",
+                         "orvexSetTouchSystemRedirectionEnabled",
+                         "orvexGetTouchSystemRedirectionEnabled",
+                         "orvexSetLATEDetection",
+                         "orvexGetLATEDetection",
+                         "orvexIsSomethingOnBoard",
+                         "orvexSetTwoFingerScroll",
+                         "orvexReverseButtons",
+                         "orvexsim_plug",
+                         "orvexsim_unplug",
+                         "orvexsim_set_rate",
+                         "orvexsim_send"};
+    expected.sort();
+
+    QStringList exported;
+    for (const QString &line : outputOf("nm", {"-D", "--defined-only", "--format=posix", SIMULATOR_FILE}))
+        exported.append(line.section(' ', 0, 0));
+    exported.sort();
+    QCOMPARE(exported, expected);
+}
+
+void tst_exports::soname()
+{
+    const QStringList lines = outputOf("readelf", {"-d", SIMULATOR_FILE}).filter("(SONAME)");
+    QCOMPARE(lines.size(), 1);
+    QVERIFY2(lines.first().endsWith("[liborvexboardex.so.1]"), qPrintable(lines.first()));
+    QVERIFY(QString(SIMULATOR_FILE).endsWith("/liborvexboardex.so.1"));
+}
+
+void tst_exports::isGoneAfterTheLastClose()
+{
+    SimulatedLibrary library;
+    library.orvexAttach();
+    library.orvexDetach();
+    QVERIFY(SimulatedLibrary::isLoaded());
+    library.unload();
+    QVERIFY(!SimulatedLibrary::isLoaded());
+}
+
+void tst_exports::isGoneAfterAnAttachWithoutDetach()
+{
+    Recorder recorder;
+    SimulatedLibrary library;
+    library.orvexAttach();
+    library.orvexSetCallback(1001, Recorder::data, &recorder);
+    QTRY_VERIFY(recorder.count() > 0);
+    library.unload();
+    QVERIFY(!SimulatedLibrary::isLoaded());
+}
+
+QTEST_APPLESS_MAIN(tst_exports)
+#include "tst_exports.moc"
