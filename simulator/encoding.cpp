@@ -49,10 +49,12 @@ Report signal1Report(const Measurement &m)
                                   m.yCoarse.c60, m.yCoarse.c120, m.frequencyRaw});
 }
 
+constexpr std::int64_t rawGain = 4; // of the raw over the normalised outputs
+
 Report signal2Report(const Measurement &m)
 {
-    return filled(Kind::Signal2, {m.xFine.c0 * 4, m.xFine.c60 * 4, m.xFine.c120 * 4, m.integrations,
-                                  m.xFine.c0, m.xFine.c60, m.xFine.c120});
+    return filled(Kind::Signal2, {m.xFine.c0 * rawGain, m.xFine.c60 * rawGain, m.xFine.c120 * rawGain,
+                                  m.integrations, m.xFine.c0, m.xFine.c60, m.xFine.c120});
 }
 
 Report signal3Report(const Measurement &m)

@@ -6,8 +6,11 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// Each text restarts the clock of the tool's rate limit, so there must not be many.
+// Each text restarts the clock of the tool's rate limit, so there must not be many. Were they regular, all of
+// them would come equally soon after the report that was let through before, and the Monitor drops a line
+// that comes within 30 ms.
 constexpr auto textPeriod = 1s;
+constexpr int textDelayMs = 120; // at most
 constexpr auto statusPeriod = 1s;
 constexpr auto statusDelay = 500ms; // keeps the two sorts of text apart
 constexpr auto voltagePeriod = 250ms;
@@ -47,15 +50,17 @@ Report Stream::next(std::chrono::nanoseconds period)
 Report Stream::greeting()
 {
     greeted = true;
-    nextText = clock + textPeriod;
+    postponeText();
     nextUnknown = clock + unknownPeriod;
     return textReport(reports::TextReport, plainLine("board " + std::to_string(id) + " ready"));
 }
 
 Report Stream::scheduled()
 {
-    if (due(nextText, textPeriod))
+    if (clock >= nextText) {
+        postponeText();
         return textReport(reports::TextReport, signalLine(measure()));
+    }
     if (firmware.switches().statusText && due(nextStatus, statusPeriod))
         return textReport(reports::TextOrAdcReport, statusLine(measure()));
     if (firmware.switches().voltages && due(nextVoltage, voltagePeriod))
@@ -63,6 +68,11 @@ Report Stream::scheduled()
     if (due(nextUnknown, unknownPeriod))
         return unknownReport(random);
     return encode(nextKind(), measure());
+}
+
+void Stream::postponeText()
+{
+    nextText = clock + textPeriod + std::chrono::milliseconds(random.below(textDelayMs));
 }
 
 /// Whether it is time for something; if so, it is due again after the given time.
@@ -101,7 +111,7 @@ std::vector<Report> Stream::command(std::string_view bytes)
     for (const std::string &answer : firmware.take(bytes))
         answers.push_back(textReport(reports::TextReport, answer));
     if (!answers.empty())
-        nextText = clock + textPeriod;
+        postponeText();
     if (firmware.switches().voltages && !voltages)
         nextVoltage = clock;
     if (firmware.switches().statusText && !statusText)

@@ -31,6 +31,7 @@ public:
 private:
     using Time = std::chrono::nanoseconds;
 
+    void postponeText();
     bool due(Time &at, Time again);
     Report greeting();
     Report scheduled();

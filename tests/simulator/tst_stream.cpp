@@ -1,5 +1,6 @@
 #include "simulator/stream.h"
 
+#include <algorithm>
 #include <map>
 #include <QtTest>
 #include <set>
@@ -51,11 +52,15 @@ bool isRateLimited(int type)
     return type == 47 || type == 104 || type == 162 || type == 163 || type == 164;
 }
 
-/// How often each kind passes the tool's intake in so many seconds at 100 reports a second.
+constexpr Name completedLine{50, 10};
+
+/// How often each kind passes the tool's intake in so many seconds at 100 reports a second, and how often the
+/// Monitor shows a line that ends in a line feed.
 std::map<Name, int> passed(Stream &stream, int seconds, int thresholdMs)
 {
     std::map<Name, int> counts;
     int lastKeptMs = -1; // none: rate-limited kinds are dropped until the first text
+    int lastShownMs = 0;
     for (int ms = 0; ms < seconds * 1000; ms += 10) {
         const Report report = stream.next(period);
         const int type = report.at(1);
@@ -64,6 +69,10 @@ std::map<Name, int> passed(Stream &stream, int seconds, int thresholdMs)
         if (isRateLimited(type) || type == 50)
             lastKeptMs = ms;
         ++counts[nameOf(report)];
+        const bool hasLine = std::find(report.begin() + 2, report.end(), 10) != report.end();
+        if (type == 50 && hasLine && ms - lastShownMs > 30)
+            ++counts[completedLine];
+        lastShownMs = ms;
     }
     return counts;
 }
@@ -99,7 +108,8 @@ void tst_stream::textsAtMostOnceASecond()
         if (stream.next(period).at(1) == 50)
             textTimes.push_back(ms);
     }
-    QCOMPARE(textTimes.size(), std::size_t{30});
+    QVERIFY2(textTimes.size() >= 26 && textTimes.size() <= 30,
+             QByteArray::number(static_cast<int>(textTimes.size())));
     QCOMPARE(textTimes.front(), 0);
     for (std::size_t i = 1; i < textTimes.size(); ++i)
         QVERIFY(textTimes[i] - textTimes[i - 1] >= 1000);
@@ -142,8 +152,8 @@ void tst_stream::everyKindPassesTheRateLimit()
         // Often enough for some to be lost to the jitter of a busy machine.
         QVERIFY2(count >= 5, qPrintable(QString("%1/%2: %3").arg(name.first).arg(name.second).arg(count)));
     }
-    const std::set<Name> expected{{0, 0},  {47, 1}, {47, 2},  {47, 3},  {47, 4},  {47, 5},
-                                  {47, 6}, {50, 0}, {104, 0}, {162, 0}, {163, 0}, {164, 0}};
+    const std::set<Name> expected{{0, 0},  {47, 1},  {47, 2},  {47, 3},  {47, 4},  {47, 5},      {47, 6},
+                                  {50, 0}, {104, 0}, {162, 0}, {163, 0}, {164, 0}, completedLine};
     QCOMPARE(names.size(), expected.size());
     QVERIFY(names == expected);
 }
@@ -224,7 +234,10 @@ void tst_stream::answersPostponeTheNextText()
     QCOMPARE(stream.command("?").size(), std::size_t{1});
     for (int ms = 910; ms < 1900; ms += 10)
         QVERIFY(stream.next(period).at(1) != 50);
-    QCOMPARE(static_cast<int>(stream.next(period).at(1)), 50);
+    int texts = 0;
+    for (int ms = 1900; ms < 2100; ms += 10)
+        texts += stream.next(period).at(1) == 50;
+    QCOMPARE(texts, 1);
 }
 
 QTEST_APPLESS_MAIN(tst_stream)
