@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include <QVector>
 
 #include "mainwindow/datapacket.h"
@@ -16,7 +18,13 @@ public:
         displayThreshold = 50;
     }
 
-    void Display(_DataPacket *packet) override { packets.append(*packet); }
+    void Display(_DataPacket *packet) override
+    {
+        packets.append(*packet);
+        if (onDisplay)
+            onDisplay();
+    }
 
     QVector<_DataPacket> packets;
+    std::function<void()> onDisplay; ///< called for each packet, when it is recorded
 };
