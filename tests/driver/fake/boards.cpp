@@ -86,20 +86,20 @@ void plug()
     }).join();
 }
 
-void flood(unsigned char seed)
+void flood(unsigned char thread)
 {
     constexpr std::array<unsigned char, 9> types{50, 104, 47, 33, 162, 119, 163, 164, 50};
     std::array<unsigned char, 64> report{};
     report[0] = report.size();
-    for (std::size_t turn = 0; flooding; ++turn) {
+    report[2] = thread;
+    for (std::uint32_t turn = 0; flooding; ++turn) {
         report[1] = types[turn % types.size()];
-        report[2] = static_cast<unsigned char>(turn % 7);
-        report[3] = static_cast<unsigned char>(seed + turn);
+        std::memcpy(&report[4], &turn, sizeof turn);
         for (const auto &[board, callback, context] : dataCallbacks()) {
             callback(board, report.data(), report.size(), context);
             ++floodCount;
         }
-        std::this_thread::sleep_for(std::chrono::microseconds(200));
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
 }
 
@@ -108,7 +108,7 @@ void startFlood(int threads)
     flooding = true;
     floodCount = 0;
     for (int i = 0; i < threads; ++i)
-        floodThreads.emplace_back(flood, static_cast<unsigned char>(i * 50));
+        floodThreads.emplace_back(flood, static_cast<unsigned char>(i));
 }
 
 long stopFlood()

@@ -39,7 +39,8 @@ struct FakeBoards
     /// Calls every plug-and-play callback once on a new thread. Returns when that is done.
     void (*plug)();
 
-    /// Starts `threads` threads that deliver reports of all kinds for all boards, until stopFlood().
+    /// Starts `threads` threads that deliver reports of all kinds for all boards, until stopFlood(). A report
+    /// has 64 bytes: byte 2 is the number of the thread, bytes 4 to 7 count its turns in the machine's order.
     void (*startFlood)(int threads);
     /// Stops and joins them.
     /// \return the number of callbacks made
