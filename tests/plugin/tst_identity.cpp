@@ -1,0 +1,157 @@
+#include <QAction>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPluginLoader>
+#include <QTabWidget>
+
+#include "plugin/tendroplugininterface.h"
+#include "tests/support/driverlibrary.h"
+#include "tests/support/markingtranslator.h"
+#include "tests/support/testmain.h"
+
+/// What the plugin's object tells the host, and the window and the action that it gives.
+class IdentityTests : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void texts();
+    void allTextsButTheCategoryAreTranslated();
+    void actionIsCreatedOnce();
+    void actionIsTranslatedWhenCreated();
+    void widgetIsCreatedOnceAndDetached();
+    void closeWidgetBeforeWidgetDoesNothing();
+    void closeWidgetKeepsTheWindow();
+    void closeWidgetDetachesTheBoards();
+    void pluginLeavesTheWindowToTheHost();
+
+private:
+    QPluginLoader loader{QStringLiteral(PADSCOPE_PLUGIN_FILE)};
+    TendroPluginInterface *plugin = nullptr;
+};
+
+void IdentityTests::init()
+{
+    plugin = qobject_cast<TendroPluginInterface *>(loader.instance());
+    QVERIFY2(plugin, qPrintable(loader.errorString()));
+}
+
+void IdentityTests::cleanup()
+{
+    QVERIFY(loader.unload());
+}
+
+void IdentityTests::texts()
+{
+    QCOMPARE(plugin->id(), QStringLiteral("TendroPadscope"));
+    QCOMPARE(plugin->description(), QStringLiteral("Board diagnostic tool."));
+    QCOMPARE(plugin->copyright(), QStringLiteral("Copyright (c) 2010 Corvane"));
+    QCOMPARE(plugin->version(), QStringLiteral("Version 1.0"));
+    QCOMPARE(plugin->category(), QStringLiteral("9/advanced/padscope"));
+}
+
+void IdentityTests::allTextsButTheCategoryAreTranslated()
+{
+    const MarkingTranslator translator;
+    QCOMPARE(plugin->id(), QStringLiteral("{TendroPadscope: TendroPadscope}"));
+    QCOMPARE(plugin->description(), QStringLiteral("{TendroPadscope: Board diagnostic tool.}"));
+    QCOMPARE(plugin->copyright(), QStringLiteral("{TendroPadscope: Copyright (c) 2010 Corvane}"));
+    QCOMPARE(plugin->version(), QStringLiteral("{TendroPadscope: Version 1.0}"));
+    QCOMPARE(plugin->category(), QStringLiteral("9/advanced/padscope"));
+}
+
+void IdentityTests::actionIsCreatedOnce()
+{
+    QAction *action = plugin->action();
+    QVERIFY(action);
+    QCOMPARE(plugin->action(), action);
+    QCOMPARE(action->text(), QStringLiteral("Padscope"));
+    QCOMPARE(action->toolTip(), QStringLiteral("Board diagnostic tool."));
+    QCOMPARE(action->icon().availableSizes(), QList<QSize>({QSize(48, 48)}));
+    QCOMPARE(action->parent(), loader.instance());
+}
+
+void IdentityTests::actionIsTranslatedWhenCreated()
+{
+    QAction *action = nullptr;
+    {
+        const MarkingTranslator translator;
+        action = plugin->action();
+    }
+    QCOMPARE(action->text(),
+             QStringLiteral("{TendroPadscope(This is the caption of a button that start a program call "
+                            "padscope.): Padscope}"));
+    QCOMPARE(action->toolTip(), QStringLiteral("{TendroPadscope: Board diagnostic tool.}"));
+    // It keeps the texts of the time at which it was made.
+    QCOMPARE(plugin->action()->toolTip(), QStringLiteral("{TendroPadscope: Board diagnostic tool.}"));
+    QCOMPARE(plugin->description(), QStringLiteral("Board diagnostic tool."));
+}
+
+void IdentityTests::widgetIsCreatedOnceAndDetached()
+{
+    const DriverLibrary library("complete");
+    library.setBoards({1});
+    QWidget *widget = plugin->widget();
+    QCOMPARE(plugin->widget(), widget);
+    QVERIFY(widget->inherits("qorvexgraph"));
+    QVERIFY(!widget->parent());
+    QVERIFY(!widget->isVisible());
+    QVERIFY(widget->findChild<QTabWidget *>());
+    QCOMPARE(library.takeCalls(), QStringList());
+    delete widget;
+}
+
+void IdentityTests::closeWidgetBeforeWidgetDoesNothing()
+{
+    const int before = QApplication::allWidgets().size();
+    plugin->closeWidget();
+    QCOMPARE(QApplication::allWidgets().size(), before);
+}
+
+void IdentityTests::closeWidgetKeepsTheWindow()
+{
+    QWidget *widget = plugin->widget();
+    widget->show();
+    plugin->closeWidget();
+    QVERIFY(!widget->isVisible());
+    QCOMPARE(plugin->widget(), widget);
+    widget->show();
+    QVERIFY(widget->isVisible());
+    plugin->closeWidget();
+    plugin->closeWidget();
+    delete widget;
+}
+
+void IdentityTests::closeWidgetDetachesTheBoards()
+{
+    DriverLibrary library("complete");
+    library.setBoards({1});
+    QWidget *widget = plugin->widget();
+    widget->show();
+    QLineEdit *commandLine = widget->findChild<QLineEdit *>();
+    QVERIFY(commandLine);
+    QTest::keyClicks(commandLine, "A");
+    QTest::keyClick(commandLine, Qt::Key_Return);
+    QCOMPARE(library.takeCalls().last(), QStringLiteral("orvexSendCommand(1, \"A\\x0d\")"));
+
+    plugin->closeWidget();
+    QCOMPARE(library.takeCalls().last(), QStringLiteral("orvexDetach()"));
+    library.close();
+    QVERIFY(!DriverLibrary::isLoaded());
+    delete widget;
+}
+
+void IdentityTests::pluginLeavesTheWindowToTheHost()
+{
+    const QPointer<QWidget> widget = plugin->widget();
+    const QPointer<QAction> action = plugin->action();
+    delete loader.instance();
+    QVERIFY(!action);
+    QVERIFY(widget);
+    delete widget;
+}
+
+PADSCOPE_TEST_MAIN(IdentityTests)
+#include "tst_identity.moc"
