@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QLabel>
+#include <QStandardItemModel>
+#include <QStringList>
+
+#include "mainwindow/datapacket.h"
+#include "mainwindow/qorvexgraph.h"
+#include "monitor/monitor.h"
+
+/// A detached main window and its "Monitor" tab, with what a board would send it.
+class MonitorView
+{
+public:
+    MonitorView() = default;
+    /// The view keeps its previous packet for good, by design; a test does not.
+    ~MonitorView() { delete view->previousPacket; }
+    MonitorView(const MonitorView &) = delete;
+    MonitorView &operator=(const MonitorView &) = delete;
+
+    /// Shows one report, as the intake does.
+    void send(const QByteArray &bytes, QTime time = QTime(12, 0))
+    {
+        _DataPacket packet{bytes, static_cast<quint32>(bytes.size()),
+                           qChecksum(bytes.constData(), static_cast<uint>(bytes.size())), 1001, time};
+        view->Display(&packet);
+    }
+
+    /// Makes the next report new, whatever its bytes: no checksum of 16 bits has this value.
+    void forgetPrevious()
+    {
+        if (view->previousPacket)
+            view->previousPacket->checksum = 0x10000;
+    }
+
+    QStringList rows() const
+    {
+        QStringList texts;
+        for (int row = 0; row < view->model->rowCount(); ++row)
+            texts.append(view->model->index(row, 0).data(Qt::EditRole).toString());
+        return texts;
+    }
+
+    QString label() const { return view->lastRowLabel->text(); }
+
+    qorvexgraph window;
+    monitor *const view = window.monitorView;
+};

@@ -1,0 +1,260 @@
+#include <QTest>
+
+#include "tests/monitor/monitorview.h"
+#include "tests/support/testmain.h"
+
+namespace {
+
+// A PositionReport, and reports of other types with the same checksum: 0x370f.
+const char positionHex[] = "1f a4 00 0300 2f00 00e11000 e8ee4100 0c00 0500 4d00 0f27 2c01 1027 0400 5800";
+const char penIdentityAlikeHex[] = "09 a2 00 0100 f8ff 217d";
+const char unknownAlikeHex[] = "05 21 41 e0 0f";
+
+const char positionRow[] = "Q:     3  Px:    47 X:  1106176 Y:  4321000 Fine X:    12   Fine Y:     5   "
+                           "XPitchNo:    77 YPitchNo:  9999  DriveX:   300 PolX: 10000 DriveY:     4 "
+                           "PolY:    88";
+const char unknownAlikeRow[] = ".!A..   05 21 41 e0 0f ";
+
+QByteArray bytes(const char *hexadecimal)
+{
+    return QByteArray::fromHex(hexadecimal);
+}
+
+} // namespace
+
+/// Which reports are dropped because the one before them had the same checksum.
+class Duplicates : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void checksumsAreAsWritten_data();
+    void checksumsAreAsWritten();
+    void knownReportTwiceGivesOneRow_data();
+    void knownReportTwiceGivesOneRow();
+    void unknownReportTwiceGivesTwoRows();
+    void knownReportComesBackAfterAnother();
+    void otherTypeWithTheSameChecksumIsDropped();
+    void onlyTheChecksumCounts();
+    void unknownTypeIsNotCompared();
+    void knownTypeIsComparedWithAnUnknownOne();
+    void firstReportAlikeTheDummy_data();
+    void firstReportAlikeTheDummy();
+    void firstReportAlikeTheDummyButUnknown();
+    void firstTextAlikeTheDummy();
+    void repeatedTextIsNotCollected();
+    void previousPacketIsTheLastShown();
+    void droppedReportLeavesThePreviousPacket();
+    void previousPacketIsACopy();
+};
+
+void Duplicates::checksumsAreAsWritten_data()
+{
+    QTest::addColumn<QByteArray>("report");
+    QTest::addColumn<quint16>("checksum");
+    QTest::newRow("the dummy before the first report") << QByteArray("HH") << quint16{0x49ad};
+    QTest::newRow("position") << bytes(positionHex) << quint16{0x370f};
+    QTest::newRow("pen identity") << bytes(penIdentityAlikeHex) << quint16{0x370f};
+    QTest::newRow("unknown") << bytes(unknownAlikeHex) << quint16{0x370f};
+    QTest::newRow("pen identity, one byte away") << bytes("09 a2 00 0100 f8ff 207d") << quint16{0x2ed7};
+}
+
+void Duplicates::checksumsAreAsWritten()
+{
+    QFETCH(QByteArray, report);
+    QFETCH(quint16, checksum);
+    QCOMPARE(qChecksum(report.constData(), static_cast<uint>(report.size())), checksum);
+}
+
+void Duplicates::knownReportTwiceGivesOneRow_data()
+{
+    QTest::addColumn<QByteArray>("report");
+    QTest::newRow("signal") << bytes("0a 2f 04 0100 0200 0300 04");
+    QTest::newRow("signal of a sub-type without fields") << bytes("0a 2f 09 0100 0200 0300 04");
+    QTest::newRow("signal with a length byte that is wrong") << bytes("0c 2f 04 0100 0200 0300 04");
+    QTest::newRow("phase") << bytes("28 68 01 02");
+    QTest::newRow("phase with a length byte that is wrong") << bytes("29 68 01 02");
+    QTest::newRow("voltage") << bytes("34 77 0c 10 01");
+    QTest::newRow("pen identity") << bytes("09 a2 00 0100 0200 0300");
+    QTest::newRow("dual pen") << bytes("1a a3 01 00 05");
+    QTest::newRow("position") << bytes(positionHex);
+}
+
+void Duplicates::knownReportTwiceGivesOneRow()
+{
+    QFETCH(QByteArray, report);
+    MonitorView monitorView;
+    monitorView.send(report);
+    QCOMPARE(monitorView.rows().size(), 1);
+    monitorView.send(report);
+    QCOMPARE(monitorView.rows().size(), 1);
+}
+
+void Duplicates::unknownReportTwiceGivesTwoRows()
+{
+    MonitorView monitorView;
+    monitorView.send(bytes(unknownAlikeHex));
+    monitorView.send(bytes(unknownAlikeHex));
+    QCOMPARE(monitorView.rows(), (QStringList{unknownAlikeRow, unknownAlikeRow}));
+}
+
+void Duplicates::knownReportComesBackAfterAnother()
+{
+    MonitorView monitorView;
+    monitorView.send(bytes(positionHex));
+    monitorView.send(bytes("0a 2f 04 0100 0200 0300 04"));
+    monitorView.send(bytes(positionHex));
+    QCOMPARE(monitorView.rows(),
+             (QStringList{positionRow, "0:     1  60:     2  120:     3  Integs:   4", positionRow}));
+}
+
+void Duplicates::otherTypeWithTheSameChecksumIsDropped()
+{
+    MonitorView monitorView;
+    monitorView.send(bytes(positionHex));
+    monitorView.send(bytes(penIdentityAlikeHex));
+    QCOMPARE(monitorView.rows(), QStringList{positionRow});
+
+    // One bit of the last value away, it is shown.
+    monitorView.send(bytes("09 a2 00 0100 f8ff 207d"));
+    QCOMPARE(monitorView.rows(),
+             (QStringList{positionRow, "Q:             -8     Button:        32032 Pen:        Student"}));
+}
+
+// The packet's own checksum is what is compared, not one made of its bytes.
+void Duplicates::onlyTheChecksumCounts()
+{
+    MonitorView monitorView;
+    _DataPacket first{bytes("09 a2 00 0100 0200 0300"), 9, 7, 1001, QTime(12, 0)};
+    _DataPacket otherBytes{bytes("0a 2f 04 0100 0200 0300 04"), 10, 7, 1002, QTime(12, 1)};
+    _DataPacket otherChecksum{bytes("09 a2 00 0100 0200 0300"), 9, 8, 1001, QTime(12, 0)};
+    monitorView.view->Display(&first);
+    monitorView.view->Display(&otherBytes);
+    QCOMPARE(monitorView.rows().size(), 1);
+    monitorView.view->Display(&otherChecksum);
+    QCOMPARE(monitorView.rows(),
+             (QStringList{"Q:              2     Button:            3 Pen:        Student",
+                          "Q:              2     Button:            3 Pen:        Student"}));
+}
+
+void Duplicates::unknownTypeIsNotCompared()
+{
+    MonitorView monitorView;
+    monitorView.send(bytes(positionHex));
+    monitorView.send(bytes(unknownAlikeHex));
+    QCOMPARE(monitorView.rows(), (QStringList{positionRow, unknownAlikeRow}));
+}
+
+void Duplicates::knownTypeIsComparedWithAnUnknownOne()
+{
+    MonitorView monitorView;
+    monitorView.send(bytes(unknownAlikeHex));
+    monitorView.send(bytes(positionHex));
+    QCOMPARE(monitorView.rows(), QStringList{unknownAlikeRow});
+}
+
+// Each of these has the checksum of the two bytes "HH".
+void Duplicates::firstReportAlikeTheDummy_data()
+{
+    QTest::addColumn<QByteArray>("report");
+    QTest::addColumn<QByteArray>("oneBitAway");
+    QTest::newRow("signal") << bytes("0a 2f 04 21 1b") << bytes("0a 2f 04 20 1b");
+    QTest::newRow("phase") << bytes("28 68 41 65 b3") << bytes("28 68 41 64 b3");
+    QTest::newRow("pen identity") << bytes("09 a2 41 58 dd") << bytes("09 a2 41 59 dd");
+    QTest::newRow("dual pen") << bytes("09 a3 41 80 c4") << bytes("09 a3 41 81 c4");
+    QTest::newRow("position") << bytes("09 a4 41 88 89") << bytes("09 a4 41 89 89");
+}
+
+void Duplicates::firstReportAlikeTheDummy()
+{
+    QFETCH(QByteArray, report);
+    QFETCH(QByteArray, oneBitAway);
+    MonitorView monitorView;
+    QVERIFY(!monitorView.view->previousPacket);
+    monitorView.send(report);
+    QCOMPARE(monitorView.rows(), QStringList());
+    QVERIFY(monitorView.view->previousPacket);
+    QCOMPARE(monitorView.view->previousPacket->data, QByteArray("HH"));
+    QCOMPARE(monitorView.view->previousPacket->length, quint32{2});
+    QCOMPARE(monitorView.view->previousPacket->checksum, quint32{0x49ad});
+    QCOMPARE(monitorView.view->previousPacket->device, 0);
+    QVERIFY(monitorView.view->previousPacket->time.isValid());
+    monitorView.send(oneBitAway);
+    QCOMPARE(monitorView.rows().size(), 1);
+}
+
+void Duplicates::firstReportAlikeTheDummyButUnknown()
+{
+    MonitorView monitorView;
+    monitorView.send(bytes("09 21 41 fc 7b"));
+    QCOMPARE(monitorView.rows(), QStringList{".!A.{   09 21 41 fc 7b "});
+}
+
+void Duplicates::firstTextAlikeTheDummy()
+{
+    MonitorView monitorView;
+    monitorView.send(bytes("09 32 41 05 c4"));
+    monitorView.send(bytes("09 77 41 db fc"));
+    QCOMPARE(monitorView.view->pendingText, QString());
+    monitorView.send(bytes("09 32 41 05 c5"));
+    QCOMPARE(monitorView.view->pendingText, QString("A.."));
+}
+
+void Duplicates::repeatedTextIsNotCollected()
+{
+    MonitorView monitorView;
+    monitorView.send(bytes("05 32 41 42 43"));
+    QCOMPARE(monitorView.view->pendingText, QString("ABC"));
+    monitorView.send(bytes("05 32 41 42 43"));
+    QCOMPARE(monitorView.view->pendingText, QString("ABC"));
+    monitorView.send(bytes("05 32 41 42 44"));
+    QCOMPARE(monitorView.view->pendingText, QString("ABCABD"));
+}
+
+void Duplicates::previousPacketIsTheLastShown()
+{
+    MonitorView monitorView;
+    _DataPacket packet{bytes("0a 2f 04 0100 0200 0300 04"), 10, 12345, 77, QTime(1, 2, 3, 4)};
+    monitorView.view->Display(&packet);
+    const _DataPacket *previous = monitorView.view->previousPacket;
+    QCOMPARE(previous->data, bytes("0a 2f 04 0100 0200 0300 04"));
+    QCOMPARE(previous->length, quint32{10});
+    QCOMPARE(previous->checksum, quint32{12345});
+    QCOMPARE(previous->device, 77);
+    QCOMPARE(previous->time, QTime(1, 2, 3, 4));
+
+    // Raw reports, of an unknown type or with a wrong length byte, take its place as well.
+    monitorView.send(bytes(unknownAlikeHex), QTime(5, 0));
+    QCOMPARE(previous->data, bytes(unknownAlikeHex));
+    QCOMPARE(previous->time, QTime(5, 0));
+    monitorView.send(bytes("29 68 01 02"), QTime(6, 0));
+    QCOMPARE(previous->data, bytes("29 68 01 02"));
+    QCOMPARE(previous->time, QTime(6, 0));
+    monitorView.send(bytes("05 32 41 42 43"), QTime(7, 0));
+    QCOMPARE(previous->data, bytes("05 32 41 42 43"));
+    QCOMPARE(previous->time, QTime(7, 0));
+    QVERIFY(monitorView.view->previousPacket == previous);
+}
+
+void Duplicates::droppedReportLeavesThePreviousPacket()
+{
+    MonitorView monitorView;
+    monitorView.send(bytes(positionHex), QTime(12, 0));
+    monitorView.send(bytes(penIdentityAlikeHex), QTime(13, 0));
+    QCOMPARE(monitorView.view->previousPacket->data, bytes(positionHex));
+    QCOMPARE(monitorView.view->previousPacket->time, QTime(12, 0));
+}
+
+// The intake deletes each packet once the view has seen it.
+void Duplicates::previousPacketIsACopy()
+{
+    MonitorView monitorView;
+    auto *packet = new _DataPacket{bytes(positionHex), 31, 0x370f, 1001, QTime(12, 0)};
+    monitorView.view->Display(packet);
+    QVERIFY(monitorView.view->previousPacket != packet);
+    delete packet;
+    QCOMPARE(monitorView.view->previousPacket->data, bytes(positionHex));
+}
+
+PADSCOPE_TEST_MAIN(Duplicates)
+#include "tst_duplicates.moc"
