@@ -209,12 +209,16 @@ void Rows::longRowLeavesTheWindow()
     const QSize size = monitorView.window.size();
     const int hint = monitorView.window.sizeHint().width();
     const int minimumHint = monitorView.window.minimumSizeHint().width();
+    const int viewHint = monitorView.view->sizeHint().width();
+    const int viewMinimumHint = monitorView.view->minimumSizeHint().width();
     for (int row = 0; row < 20; ++row)
         monitorView.view->AddData(text, text);
     QCoreApplication::processEvents();
     QCOMPARE(monitorView.window.size(), size);
     QCOMPARE(monitorView.window.sizeHint().width(), hint);
     QCOMPARE(monitorView.window.minimumSizeHint().width(), minimumHint);
+    QCOMPARE(monitorView.view->sizeHint().width(), viewHint);
+    QCOMPARE(monitorView.view->minimumSizeHint().width(), viewMinimumHint);
 }
 
 PADSCOPE_TEST_MAIN(Rows)

@@ -144,11 +144,11 @@ void ShortReports::everyLengthIsShownAsIfFilledWithZeros()
 
 void ShortReports::everyTypeAtLengthsZeroToTwo()
 {
+    MonitorView monitorView;
     for (int type = 0; type < 256; ++type) {
         const char report[] = {40, static_cast<char>(type)};
-        MonitorView monitorView;
         for (int length = 0; length <= 2; ++length) {
-            monitorView.send(QByteArray::fromRawData(report, length));
+            monitorView.send(QByteArray(report, length));
             monitorView.forgetPrevious();
         }
         // Text of two bytes holds no character; everything else makes a row.
@@ -156,6 +156,7 @@ void ShortReports::everyTypeAtLengthsZeroToTwo()
         QCOMPARE(monitorView.rows().size(), isText ? 2 : 3);
         QCOMPARE(monitorView.rows().mid(0, 2), (QStringList{"", "(   28 "}));
         QVERIFY(monitorView.view->pendingText.isEmpty());
+        monitorView.view->model->removeRows(0, monitorView.view->model->rowCount());
     }
 }
 
