@@ -32,7 +32,7 @@ void QLineUpDownEdit::keyPressEvent(QKeyEvent *event)
         break;
     case Qt::Key_Down:
         if (lines >= 2)
-            recall(historyIndex == 0 ? lines - 1 : historyIndex - 1);
+            recall(historyIndex == 0 ? lines - 1 : (historyIndex - 1) % lines);
         break;
     default:
         break;
