@@ -4,6 +4,8 @@
 
 #include "plugin/tendroplugininterface.h"
 
+class qorvexgraph;
+
 /// The object that the host loads: identity, launch button and window of the tool.
 class TendroPadscope : public QObject, public TendroPluginInterface
 {
@@ -23,6 +25,6 @@ public:
     QWidget *widget() override;
 
 private:
-    QWidget *widget_ = nullptr; ///< the window; deleted by the host
-    QAction *action_ = nullptr; ///< child of this object
+    qorvexgraph *widget_ = nullptr; ///< the window; deleted by the host
+    QAction *action_ = nullptr;     ///< child of this object
 };
