@@ -99,7 +99,7 @@ void flood(unsigned char thread)
             callback(board, report.data(), report.size(), context);
             ++floodCount;
         }
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        std::this_thread::sleep_for(std::chrono::milliseconds(4));
     }
 }
 
