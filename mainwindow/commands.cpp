@@ -1,5 +1,8 @@
 #include "mainwindow/qorvexgraph.h"
 
+#include <QTabWidget>
+
+#include "bargraph/bargraph.h"
 #include "driver/orvexwrapper.h"
 #include "mainwindow/qlineupdownedit.h"
 
@@ -26,6 +29,10 @@ void qorvexgraph::TypedCommand()
     commandLine->selectAll();
     if (deviceIds.isEmpty() || !hardware)
         return;
+    if (command == QLatin1String(":RMM\r")) {
+        if (auto *view = qobject_cast<bargraph *>(tabs->currentWidget()))
+            view->resetMinMaxVoltage();
+    }
     hardware->SendCommand(deviceIds.first(), command.toLatin1().constData());
 }
 

@@ -7,6 +7,7 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+#include "bargraph/bargraph.h"
 #include "mainwindow/qlineupdownedit.h"
 #include "monitor/monitor.h"
 
@@ -26,6 +27,8 @@ qorvexgraph::~qorvexgraph() = default;
 void qorvexgraph::buildTabs()
 {
     tabs = new QTabWidget;
+    barGraphView = new bargraph(this);
+    tabs->addTab(barGraphView, tr("Bar Graph"));
     monitorView = new monitor(this);
     tabs->addTab(monitorView, tr("Monitor"));
 }

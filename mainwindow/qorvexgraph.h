@@ -12,6 +12,7 @@ class OrvexWrapper;
 class QLabel;
 class QLineUpDownEdit;
 class QTabWidget;
+class bargraph;
 class monitor;
 struct _DataPacket;
 
@@ -85,5 +86,6 @@ private:
     QLabel *statusLabel = nullptr;
     QLineUpDownEdit *commandLine = nullptr;
     QList<int> deviceIds; ///< in the order of enumeration; survives a detach
+    bargraph *barGraphView = nullptr;
     monitor *monitorView = nullptr;
 };

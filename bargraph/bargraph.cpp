@@ -1,0 +1,114 @@
+#include "bargraph/bargraph.h"
+
+#include <cstdio>
+
+#include <QCheckBox>
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QSettings>
+#include <QSlider>
+#include <QSpinBox>
+#include <QVBoxLayout>
+
+#include "mainwindow/qorvexgraph.h"
+
+namespace {
+
+/// Keeps a control at the size that it asks for.
+template <typename Control>
+Control *fixedSize(Control *control)
+{
+    control->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    return control;
+}
+
+} // namespace
+
+bargraph::bargraph(qorvexgraph *window)
+    : qorvexwidget(window)
+{
+    auto *layout = new QVBoxLayout;
+    auto *row = new QHBoxLayout;
+    displayThreshold = settings->value(QStringLiteral("bargraph.displayThreshold"), 50).toInt();
+    addModeControls(row);
+    row->addStretch();
+    addFrequencyControls(row);
+    layout->addLayout(row);
+    drawFrame = new QFrame;
+    drawFrame->setFrameStyle(static_cast<int>(QFrame::Box) | static_cast<int>(QFrame::Plain));
+    drawFrame->setLineWidth(1);
+    layout->addWidget(drawFrame, 1);
+    setLayout(layout);
+    viewFont = QFont(QStringLiteral("Sans Serif"), 10);
+    QMetaObject::connectSlotsByName(this);
+}
+
+void bargraph::addModeControls(QHBoxLayout *row)
+{
+    auto *classicBox = new QCheckBox(tr("Classic Mode"));
+    classicMode = settings->value(QStringLiteral("Classic Mode"), true).toBool();
+    classicBox->setChecked(classicMode);
+    connect(classicBox, SIGNAL(stateChanged(int)), this, SLOT(OnClickedClassicMode(int)));
+    row->addWidget(classicBox);
+    row->addWidget(new QLabel(tr("Fast Computer")));
+    auto *slider = new QSlider(Qt::Horizontal);
+    slider->setObjectName(QStringLiteral("displayThresholdSlider"));
+    slider->setRange(5, 1000);
+    slider->setValue(displayThreshold);
+    row->addWidget(slider);
+    row->addWidget(new QLabel(tr("Slow Computer")));
+}
+
+void bargraph::addFrequencyControls(QHBoxLayout *row)
+{
+    proxLabel = new QLabel(QStringLiteral("Prox:"));
+    row->addWidget(proxLabel);
+    auto *lockBox = fixedSize(new QCheckBox(tr("Lock Frequency")));
+    connect(lockBox, SIGNAL(stateChanged(int)), this, SLOT(OnLockFrequency(int)));
+    row->addWidget(lockBox);
+    freqLabel = fixedSize(new QLabel(QStringLiteral("Freq:")));
+    row->addWidget(freqLabel);
+    freqSpin = fixedSize(new QSpinBox);
+    freqSpin->setRange(0, 500000);
+    connect(freqSpin, SIGNAL(valueChanged(int)), this, SLOT(OnSpinFrequency(int)));
+    row->addWidget(freqSpin);
+}
+
+void bargraph::OnClickedClassicMode(int c)
+{
+    if (c == Qt::Checked)
+        classicMode = true;
+    else if (c == Qt::Unchecked)
+        classicMode = false;
+}
+
+void bargraph::OnLockFrequency(int c)
+{
+    if (c == Qt::Checked)
+        graph->SendCommand(".\rU8\r");
+    else if (c == Qt::Unchecked)
+        graph->SendCommand(".\rU0\r");
+    graph->SendCommand("B\r");
+}
+
+void bargraph::OnSpinFrequency(int s)
+{
+    if (s == spinFrequency)
+        return;
+    std::printf("%d -> %d\n", spinFrequency, s);
+    graph->SendCommand(s < spinFrequency ? "<" : ">");
+    spinFrequency = s;
+}
+
+void bargraph::resetMinMaxVoltage()
+{
+    voltageMin = -1;
+    voltageMax = -1;
+}
+
+void bargraph::on_displayThresholdSlider_valueChanged(int val)
+{
+    displayThreshold = val;
+    settings->setValue(QStringLiteral("bargraph.displayThreshold"), val);
+}

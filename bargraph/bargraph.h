@@ -1,0 +1,82 @@
+#pragma once
+
+#include <QFont>
+#include <QString>
+
+#include "mainwindow/qorvexwidget.h"
+#include "monitor/reportformats.h"
+
+class QFrame;
+class QHBoxLayout;
+class QLabel;
+class QPainter;
+class QSpinBox;
+
+/// The "Bar Graph" tab: four channels as bars and vector dials, or the voltage meter once a voltage came.
+///
+/// GUI thread only.
+class bargraph : public qorvexwidget
+{
+    Q_OBJECT
+
+public:
+    explicit bargraph(qorvexgraph *window);
+
+    /// Takes signals, frequency and voltage from the reports that carry them; ignores all others.
+    void Display(_DataPacket *packet) override;
+
+    /// Forgets the extremes of the voltage. Shows at the next repaint, which this does not request.
+    void resetMinMaxVoltage();
+
+public slots:
+    /// Shows at the next repaint. The setting is only ever read, on purpose.
+    /// \param c a Qt::CheckState; Qt::PartiallyChecked is ignored
+    void OnClickedClassicMode(int c);
+    /// \param c a Qt::CheckState
+    void OnLockFrequency(int c);
+    /// Sends one step up or down, whatever the size of the change.
+    void OnSpinFrequency(int s);
+    /// Simulates a falling voltage, ten readings a second, 255 in the life of the process. Nothing in the
+    /// tool starts it; it is reached by its name.
+    void volts();
+    void on_displayThresholdSlider_valueChanged(int val);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    void addModeControls(QHBoxLayout *row);
+    void addFrequencyControls(QHBoxLayout *row);
+    void takeText(const _DataPacket &packet);
+    void parseTextLine();
+    void takeFullSignal(const reports::Bytes &bytes);
+    void takeShortSignal(const reports::Bytes &bytes);
+    void takeVoltage(const reports::Bytes &bytes);
+    void takeFrequency(qint16 raw);
+    void takeSample();
+    void publish(const _DataPacket &packet);
+    QRect paintingArea() const;
+    void DoHistogram(QPainter *painter, const QRect &area, int channel, int c0, int c60, int c120);
+    void DoVectorFine(QPainter *painter, const QRect &area, int channel, int c0, int c60, int c120, int angle,
+                      char, char);
+    void DoVoltageMeter(QPainter *painter, const QRect &area, int raw);
+
+    QFrame *drawFrame = nullptr; ///< its rectangle is the painting area
+    QLabel *proxLabel = nullptr;
+    QLabel *freqLabel = nullptr;
+    QSpinBox *freqSpin = nullptr;
+    bool classicMode = true;
+    QString textLine;               ///< characters of a text line so far
+    int spinFrequency = 0;          ///< what the spin box is known to hold
+    qint16 channelSignals[12] = {}; ///< four channels of three components at 0, 60 and 120 degrees
+    char proxChar = 0;
+    char unusedChar = 0; ///< handed to DoVectorFine(), set by nothing
+    qint64 frequency = 0;
+    qint16 frequencyRaw = 0;
+    int reportWord8 = -1;  ///< kept, never drawn
+    int reportWord10 = -1; ///< kept, never drawn
+    int voltageRaw = -1;   ///< last reading, 0 to 1023; -1 is none and selects the four channels
+    int voltageMin = -1;   ///< since the last reset; -1 is none
+    int voltageMax = -1;   ///< since the last reset; -1 is none
+    QFont viewFont;        ///< of every text that is painted
+};
