@@ -30,7 +30,7 @@ bargraph::bargraph(qorvexgraph *window)
 {
     auto *layout = new QVBoxLayout;
     auto *row = new QHBoxLayout;
-    displayThreshold = settings->value(QStringLiteral("bargraph.displayThreshold"), 50).toInt();
+    displayThreshold = settings->value(QLatin1String("bargraph.displayThreshold"), 50).toInt();
     addModeControls(row);
     row->addStretch();
     addFrequencyControls(row);
@@ -40,20 +40,20 @@ bargraph::bargraph(qorvexgraph *window)
     drawFrame->setLineWidth(1);
     layout->addWidget(drawFrame, 1);
     setLayout(layout);
-    viewFont = QFont(QStringLiteral("Sans Serif"), 10);
+    viewFont = QFont(QLatin1String("Sans Serif"), 10);
     QMetaObject::connectSlotsByName(this);
 }
 
 void bargraph::addModeControls(QHBoxLayout *row)
 {
     auto *classicBox = new QCheckBox(tr("Classic Mode"));
-    classicMode = settings->value(QStringLiteral("Classic Mode"), true).toBool();
+    classicMode = settings->value(QLatin1String("Classic Mode"), true).toBool();
     classicBox->setChecked(classicMode);
     connect(classicBox, SIGNAL(stateChanged(int)), this, SLOT(OnClickedClassicMode(int)));
     row->addWidget(classicBox);
     row->addWidget(new QLabel(tr("Fast Computer")));
     auto *slider = new QSlider(Qt::Horizontal);
-    slider->setObjectName(QStringLiteral("displayThresholdSlider"));
+    slider->setObjectName(QLatin1String("displayThresholdSlider"));
     slider->setRange(5, 1000);
     slider->setValue(displayThreshold);
     row->addWidget(slider);
@@ -62,12 +62,12 @@ void bargraph::addModeControls(QHBoxLayout *row)
 
 void bargraph::addFrequencyControls(QHBoxLayout *row)
 {
-    proxLabel = new QLabel(QStringLiteral("Prox:"));
+    proxLabel = new QLabel(QLatin1String("Prox:"));
     row->addWidget(proxLabel);
     auto *lockBox = fixedSize(new QCheckBox(tr("Lock Frequency")));
     connect(lockBox, SIGNAL(stateChanged(int)), this, SLOT(OnLockFrequency(int)));
     row->addWidget(lockBox);
-    freqLabel = fixedSize(new QLabel(QStringLiteral("Freq:")));
+    freqLabel = fixedSize(new QLabel(QLatin1String("Freq:")));
     row->addWidget(freqLabel);
     freqSpin = fixedSize(new QSpinBox);
     freqSpin->setRange(0, 500000);
@@ -110,5 +110,5 @@ void bargraph::resetMinMaxVoltage()
 void bargraph::on_displayThresholdSlider_valueChanged(int val)
 {
     displayThreshold = val;
-    settings->setValue(QStringLiteral("bargraph.displayThreshold"), val);
+    settings->setValue(QLatin1String("bargraph.displayThreshold"), val);
 }

@@ -104,8 +104,8 @@ void bargraph::DoVectorFine(QPainter *painter, const QRect &area, int channel, i
     painter->drawLine(dial.centre, dial.centre + geometry::needle(vector, magnitude));
     // The texts keep the pen of the needle.
     painter->setFont(viewFont);
-    painter->drawText(dial.magnitudeText(), QStringLiteral("%1").arg(magnitude, 5));
-    painter->drawText(dial.angleText(), QStringLiteral("%1").arg(angle, 5));
+    painter->drawText(dial.magnitudeText(), QString::fromLatin1("%1").arg(magnitude, 5));
+    painter->drawText(dial.angleText(), QString::fromLatin1("%1").arg(angle, 5));
 }
 
 void bargraph::DoVoltageMeter(QPainter *painter, const QRect &area, int raw)

@@ -171,9 +171,9 @@ void bargraph::takeFrequency(qint16 raw)
 
 void bargraph::publish(const _DataPacket &packet)
 {
-    proxLabel->setText(QStringLiteral("Prox: %1").arg(QLatin1Char(proxChar)));
+    proxLabel->setText(QString::fromLatin1("Prox: %1").arg(QLatin1Char(proxChar)));
     // Formatted and not shown, on purpose: the frequency reaches the user through the spin box alone.
-    const QString unshown = QStringLiteral("Freq: %1").arg(static_cast<quint64>(frequency));
+    const QString unshown = QString::fromLatin1("Freq: %1").arg(static_cast<quint64>(frequency));
     Q_UNUSED(unshown)
     // In this order, so that a value which the spin box clamps sends one step, on purpose, and no other does.
     spinFrequency = static_cast<int>(frequency);
