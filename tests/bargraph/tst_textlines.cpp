@@ -1,0 +1,230 @@
+#include <memory>
+
+#include "tests/bargraph/paintcounter.h"
+#include "tests/bargraph/textline.h"
+#include "tests/support/testmain.h"
+
+class TestTextLines : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void goodLine74();
+    void lengths_data();
+    void lengths();
+    void splitAnywhere();
+    void oneCharacterEach();
+    void words_data();
+    void words();
+    void proximity_data();
+    void proximity();
+    void frequency_data();
+    void frequency();
+    void tooShortPackets();
+    void textOfType119();
+
+private:
+    std::unique_ptr<qorvexgraph> window;
+    bargraph *view = nullptr;
+};
+
+void TestTextLines::init()
+{
+    window = std::make_unique<qorvexgraph>();
+    view = window->barGraphView;
+}
+
+void TestTextLines::cleanup()
+{
+    window.reset();
+}
+
+void TestTextLines::goodLine74()
+{
+    QCOMPARE(qstrlen(goodLine), 74U);
+    display(view, hex("34 77 0c 00 00"), noon);
+    PaintCounter paints(window.get());
+    display(view, text(goodLine), noon.addMSecs(21));
+    QCOMPARE(signalsOf(view), goodSignals);
+    QCOMPARE(view->proxChar, 'O');
+    QCOMPARE(view->frequencyRaw, qint16{16});
+    QCOMPARE(view->frequency, qint64{900});
+    QCOMPARE(view->proxLabel->text(), QStringLiteral("Prox: O"));
+    QCOMPARE(view->freqLabel->text(), QStringLiteral("Freq:"));
+    QCOMPARE(view->freqSpin->value(), 900);
+    QCOMPARE(view->textLine, QString());
+    QCOMPARE(paints.take(), 1);
+}
+
+void TestTextLines::lengths_data()
+{
+    QTest::addColumn<QByteArray>("line");
+    QTest::addColumn<bool>("taken");
+
+    const QByteArray line(goodLine);
+    QTest::newRow("73 characters") << QByteArray(line).remove(65, 1) << false;
+    QTest::newRow("74 characters") << line << true;
+    QTest::newRow("75 characters") << QByteArray(line).insert(65, ' ') << false;
+    QTest::newRow("only the end") << QByteArray("!") << false;
+    QTest::newRow("148 characters") << line.left(73) + ' ' + line << false;
+}
+
+void TestTextLines::lengths()
+{
+    QFETCH(QByteArray, line);
+    QFETCH(bool, taken);
+    PaintCounter paints(window.get());
+    display(view, hex("34 77 0c 00 00"), noon);
+    paints.take();
+    const QString before = stateOf(view);
+    display(view, text(line), noon.addMSecs(21));
+    QCOMPARE(stateOf(view) != before, taken);
+    QCOMPARE(paints.take(), taken ? 1 : 0);
+
+    // The next line starts empty.
+    display(view, text(goodLine), noon.addMSecs(100));
+    QCOMPARE(signalsOf(view), goodSignals);
+    QCOMPARE(paints.take(), 1);
+}
+
+void TestTextLines::splitAnywhere()
+{
+    const QByteArray line(goodLine);
+    for (int index = 1; index < line.size(); ++index) {
+        std::fill(std::begin(view->channelSignals), std::end(view->channelSignals), qint16{-7});
+        display(view, text(line.left(index)));
+        QCOMPARE(signalsOf(view), QVector<int>(12, -7));
+        QCOMPARE(view->textLine, QString::fromLatin1(line.left(index)));
+        display(view, text(line.mid(index)));
+        QCOMPARE(signalsOf(view), goodSignals);
+        QCOMPARE(view->proxChar, 'O');
+        QCOMPARE(view->frequency, qint64{900});
+    }
+}
+
+void TestTextLines::oneCharacterEach()
+{
+    for (const char *character = goodLine; *character; ++character)
+        display(view, text(QByteArray(1, *character)));
+    QCOMPARE(signalsOf(view), goodSignals);
+}
+
+void TestTextLines::words_data()
+{
+    QTest::addColumn<QByteArray>("line");
+    QTest::addColumn<QVector<int>>("expected");
+
+    const auto leading = [](const QVector<int> &values) {
+        return values + QVector<int>(12 - values.size(), -7);
+    };
+    QTest::newRow("capitals") << lineWith(0, "ABCD 7FFF 8000 FFFF")
+                              << QVector<int>{-21555, 32767, -32768, -1, 5, 6, 7, 8, 9, 10, 11, 12};
+    QTest::newRow("small letters") << lineWith(0, "abcd 7fff 8000 ffff")
+                                   << QVector<int>{-21555, 32767, -32768, -1, 5, 6, 7, 8, 9, 10, 11, 12};
+    // Sixteen bits are written: of 12345678 the last four digits, 22136 in decimal; of 30003 a 3.
+    QTest::newRow("too many digits") << lineWith(0, "12345678 3") << leading({22136, 3, 4, 5, 6});
+    QTest::newRow("minus sign") << lineWith(0, "-001")
+                                << QVector<int>{-1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12};
+    QTest::newRow("prefix") << lineWith(0, "0x1f") << QVector<int>{31, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12};
+    QTest::newRow("two words and no more") << lineWith(10, "zzzz") << leading({1, 2});
+    QTest::newRow("first word bad") << lineWith(0, "zzzz") << leading({});
+    QTest::newRow("no asterisk") << lineWith(29, " ") << leading({1, 2, 3, 4, 5, 6});
+    QTest::newRow("asterisk too early") << lineWith(24, "*") << leading({1, 2, 3, 4, 5});
+    QTest::newRow("blank before the asterisk")
+        << lineWith(26, "06 *000") << QVector<int>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12};
+    QTest::newRow("NUL byte") << lineWith(12, QByteArray(1, '\0')) << leading({1, 2, 0});
+    QTest::newRow("high byte") << lineWith(15, "\xe9") << leading({1, 2, 3});
+    QTest::newRow("last word missing")
+        << lineWith(55, "zzzz") << QVector<int>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, -7};
+}
+
+void TestTextLines::words()
+{
+    QFETCH(QByteArray, line);
+    QCOMPARE(line.size(), 74);
+    std::fill(std::begin(view->channelSignals), std::end(view->channelSignals), qint16{-7});
+    display(view, text(line));
+    QTEST(signalsOf(view), "expected");
+    // Whatever the words, the rest of the line counts.
+    QCOMPARE(view->proxChar, 'O');
+    QCOMPARE(view->frequency, qint64{900});
+}
+
+void TestTextLines::proximity_data()
+{
+    QTest::addColumn<QByteArray>("line");
+    QTest::addColumn<int>("expected");
+
+    QTest::newRow("letter") << lineWith(61, "N") << int{'N'};
+    QTest::newRow("high byte") << lineWith(61, "\xe9") << 0xe9;
+    QTest::newRow("NUL") << lineWith(61, QByteArray(1, '\0')) << 0;
+    QTest::newRow("behind the first of two line feeds") << lineWith(40, "\nQ") << int{'Q'};
+    QTest::newRow("a line feed itself") << lineWith(60, "\n\n") << int{'\n'};
+    QTest::newRow("line feed as the last but one") << lineWith(60, " ") << int{'!'};
+    QTest::newRow("no line feed at all") << lineWith(60, " ").replace(72, 1, " ") << int{'P'};
+}
+
+void TestTextLines::proximity()
+{
+    QFETCH(QByteArray, line);
+    QFETCH(int, expected);
+    QCOMPARE(line.size(), 74);
+    view->proxChar = 'P';
+    display(view, hex("34 77 0c 00 00"), noon);
+    display(view, text(line), noon.addMSecs(21));
+    QCOMPARE(static_cast<int>(static_cast<unsigned char>(view->proxChar)), expected);
+    QCOMPARE(view->proxLabel->text(), QStringLiteral("Prox: ") + QChar(static_cast<ushort>(expected)));
+}
+
+void TestTextLines::frequency_data()
+{
+    QTest::addColumn<QByteArray>("line");
+    QTest::addColumn<int>("raw");
+    QTest::addColumn<qlonglong>("expected");
+
+    QTest::newRow("four digits") << lineWith(67, "1000") << 4096 << 230400LL;
+    QTest::newRow("negative") << lineWith(67, "FFFC") << -4 << -225LL;
+    QTest::newRow("cut toward zero") << lineWith(67, "0001") << 1 << 56LL;
+    QTest::newRow("negative, cut toward zero") << lineWith(67, "ffff") << -1 << -56LL;
+    QTest::newRow("largest") << lineWith(67, "7fff") << 32767 << 1843143LL;
+    QTest::newRow("smallest") << lineWith(67, "8000") << -32768 << -1843200LL;
+    QTest::newRow("no digit keeps the value") << lineWith(67, "zzzz") << 8 << 450LL;
+    QTest::newRow("nothing but the end keeps the value") << lineWith(67, "    ") << 8 << 450LL;
+    QTest::newRow("blanks first") << lineWith(67, "  2z") << 2 << 112LL;
+    QTest::newRow("digit before does not count") << lineWith(66, "1zzzz") << 8 << 450LL;
+    QTest::newRow("NUL before does not matter") << lineWith(64, QByteArray(1, '\0')) << 16 << 900LL;
+    QTest::newRow("up to the end") << lineWith(67, "012345") << 0x2345 << 507881LL; // 9029 * 225 / 4
+}
+
+void TestTextLines::frequency()
+{
+    QFETCH(QByteArray, line);
+    QCOMPARE(line.size(), 74);
+    view->frequencyRaw = 8;
+    display(view, text(line));
+    QTEST(int{view->frequencyRaw}, "raw");
+    QTEST(qlonglong{view->frequency}, "expected");
+}
+
+void TestTextLines::tooShortPackets()
+{
+    display(view, text("abc"));
+    for (const char *digits : {"", "28", "2832"}) {
+        display(view, hex(digits));
+        QCOMPARE(view->textLine, QStringLiteral("abc"));
+    }
+    display(view, hex("283264"));
+    QCOMPARE(view->textLine, QStringLiteral("abcd"));
+}
+
+void TestTextLines::textOfType119()
+{
+    const QString before = stateOf(view);
+    display(view, "\x28\x77" + QByteArray(goodLine), noon.addMSecs(5000));
+    QCOMPARE(stateOf(view), before);
+}
+
+PADSCOPE_TEST_MAIN(TestTextLines)
+#include "tst_textlines.moc"
