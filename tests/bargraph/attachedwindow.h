@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QSpinBox>
+
+#include "bargraph/bargraph.h"
+#include "mainwindow/qorvexgraph.h"
+#include "tests/support/driverlibrary.h"
+
+/// The tool's window, attached to board 7 of the recording driver library.
+class AttachedWindow
+{
+public:
+    AttachedWindow()
+    {
+        library.setBoards({7});
+        window.AttachHardware();
+        library.takeCalls();
+    }
+    ~AttachedWindow() { window.close(); }
+
+    AttachedWindow(const AttachedWindow &) = delete;
+    AttachedWindow &operator=(const AttachedWindow &) = delete;
+
+    bargraph *view() const { return window.barGraphView; }
+
+    DriverLibrary library{"complete"};
+    qorvexgraph window;
+};
+
+/// A command to board 7, as the journal writes it.
+inline QString sent(const char *escapedCommand)
+{
+    return QStringLiteral("orvexSendCommand(7, \"%1\")").arg(QLatin1String(escapedCommand));
+}
