@@ -27,6 +27,13 @@ inline QImage emptyPicture(const QSize &size, int ratio = 1)
     return image;
 }
 
+inline QImage blackPicture(const QSize &size)
+{
+    QImage image = emptyPicture(size);
+    image.fill(Qt::black);
+    return image;
+}
+
 /// What the view itself paints, without its controls, when its frame lies at a given place.
 inline QImage pictureOf(bargraph *view, const QRect &frame, const QSize &size, int ratio = 1)
 {
