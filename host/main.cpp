@@ -4,13 +4,13 @@
 #include "host/options.h"
 #include "host/pluginloading.h"
 #include "host/script.h"
+#include "host/translation.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <memory>
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QFileInfo>
 #include <QTranslator>
 #include <string_view>
 
@@ -39,14 +39,6 @@ std::unique_ptr<QCoreApplication> createApplication(int &argc, char **argv)
     return std::make_unique<QApplication>(argc, argv);
 }
 
-QString installTranslation(QTranslator &translator, const QString &file)
-{
-    if (!translator.load(QFileInfo(file).absoluteFilePath()))
-        return file + QStringLiteral(": not a translation");
-    QCoreApplication::installTranslator(&translator);
-    return {};
-}
-
 int printList(const std::vector<LoadedPlugin> &plugins)
 {
     for (const LoadedPlugin &plugin : plugins)
@@ -73,7 +65,9 @@ int run(const Options &options)
 {
     QTranslator translator;
     QString error;
-    if (!options.translation.isEmpty())
+    if (options.translation.isEmpty())
+        installSystemTranslation(translator);
+    else
         error = installTranslation(translator, options.translation);
     if (error.isEmpty() && !options.driver.isEmpty())
         error = loadDriver(options.driver);

@@ -110,7 +110,8 @@ void declareOptions(QCommandLineParser &parser)
                "SECONDS"),
         option("rows", "Print the rows of the tool's item views before it closes."),
         option("snapshot", "Save a PNG picture of each tab here before the tool closes.", "DIR"),
-        option("translation", "Install this translation (.qm file) before any tool is loaded.", "FILE"),
+        option("translation", "Show the tools in this translation (.qm file), not in the system's language.",
+               "FILE"),
     });
 }
 

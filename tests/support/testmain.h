@@ -21,6 +21,7 @@ inline void useHome(const QString &home)
     set("XDG_CACHE_HOME", "/cache");
     set("XDG_RUNTIME_DIR", "");
     qputenv("LC_ALL", "C.UTF-8");
+    qunsetenv("LANGUAGE");
     qunsetenv("TZ");
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
