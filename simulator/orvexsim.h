@@ -1,18 +1,21 @@
 #pragma once
 
-/// Control of the stand-in driver library, for tests and demonstrations. The library itself is found by its
-/// soname, as the tool finds it; these functions are looked up in it by name.
+/// Control of the stand-in driver library, for hosts, tests and demonstrations. The library itself is found
+/// by its soname, as the tool finds it; these functions are looked up in it by name.
 ///
-/// All of them may be called on any thread, also from within a callback. They take effect whether or not
-/// somebody is attached: a board that is plugged in now is there at the next attach.
+/// All of them may be called on any thread, also from within a callback, and none throws. They take effect
+/// whether or not somebody is attached: a board that is plugged in now is there at the next attach.
 
 #ifdef __cplusplus
 extern "C" {
 #endif
 
-/// Plugs a board in; the plug-and-play callbacks are then called once, on a thread of the library.
-/// \param id any number; a second board may have the same
-/// \return 0, or -1 when 32 boards are there already
+// Boards.
+
+/// Plugs a board in; the plug-and-play callbacks are then called once, on a thread of the library. A board
+/// that the scenario describes and has not plugged in comes as described, any other as the scenario `default`
+/// has it. \param id any number; a second board may have the same \return 0, or -1 when 32 boards are there
+/// already, or they would send more than 20,000 reports a second
 int orvexsim_plug(int id);
 
 /// Pulls the first board with this id out, forgets its callbacks and notifies as orvexsim_plug() does. Called
@@ -20,15 +23,116 @@ int orvexsim_plug(int id);
 /// \return 0, or -1 when there is no such board
 int orvexsim_unplug(int id);
 
-/// Sets how many reports a second the boards with this id send; 100 at first.
+/// Sets how many reports a second the boards with this id send.
 /// \param perSecond 1 to 10000
-/// \return 0, or -1 when there is no such board or the rate is out of range
+/// \return 0, or -1 when there is no such board, the rate is out of range, or all boards together would send
+///         more than 20,000 reports a second
 int orvexsim_set_rate(int id, int perSecond);
+
+/// The ids of the boards that are plugged in, in the order in which they are enumerated.
+/// \param ids room for `capacity` ids; may be null when that is 0
+/// \return how many boards there are, 0 to 32, also when there is less room
+int orvexsim_boards(int *ids, int capacity);
+
+// Reports.
 
 /// Hands the bytes to every callback of the boards with this id, at once and on the calling thread.
 /// \param bytes may be null; handed on as it stands, whatever `length` says
 /// \return the number of callbacks called, or -1 when nobody is attached to such a board
 int orvexsim_send(int id, const unsigned char *bytes, unsigned int length);
+
+enum
+{
+    ORVEXSIM_CALLERS_THREAD = 0,
+    ORVEXSIM_BOARDS_THREAD = 1, ///< between two reports of the board
+    ORVEXSIM_NEW_THREAD = 2,
+};
+
+/// Does what orvexsim_send() does on the given thread. On the board's thread the bytes are only queued; with
+/// the others the callbacks have returned when this function returns.
+/// \param bytes not null unless `length` is 0
+/// \return the number of callbacks called, 0 for the board's thread, or -1 when nobody is attached to such a
+///         board or there is no such sort of thread
+int orvexsim_send_on(int thread, int id, const unsigned char *bytes, unsigned int length);
+
+/// How many reports were sent since the library was loaded, and how many callbacks returned from one: with
+/// two callbacks a report that was sent is delivered twice, with a transfer mask of 0 not at all. A board's
+/// counts outlive it. Either pointer may be null.
+void orvexsim_totals(unsigned long long *sent, unsigned long long *delivered);
+
+/// The same for the boards with one id, those that are gone included.
+/// \return 0, or -1 when there never was such a board, which leaves the counts alone
+int orvexsim_counts(int id, unsigned long long *sent, unsigned long long *delivered);
+
+/// Waits until so many reports have been delivered since the library was loaded.
+/// \param timeoutMs 0 only looks
+/// \return 1, or 0 when the time is over
+int orvexsim_wait_delivered(unsigned long long count, unsigned int timeoutMs);
+
+// Scenarios and faults.
+
+/// How many scenarios are shipped with the library.
+int orvexsim_scenario_count(void);
+
+/// Name and title of a shipped scenario, cut where there is no more room and ended with a zero byte.
+/// \param index 0 to orvexsim_scenario_count() - 1, in the order of the names
+/// \return 0, or -1 when there is no such scenario
+int orvexsim_scenario(int index, char *name, unsigned int nameSize, char *title, unsigned int titleSize);
+
+/// Pulls every board out and plugs in those of another scenario. Who is attached stays so and is notified
+/// once. \param scenario name of a shipped one, or path of a file (whatever holds a '/' or ends in ".json")
+/// \return 0, or -1 with a line in orvexsim_last_error(); then nothing has changed
+int orvexsim_choose(const char *scenario);
+
+/// Name or path of the scenario in force as it was chosen, cut and ended as in orvexsim_scenario(): "default"
+/// at first, unless the environment variable ORVEXSIM_SCENARIO names another; empty when that one was
+/// refused. \return the length of the whole
+int orvexsim_current_scenario(char *buffer, unsigned int size);
+
+/// Name of a fault that orvexsim_trigger() knows, or null from the last one on. The text is never freed.
+/// \param index from 0 on
+const char *orvexsim_fault(int index);
+
+/// Lets a fault happen now, with the amounts in the table of faults in README.md: to every board, or to the
+/// first one where that table says so. Faults that last are switched off by being triggered again.
+/// \return 0, or -1 with a line in orvexsim_last_error() when there is no such fault, or nobody is attached
+int orvexsim_trigger(const char *fault);
+
+/// The line that tells why the last scenario or fault was refused, without a line feed, cut and ended as in
+/// orvexsim_scenario(); empty as long as none was.
+/// \return the length of the whole
+int orvexsim_last_error(char *buffer, unsigned int size);
+
+// The journal: every call of an entry point. It keeps the last 4096.
+
+struct OrvexsimCall
+{
+    unsigned long long number;       ///< from 0 on
+    unsigned long long microseconds; ///< since the library was loaded
+    unsigned long long thread;       ///< the caller's, as the system numbers it
+    char text[104];                  ///< as in C, cut and ended: orvexSendCommand(1001, ":MDU0\r")
+};
+
+/// How many calls there were since the library was loaded.
+unsigned long long orvexsim_journal_length(void);
+
+/// The calls from this number on that are still kept, oldest first.
+/// \return how many were written, 0 to `capacity`
+int orvexsim_journal(unsigned long long from, struct OrvexsimCall *calls, int capacity);
+
+// What the driver was told.
+
+enum
+{
+    ORVEXSIM_CALIBRATION = 0,          ///< of orvexSetCalibrationData
+    ORVEXSIM_WIRELESS_CALIBRATION = 1, ///< of orvexSetWirelessCalibrationData
+    ORVEXSIM_CALIBRATION_EX = 2,       ///< of orvexSetCalibrationDataEx, the last set and kind
+};
+
+/// Calibration data as the first board with this id was given it: 4 by 3 points of two 32-bit numbers.
+/// \param bytes room for 96 bytes
+/// \return 96, or -1 when it was given none, or there is no such board
+int orvexsim_calibration(int id, int sort, unsigned char *bytes);
 
 #ifdef __cplusplus
 }
