@@ -1,0 +1,93 @@
+// Clicks on the tool while reports stream, and tells how fast it answers and whether its memory grows.
+
+#include "host/driverlibrary.h"
+#include "tests/soak/session.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <QApplication>
+#include <QCommandLineParser>
+
+namespace {
+
+int fail(const QString &reason)
+{
+    std::fprintf(stderr, "soak: %s\n", qUtf8Printable(reason));
+    return 2;
+}
+
+QCommandLineOption option(const char *name, const char *description, const char *value,
+                          const QString &initially = {})
+{
+    return {QLatin1String(name), QLatin1String(description), QLatin1String(value), initially};
+}
+
+void declareOptions(QCommandLineParser &parser)
+{
+    const Plan plan;
+    parser.addHelpOption();
+    parser.addOptions({
+        option("plugins", "Load the tool from this folder.", "DIR"),
+        option("driver", "Load this driver library, ours.", "FILE"),
+        option("tab", "Click in this tab.", "CAPTION", plan.tab),
+        option("seconds", "Run for so long.", "SECONDS", QString::number(plan.seconds)),
+        option("reports", "Send so many signal reports a second, beside what the boards send.", "COUNT",
+               QString::number(plan.reportsPerSecond)),
+        option("most-ms", "Fail when a click is answered later.", "MS"),
+        option("most-kib", "Fail when memory grows by so much between a sixth of the time and its end.",
+               "KIB"),
+    });
+}
+
+Plan readPlan(const QCommandLineParser &parser)
+{
+    return {parser.value(QStringLiteral("tab")), parser.value(QStringLiteral("seconds")).toInt(),
+            parser.value(QStringLiteral("reports")).toInt()};
+}
+
+/// The figures of a session that went through.
+int report(const QCommandLineParser &parser, const Session &session)
+{
+    std::vector<double> answers = session.answersMs();
+    if (session.gaveUp() || answers.empty())
+        return fail(QStringLiteral("a click was not answered"));
+    if (session.pictures() == 0)
+        return fail(QStringLiteral("the view never painted"));
+    std::sort(answers.begin(), answers.end());
+    const double slowest = answers.back();
+    const long growth = session.lateKiB() - session.earlyKiB();
+    std::printf("%zu clicks answered: half of them within %.1f ms, all within %.1f ms\n", answers.size(),
+                answers[answers.size() / 2], slowest);
+    std::printf("%ld signal reports taken, %d pictures painted\n", session.sent(), session.pictures());
+    std::printf("resident memory %ld KiB early, %ld KiB late: %+ld KiB\n", session.earlyKiB(),
+                session.lateKiB(), growth);
+    if (parser.isSet(QStringLiteral("most-ms")) &&
+        slowest > parser.value(QStringLiteral("most-ms")).toDouble())
+        return fail(QStringLiteral("a click was answered too late"));
+    if (parser.isSet(QStringLiteral("most-kib")) &&
+        std::abs(growth) >= parser.value(QStringLiteral("most-kib")).toLong())
+        return fail(QStringLiteral("resident memory changed too much"));
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QApplication application(argc, argv);
+    QCommandLineParser parser;
+    declareOptions(parser);
+    parser.process(application);
+    const QString error = loadDriver(parser.value(QStringLiteral("driver")));
+    if (!error.isEmpty())
+        return fail(error);
+    const PluginScan scan = scanPlugins({parser.value(QStringLiteral("plugins"))});
+    if (scan.plugins.empty())
+        return fail(QStringLiteral("no plugin"));
+    Session session(scan.plugins, readPlan(parser));
+    const QString lack = session.prepare();
+    if (!lack.isEmpty())
+        return fail(lack);
+    session.run();
+    return report(parser, session);
+}

@@ -1,0 +1,4 @@
+#pragma once
+
+/// Resident memory of this process in KiB, as the system tells it.
+long residentKiB();

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "host/hostwindow.h"
+#include "host/pluginloading.h"
+#include "tests/soak/clicker.h"
+#include "tests/soak/sender.h"
+
+#include <memory>
+#include <optional>
+
+/// What a session does and how long.
+struct Plan
+{
+    QString tab = QStringLiteral("Bar Graph");
+    int seconds = 60;
+    int reportsPerSecond = 1000; ///< that are sent on top of the board's own
+};
+
+/// The tool in the host's window, attached to the simulated boards, clicked on while reports stream.
+class Session : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// The driver library must be loaded; the plugins must outlive the session.
+    Session(const std::vector<LoadedPlugin> &plugins, const Plan &plan);
+
+    /// \return empty, or what the tool lacks
+    QString prepare();
+    /// Runs for the planned time, then closes the window.
+    void run();
+
+    const std::vector<double> &answersMs() const { return clicker_->answers(); }
+    bool gaveUp() const { return clicker_->gaveUp(); }
+    /// After a sixth of the time: 10 seconds of 60.
+    long earlyKiB() const { return earlyKiB_; }
+    long lateKiB() const { return lateKiB_; }
+    long sent() const { return sent_; }
+    int pictures() const { return pictures_; }
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void finish();
+
+    const std::vector<LoadedPlugin> &plugins_;
+    const Plan plan_;
+    HostWindow window_;
+    std::unique_ptr<Clicker> clicker_;
+    std::optional<Sender> sender_;
+    long earlyKiB_ = 0;
+    long lateKiB_ = 0;
+    long sent_ = 0;
+    int pictures_ = 0;
+};
