@@ -1,6 +1,7 @@
 #include "host/hostwindow.h"
 
 #include "host/complaint.h"
+#include "host/thrown.h"
 #include "plugin/tendroplugininterface.h"
 
 #include <QAction>
@@ -21,6 +22,19 @@ QString menuCaption(const QString &group)
 {
     QString caption = group.at(0).toUpper() + group.mid(1);
     return caption.replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+/// What a call into a tool returns; nothing, with a line on standard error, when it throws.
+template <typename Call>
+auto answer(const LoadedPlugin &plugin, const char *operation, Call call)
+{
+    try {
+        return call();
+    } catch (...) {
+        complain(
+            QStringLiteral("%1: its %2 throws: %3").arg(plugin.file, QLatin1String(operation), thrownText()));
+        return decltype(call())();
+    }
 }
 
 } // namespace
@@ -83,7 +97,7 @@ QMenu *HostWindow::groupMenu(const QString &group)
 
 QAction *HostWindow::launchAction(const LoadedPlugin &plugin)
 {
-    QAction *action = plugin.tool->action();
+    QAction *action = answer(plugin, "action()", [&] { return plugin.tool->action(); });
     return action ? action : new QAction(plugin.id, this);
 }
 
@@ -91,11 +105,9 @@ QWidget *HostWindow::openTool(const LoadedPlugin &plugin)
 {
     if (open_ == &plugin)
         return workArea_->currentWidget();
-    QWidget *widget = plugin.tool->widget();
-    if (!widget) {
-        complain(plugin.file + QStringLiteral(": its widget() gives no window"));
+    QWidget *widget = widgetOf(plugin);
+    if (!widget)
         return nullptr;
-    }
     closeTool();
     open_ = &plugin;
     if (workArea_->indexOf(widget) < 0)
@@ -109,12 +121,25 @@ QWidget *HostWindow::openTool(const LoadedPlugin &plugin)
     return widget;
 }
 
+QWidget *HostWindow::widgetOf(const LoadedPlugin &plugin)
+{
+    bool answered = false;
+    QWidget *widget = answer(plugin, "widget()", [&] {
+        QWidget *given = plugin.tool->widget();
+        answered = true;
+        return given;
+    });
+    if (answered && !widget)
+        complain(plugin.file + QStringLiteral(": its widget() gives no window"));
+    return widget;
+}
+
 void HostWindow::closeTool()
 {
     if (!open_)
         return;
     emit toolClosing(workArea_->currentWidget());
-    open_->tool->closeWidget();
+    answer(*open_, "closeWidget()", [this] { open_->tool->closeWidget(); });
     open_ = nullptr;
     workArea_->setCurrentIndex(0);
     closeAction_->setEnabled(false);
@@ -131,11 +156,9 @@ void HostWindow::growToFit()
 QString HostWindow::aboutText() const
 {
     QStringList tools;
-    for (const LoadedPlugin &plugin : plugins_) {
-        const TendroPluginInterface &tool = *plugin.tool;
-        tools += QStringList{plugin.id, tool.description(), tool.copyright(), tool.version()}.join(
+    for (const LoadedPlugin &plugin : plugins_)
+        tools += QStringList{plugin.id, plugin.description, plugin.copyright, plugin.version}.join(
             QLatin1Char('\n'));
-    }
     return tools.join(QLatin1String("\n\n"));
 }
 

@@ -45,6 +45,7 @@ private:
     void addTool(const LoadedPlugin &plugin, QToolBar &toolBar);
     void addHelpMenu();
     QMenu *groupMenu(const QString &group);
+    QWidget *widgetOf(const LoadedPlugin &plugin);
     QAction *launchAction(const LoadedPlugin &plugin);
     void growToFit();
 

@@ -1,5 +1,6 @@
 #include "host/pluginloading.h"
 
+#include "host/thrown.h"
 #include "plugin/tendroplugininterface.h"
 
 #include <algorithm>
@@ -11,6 +12,8 @@
 #include <QPluginLoader>
 
 namespace {
+
+using Loader = std::unique_ptr<QPluginLoader, UnloadPlugin>;
 
 bool beginsLikeLibrary(QFile &file)
 {
@@ -35,24 +38,59 @@ QString reasonAgainstFile(const QString &path, const QPluginLoader &loader)
     return {};
 }
 
+const LoadedPlugin *find(const PluginScan &scan, const QString &id)
+{
+    const auto found = std::find_if(scan.plugins.begin(), scan.plugins.end(),
+                                    [&](const LoadedPlugin &plugin) { return plugin.id == id; });
+    return found == scan.plugins.end() ? nullptr : &*found;
+}
+
+LoadedPlugin describe(Loader loader, TendroPluginInterface &tool, const QString &path)
+{
+    const QString category = tool.category();
+    return {std::move(loader),
+            &tool,
+            tool.id(),
+            tool.description(),
+            tool.copyright(),
+            tool.version(),
+            category,
+            parseCategory(category),
+            path};
+}
+
+/// Appends the tool to the scan, or gives the reason against it.
+QString acceptTool(Loader loader, const QString &path, PluginScan &scan)
+{
+    QObject *instance = loader->instance();
+    if (!instance)
+        return QStringLiteral("can't be loaded: ") + loader->errorString();
+    auto *tool = qobject_cast<TendroPluginInterface *>(instance);
+    if (!tool) {
+        return QStringLiteral("wrong interface, not ") +
+               QLatin1String(qobject_interface_iid<TendroPluginInterface *>());
+    }
+    LoadedPlugin plugin = describe(std::move(loader), *tool, path);
+    if (const LoadedPlugin *other = find(scan, plugin.id))
+        return QStringLiteral("its id \"%1\" is that of %2").arg(plugin.id, other->file);
+    scan.plugins.push_back(std::move(plugin));
+    return {};
+}
+
 /// Appends to one of the scan's lists.
 void loadPlugin(const QString &path, PluginScan &scan)
 {
-    std::unique_ptr<QPluginLoader, UnloadPlugin> loader(new QPluginLoader(path));
-    const auto refuse = [&](const QString &reason) { scan.refusals += path + QStringLiteral(": ") + reason; };
-
-    const QString reason = reasonAgainstFile(path, *loader);
-    if (!reason.isEmpty())
-        return refuse(reason);
-    QObject *instance = loader->instance();
-    if (!instance)
-        return refuse(QStringLiteral("can't be loaded: ") + loader->errorString());
-    auto *tool = qobject_cast<TendroPluginInterface *>(instance);
-    if (!tool) {
-        return refuse(QStringLiteral("wrong interface, not ") +
-                      QLatin1String(qobject_interface_iid<TendroPluginInterface *>()));
+    Loader loader(new QPluginLoader(path));
+    QString reason = reasonAgainstFile(path, *loader);
+    if (reason.isEmpty()) {
+        try {
+            reason = acceptTool(std::move(loader), path, scan);
+        } catch (...) {
+            reason = QStringLiteral("it throws: ") + thrownText();
+        }
     }
-    scan.plugins.push_back({std::move(loader), tool, tool->id(), parseCategory(tool->category()), path});
+    if (!reason.isEmpty())
+        scan.refusals += path + QStringLiteral(": ") + reason;
 }
 
 /// The library files of the folders, each once, by its real name.
@@ -102,5 +140,5 @@ PluginScan scanPlugins(const QStringList &folders)
 QString listLine(const LoadedPlugin &plugin)
 {
     return QStringLiteral("%1\t%2\t%3\t%4\n")
-        .arg(plugin.id, plugin.tool->category(), plugin.tool->version(), plugin.file);
+        .arg(plugin.id, plugin.categoryPath, plugin.version, plugin.file);
 }

@@ -21,8 +21,13 @@ struct LoadedPlugin
     std::unique_ptr<QPluginLoader, UnloadPlugin> loader;
     /// Owned by the loader.
     TendroPluginInterface *tool;
+    // What the tool says of itself.
     QString id;
-    Category category;
+    QString description;
+    QString copyright;
+    QString version;
+    QString categoryPath;
+    Category category; ///< the path, taken apart
     /// With its whole path.
     QString file;
 };
@@ -32,7 +37,8 @@ struct PluginScan
 {
     /// In the order of their categories.
     std::vector<LoadedPlugin> plugins;
-    /// A line for each library file that is no tool: the file and the reason.
+    /// A line for each library file that is no tool, or one with the id of a tool before it: the file and the
+    /// reason.
     QStringList refusals;
 };
 

@@ -1,4 +1,6 @@
-// A tool that writes what happens to it, a line each, into the file that EXAMPLE_RECORD names.
+// A tool that writes what happens to it, a line each, into the file that EXAMPLE_RECORD names. It throws in
+// the operation that EXAMPLE_THROWS names, and returns null from the one that EXAMPLE_RETURNS_NULL names, as
+// in "Second.widget".
 
 #include "plugin/tendroplugininterface.h"
 
@@ -14,6 +16,8 @@
 #include <QTabWidget>
 #include <QTreeView>
 #include <QVBoxLayout>
+#include <stdexcept>
+#include <string>
 
 namespace {
 
@@ -22,6 +26,17 @@ void record(const QString &event)
     QFile file(qEnvironmentVariable("EXAMPLE_RECORD"));
     if (file.open(QIODevice::Append))
         file.write(event.toUtf8() + '\n');
+}
+
+bool isNamed(const char *variable, const char *operation)
+{
+    return qgetenv(variable) == QByteArray(EXAMPLE_ID ".") + operation;
+}
+
+void mayThrow(const char *operation)
+{
+    if (isNamed("EXAMPLE_THROWS", operation))
+        throw std::runtime_error("no " + std::string(operation));
 }
 
 /// Whether the dynamic loader knows the driver by its name alone.
@@ -104,9 +119,10 @@ class ExamplePlugin : public QObject, public TendroPluginInterface
     Q_INTERFACES(TendroPluginInterface)
 
 public:
+    ExamplePlugin() { mayThrow("constructor"); }
     ~ExamplePlugin() override { record(QStringLiteral("plugin destroyed")); }
 
-    QString id() const override { return QStringLiteral(EXAMPLE_ID); }
+    QString id() const override;
     QString description() const override { return QStringLiteral("An <example>."); }
     QString copyright() const override { return QStringLiteral("Copyright (c) 2010 Example"); }
     QString version() const override;
@@ -120,6 +136,12 @@ private:
     QWidget *widget_ = nullptr;
 };
 
+QString ExamplePlugin::id() const
+{
+    mayThrow("id");
+    return QStringLiteral(EXAMPLE_ID);
+}
+
 QString ExamplePlugin::version() const
 {
     return QCoreApplication::translate("Example", "Version 1.0");
@@ -128,12 +150,16 @@ QString ExamplePlugin::version() const
 void ExamplePlugin::closeWidget()
 {
     record(QStringLiteral("closeWidget"));
+    mayThrow("closeWidget");
     if (widget_)
         widget_->close();
 }
 
 QAction *ExamplePlugin::action()
 {
+    mayThrow("action");
+    if (isNamed("EXAMPLE_RETURNS_NULL", "action"))
+        return nullptr;
     if (!action_) {
         action_ = new QAction(QStringLiteral(EXAMPLE_ID " caption"), this);
         action_->setToolTip(description());
@@ -144,6 +170,7 @@ QAction *ExamplePlugin::action()
 QWidget *ExamplePlugin::widget()
 {
     record(QStringLiteral("widget()"));
+    mayThrow("widget");
     if (EXAMPLE_HAS_WINDOW && !widget_)
         widget_ = new ExampleWidget;
     return widget_;
