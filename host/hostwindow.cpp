@@ -172,6 +172,7 @@ void HostWindow::showAbout()
 
 void HostWindow::closeEvent(QCloseEvent *event)
 {
+    emit closing();
     closeTool();
     event->accept();
 }

@@ -25,6 +25,9 @@ public:
     /// \return its widget, or null if the tool has none (the work area is then left as it was)
     QWidget *openTool(const LoadedPlugin &plugin);
 
+    /// The tool in the work area, or null.
+    const LoadedPlugin *openPlugin() const { return open_; }
+
     /// Id, description, copyright and version of each tool, as plain text.
     QString aboutText() const;
 
@@ -36,6 +39,8 @@ public slots:
 signals:
     /// The tool is about to be told to close; it still runs.
     void toolClosing(QWidget *widget);
+    /// The window is about to close; its tool is still open.
+    void closing();
 
 protected:
     void closeEvent(QCloseEvent *event) override;

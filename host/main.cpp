@@ -3,14 +3,17 @@
 #include "host/hostwindow.h"
 #include "host/options.h"
 #include "host/pluginloading.h"
+#include "host/quitsignals.h"
 #include "host/script.h"
 #include "host/translation.h"
+#include "host/windowmemory.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <memory>
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QSettings>
 #include <QTranslator>
 #include <string_view>
 
@@ -46,19 +49,39 @@ int printList(const std::vector<LoadedPlugin> &plugins)
     return 0;
 }
 
+int show(HostWindow &window, Script &script)
+{
+    window.show();
+    script.start();
+    const int status = QCoreApplication::exec();
+    return script.failed() ? badInput : status;
+}
+
+void quit(HostWindow &window)
+{
+    if (window.isVisible())
+        window.close();
+    QCoreApplication::quit();
+}
+
 int runWindow(const std::vector<LoadedPlugin> &plugins, const Options &options)
 {
     if (!qobject_cast<QApplication *>(QCoreApplication::instance()))
         return complain(QStringLiteral("no display; QT_QPA_PLATFORM=offscreen runs without one"));
     HostWindow window(plugins);
+    const QuitSignals quitSignals;
+    QObject::connect(&quitSignals, &QuitSignals::quitRequested, &window, [&window] { quit(window); });
     Script script(window, plugins, options);
     const QString error = script.prepare();
     if (!error.isEmpty())
         return complain(error);
-    window.show();
-    script.start();
-    const int status = QCoreApplication::exec();
-    return script.failed() ? badInput : status;
+    // What runs by itself looks the same every time.
+    if (options.isScripted())
+        return show(window, script);
+    QSettings settings(QStringLiteral("tendro-host"), QStringLiteral("tendro-host"));
+    WindowMemory memory(window, plugins, settings);
+    memory.restore(!options.needsTool());
+    return show(window, script);
 }
 
 int run(const Options &options)

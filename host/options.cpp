@@ -90,6 +90,11 @@ bool Options::needsTool() const
     return !openId.isEmpty() || !typedLines.isEmpty() || !tabs.empty() || !snapshotFolder.isEmpty() || rows;
 }
 
+bool Options::isScripted() const
+{
+    return !tabs.empty() || closeAfterMs || !snapshotFolder.isEmpty() || rows;
+}
+
 void declareOptions(QCommandLineParser &parser)
 {
     parser.setApplicationDescription(

@@ -32,6 +32,8 @@ struct Options
 
     /// Whether anything is to be done with a tool, so that one must be open.
     bool needsTool() const;
+    /// Whether the host does things by itself and closes, rather than to be used.
+    bool isScripted() const;
 };
 
 /// Declares all options, "--help" and "--version".

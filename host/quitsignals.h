@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QObject>
+
+/// Turns SIGINT and SIGTERM into a signal of Qt's event loop. The second of a kind ends the process at once,
+/// in case the first finds it stuck. One object at a time.
+class QuitSignals : public QObject
+{
+    Q_OBJECT
+
+public:
+    QuitSignals();
+    ~QuitSignals() override;
+
+signals:
+    void quitRequested();
+
+private:
+    void drain();
+
+    int pipe_[2] = {-1, -1};
+};
