@@ -3,6 +3,7 @@
 #include <QFont>
 #include <QString>
 
+#include "bargraph/geometry.h"
 #include "mainwindow/qorvexwidget.h"
 #include "monitor/reportformats.h"
 

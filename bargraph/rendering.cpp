@@ -3,7 +3,6 @@
 #include <QFrame>
 #include <QPainter>
 
-#include "bargraph/geometry.h"
 #include "bargraph/integermath.h"
 
 namespace {
