@@ -227,4 +227,4 @@ void TestTextLines::textOfType119()
 }
 
 PADSCOPE_TEST_MAIN(TestTextLines)
-#include "tst_textlines.moc"
+#include "tst_signallines.moc"
