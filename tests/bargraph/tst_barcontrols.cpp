@@ -254,6 +254,12 @@ void TestBarControls::classicMode()
     window->close();
     rebuild();
     QVERIFY(view->classicMode);
+
+    settings->setValue(QStringLiteral("Classic Mode"), false);
+    rebuild();
+    classicBox->click();
+    QVERIFY(view->classicMode);
+    QCOMPARE(window->settings.value(QStringLiteral("Classic Mode")).toBool(), false);
 }
 
 void TestBarControls::noRepaintOfTheirOwn()
