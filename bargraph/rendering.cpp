@@ -66,7 +66,7 @@ void bargraph::paintEvent(QPaintEvent *)
         return;
     }
     for (int channel = 0; channel < channelCount; ++channel) {
-        const qint16 *c = channelSignals + 3 * channel;
+        const qint16 *c = &channelSignals[3 * channel];
         DoHistogram(&painter, area, channel, c[0], c[1], c[2]);
         DoVectorFine(&painter, area, channel, c[0], c[1], c[2], computeAngle, static_cast<char>(channel % 2),
                      unusedChar);

@@ -7,8 +7,8 @@
 
 namespace {
 
-constexpr QLatin1String geometryKey("geometry");
-constexpr QLatin1String toolKey("tool");
+const QLatin1String geometryKey("geometry");
+const QLatin1String toolKey("tool");
 
 } // namespace
 
