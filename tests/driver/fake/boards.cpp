@@ -123,6 +123,7 @@ long stopFlood()
 void reset()
 {
     locked([] { state = State{}; });
+    journal::setObserver(nullptr);
     journal::clear();
 }
 
@@ -212,9 +213,10 @@ extern "C" [[gnu::visibility("default")]] const FakeBoards *fake_boards()
 {
     using namespace boards;
     static constexpr FakeBoards table{
-        reset,          setBoards,  setFailingIndex, setResult,         journal::count,   journal::at,
-        journal::clear, recordSeen, recordAddress,   dataCallbackCount, pnpCallbackCount, boards::deliver,
-        plug,           startFlood, stopFlood,
+        reset,          setBoards,         setFailingIndex,  setResult,
+        journal::count, journal::at,       journal::clear,   recordSeen,
+        recordAddress,  dataCallbackCount, pnpCallbackCount, boards::deliver,
+        plug,           startFlood,        stopFlood,        journal::setObserver,
     };
     return &table;
 }

@@ -45,6 +45,10 @@ struct FakeBoards
     /// Stops and joins them.
     /// \return the number of callbacks made
     long (*stopFlood)();
+
+    /// Calls `observer` with the text of each call from now on, on the caller's thread and while the call is
+    /// in progress; null for none.
+    void (*setObserver)(void (*observer)(const char *call));
 };
 
 using FakeBoardsFunction = const FakeBoards *(*)();

@@ -1,5 +1,6 @@
 #include "tests/driver/fake/journal.h"
 
+#include <atomic>
 #include <cstdio>
 #include <mutex>
 #include <vector>
@@ -11,6 +12,7 @@ namespace {
 std::mutex mutex;
 std::vector<std::string> calls;
 std::string handedOut;
+std::atomic<Observer> observerOfCalls{nullptr};
 
 } // namespace
 
@@ -58,10 +60,20 @@ std::string text(const void *value)
     return result;
 }
 
+void setObserver(Observer observer)
+{
+    observerOfCalls = observer;
+}
+
 void append(const std::string &call)
 {
-    const std::lock_guard lock(mutex);
-    calls.push_back(call);
+    {
+        const std::lock_guard lock(mutex);
+        calls.push_back(call);
+    }
+    // Without the lock: the observer may make the tool call in again.
+    if (const Observer observer = observerOfCalls)
+        observer(call.c_str());
 }
 
 int count()

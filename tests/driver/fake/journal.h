@@ -14,6 +14,11 @@ std::string text(std::uint16_t value);
 std::string text(const char *value);
 std::string text(const void *value);
 
+using Observer = void (*)(const char *call);
+
+/// Calls `observer` with each call from now on, once it is written down and while it is in progress, on its
+/// thread; null for none.
+void setObserver(Observer observer);
 void append(const std::string &call);
 
 /// Writes down a call.
