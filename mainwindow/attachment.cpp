@@ -4,6 +4,7 @@
 #include <QLabel>
 
 #include "driver/orvexwrapper.h"
+#include "mainwindow/livewindows.h"
 
 namespace {
 
@@ -49,7 +50,9 @@ void qorvexgraph::enumerateDevices()
 
 void qorvexgraph::pnp(void *context)
 {
-    emit static_cast<qorvexgraph *>(context)->PnpHappened();
+    const livewindows::Guard guard(context);
+    if (guard.window())
+        emit guard.window()->PnpHappened();
 }
 
 void qorvexgraph::detachFromHardware()

@@ -6,6 +6,7 @@
 #include <QTabWidget>
 
 #include "mainwindow/datapacket.h"
+#include "mainwindow/livewindows.h"
 #include "mainwindow/qorvexwidget.h"
 #include "monitor/reportformats.h"
 
@@ -89,8 +90,9 @@ bool qorvexgraph::isDroppedByRateLimit() const
 
 void qorvexgraph::DataCallback(int device, const unsigned char *data, unsigned int length, void *context)
 {
-    auto *window = static_cast<qorvexgraph *>(context);
-    if (window->isPaused())
+    const livewindows::Guard guard(context);
+    qorvexgraph *window = guard.window();
+    if (!window || window->isPaused())
         return;
     const auto type = static_cast<unsigned char>(read(reports::reportType, {data, data ? length : 0}));
     const bool limited = isRateLimited(type);

@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 
 #include "bargraph/bargraph.h"
+#include "mainwindow/livewindows.h"
 #include "mainwindow/qlineupdownedit.h"
 #include "monitor/monitor.h"
 
@@ -20,9 +21,13 @@ qorvexgraph::qorvexgraph()
     arrangeWidgets();
     connect(this, SIGNAL(PnpHappened()), this, SLOT(AttachHardware()));
     commandLine->setFocus(Qt::OtherFocusReason);
+    livewindows::add(this);
 }
 
-qorvexgraph::~qorvexgraph() = default;
+qorvexgraph::~qorvexgraph()
+{
+    livewindows::remove(this);
+}
 
 void qorvexgraph::buildTabs()
 {
