@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <dlfcn.h>
+#include <vector>
 
 namespace {
 
@@ -11,10 +12,33 @@ constexpr char libraryName[] = "liborvexboardex.so.1";
 static_assert(ORVEX_LOOKUPS(COUNT_NAME) == 47, "every name is looked up, each once");
 #undef COUNT_NAME
 
+/// A library that runs the event loop inside a call can have its binding deleted there, and its code must not
+/// go before the call has returned into it. GUI thread.
+int callsInProgress = 0;
+std::vector<void *> librariesToClose; ///< put off until no call is in progress
+
+class CallInProgress
+{
+public:
+    CallInProgress() { ++callsInProgress; }
+    ~CallInProgress()
+    {
+        if (--callsInProgress > 0)
+            return;
+        for (void *library : librariesToClose)
+            dlclose(library);
+        librariesToClose.clear();
+    }
+
+    CallInProgress(const CallInProgress &) = delete;
+    CallInProgress &operator=(const CallInProgress &) = delete;
+};
+
 /// Calls an entry point; a missing one does nothing.
 template <typename... Parameters, typename... Arguments>
 void call(void (*entryPoint)(Parameters...), Arguments... arguments)
 {
+    const CallInProgress inProgress;
     if (entryPoint)
         entryPoint(static_cast<Parameters>(arguments)...);
 }
@@ -23,6 +47,7 @@ void call(void (*entryPoint)(Parameters...), Arguments... arguments)
 template <typename Result, typename... Parameters, typename... Arguments>
 Result callOr(Result fallback, Result (*entryPoint)(Parameters...), Arguments... arguments)
 {
+    const CallInProgress inProgress;
     return entryPoint ? entryPoint(static_cast<Parameters>(arguments)...) : fallback;
 }
 
@@ -35,8 +60,9 @@ OrvexWrapper::~OrvexWrapper()
 {
     if (!libraryHandle)
         return;
+    const CallInProgress inProgress;
     call(orvexDetach);
-    dlclose(libraryHandle);
+    librariesToClose.push_back(libraryHandle);
 }
 
 int OrvexWrapper::Attach()

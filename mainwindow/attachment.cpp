@@ -1,7 +1,11 @@
 #include "mainwindow/qorvexgraph.h"
 
+#include <utility>
+
 #include <QCoreApplication>
 #include <QLabel>
+#include <QScopedValueRollback>
+#include <QTimer>
 
 #include "driver/orvexwrapper.h"
 #include "mainwindow/livewindows.h"
@@ -13,24 +17,45 @@ constexpr unsigned char everyTransfer = 255;
 constexpr unsigned char quietDebugMode = 1;
 constexpr unsigned int everyDebugBit = 0xFFFFFFFF;
 
+// The library may run the event loop in any call, and so have the window closed there: after each call the
+// binding may be gone. A notice that comes from within an attach waits for its end.
+const qorvexgraph *attaching = nullptr;
+bool attachAgain = false;
+
 } // namespace
 
 void qorvexgraph::AttachHardware()
 {
+    if (attaching == this) {
+        attachAgain = true;
+        return;
+    }
+    const QScopedValueRollback<const qorvexgraph *> mark(attaching, this);
     // On purpose at every attach, so connections accumulate: the extra deliveries find an empty queue.
     connect(this, SIGNAL(DataReceived()), this, SLOT(OnDataReceived()));
-    if (hardware) {
+    if (hardware)
         hardware->Attach();
-    } else {
-        paused = false;
-        // Kept when the library can't be loaded, too: every operation then falls back.
-        auto *wrapper = new OrvexWrapper;
-        wrapper->Attach();
-        hardware = wrapper;
-        hardware->SetPnpCallback(pnp, this);
-    }
-    enumerateDevices();
+    else
+        openLibrary();
+    if (hardware)
+        enumerateDevices();
     ShowDevices();
+    if (std::exchange(attachAgain, false) && hardware)
+        QTimer::singleShot(0, this, SLOT(AttachHardware()));
+}
+
+void qorvexgraph::openLibrary()
+{
+    paused = false;
+    // Kept when the library can't be loaded, too: every operation then falls back.
+    auto *wrapper = new OrvexWrapper;
+    wrapper->Attach();
+    if (paused) { // closed from within
+        delete wrapper;
+        return;
+    }
+    hardware = wrapper;
+    hardware->SetPnpCallback(pnp, this);
 }
 
 void qorvexgraph::enumerateDevices()
@@ -39,12 +64,14 @@ void qorvexgraph::enumerateDevices()
     info.recordKind = deviceInfoKind;
     const int count = hardware->GetDeviceCount();
     deviceIds.clear();
-    for (int index = 0; index < count; ++index) {
+    for (int index = 0; index < count && hardware; ++index) {
         if (!hardware->EnumDeviceInfo(index, &info))
             continue;
         deviceIds.append(info.deviceId);
-        hardware->SetXferMask(info.deviceId, everyTransfer);
-        hardware->SetCallback(info.deviceId, DataCallback, this);
+        if (hardware)
+            hardware->SetXferMask(info.deviceId, everyTransfer);
+        if (hardware)
+            hardware->SetCallback(info.deviceId, DataCallback, this);
     }
 }
 
@@ -58,20 +85,30 @@ void qorvexgraph::pnp(void *context)
 void qorvexgraph::detachFromHardware()
 {
     if (hardware) {
-        const QList<int> ids = deviceIds;
-        for (int id : ids) {
-            hardware->SetDriverDebugMode(id, quietDebugMode, everyDebugBit);
-            hardware->SendCommand(id, ":MDU0\r");
-            hardware->SendCommand(id, ":MDP0\r");
-        }
-        hardware->Detach();
-        delete hardware;
-        hardware = nullptr;
+        quietBoards();
+        if (hardware)
+            hardware->Detach();
+        // Taken first, so that a close from within the deletion finds it gone.
+        delete std::exchange(hardware, nullptr);
         // A plug-and-play notice that is still queued must not attach the window again.
         QCoreApplication::removePostedEvents(this, QEvent::MetaCall);
     }
-    paused = true;
+    // Unless the deletion led to the next attach.
+    paused = !hardware;
     ShowDevices();
+}
+
+void qorvexgraph::quietBoards()
+{
+    const QList<int> ids = deviceIds;
+    for (int id : ids) {
+        if (hardware)
+            hardware->SetDriverDebugMode(id, quietDebugMode, everyDebugBit);
+        for (const char *command : {":MDU0\r", ":MDP0\r"}) {
+            if (hardware)
+                hardware->SendCommand(id, command);
+        }
+    }
 }
 
 void qorvexgraph::ShowDevices()

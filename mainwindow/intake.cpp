@@ -1,9 +1,11 @@
 #include "mainwindow/qorvexgraph.h"
 
 #include <limits>
+#include <utility>
 
 #include <QMutexLocker>
 #include <QTabWidget>
+#include <QTimer>
 
 #include "mainwindow/datapacket.h"
 #include "mainwindow/livewindows.h"
@@ -50,6 +52,12 @@ bool isRateLimited(unsigned char reportType)
         return false;
     }
 }
+
+// A command that the library answers on the caller's own thread leads from one view's Display() into the
+// next. Answers to answers are shown so deep and no deeper; the rest waits until all have returned.
+constexpr int deepestHandOff = 4;
+int handOffDepth = 0;
+bool heldBack = false;
 
 QByteArray copyOf(const unsigned char *data, unsigned int length)
 {
@@ -120,6 +128,10 @@ void qorvexgraph::OnDataReceived()
     queueMutex.unlock();
     if (!hardware)
         return;
+    heldBack = heldBack || handOffDepth == deepestHandOff;
+    if (heldBack)
+        return;
+    ++handOffDepth;
     // Packets that arrive meanwhile wait for the next signal.
     for (; count > 0; --count) {
         if (_DataPacket *packet = takeFirstPacket()) {
@@ -127,6 +139,8 @@ void qorvexgraph::OnDataReceived()
             delete packet;
         }
     }
+    if (--handOffDepth == 0 && std::exchange(heldBack, false))
+        QTimer::singleShot(0, this, SLOT(OnDataReceived()));
 }
 
 _DataPacket *qorvexgraph::takeFirstPacket()

@@ -64,8 +64,10 @@ protected:
 private:
     void buildTabs();
     void arrangeWidgets();
+    void openLibrary();
     void enumerateDevices();
     void detachFromHardware();
+    void quietBoards();
     void loadHistory();
     void saveHistory();
     void saveMonitorSettings();
