@@ -11,11 +11,13 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 
+#include "monitor/boundedtext.h"
+
 namespace {
 
 QLabel *newLastRowLabel()
 {
-    auto *label = new QLabel;
+    auto *label = new BoundedLabel;
     // Board text is never markup, and a long row must not widen the window.
     label->setTextFormat(Qt::PlainText);
     label->setSizePolicy(QSizePolicy::Ignored, label->sizePolicy().verticalPolicy());
@@ -27,6 +29,7 @@ QTreeView *newTreeView()
     auto *view = new QTreeView;
     view->setRootIsDecorated(false);
     view->setUniformRowHeights(true);
+    view->setItemDelegate(new BoundedDelegate(view));
     return view;
 }
 

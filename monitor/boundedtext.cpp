@@ -1,0 +1,52 @@
+#include "monitor/boundedtext.h"
+
+#include <QPainter>
+#include <QStyle>
+
+namespace {
+
+constexpr int longestShown = 8192; ///< characters; wider than any screen, and laid out in milliseconds
+constexpr QChar ellipsis(0x2026);
+
+QSize sizeOf(const QLabel *label, const QString &text)
+{
+    constexpr int farAway = 1 << 20;
+    const QRect bounds =
+        label->fontMetrics().boundingRect(QRect(0, 0, farAway, farAway), int(label->alignment()), text);
+    const int edge = 2 * (label->margin() + label->frameWidth());
+    return bounds.size() + QSize(edge, edge);
+}
+
+} // namespace
+
+QString shownPart(const QString &text)
+{
+    return text.size() > longestShown ? text.left(longestShown) + ellipsis : text;
+}
+
+QSize BoundedLabel::sizeHint() const
+{
+    return text().size() > longestShown ? sizeOf(this, shownPart(text())) : QLabel::sizeHint();
+}
+
+QSize BoundedLabel::minimumSizeHint() const
+{
+    return text().size() > longestShown ? sizeHint() : QLabel::minimumSizeHint();
+}
+
+void BoundedLabel::paintEvent(QPaintEvent *event)
+{
+    if (text().size() <= longestShown) {
+        QLabel::paintEvent(event);
+        return;
+    }
+    QPainter painter(this);
+    drawFrame(&painter);
+    style()->drawItemText(&painter, contentsRect(), QStyle::visualAlignment(layoutDirection(), alignment()),
+                          palette(), isEnabled(), shownPart(text()), foregroundRole());
+}
+
+QString BoundedDelegate::displayText(const QVariant &value, const QLocale &locale) const
+{
+    return shownPart(QStyledItemDelegate::displayText(value, locale));
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QLabel>
+#include <QStyledItemDelegate>
+
+// A board that sends text without line ends makes rows of a million characters. They are kept whole; laying
+// them out would stall the GUI thread for a second each, so only their beginning is measured and painted.
+
+/// The part of a text that is shown: all of it up to 8192 characters, otherwise so many and an ellipsis.
+QString shownPart(const QString &text);
+
+/// Shows plain text on one line. text() is whole.
+class BoundedLabel : public QLabel
+{
+    // Without Q_OBJECT: to style sheets it is a QLabel.
+
+public:
+    using QLabel::QLabel;
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+};
+
+/// Shows items of text. What the model holds is whole.
+class BoundedDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QString displayText(const QVariant &value, const QLocale &locale) const override;
+};
