@@ -3,6 +3,8 @@
 option(PADSCOPE_WARNINGS_AS_ERRORS "Treat compiler warnings as errors" OFF)
 set(PADSCOPE_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize takes them (address,undefined or thread)")
 
+option(PADSCOPE_FUZZ "Build the fuzz targets as fuzzers, which takes clang" OFF)
+
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
@@ -16,4 +18,8 @@ target_compile_options(padscope_options INTERFACE
 if(PADSCOPE_SANITIZE)
     add_compile_options(-fsanitize=${PADSCOPE_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
     add_link_options(-fsanitize=${PADSCOPE_SANITIZE})
+endif()
+
+if(PADSCOPE_FUZZ)
+    add_compile_options(-fsanitize=fuzzer-no-link)
 endif()

@@ -1,0 +1,62 @@
+#include <QFile>
+#include <QLabel>
+#include <QSpinBox>
+
+#include "bargraph/bargraph.h"
+#include "mainwindow/qlineupdownedit.h"
+#include "mainwindow/qorvexgraph.h"
+#include "monitor/monitor.h"
+#include "tests/fuzz/fuzzing.h"
+
+// An arbitrary settings file at the start of the window, which is then used and closed, and so writes it
+// again.
+
+namespace {
+
+QString settingsPath()
+{
+    static const QString path = QSettings("Corvane", "qorvexgraph").fileName();
+    return path;
+}
+
+void writeFile(const QByteArray &bytes)
+{
+    QFile file(settingsPath());
+    fuzz::require(file.open(QIODevice::WriteOnly | QIODevice::Truncate), "the settings file can be written");
+    file.write(bytes);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerInitialize(int *, char ***)
+{
+    fuzz::startApplication();
+    // Makes the folder.
+    QSettings("Corvane", "qorvexgraph").setValue("Classic Mode", true);
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    writeFile(fuzz::Input(data, size).bytes(size));
+    {
+        qorvexgraph window;
+        fuzz::require(window.commandLine->history.size() <= 30, "at most 30 lines are read");
+        fuzz::require(window.commandLine->historyIndex == 0, "recalling starts from the front");
+        const int shown = window.barGraphView->freqSpin->value();
+        fuzz::require(shown >= 0 && shown <= 500000, "the spin box is within its range");
+        _DataPacket packet = fuzz::packetOf(QByteArray("\x08\x32"
+                                                       "line\r\n",
+                                                       8),
+                                            QTime(12, 0));
+        window.monitorView->logEnabled = false;
+        window.monitorView->Display(&packet);
+        window.monitorView->grab();
+        window.barGraphView->Display(&packet);
+        window.close();
+        delete window.monitorView->previousPacket;
+    }
+    qorvexgraph again;
+    fuzz::require(again.commandLine->history.size() <= 30, "at most 30 lines are read back");
+    return 0;
+}
