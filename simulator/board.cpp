@@ -1,7 +1,5 @@
 #include "simulator/board.h"
 
-#include "driver/abstracthardwarewrapper.h"
-
 #include <new>
 
 using namespace std::chrono_literals;
@@ -9,14 +7,29 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto greatestDelay = 250ms;
-constexpr auto oneSecond = std::chrono::nanoseconds(1s);
+
+/// The bits of the transfer mask; what none of them stands for belongs to the last.
+constexpr unsigned char maskedTypes[] = {
+    reports::SignalReport,   reports::PhaseReport, reports::PenIdentityReport, reports::DualPenReport,
+    reports::PositionReport, reports::TextReport,  reports::TextOrAdcReport};
+constexpr unsigned otherTypesBit = 7;
+
+unsigned maskBitOf(const Report &report)
+{
+    for (unsigned bit = 0; bit < otherTypesBit; ++bit) {
+        if (report.size() > 1 && report[1] == maskedTypes[bit])
+            return bit;
+    }
+    return otherTypesBit;
+}
 
 } // namespace
 
-Board::Board(int id, int rate)
-    : id_(id)
-    , stream(id, static_cast<std::uint32_t>(id))
-    , period(oneSecond / rate)
+Board::Board(const BoardPlan &plan, Tally &tally_, Vanish vanish_)
+    : id_(plan.id)
+    , tally(tally_)
+    , vanish(std::move(vanish_))
+    , script(plan)
 {
 }
 
@@ -34,18 +47,9 @@ std::thread Board::stop()
         ended.swap(thread);
     }
     wake.notify_all();
+    channels.closeAll();
     listeners.removeAll();
     return ended;
-}
-
-void Board::setRate(int perSecond)
-{
-    {
-        const std::lock_guard lock(mutex);
-        period = oneSecond / perSecond;
-        deadline = Clock::now();
-    }
-    wake.notify_all();
 }
 
 void Board::addListener(Listeners::Function function, void *context)
@@ -64,26 +68,67 @@ void Board::removeListener(Listeners::Function function, void *context)
     listeners.remove(function, context);
 }
 
+int Board::openChannel(OrvexDataCallback callback, void *context)
+{
+    int number = 0;
+    {
+        const std::lock_guard lock(mutex);
+        number = channels.open(callback, context);
+    }
+    wake.notify_all();
+    return number;
+}
+
+int Board::readChannel(int number, unsigned char *buffer, std::size_t size, unsigned int timeoutMs)
+{
+    return channels.read(number, buffer, size, timeoutMs);
+}
+
+void Board::call(Listeners::Function function, void *context, const unsigned char *bytes, unsigned int length)
+{
+    reinterpret_cast<OrvexDataCallback>(function)(id_, bytes, length, context);
+    tally.delivered(id_);
+}
+
 int Board::deliver(const unsigned char *bytes, unsigned int length)
 {
-    return listeners.call([&](Listeners::Function function, void *context) {
-        reinterpret_cast<OrvexDataCallback>(function)(id_, bytes, length, context);
+    tally.sent(id_);
+    return listeners.call(
+        [&](Listeners::Function function, void *context) { call(function, context, bytes, length); });
+}
+
+void Board::send(const Report &report)
+{
+    if (!passesMask(report)) {
+        tally.sent(id_);
+        return;
+    }
+    const auto length = static_cast<unsigned int>(report.size());
+    deliver(report.data(), length);
+    channels.put(report, [&](Listeners::Function function, void *context) {
+        call(function, context, report.data(), length);
     });
 }
 
-void Board::deliver(const Report &report)
+bool Board::passesMask(const Report &report)
 {
-    deliver(report.data(), static_cast<unsigned int>(report.size()));
+    const unsigned mask = withSettings([](const Settings &now) -> unsigned { return now.xferMask; });
+    return (mask >> maskBitOf(report) & 1U) != 0;
 }
 
 void Board::command(std::string_view text)
 {
-    post({true, Report(text.begin(), text.end())});
+    post(std::string(text));
 }
 
 void Board::loopBack(const unsigned char *bytes, std::size_t length)
 {
-    post({false, Report(bytes, bytes + length)});
+    post(Report(bytes, bytes + length));
+}
+
+void Board::happen(const BoardEvent &event)
+{
+    post(event);
 }
 
 void Board::post(Message message)
@@ -112,12 +157,15 @@ void Board::step(std::unique_lock<std::mutex> &lock)
     if (!inbox.empty()) {
         const Message message = std::move(inbox.front());
         inbox.pop_front();
+        // What happens now may be due before the next report.
+        if (std::holds_alternative<BoardEvent>(message))
+            listening = false;
         lock.unlock();
         handle(message);
         lock.lock();
         return;
     }
-    if (!stream.streaming() || listeners.empty()) {
+    if (!script.streaming() || !heard()) {
         listening = false;
         wake.wait(lock);
         return;
@@ -127,30 +175,35 @@ void Board::step(std::unique_lock<std::mutex> &lock)
         deadline = now;
     listening = true;
     if (now < deadline) {
-        wake.wait_until(lock, deadline);
+        wake.wait_until(lock, Clock::time_point(deadline));
         return;
     }
-    deadline += period;
-    const auto step = period;
     lock.unlock();
-    sendNext(step);
+    const auto wait = sendNext();
     lock.lock();
+    deadline += wait;
 }
 
 void Board::handle(const Message &message)
 {
-    if (!message.isCommand) {
-        deliver(message.bytes);
-        return;
+    if (const auto *text = std::get_if<std::string>(&message)) {
+        for (const Report &answer : script.command(*text))
+            send(answer);
+    } else if (const auto *report = std::get_if<Report>(&message)) {
+        send(*report);
+    } else {
+        script.add(std::get<BoardEvent>(message));
     }
-    const std::string_view text(reinterpret_cast<const char *>(message.bytes.data()), message.bytes.size());
-    for (const Report &answer : stream.command(text))
-        deliver(answer);
 }
 
-void Board::sendNext(std::chrono::nanoseconds step)
+/// \return the time from this step of the script to the next
+std::chrono::nanoseconds Board::sendNext()
 {
-    const Report report = stream.next(step);
-    penOnBoard = stream.somethingOnBoard();
-    deliver(report);
+    const Script::Step step = script.next();
+    penOnBoard = script.somethingOnBoard();
+    if (step.report)
+        send(*step.report);
+    if (step.vanishes)
+        vanish(*this);
+    return step.wait;
 }

@@ -1,42 +1,51 @@
 #pragma once
 
+#include "simulator/channels.h"
 #include "simulator/listeners.h"
+#include "simulator/script.h"
 #include "simulator/settings.h"
-#include "simulator/stream.h"
+#include "simulator/tally.h"
 
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <mutex>
+#include <string>
 #include <string_view>
 #include <thread>
-
-inline constexpr int initialRate = 100;
-inline constexpr int highestRate = 10000;
+#include <variant>
 
 /// One attached board with its thread. All functions may be called on any thread.
 ///
-/// The thread alone touches the stream: commands wait in `inbox` until it takes them. It sends as long as
-/// somebody listens; without a listener time stands still for the board. A board that is kept waiting by its
-/// listeners catches up, unless it is late by more than a quarter of a second: then its time stretches.
+/// The thread alone touches the script: commands wait in `inbox` until it takes them. It sends as long as
+/// somebody listens or has a channel open; otherwise time stands still for the board. A board that is kept
+/// waiting by its listeners catches up, unless it is late by more than a quarter of a second: then its time
+/// stretches.
 class Board : public std::enable_shared_from_this<Board>
 {
 public:
-    Board(int id, int rate);
+    using Vanish = std::function<void(Board &)>;
+
+    /// \param vanish called on the board's thread when the board is to go
+    Board(const BoardPlan &plan, Tally &tally, Vanish vanish);
 
     void start();
-    /// Tells the thread to end and forgets all listeners.
+    /// Tells the thread to end and forgets all listeners and channels.
     /// \return the thread, which the caller joins or keeps; it holds the board until it has ended
     std::thread stop();
 
     int id() const { return id_; }
-    void setRate(int perSecond);
 
     void addListener(Listeners::Function function, void *context);
     void removeListener(Listeners::Function function, void *context);
-    /// Hands a report to the listeners on the calling thread.
+    /// \return the channel's number, or -1 when the board is gone
+    int openChannel(OrvexDataCallback callback, void *context);
+    void closeChannel(int number) { channels.close(number); }
+    int readChannel(int number, unsigned char *buffer, std::size_t size, unsigned int timeoutMs);
+    /// Hands a report to the listeners on the calling thread, whatever the transfer mask.
     /// \return how many there were
     int deliver(const unsigned char *bytes, unsigned int length);
 
@@ -44,6 +53,8 @@ public:
     void command(std::string_view text);
     /// Queues bytes that come back as a report.
     void loopBack(const unsigned char *bytes, std::size_t length);
+    /// Queues something that happens to the board; its time counts from when it is taken.
+    void happen(const BoardEvent &event);
 
     bool somethingOnBoard() const { return penOnBoard; }
 
@@ -57,28 +68,29 @@ public:
 
 private:
     using Clock = std::chrono::steady_clock;
-    struct Message
-    {
-        bool isCommand;
-        Report bytes;
-    };
+    using Message = std::variant<std::string, Report, BoardEvent>; // a command, a report, an event
 
     void post(Message message);
+    bool heard() const { return !listeners.empty() || channels.anyOpen(); }
     void run();
     void step(std::unique_lock<std::mutex> &lock);
     void handle(const Message &message);
-    void sendNext(std::chrono::nanoseconds step);
-    void deliver(const Report &report);
+    std::chrono::nanoseconds sendNext();
+    void send(const Report &report);
+    bool passesMask(const Report &report);
+    void call(Listeners::Function function, void *context, const unsigned char *bytes, unsigned int length);
 
     const int id_;
+    Tally &tally;
+    const Vanish vanish;
     Listeners listeners;
-    Stream stream;                       ///< of the thread alone
+    Channels channels;
+    Script script;                       ///< of the thread alone
     std::atomic<bool> penOnBoard{false}; ///< published by the thread
 
     std::mutex mutex; ///< of everything from here to `thread`
     std::condition_variable wake;
     std::deque<Message> inbox;
-    std::chrono::nanoseconds period;
     Clock::time_point deadline;
     bool listening = false; ///< the deadline counts
     bool stopping = false;

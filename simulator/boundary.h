@@ -67,6 +67,13 @@ Result askBoard(int device, Result fallback, Question question) noexcept
     });
 }
 
+/// Puts a call into the journal; every entry point does so first.
+template <typename... Arguments>
+void called(const char *function, const Arguments &...arguments) noexcept
+{
+    guarded([&] { Library::instance().journal.add(function, arguments...); });
+}
+
 template <typename Callback>
 Listeners::Function asFunction(Callback callback)
 {

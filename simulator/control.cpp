@@ -1,33 +1,196 @@
 #include "simulator/boundary.h"
+#include "simulator/ctext.h"
 #include "simulator/orvexsim.h"
+#include "simulator/scenariofolder.h"
+#include "simulator/scenarioreader.h"
+
+#include <algorithm>
+#include <iterator>
 
 using namespace boundary;
+
+namespace {
+
+/// 0 when the action is done, -1 when it is not.
+template <typename Action>
+int done(Action action) noexcept
+{
+    return guarded(-1, [&] { return action(Library::instance()) ? 0 : -1; });
+}
+
+int deliverTo(const std::vector<std::shared_ptr<Board>> &boards, const unsigned char *bytes,
+              unsigned int length)
+{
+    int called = 0;
+    for (const auto &board : boards)
+        called += board->deliver(bytes, length);
+    return called;
+}
+
+int deliverOnNewThread(const std::vector<std::shared_ptr<Board>> &boards, const unsigned char *bytes,
+                       unsigned int length)
+{
+    int called = 0;
+    std::thread thread([&] { called = deliverTo(boards, bytes, length); });
+    thread.join();
+    return called;
+}
+
+void put(const Counts &counts, unsigned long long *sent, unsigned long long *delivered)
+{
+    if (sent)
+        *sent = counts.sent;
+    if (delivered)
+        *delivered = counts.delivered;
+}
+
+std::string titleOf(const std::string &name)
+{
+    std::string complaint;
+    const auto scenario = readScenario(scenariofolder::fileOf(name), complaint);
+    return scenario ? scenario->title : complaint;
+}
+
+} // namespace
 
 extern "C" {
 
 ORVEXSIM_EXPORT int orvexsim_plug(int id)
 {
-    return guarded(-1, [&] { return Library::instance().plug(id) ? 0 : -1; });
+    return done([&](Library &library) { return library.plug(id); });
 }
 
 ORVEXSIM_EXPORT int orvexsim_unplug(int id)
 {
-    return guarded(-1, [&] { return Library::instance().unplug(id) ? 0 : -1; });
+    return done([&](Library &library) { return library.unplug(id); });
 }
 
 ORVEXSIM_EXPORT int orvexsim_set_rate(int id, int perSecond)
 {
-    return guarded(-1, [&] { return Library::instance().setRate(id, perSecond) ? 0 : -1; });
+    return done([&](Library &library) { return library.setRate(id, perSecond); });
+}
+
+ORVEXSIM_EXPORT int orvexsim_boards(int *ids, int capacity)
+{
+    return guarded(0, [&] {
+        const std::vector<int> found = Library::instance().ids();
+        const auto count = std::clamp(capacity, 0, static_cast<int>(found.size()));
+        std::copy_n(found.begin(), count, ids);
+        return static_cast<int>(found.size());
+    });
 }
 
 ORVEXSIM_EXPORT int orvexsim_send(int id, const unsigned char *bytes, unsigned int length)
 {
+    return orvexsim_send_on(ORVEXSIM_CALLERS_THREAD, id, bytes, length);
+}
+
+ORVEXSIM_EXPORT int orvexsim_send_on(int thread, int id, const unsigned char *bytes, unsigned int length)
+{
     return guarded(-1, [&] {
         const auto boards = Library::instance().boardsWith(id);
-        int called = 0;
-        for (const auto &board : boards)
-            called += board->deliver(bytes, length);
-        return boards.empty() ? -1 : called;
+        if (boards.empty())
+            return -1;
+        switch (thread) {
+        case ORVEXSIM_CALLERS_THREAD:
+            return deliverTo(boards, bytes, length);
+        case ORVEXSIM_NEW_THREAD:
+            return deliverOnNewThread(boards, bytes, length);
+        case ORVEXSIM_BOARDS_THREAD:
+            for (const auto &board : boards)
+                board->loopBack(bytes, length);
+            return 0;
+        default:
+            return -1;
+        }
+    });
+}
+
+ORVEXSIM_EXPORT void orvexsim_totals(unsigned long long *sent, unsigned long long *delivered)
+{
+    guarded([&] { put(Library::instance().tally.totals(), sent, delivered); });
+}
+
+ORVEXSIM_EXPORT int orvexsim_counts(int id, unsigned long long *sent, unsigned long long *delivered)
+{
+    return done([&](Library &library) {
+        const auto counts = library.tally.of(id);
+        if (counts)
+            put(*counts, sent, delivered);
+        return counts.has_value();
+    });
+}
+
+ORVEXSIM_EXPORT int orvexsim_wait_delivered(unsigned long long count, unsigned int timeoutMs)
+{
+    return guarded(0, [&] { return Library::instance().tally.waitDelivered(count, timeoutMs) ? 1 : 0; });
+}
+
+ORVEXSIM_EXPORT int orvexsim_scenario_count()
+{
+    return guarded(0, [] { return static_cast<int>(scenariofolder::names().size()); });
+}
+
+ORVEXSIM_EXPORT int orvexsim_scenario(int index, char *name, unsigned int nameSize, char *title,
+                                      unsigned int titleSize)
+{
+    return guarded(-1, [&] {
+        const auto names = scenariofolder::names();
+        if (index < 0 || static_cast<std::size_t>(index) >= names.size())
+            return -1;
+        const std::string &found = names[static_cast<std::size_t>(index)];
+        copyText(found, name, nameSize);
+        copyText(titleOf(found), title, titleSize);
+        return 0;
+    });
+}
+
+ORVEXSIM_EXPORT int orvexsim_choose(const char *scenario)
+{
+    return done([&](Library &library) { return library.choose(scenario ? scenario : ""); });
+}
+
+ORVEXSIM_EXPORT int orvexsim_current_scenario(char *buffer, unsigned int size)
+{
+    return guarded(0, [&] { return copyText(Library::instance().currentScenario(), buffer, size); });
+}
+
+ORVEXSIM_EXPORT const char *orvexsim_fault(int index)
+{
+    const bool known = index >= 0 && static_cast<std::size_t>(index) < std::size(faults);
+    return known ? faults[index].name.data() : nullptr; // literals, which end in a zero byte
+}
+
+ORVEXSIM_EXPORT int orvexsim_trigger(const char *fault)
+{
+    return done([&](Library &library) { return library.trigger(fault ? fault : ""); });
+}
+
+ORVEXSIM_EXPORT int orvexsim_last_error(char *buffer, unsigned int size)
+{
+    return guarded(0, [&] { return copyText(Library::instance().lastError(), buffer, size); });
+}
+
+ORVEXSIM_EXPORT unsigned long long orvexsim_journal_length()
+{
+    return guarded(0ULL, []() -> unsigned long long { return Library::instance().journal.length(); });
+}
+
+ORVEXSIM_EXPORT int orvexsim_journal(unsigned long long from, OrvexsimCall *calls, int capacity)
+{
+    return guarded(0, [&] { return Library::instance().journal.read(from, calls, capacity); });
+}
+
+ORVEXSIM_EXPORT int orvexsim_calibration(int id, int sort, unsigned char *bytes)
+{
+    return askBoard(id, -1, [&](Board &board) {
+        return board.withSettings([&](const Settings &settings) {
+            const auto match = settings.calibrations.find(sort);
+            if (match == settings.calibrations.end())
+                return -1;
+            std::copy(match->second.begin(), match->second.end(), bytes);
+            return static_cast<int>(match->second.size());
+        });
     });
 }
 

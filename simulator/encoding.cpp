@@ -9,7 +9,7 @@ using namespace reports;
 
 namespace {
 
-static_assert(std::size(layouts) == kindCount, "a kind for each layout");
+static_assert(std::size(layouts) == layoutKindCount, "a kind for each layout");
 
 const Layout &layoutOf(Kind kind)
 {
@@ -120,7 +120,7 @@ Report adcReport(const Measurement &m)
 
 using Encoder = Report (*)(const Measurement &);
 
-constexpr Encoder encoders[kindCount] = {
+constexpr Encoder encoders[layoutKindCount] = {
     signal1Report, signal2Report,     signal3Report, signal4Report,  signal5Report, signal6Report,
     phaseReport,   penIdentityReport, dualPenReport, positionReport, adcReport,
 };
@@ -138,16 +138,5 @@ Report textReport(Type type, std::string_view text)
     write(reportLength, static_cast<std::int64_t>(std::min<std::size_t>(report.size(), 255)), report.data());
     write(reportType, type, report.data());
     std::copy(text.begin(), text.end(), report.begin() + textOffset);
-    return report;
-}
-
-Report unknownReport(Random &random)
-{
-    constexpr unsigned char unknownTypes[] = {33, 65, 200};
-    Report report(static_cast<std::size_t>(6 + random.below(15)));
-    for (unsigned char &byte : report)
-        byte = static_cast<unsigned char>(random.below(256));
-    write(reportLength, static_cast<std::int64_t>(report.size()), report.data());
-    write(reportType, unknownTypes[random.below(3)], report.data());
     return report;
 }

@@ -1,6 +1,8 @@
 #include "simulator/boundary.h"
+#include "simulator/textlines.h"
 
-#include <string_view>
+#include <chrono>
+#include <thread>
 
 // The entry points that move reports and commands, and those that concern no single board.
 
@@ -23,31 +25,43 @@ int loopBack(int device, const void *data, int length)
     return told < 0 ? told : length;
 }
 
+/// What a library does that calls back before a call of its own has returned.
+void deliverWithin(Board &board)
+{
+    const Report report = textReport(reports::TextReport, plainLine("within the command"));
+    board.deliver(report.data(), static_cast<unsigned int>(report.size()));
+}
+
 } // namespace
 
 int orvexAttach()
 {
+    called(__func__);
     return guarded(0, [] { return Library::instance().attach(); });
 }
 
 void orvexDetach()
 {
+    called(__func__);
     guarded([] { Library::instance().detach(); });
 }
 
 int orvexInterface()
 {
+    called(__func__);
     return usbInterface;
 }
 
 void orvexSetCallback(int device, OrvexDataCallback callback, void *context)
 {
+    called(__func__, device, callback, context);
     forBoards(device, [&](Board &board) { board.addListener(asFunction(callback), context); });
 }
 
 // The library has no remover of plug-and-play callbacks: this one takes out both sorts.
 void orvexClearCallback(int device, OrvexDataCallback callback, void *context)
 {
+    called(__func__, device, callback, context);
     forBoards(device, [&](Board &board) { board.removeListener(asFunction(callback), context); });
     if (device != 0)
         return;
@@ -59,6 +73,7 @@ void orvexClearCallback(int device, OrvexDataCallback callback, void *context)
 
 void orvexSetPnpCallback(OrvexPnpCallback callback, void *context)
 {
+    called(__func__, callback, context);
     guarded([&] {
         if (const auto notices = Library::instance().notices())
             notices->addListener(asFunction(callback), context);
@@ -67,44 +82,58 @@ void orvexSetPnpCallback(OrvexPnpCallback callback, void *context)
 
 int orvexSendCommand(int device, const char *command)
 {
+    called(__func__, device, command);
     if (!command)
         return -1;
-    return tellBoards(device, [&](Board &board) { board.command(command); });
+    const auto wrong =
+        guarded(Library::CommandFaults{}, [] { return Library::instance().takeCommandFaults(); });
+    if (wrong.delayMs > 0)
+        std::this_thread::sleep_for(std::chrono::milliseconds(wrong.delayMs));
+    return tellBoards(device, [&](Board &board) {
+        if (wrong.callback)
+            deliverWithin(board);
+        board.command(command);
+    });
 }
 
 int orvexWritePacket(int device, const void *data, int length)
 {
+    called(__func__, device, Hex{data, length});
     return loopBack(device, data, length);
 }
 
 void orvexEcho(int device, std::uint8_t length, const unsigned char *data)
 {
+    called(__func__, device, Hex{data, length});
     loopBack(device, data, length);
 }
 
 void orvexInject(int device, std::uint8_t length, const unsigned char *data)
 {
+    called(__func__, device, Hex{data, length});
     loopBack(device, data, length);
 }
 
 void orvexSendTouchPacketToSystem(int device, std::uint8_t length, const unsigned char *data)
 {
+    called(__func__, device, Hex{data, length});
     loopBack(device, data, length);
 }
 
 int orvexGetDeviceCount()
 {
-    return guarded(0, [] { return static_cast<int>(Library::instance().boards().size()); });
+    called(__func__);
+    return guarded(0, [] { return Library::instance().reportedCount(); });
 }
 
 std::uint8_t orvexEnumDeviceInfo(int index, _ORVEX_DEVICE_INFO *info)
 {
+    called(__func__, index, info);
     return guarded(std::uint8_t{0}, [&]() -> std::uint8_t {
-        const auto boards = Library::instance().boards();
-        const bool known = index >= 0 && static_cast<std::size_t>(index) < boards.size();
-        if (!known || !info || info->recordKind != knownRecordKind)
+        const auto id = Library::instance().reportedId(index);
+        if (!id || !info || info->recordKind != knownRecordKind)
             return 0;
-        info->deviceId = boards[static_cast<std::size_t>(index)]->id();
+        info->deviceId = *id;
         return 1;
     });
 }
@@ -112,6 +141,7 @@ std::uint8_t orvexEnumDeviceInfo(int index, _ORVEX_DEVICE_INFO *info)
 void orvexLibraryVersionNumber(unsigned char *major, unsigned char *minor, unsigned int *release,
                                unsigned int *build)
 {
+    called(__func__, major, minor, release, build);
     if (major)
         *major = 1;
     if (minor)
@@ -124,30 +154,32 @@ void orvexLibraryVersionNumber(unsigned char *major, unsigned char *minor, unsig
 
 void orvexLock()
 {
+    called(__func__);
     guarded([] { Library::instance().callerLock.take(); });
 }
 
 void orvexUnlock()
 {
+    called(__func__);
     guarded([] { Library::instance().callerLock.release(); });
 }
 
 int orvexSerialConnect(int port)
 {
-    if (port < 0)
-        return 0;
-    Library::instance().serialPort = port;
-    return 1;
+    called(__func__, port);
+    return guarded(0, [&] { return Library::instance().connectSerial(port) ? 1 : 0; });
 }
 
 int orvexSerialDisconnect()
 {
-    return Library::instance().serialPort.exchange(-1) < 0 ? 0 : 1;
+    called(__func__);
+    return guarded(0, [] { return Library::instance().disconnectSerial() ? 1 : 0; });
 }
 
 int orvexSerialGetConnected(int *port)
 {
-    const int connected = Library::instance().serialPort;
+    called(__func__, port);
+    const int connected = guarded(-1, [] { return Library::instance().connectedSerial(); });
     if (connected < 0)
         return 0;
     if (port)
@@ -157,10 +189,12 @@ int orvexSerialGetConnected(int *port)
 
 void orvexSerialSetStartupMode(int mode)
 {
+    called(__func__, mode);
     Library::instance().serialStartupMode = mode;
 }
 
 int orvexSerialGetStartupMode()
 {
+    called(__func__);
     return Library::instance().serialStartupMode;
 }

@@ -26,19 +26,18 @@ std::string echoOf(const std::string &text)
 } // namespace
 
 const Firmware::Command Firmware::commands[] = {
-    {".", &Firmware::stop},
-    {"B", &Firmware::start},
-    {"U8", &Firmware::lock},
-    {"U0", &Firmware::unlock},
-    {"<", &Firmware::stepDown},
-    {">", &Firmware::stepUp},
-    {"V", &Firmware::toggleVoltages},
-    {"T", &Firmware::toggleStatusText},
-    {"R", &Firmware::reset},
-    {"?", &Firmware::help},
-    {":RMM", &Firmware::resetExtremes},
-    {":MDU0", &Firmware::farewell},
-    {":MDP0", &Firmware::farewell},
+    {".", &Firmware::stop},           {"B", &Firmware::start},
+    {"U8", &Firmware::lock},          {"U0", &Firmware::unlock},
+    {"<", &Firmware::stepDown},       {">", &Firmware::stepUp},
+    {"V", &Firmware::toggleVoltages}, {"T", &Firmware::toggleStatusText},
+    {"R", &Firmware::reset},          {"?", &Firmware::help},
+    {"K1", nullptr, Kind::Signal1},   {"K2", nullptr, Kind::Signal2},
+    {"K3", nullptr, Kind::Signal3},   {"K4", nullptr, Kind::Signal4},
+    {"K5", nullptr, Kind::Signal5},   {"K6", nullptr, Kind::Signal6},
+    {"KH", nullptr, Kind::Phase},     {"KI", nullptr, Kind::PenIdentity},
+    {"KD", nullptr, Kind::DualPen},   {"KP", nullptr, Kind::Position},
+    {"K*", &Firmware::allKinds},      {":RMM", &Firmware::resetExtremes},
+    {":MDU0", &Firmware::farewell},   {":MDP0", &Firmware::farewell},
 };
 
 std::vector<std::string> Firmware::take(std::string_view bytes)
@@ -68,7 +67,8 @@ void Firmware::takeCharacter(char character, std::vector<std::string> &answers)
 std::string Firmware::answer(const Command &command)
 {
     pending.clear();
-    return plainLine(echoOf(command.name) + (this->*command.action)());
+    const std::string done = command.action ? (this->*command.action)() : toggleKind(command.kind);
+    return plainLine(echoOf(command.name) + done);
 }
 
 std::string Firmware::refusal()
@@ -124,6 +124,19 @@ std::string Firmware::stepUp()
 std::string Firmware::frequencyText() const
 {
     return "frequency " + std::to_string(sensor.frequency() * 225 / 4) + " Hz";
+}
+
+std::string Firmware::toggleKind(Kind kind)
+{
+    const auto index = static_cast<std::size_t>(kind);
+    state.muted.flip(index);
+    return std::string(kindNames[index]) + (state.muted[index] ? " off" : " on");
+}
+
+std::string Firmware::allKinds()
+{
+    state.muted.reset();
+    return "all kinds on";
 }
 
 std::string Firmware::toggleVoltages()

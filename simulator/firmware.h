@@ -1,7 +1,9 @@
 #pragma once
 
+#include "simulator/kinds.h"
 #include "simulator/sensor.h"
 
+#include <bitset>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,7 +13,8 @@ struct Switches
 {
     bool streaming = true;
     bool voltages = false;
-    bool statusText = false; ///< text reports of type 119
+    bool statusText = false;            ///< text reports of type 119
+    std::bitset<layoutKindCount> muted; ///< kinds that are switched off
 };
 
 /// The part of a board that understands commands.
@@ -36,7 +39,8 @@ private:
     struct Command
     {
         const char *name;
-        std::string (Firmware::*action)();
+        std::string (Firmware::*action)(); ///< null for one that switches a kind of report
+        Kind kind = Kind::Signal1;
     };
     static const Command commands[];
 
@@ -52,6 +56,8 @@ private:
     std::string stepDown();
     std::string stepUp();
     std::string frequencyText() const;
+    std::string toggleKind(Kind kind);
+    std::string allKinds();
     std::string toggleVoltages();
     std::string toggleStatusText();
     std::string resetExtremes();

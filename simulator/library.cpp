@@ -1,12 +1,26 @@
 #include "simulator/library.h"
 
 #include <algorithm>
+#include <iterator>
+#include <numeric>
 #include <system_error>
+
+namespace {
+
+constexpr int firstSerialBoard = 5000;
+constexpr int highestSerialPort = 255;
+
+} // namespace
 
 Library &Library::instance()
 {
     static Library library;
     return library;
+}
+
+Library::Library()
+{
+    readEnvironment();
 }
 
 Library::~Library()
@@ -30,8 +44,7 @@ int Library::attach()
             return 1;
         currentNotices = std::make_shared<Notices>();
         currentNotices->start();
-        for (Socket &socket : sockets)
-            power(socket);
+        power();
         return 1;
     } catch (const std::system_error &) {
         detach();
@@ -39,11 +52,23 @@ int Library::attach()
     }
 }
 
-void Library::power(Socket &socket)
+/// Starts the boards and what happens to them.
+void Library::power()
 {
-    auto board = std::make_shared<Board>(socket.id, socket.rate);
+    standing = {};
+    timeline = std::make_shared<Timeline>(
+        [this](const Timeline &source, const LibraryEvent &event) { happen(source, event); });
+    for (const BoardPlan &plan : plugged)
+        addSocket(plan);
+    startEvents();
+}
+
+void Library::addSocket(const BoardPlan &plan)
+{
+    auto board = std::make_shared<Board>(plan, tally, [this](const Board &gone) { vanish(gone); });
     board->start();
-    socket.board = std::move(board);
+    tally.know(plan.id);
+    sockets.push_back({plan, std::move(board)});
 }
 
 void Library::detach()
@@ -63,23 +88,35 @@ void Library::detach()
 
 void Library::letGo()
 {
-    std::vector<std::shared_ptr<Board>> leaving;
+    Leaving leaving;
     std::shared_ptr<Notices> notices;
     {
         const std::lock_guard lock(mutex);
-        for (Socket &socket : sockets) {
-            if (socket.board)
-                leaving.push_back(std::move(socket.board));
-            socket.board = nullptr;
-        }
+        leaving = takeOut();
         notices.swap(currentNotices);
     }
-    Threads ending;
+    Threads ending = stop(leaving);
     if (notices)
         ending.push_back(notices->stop());
-    for (const auto &board : leaving)
-        ending.push_back(board->stop());
     finish(std::move(ending));
+}
+
+Library::Leaving Library::takeOut()
+{
+    Leaving leaving;
+    leaving.sockets.swap(sockets);
+    leaving.timeline.swap(timeline);
+    return leaving;
+}
+
+Library::Threads Library::stop(const Leaving &leaving)
+{
+    Threads ending;
+    if (leaving.timeline)
+        ending.push_back(leaving.timeline->stop());
+    for (const Socket &socket : leaving.sockets)
+        ending.push_back(socket.board->stop());
+    return ending;
 }
 
 /// Joins the threads and those put aside before, or puts them aside.
@@ -92,18 +129,18 @@ void Library::finish(Threads ending)
         if (!Listeners::insideCallback())
             ending.swap(retired);
     }
-    for (std::thread &thread : ending)
-        thread.join();
+    for (std::thread &thread : ending) {
+        if (thread.joinable()) // what never started has none
+            thread.join();
+    }
 }
 
 std::vector<std::shared_ptr<Board>> Library::boards() const
 {
     const std::lock_guard lock(mutex);
     std::vector<std::shared_ptr<Board>> found;
-    for (const Socket &socket : sockets) {
-        if (socket.board)
-            found.push_back(socket.board);
-    }
+    for (const Socket &socket : sockets)
+        found.push_back(socket.board);
     return found;
 }
 
@@ -121,40 +158,100 @@ std::shared_ptr<Notices> Library::notices() const
     return currentNotices;
 }
 
+std::vector<int> Library::ids() const
+{
+    const std::lock_guard lock(mutex);
+    std::vector<int> found;
+    if (currentNotices)
+        for (const Socket &socket : sockets)
+            found.push_back(socket.plan.id);
+    else
+        for (const BoardPlan &plan : plugged)
+            found.push_back(plan.id);
+    return found;
+}
+
 bool Library::plug(int id)
 {
     const std::lock_guard lock(mutex);
-    if (sockets.size() == mostBoards)
+    return plugLocked(id, true);
+}
+
+/// \param lasting beyond the next detach
+bool Library::plugLocked(int id, bool lasting)
+{
+    const BoardPlan plan = planFor(id);
+    const auto sum = [](int total, const BoardPlan &other) { return total + other.rate; };
+    const int total = std::accumulate(plugged.begin(), plugged.end(), plan.rate, sum);
+    if (plugged.size() >= mostBoards || sockets.size() >= mostBoards || total > highestTotalRate)
         return false;
-    Socket socket{id, initialRate, nullptr};
-    if (currentNotices)
-        power(socket);
-    sockets.push_back(std::move(socket));
-    if (currentNotices)
+    if (currentNotices) {
+        addSocket(plan);
         currentNotices->post();
+    }
+    if (lasting)
+        plugged.push_back(plan);
     return true;
 }
 
 bool Library::unplug(int id)
 {
+    bool known = false;
+    {
+        const std::lock_guard lock(mutex);
+        const auto match = std::find_if(plugged.begin(), plugged.end(),
+                                        [id](const BoardPlan &plan) { return plan.id == id; });
+        known = match != plugged.end();
+        if (known)
+            plugged.erase(match);
+    }
+    Threads ending;
+    ending.push_back(pullOut(id));
+    known = known || ending.front().joinable();
+    finish(std::move(ending));
+    return known;
+}
+
+/// Stops the first board with this id and notifies.
+/// \return its thread; none when there is no such board
+std::thread Library::pullOut(int id)
+{
     std::shared_ptr<Board> leaving;
     {
         const std::lock_guard lock(mutex);
         const auto match = std::find_if(sockets.begin(), sockets.end(),
-                                        [id](const Socket &socket) { return socket.id == id; });
+                                        [id](const Socket &socket) { return socket.plan.id == id; });
         if (match == sockets.end())
-            return false;
+            return {};
         leaving = std::move(match->board);
         sockets.erase(match);
     }
-    if (!leaving)
-        return true;
+    std::thread ending = leaving->stop();
+    if (const auto current = notices())
+        current->post();
+    return ending;
+}
+
+/// Called on the board's own thread.
+void Library::vanish(const Board &board)
+{
+    const Listeners::Within within;
+    std::shared_ptr<Board> leaving;
+    {
+        const std::lock_guard lock(mutex);
+        const auto match = std::find_if(sockets.begin(), sockets.end(), [&board](const Socket &socket) {
+            return socket.board.get() == &board;
+        });
+        if (match == sockets.end())
+            return;
+        leaving = std::move(match->board);
+        sockets.erase(match);
+    }
     Threads ending;
     ending.push_back(leaving->stop());
     finish(std::move(ending));
     if (const auto current = notices())
         current->post();
-    return true;
 }
 
 bool Library::setRate(int id, int perSecond)
@@ -162,14 +259,48 @@ bool Library::setRate(int id, int perSecond)
     if (perSecond < 1 || perSecond > highestRate)
         return false;
     const std::lock_guard lock(mutex);
+    const auto total = [&](int sum, const BoardPlan &plan) {
+        return sum + (plan.id == id ? perSecond : plan.rate);
+    };
+    if (std::accumulate(plugged.begin(), plugged.end(), 0, total) > highestTotalRate)
+        return false;
     bool found = false;
-    for (Socket &socket : sockets) {
-        if (socket.id != id)
-            continue;
-        found = true;
-        socket.rate = perSecond;
-        if (socket.board)
-            socket.board->setRate(perSecond);
+    for (BoardPlan &plan : plugged) {
+        if (plan.id == id) {
+            plan.rate = perSecond;
+            found = true;
+        }
+    }
+    for (const Socket &socket : sockets) {
+        if (socket.plan.id == id) {
+            socket.board->happen({{}, BoardEvent::What::Rate, perSecond});
+            found = true;
+        }
     }
     return found;
+}
+
+bool Library::connectSerial(int port)
+{
+    const std::lock_guard lock(mutex);
+    if (port < 0 || port > highestSerialPort || serialPort >= 0 || !plugLocked(firstSerialBoard + port, true))
+        return false;
+    serialPort = port;
+    return true;
+}
+
+bool Library::disconnectSerial()
+{
+    int port = -1;
+    {
+        const std::lock_guard lock(mutex);
+        std::swap(port, serialPort);
+    }
+    return port >= 0 && (unplug(firstSerialBoard + port), true);
+}
+
+int Library::connectedSerial() const
+{
+    const std::lock_guard lock(mutex);
+    return serialPort;
 }

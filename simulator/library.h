@@ -2,22 +2,28 @@
 
 #include "simulator/board.h"
 #include "simulator/callerlock.h"
+#include "simulator/faults.h"
+#include "simulator/journal.h"
 #include "simulator/notices.h"
+#include "simulator/scenario.h"
+#include "simulator/tally.h"
+#include "simulator/timeline.h"
 
 #include <atomic>
 #include <condition_variable>
 #include <memory>
 #include <mutex>
+#include <optional>
+#include <set>
+#include <string>
 #include <thread>
 #include <vector>
 
-inline constexpr int firstBoardId = 1001;
-inline constexpr std::size_t mostBoards = 32;
-
 /// The library's one state: the boards that are plugged in and, while somebody is attached, their threads.
 ///
-/// Which boards are plugged in outlives a detach. Threads are never joined under the lock, nor from within a
-/// callback: there they are put aside, for the next attach or detach or the end of the library to join.
+/// Which boards are plugged in outlives a detach; what the scenario's timeline plugs and unplugs does not.
+/// Threads are never joined under the lock, nor from within a callback: there they are put aside, for the
+/// next attach or detach or the end of the library to join.
 class Library
 {
 public:
@@ -32,33 +38,87 @@ public:
     std::vector<std::shared_ptr<Board>> boardsWith(int id) const;
     /// Null while nobody is attached.
     std::shared_ptr<Notices> notices() const;
+    /// Ids of the boards that are plugged in, attached or not.
+    std::vector<int> ids() const;
 
     bool plug(int id);
     bool unplug(int id);
     bool setRate(int id, int perSecond);
+    /// Connects the board at a serial port, 0 to 255.
+    bool connectSerial(int port);
+    bool disconnectSerial();
+    /// -1 while none is connected.
+    int connectedSerial() const;
 
+    /// What the entry points say of the boards, lies included.
+    int reportedCount() const;
+    std::optional<int> reportedId(int index) const;
+    struct CommandFaults
+    {
+        int delayMs = 0;
+        bool callback = false;
+    };
+    /// What goes wrong with this command. A delay is for one command only.
+    CommandFaults takeCommandFaults();
+
+    /// Replaces all boards by those of another scenario. On failure nothing has changed but lastError().
+    bool choose(const std::string &nameOrPath);
+    std::string currentScenario() const;
+    bool trigger(const std::string &fault);
+    std::string lastError() const;
+
+    Tally tally;
+    Journal journal;
     CallerLock callerLock;
-    std::atomic<int> serialPort{-1}; ///< -1 while nothing is connected
     std::atomic<int> serialStartupMode{0};
 
 private:
     struct Socket
     {
-        int id;
-        int rate;
-        std::shared_ptr<Board> board; ///< null while nobody is attached
+        BoardPlan plan;
+        std::shared_ptr<Board> board;
     };
     using Threads = std::vector<std::thread>;
+    struct StandingFaults
+    {
+        std::set<int> failingIndexes;
+        int countLie = 0;
+        CommandFaults commands;
+    };
 
-    Library() = default;
-    static void power(Socket &socket);
+    Library();
+    void readEnvironment();
+    BoardPlan planFor(int id) const;
+    void addSocket(const BoardPlan &plan);
+    void power();
+    void startEvents();
+    struct Leaving
+    {
+        std::vector<Socket> sockets;
+        std::shared_ptr<Timeline> timeline;
+    };
+    Leaving takeOut();
+    static Threads stop(const Leaving &leaving);
     void letGo();
     void finish(Threads ending);
+    bool plugLocked(int id, bool lasting);
+    std::thread pullOut(int id);
+    void vanish(const Board &board);
+    void happen(const Timeline &source, const LibraryEvent &event);
+    void change(const LibraryEvent &event);
+    void complain(const std::string &line);
 
     mutable std::mutex mutex; ///< of everything below
     std::condition_variable detached;
-    std::vector<Socket> sockets{{firstBoardId, initialRate, nullptr}};
+    Scenario scenario;
+    std::string scenarioName;
+    std::string error;
+    std::vector<BoardPlan> plugged; ///< what is there at an attach
+    std::vector<Socket> sockets;    ///< what is there now; empty while nobody is attached
+    int serialPort = -1;
+    StandingFaults standing;
     std::shared_ptr<Notices> currentNotices;
-    Threads retired;   ///< told to end, and not yet joined
-    int detaching = 0; ///< detaches under way
+    std::shared_ptr<Timeline> timeline; ///< there with `currentNotices`
+    Threads retired;                    ///< told to end, and not yet joined
+    int detaching = 0;                  ///< detaches under way
 };

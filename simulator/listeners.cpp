@@ -14,6 +14,16 @@ bool Listeners::insideCallback()
     return depth > 0;
 }
 
+Listeners::Within::Within()
+{
+    ++depth;
+}
+
+Listeners::Within::~Within()
+{
+    --depth;
+}
+
 void Listeners::add(Function function, void *context)
 {
     if (!function)

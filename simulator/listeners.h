@@ -39,8 +39,18 @@ public:
         return called;
     }
 
-    /// Whether the calling thread is within a callback of any list.
+    /// Whether the calling thread is within a callback of any list, or holds a `Within`.
     static bool insideCallback();
+
+    /// Makes the calling thread one that must wait for nothing, as if it were within a callback.
+    class Within
+    {
+    public:
+        Within();
+        ~Within();
+        Within(const Within &) = delete;
+        Within &operator=(const Within &) = delete;
+    };
 
 private:
     struct Entry

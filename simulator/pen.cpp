@@ -26,7 +26,42 @@ double wayAlong(double inLine)
     return 1 - (inLine - writingSeconds) / (lineSeconds - writingSeconds);
 }
 
+constexpr double hoverStrength = 0.7;
+
+double between(double from, double to, double share)
+{
+    return from + (to - from) * share;
+}
+
+double lengthOf(const PenPath &path)
+{
+    double seconds = 0;
+    for (const PenPath::Point &point : path.points)
+        seconds += point.seconds;
+    return seconds;
+}
+
+Pen pathPen(const PenPath &path, double seconds)
+{
+    double left = std::fmod(seconds, lengthOf(path));
+    std::size_t index = 0;
+    while (index + 1 < path.points.size() && left >= path.points[index].seconds)
+        left -= path.points[index++].seconds;
+    const PenPath::Point &from = path.points[index];
+    const PenPath::Point &to = path.points[(index + 1) % path.points.size()];
+    const double share = left / from.seconds;
+    return {between(from.x, to.x, share), between(from.y, to.y, share), from.touches ? 1 : hoverStrength,
+            from.touches, from.touches ? 1 : 0};
+}
+
 } // namespace
+
+Pen firstPen(const PenPath &path, double seconds)
+{
+    if (path.away)
+        return {};
+    return path.points.empty() ? writingPen(seconds) : pathPen(path, seconds);
+}
 
 Pen writingPen(double seconds)
 {
@@ -36,7 +71,7 @@ Pen writingPen(double seconds)
 
     Pen pen;
     pen.touches = writing && std::fmod(inLine, wordSeconds) < penDownSeconds;
-    pen.strength = pen.touches ? 1 : writing ? 0.7 : 0.4;
+    pen.strength = pen.touches ? 1 : writing ? hoverStrength : 0.4;
     pen.buttons = (pen.touches ? 1 : 0) | (line == linesOnBoard - 1 ? 2 : 0);
     const double loop = turn * loopsPerSecond * seconds;
     pen.x = margin + lineLength * wayAlong(inLine) + loopRadius * std::cos(loop);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 /// Extent of a board in its own units of a tenth of a millimetre.
 inline constexpr int boardWidth = 16000;
 inline constexpr int boardHeight = 12000;
@@ -15,9 +17,27 @@ struct Pen
     int buttons = 0; ///< a bit for each button that is held down
 };
 
+/// Where the first pen goes.
+struct PenPath
+{
+    struct Point
+    {
+        double seconds = 1; ///< from here to the next point, more than 0
+        double x = 0;
+        double y = 0;
+        bool touches = false; ///< on the way to the next point
+    };
+
+    bool away = false;           ///< there is no pen
+    std::vector<Point> points{}; ///< over and over again; when there are none the pen writes
+};
+
+/// The first pen, on its path.
+/// \param seconds since the board started
+Pen firstPen(const PenPath &path, double seconds);
+
 /// The pen that writes: lines of looped words with lifts between them, from the top of the board to its
 /// bottom and over again.
-/// \param seconds since the board started
 Pen writingPen(double seconds);
 
 /// The second pen: it wanders in wide circles and touches the board in one half of them.

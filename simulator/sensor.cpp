@@ -21,7 +21,7 @@ char proximityOf(const Pen &pen)
 Measurement Sensor::measure(double seconds)
 {
     Measurement now;
-    now.pen = writingPen(seconds);
+    now.pen = firstPen(path, seconds);
     now.secondPen = wanderingPen(seconds);
     now.studentWrites = std::fmod(seconds, 16) >= 8;
     now.proximity = proximityOf(now.pen);

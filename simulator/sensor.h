@@ -5,6 +5,7 @@
 #include "simulator/signals.h"
 
 #include <cstdint>
+#include <utility>
 
 /// Length of one period of the fine signal, in the board's units: its dial turns once on this way, the
 /// coarse one's once on the whole board.
@@ -39,8 +40,9 @@ struct Measurement
 class Sensor
 {
 public:
-    explicit Sensor(std::uint32_t seed)
+    explicit Sensor(std::uint32_t seed, PenPath path_ = {})
         : random(seed)
+        , path(std::move(path_))
     {
     }
 
@@ -59,6 +61,7 @@ private:
     void measureQuality(Measurement &now);
 
     Random random;
+    const PenPath path;
     bool locked = false;
     int frequencyRaw = initialFrequency;
     bool extremesKnown = false;

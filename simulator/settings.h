@@ -1,11 +1,16 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <map>
 #include <utility>
 
 inline constexpr int calibrationColumns = 4;
 inline constexpr int calibrationRows = 3;
+
+/// Calibration data as callers hand it over: two 32-bit numbers for each point.
+using Calibration =
+    std::array<unsigned char, calibrationColumns * calibrationRows * 2 * sizeof(std::int32_t)>;
 
 /// Where the driver leads what a pen or finger does.
 struct Destination
@@ -14,7 +19,7 @@ struct Destination
     std::uint8_t extended = 0;
 };
 
-/// What the driver has been told about one board. Nothing here changes what the board sends.
+/// What the driver has been told about one board. Only the transfer mask changes what the board sends.
 struct Settings
 {
     std::uint8_t xferMask = 255;
@@ -30,4 +35,5 @@ struct Settings
     std::uint8_t debugMode = 0;
     std::uint32_t debugMask = 0;
     std::uint8_t calibrationMode = 0;
+    std::map<int, Calibration> calibrations; ///< by sort, as orvexsim.h numbers them
 };

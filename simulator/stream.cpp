@@ -16,27 +16,17 @@ constexpr auto statusDelay = 500ms; // keeps the two sorts of text apart
 constexpr auto voltagePeriod = 250ms;
 constexpr auto unknownPeriod = 4s;
 
-struct Share
-{
-    Kind kind;
-    int cards;
-};
-
-// In a regular order the kinds would beat with the tool's rate limit, and some would never be shown. The bar
-// graph lives on the first of them.
-constexpr Share shares[] = {
-    {Kind::Signal1, 5}, {Kind::Signal2, 2},     {Kind::Signal3, 2}, {Kind::Signal4, 2},  {Kind::Signal5, 3},
-    {Kind::Signal6, 2}, {Kind::PenIdentity, 2}, {Kind::DualPen, 2}, {Kind::Position, 2}, {Kind::Phase, 2},
-};
-
 } // namespace
 
-Stream::Stream(int id_, std::uint32_t seed)
-    : id(id_)
-    , random(seed)
-    , sensor(seed + 1)
+Stream::Stream(BoardPlan plan_)
+    : plan(std::move(plan_))
+    , random(plan.seed)
+    , sensor(plan.seed + 1, plan.pen)
     , firmware(sensor)
+    , odd(plan.seed + 2)
+    , greeted(!plan.lines)
 {
+    nextUnknown = unknownPeriod;
 }
 
 Report Stream::next(std::chrono::nanoseconds period)
@@ -51,23 +41,29 @@ Report Stream::greeting()
 {
     greeted = true;
     postponeText();
-    nextUnknown = clock + unknownPeriod;
-    return textReport(reports::TextReport, plainLine("board " + std::to_string(id) + " ready"));
+    return textReport(reports::TextReport, plainLine("board " + std::to_string(plan.id) + " ready"));
 }
 
 Report Stream::scheduled()
 {
-    if (clock >= nextText) {
+    if (plan.lines && clock >= nextText) {
         postponeText();
         return textReport(reports::TextReport, signalLine(measure()));
     }
     if (firmware.switches().statusText && due(nextStatus, statusPeriod))
-        return textReport(reports::TextOrAdcReport, statusLine(measure()));
+        return ofKind(Kind::StatusText);
     if (firmware.switches().voltages && due(nextVoltage, voltagePeriod))
-        return encode(Kind::Adc, measure());
-    if (due(nextUnknown, unknownPeriod))
-        return unknownReport(random);
-    return encode(nextKind(), measure());
+        return ofKind(Kind::Adc);
+    if (plan.unknowns && due(nextUnknown, unknownPeriod))
+        return odd.unknown();
+    return ofKind(nextKind());
+}
+
+Report Stream::ofKind(Kind kind)
+{
+    if (kind == Kind::StatusText)
+        return textReport(reports::TextOrAdcReport, statusLine(measure()));
+    return kind < Kind::StatusText ? encode(kind, measure()) : odd.next(kind);
 }
 
 void Stream::postponeText()
@@ -84,13 +80,26 @@ bool Stream::due(Time &at, Time again)
     return true;
 }
 
+/// Puts in what the commands have left; when that is nothing, all.
+void Stream::shuffleDeck()
+{
+    const auto fill = [this](const auto &isWanted) {
+        for (int kind = 0; kind < kindCount; ++kind) {
+            const int cards = plan.weights[static_cast<std::size_t>(kind)];
+            if (isWanted(kind))
+                deck.insert(deck.end(), static_cast<std::size_t>(cards), static_cast<Kind>(kind));
+        }
+    };
+    fill([this](int kind) { return !firmware.switches().muted[static_cast<std::size_t>(kind)]; });
+    if (deck.empty())
+        fill([](int) { return true; });
+    random.shuffle(deck);
+}
+
 Kind Stream::nextKind()
 {
-    if (deck.empty()) {
-        for (const Share &share : shares)
-            deck.insert(deck.end(), static_cast<std::size_t>(share.cards), share.kind);
-        random.shuffle(deck);
-    }
+    if (deck.empty())
+        shuffleDeck();
     const Kind kind = deck.back();
     deck.pop_back();
     return kind;
@@ -105,16 +114,18 @@ Measurement Stream::measure()
 
 std::vector<Report> Stream::command(std::string_view bytes)
 {
-    const bool voltages = firmware.switches().voltages;
-    const bool statusText = firmware.switches().statusText;
+    const Switches before = firmware.switches();
     std::vector<Report> answers;
     for (const std::string &answer : firmware.take(bytes))
         answers.push_back(textReport(reports::TextReport, answer));
     if (!answers.empty())
         postponeText();
-    if (firmware.switches().voltages && !voltages)
+    const Switches &now = firmware.switches();
+    if (now.voltages && !before.voltages)
         nextVoltage = clock;
-    if (firmware.switches().statusText && !statusText)
+    if (now.statusText && !before.statusText)
         nextStatus = clock + statusDelay;
+    if (now.muted != before.muted)
+        deck.clear();
     return answers;
 }

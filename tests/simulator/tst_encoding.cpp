@@ -1,4 +1,5 @@
 #include "simulator/encoding.h"
+#include "simulator/oddreports.h"
 
 #include <QtTest>
 
@@ -103,9 +104,9 @@ void tst_encoding::longTextsHaveTheLargestLengthByte()
 
 void tst_encoding::unknownTypes()
 {
-    Random random(1);
+    OddReports odd(1);
     for (int i = 0; i < 1000; ++i) {
-        const Report report = unknownReport(random);
+        const Report report = odd.unknown();
         QVERIFY(report.size() >= 6 && report.size() <= 20);
         QCOMPARE(static_cast<std::size_t>(report[0]), report.size());
         QVERIFY2(report[1] == 33 || report[1] == 65 || report[1] == 200, QByteArray::number(report[1]));

@@ -79,7 +79,22 @@ void tst_exports::exactlyTheEntryPointsAndTheControl()
                          "orvexsim_plug",
                          "orvexsim_unplug",
                          "orvexsim_set_rate",
-                         "orvexsim_send"};
+                         "orvexsim_send",
+                         "orvexsim_boards",
+                         "orvexsim_send_on",
+                         "orvexsim_totals",
+                         "orvexsim_counts",
+                         "orvexsim_wait_delivered",
+                         "orvexsim_scenario_count",
+                         "orvexsim_scenario",
+                         "orvexsim_last_error",
+                         "orvexsim_choose",
+                         "orvexsim_current_scenario",
+                         "orvexsim_trigger",
+                         "orvexsim_fault",
+                         "orvexsim_journal_length",
+                         "orvexsim_journal",
+                         "orvexsim_calibration"};
     expected.sort();
 
     QStringList exported;

@@ -22,7 +22,8 @@ using Answers = std::vector<std::string>;
 
 namespace {
 
-const std::string known = "not known, commands: . B U8 U0 < > V T R ? :RMM :MDU0 :MDP0!";
+const std::string known =
+    "not known, commands: . B U8 U0 < > V T R ? K1 K2 K3 K4 K5 K6 KH KI KD KP K* :RMM :MDU0 :MDP0!";
 
 } // namespace
 

@@ -86,14 +86,14 @@ int littleEndian(const Report &report, std::size_t offset)
 
 void tst_stream::sameBytesFromTheSameSeed()
 {
-    Stream first(1001, 7), second(1001, 7);
+    Stream first({1001, 7}), second({1001, 7});
     for (int i = 0; i < 5000; ++i)
         QCOMPARE(first.next(period), second.next(period));
 }
 
 void tst_stream::otherBytesFromAnotherSeed()
 {
-    Stream first(1001, 7), second(1001, 8);
+    Stream first({1001, 7}), second({1001, 8});
     int equal = 0;
     for (int i = 0; i < 1000; ++i)
         equal += first.next(period) == second.next(period);
@@ -102,7 +102,7 @@ void tst_stream::otherBytesFromAnotherSeed()
 
 void tst_stream::textsAtMostOnceASecond()
 {
-    Stream stream(1001, 7);
+    Stream stream({1001, 7});
     std::vector<int> textTimes;
     for (int ms = 0; ms < 30000; ms += 10) {
         if (stream.next(period).at(1) == 50)
@@ -117,7 +117,7 @@ void tst_stream::textsAtMostOnceASecond()
 
 void tst_stream::nothingThatTheBarGraphTakesForAVoltage()
 {
-    Stream stream(1001, 7);
+    Stream stream({1001, 7});
     stream.command("T");
     int statusTexts = 0;
     for (int i = 0; i < 30000; ++i) {
@@ -144,7 +144,7 @@ void tst_stream::everyKindPassesTheRateLimit()
 {
     QFETCH(int, seed);
     QFETCH(int, thresholdMs);
-    Stream stream(1001, static_cast<std::uint32_t>(seed));
+    Stream stream({1001, static_cast<std::uint32_t>(seed)});
     const std::map<Name, int> counts = passed(stream, 30, thresholdMs);
     std::set<Name> names;
     for (const auto &[name, count] : counts) {
@@ -160,7 +160,7 @@ void tst_stream::everyKindPassesTheRateLimit()
 
 void tst_stream::neighboursDiffer()
 {
-    Stream stream(1001, 7);
+    Stream stream({1001, 7});
     std::map<Name, Report> last;
     std::map<Name, int> repeated;
     for (int i = 0; i < 30000; ++i) {
@@ -176,7 +176,7 @@ void tst_stream::neighboursDiffer()
 
 void tst_stream::componentsStayWithinTheBars()
 {
-    Stream stream(1001, 7);
+    Stream stream({1001, 7});
     int largest = 0;
     for (int i = 0; i < 30000; ++i) {
         const Report report = stream.next(period);
@@ -209,7 +209,7 @@ void tst_stream::componentsFollowThePen()
 
 void tst_stream::voltagesAfterTheirCommand()
 {
-    Stream stream(1001, 7);
+    Stream stream({1001, 7});
     for (int i = 0; i < 1000; ++i)
         QVERIFY(stream.next(period).at(1) != 119);
     QCOMPARE(stream.command("V\r").size(), std::size_t{1});
@@ -228,7 +228,7 @@ void tst_stream::voltagesAfterTheirCommand()
 
 void tst_stream::answersPostponeTheNextText()
 {
-    Stream stream(1001, 7);
+    Stream stream({1001, 7});
     for (int ms = 0; ms <= 900; ms += 10)
         stream.next(period);
     QCOMPARE(stream.command("?").size(), std::size_t{1});

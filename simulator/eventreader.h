@@ -1,0 +1,11 @@
+#pragma once
+
+#include "simulator/scenario.h"
+#include "simulator/strictjson.h"
+
+/// Adds an entry of the timeline to the boards that it names, or to the library's events. The scenario's
+/// boards must be known.
+void readEvent(const JsonNode &node, Scenario &scenario);
+
+/// Does the same with an entry of the faults.
+void readFault(const JsonNode &node, Scenario &scenario);

@@ -1,0 +1,101 @@
+#include "simulator/oddreports.h"
+
+#include <string>
+
+using namespace reports;
+
+namespace {
+
+constexpr int greatestGarbage = 64;
+constexpr int typeCount = 256;
+constexpr std::size_t longLine = 10000;
+
+/// A report of type 50 that ends a line, for the Monitor as for the bar graph.
+Report lineReport(std::string text)
+{
+    text += "!\n";
+    return textReport(TextReport, text);
+}
+
+} // namespace
+
+Report OddReports::unknown()
+{
+    constexpr unsigned char unknownTypes[] = {33, 65, 200};
+    Report report = randomBytes(6 + random.below(15));
+    write(reportLength, static_cast<std::int64_t>(report.size()), report.data());
+    write(reportType, unknownTypes[random.below(3)], report.data());
+    return report;
+}
+
+Report OddReports::next(Kind kind)
+{
+    switch (kind) {
+    case Kind::AllTypes:
+        return allTypes();
+    case Kind::EndlessText:
+        return endlessText();
+    case Kind::LongText:
+        return longText();
+    case Kind::MarkupText:
+        return markupText();
+    case Kind::EveryByteText:
+        return everyByteText();
+    default:
+        return garbage();
+    }
+}
+
+Report OddReports::randomBytes(int length)
+{
+    Report report(static_cast<std::size_t>(length));
+    for (unsigned char &byte : report)
+        byte = static_cast<unsigned char>(random.below(256));
+    return report;
+}
+
+Report OddReports::garbage()
+{
+    Report report = randomBytes(nextLength);
+    nextLength = (nextLength + 1) % (greatestGarbage + 1);
+    return report;
+}
+
+Report OddReports::allTypes()
+{
+    Report report = randomBytes(40);
+    write(reportLength, static_cast<std::int64_t>(report.size()), report.data());
+    write(reportType, nextType, report.data());
+    nextType = (nextType + 1) % typeCount;
+    return report;
+}
+
+Report OddReports::endlessText()
+{
+    std::string text = "on and on ";
+    for (int words = random.below(4); words >= 0; --words)
+        text += std::to_string(random.below(100000)) + ' ';
+    return textReport(TextReport, text);
+}
+
+Report OddReports::longText()
+{
+    std::string text;
+    while (text.size() < longLine)
+        text += std::to_string(random.below(100000)) + ' ';
+    text.resize(longLine - 2);
+    return lineReport(text);
+}
+
+Report OddReports::markupText()
+{
+    return lineReport("<b>bold</b> <h1>&amp;&lt;%1 %2</h1> <img src=\"file:///nowhere.png\"> <a href='x'>");
+}
+
+Report OddReports::everyByteText()
+{
+    std::string text;
+    for (int value = 0; value < 256; ++value)
+        text += static_cast<char>(value);
+    return lineReport(text);
+}

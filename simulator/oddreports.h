@@ -1,0 +1,33 @@
+#pragma once
+
+#include "simulator/encoding.h"
+#include "simulator/random.h"
+
+/// Reports that no healthy board sends.
+class OddReports
+{
+public:
+    explicit OddReports(std::uint32_t seed)
+        : random(seed)
+    {
+    }
+
+    /// A report of a type that the tool has no layout for: 6 to 20 bytes.
+    Report unknown();
+    /// The next report of a kind from Kind::Garbage on.
+    Report next(Kind kind);
+
+private:
+    Report garbage();
+    Report allTypes();
+    Report endlessText();
+    Report longText();
+    static Report markupText();
+    static Report everyByteText();
+
+    Report randomBytes(int length);
+
+    Random random;
+    int nextLength = 0;
+    int nextType = 0;
+};

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "simulator/stream.h"
+
+#include <chrono>
+#include <deque>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+/// A board's stream together with what happens to it: the events of its plan, in the board's own time, and
+/// those that come from outside. Knows nothing of threads or real time.
+class Script
+{
+public:
+    struct Step
+    {
+        std::optional<Report> report;
+        std::chrono::nanoseconds wait{0}; ///< from here to the next step
+        bool vanishes = false;            ///< the board is gone after this report
+    };
+
+    explicit Script(BoardPlan plan);
+
+    Step next();
+    /// Lets something happen from now on: the event's time counts from here.
+    void add(BoardEvent event);
+    /// Carries out commands.
+    /// \return the answers as reports, to be sent at once
+    std::vector<Report> command(std::string_view bytes) { return stream.command(bytes); }
+
+    bool streaming() const { return stream.streaming(); }
+    bool somethingOnBoard() const { return stream.somethingOnBoard(); }
+
+private:
+    struct Burst
+    {
+        int left;
+        std::optional<Kind> kind;
+    };
+
+    void perform(const BoardEvent &event);
+    Step burst();
+    Step vanish();
+
+    std::vector<BoardEvent> events; ///< to come, in the order of their times
+    const int plannedRate;
+    std::chrono::nanoseconds period;
+    Stream stream;
+    std::deque<Report> out; ///< of the events, to be sent first
+    std::deque<Burst> bursts;
+    std::chrono::nanoseconds pause{0};
+    bool vanishing = false;
+};
