@@ -5,18 +5,17 @@
 #include <QtGlobal>
 #include <string>
 
-SimulatedLibrary::SimulatedLibrary()
-    : handle(dlopen(SIMULATOR_FILE, RTLD_NOW))
+SimulatedLibrary::SimulatedLibrary(const char *file)
+    : handle(dlopen(file, RTLD_NOW))
 {
     if (!handle)
         qFatal("%s", dlerror());
 #define LOOK_UP(name) name = reinterpret_cast<decltype(name)>(dlsym(handle, #name));
     ORVEX_LOOKUPS(LOOK_UP)
 #undef LOOK_UP
-    plug = reinterpret_cast<decltype(plug)>(dlsym(handle, "orvexsim_plug"));
-    unplug = reinterpret_cast<decltype(unplug)>(dlsym(handle, "orvexsim_unplug"));
-    setRate = reinterpret_cast<decltype(setRate)>(dlsym(handle, "orvexsim_set_rate"));
-    send = reinterpret_cast<decltype(send)>(dlsym(handle, "orvexsim_send"));
+#define LOOK_UP(member, name) member = reinterpret_cast<decltype(member)>(dlsym(handle, #name));
+    ORVEXSIM_FUNCTIONS(LOOK_UP)
+#undef LOOK_UP
 }
 
 SimulatedLibrary::~SimulatedLibrary()
@@ -37,6 +36,31 @@ bool SimulatedLibrary::isLoaded()
     if (found)
         dlclose(found);
     return found != nullptr;
+}
+
+std::vector<int> SimulatedLibrary::boardIds() const
+{
+    std::vector<int> ids(static_cast<std::size_t>(boards(nullptr, 0)));
+    boards(ids.data(), static_cast<int>(ids.size()));
+    return ids;
+}
+
+std::string SimulatedLibrary::error() const
+{
+    std::string text(static_cast<std::size_t>(lastError(nullptr, 0)) + 1, ' ');
+    lastError(text.data(), static_cast<unsigned int>(text.size()));
+    text.pop_back();
+    return text;
+}
+
+std::vector<std::string> SimulatedLibrary::callsFrom(unsigned long long number) const
+{
+    std::vector<OrvexsimCall> calls(4096);
+    calls.resize(static_cast<std::size_t>(journal(number, calls.data(), 4096)));
+    std::vector<std::string> texts;
+    for (const OrvexsimCall &call : calls)
+        texts.emplace_back(call.text);
+    return texts;
 }
 
 void Recorder::data(int device, const unsigned char *bytes, unsigned int length, void *recorder)

@@ -4,14 +4,38 @@
 #include "simulator/orvexsim.h"
 
 #include <mutex>
+#include <string>
 #include <thread>
 #include <vector>
+
+/// X(member, name) for each function of the control.
+#define ORVEXSIM_FUNCTIONS(X)                                                                                \
+    X(plug, orvexsim_plug)                                                                                   \
+    X(unplug, orvexsim_unplug)                                                                               \
+    X(setRate, orvexsim_set_rate)                                                                            \
+    X(boards, orvexsim_boards)                                                                               \
+    X(send, orvexsim_send)                                                                                   \
+    X(sendOn, orvexsim_send_on)                                                                              \
+    X(totals, orvexsim_totals)                                                                               \
+    X(counts, orvexsim_counts)                                                                               \
+    X(waitDelivered, orvexsim_wait_delivered)                                                                \
+    X(scenarioCount, orvexsim_scenario_count)                                                                \
+    X(scenario, orvexsim_scenario)                                                                           \
+    X(choose, orvexsim_choose)                                                                               \
+    X(currentScenario, orvexsim_current_scenario)                                                            \
+    X(fault, orvexsim_fault)                                                                                 \
+    X(trigger, orvexsim_trigger)                                                                             \
+    X(lastError, orvexsim_last_error)                                                                        \
+    X(journalLength, orvexsim_journal_length)                                                                \
+    X(journal, orvexsim_journal)                                                                             \
+    X(calibration, orvexsim_calibration)
 
 /// The simulator, loaded with the dynamic loader and unloaded in the end.
 class SimulatedLibrary
 {
 public:
-    SimulatedLibrary();
+    /// \param file the complete library, or one of its variants
+    explicit SimulatedLibrary(const char *file = SIMULATOR_FILE);
     ~SimulatedLibrary();
     SimulatedLibrary(const SimulatedLibrary &) = delete;
     SimulatedLibrary &operator=(const SimulatedLibrary &) = delete;
@@ -22,10 +46,15 @@ public:
 #define DECLARE_POINTER(name, returns, parameters) returns(*name) parameters = nullptr;
     ORVEX_POINTERS(DECLARE_POINTER)
 #undef DECLARE_POINTER
-    decltype(::orvexsim_plug) *plug;
-    decltype(::orvexsim_unplug) *unplug;
-    decltype(::orvexsim_set_rate) *setRate;
-    decltype(::orvexsim_send) *send;
+#define DECLARE_POINTER(member, name) decltype(::name) *member = nullptr;
+    ORVEXSIM_FUNCTIONS(DECLARE_POINTER)
+#undef DECLARE_POINTER
+
+    std::vector<int> boardIds() const;
+    /// The last error, as text.
+    std::string error() const;
+    /// Texts of the calls from this number on.
+    std::vector<std::string> callsFrom(unsigned long long number) const;
 
 private:
     void *handle;
