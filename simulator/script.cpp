@@ -37,7 +37,14 @@ Script::Step Script::next()
     }
     if (vanishing)
         return vanish();
-    return bursts.empty() ? Step{stream.next(period), period} : burst();
+    return bursts.empty() ? regular() : burst();
+}
+
+Script::Step Script::regular()
+{
+    const auto before = stream.time();
+    const Report report = stream.next(period);
+    return {report, stream.time() - before}; // the greeting takes no time
 }
 
 void Script::add(BoardEvent event)

@@ -40,6 +40,7 @@ private:
     };
 
     void perform(const BoardEvent &event);
+    Step regular();
     Step burst();
     Step vanish();
 
