@@ -4,6 +4,7 @@
 #include "host/thrown.h"
 #include "plugin/tendroplugininterface.h"
 
+#include <algorithm>
 #include <QAction>
 #include <QCloseEvent>
 #include <QLabel>
@@ -18,10 +19,19 @@ namespace {
 
 constexpr QSize comfortableSize{900, 700};
 
-QString menuCaption(const QString &group)
+/// Puts the mark of keyboard access before the first letter that no other menu of the bar uses.
+QString withMnemonic(QString caption, const QMenuBar &bar)
 {
-    QString caption = group.at(0).toUpper() + group.mid(1);
-    return caption.replace(QLatin1Char('&'), QLatin1String("&&"));
+    QString taken;
+    const QList<QAction *> menus = bar.actions();
+    for (const QAction *menu : menus)
+        taken += menu->text().section(QLatin1Char('&'), 1).left(1);
+    const auto free = std::find_if(caption.cbegin(), caption.cend(), [&](QChar letter) {
+        return letter.isLetterOrNumber() && !taken.contains(letter, Qt::CaseInsensitive);
+    });
+    if (free != caption.cend())
+        caption.insert(static_cast<int>(free - caption.cbegin()), QLatin1Char('&'));
+    return caption;
 }
 
 /// What a call into a tool returns; nothing, with a line on standard error, when it throws.
@@ -47,15 +57,17 @@ HostWindow::HostWindow(const std::vector<LoadedPlugin> &plugins)
     auto *hint = new QLabel(tr("Choose a tool from the tool bar."));
     hint->setAlignment(Qt::AlignCenter);
     workArea_->addWidget(hint);
+    workArea_->setAccessibleName(tr("Work area"));
     setCentralWidget(workArea_);
 
     addFileMenu();
     QToolBar *toolBar = addToolBar(tr("Tools"));
+    toolBar->setAccessibleName(tr("Tools"));
     toolBar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    addHelpMenu();
     for (const LoadedPlugin &plugin : plugins_)
         addTool(plugin, *toolBar);
-    addHelpMenu();
-    statusBar();
+    statusBar()->setAccessibleName(tr("Status"));
 }
 
 HostWindow::~HostWindow()
@@ -66,19 +78,24 @@ HostWindow::~HostWindow()
 void HostWindow::addFileMenu()
 {
     QMenu *menu = menuBar()->addMenu(tr("&File"));
-    closeAction_ = menu->addAction(tr("&Close Tool"), this, &HostWindow::closeTool, QKeySequence::Close);
+    closeAction_ =
+        menu->addAction(tr("&Close Tool"), this, &HostWindow::closeTool, QKeySequence(Qt::CTRL + Qt::Key_W));
     closeAction_->setEnabled(false);
-    menu->addAction(tr("&Quit"), this, &QWidget::close, QKeySequence::Quit);
+    menu->addAction(tr("&Quit"), this, &QWidget::close, QKeySequence(Qt::CTRL + Qt::Key_Q));
 }
 
 void HostWindow::addHelpMenu()
 {
-    menuBar()->addMenu(tr("&Help"))->addAction(tr("&About"), this, &HostWindow::showAbout);
+    helpMenu_ = menuBar()->addMenu(tr("&Help"));
+    helpMenu_->addAction(tr("&About"), this, &HostWindow::showAbout, QKeySequence(Qt::Key_F1));
 }
 
 void HostWindow::addTool(const LoadedPlugin &plugin, QToolBar &toolBar)
 {
     QAction *action = launchAction(plugin);
+    const int number = toolBar.actions().size() + 1;
+    if (action->shortcut().isEmpty() && number <= 9)
+        action->setShortcut(QKeySequence(Qt::CTRL + Qt::Key_0 + number));
     groupMenu(plugin.category.group)->addAction(action);
     toolBar.addAction(action);
     connect(action, &QAction::triggered, this, [this, &plugin] {
@@ -91,7 +108,16 @@ QMenu *HostWindow::groupMenu(const QString &group)
 {
     QMenu *&menu = groupMenus_[group];
     if (!menu)
-        menu = menuBar()->addMenu(menuCaption(group));
+        menu = addMenu(group.at(0).toUpper() + group.mid(1));
+    return menu;
+}
+
+QMenu *HostWindow::addMenu(const QString &name)
+{
+    QString caption = name;
+    caption.replace(QLatin1Char('&'), QLatin1String("&&"));
+    auto *menu = new QMenu(withMnemonic(caption, *menuBar()), this);
+    menuBar()->insertMenu(helpMenu_->menuAction(), menu);
     return menu;
 }
 

@@ -11,7 +11,8 @@ class QToolBar;
 
 /// The host's window: menus, a tool bar, and a work area that shows one tool at a time.
 ///
-/// A tool is always told to close before its widget is hidden, replaced or deleted.
+/// A tool is always told to close before its widget is hidden, replaced or deleted. The first nine tools open
+/// by Ctrl and their number, unless their actions have shortcuts already.
 class HostWindow : public QMainWindow
 {
     Q_OBJECT
@@ -27,6 +28,9 @@ public:
 
     /// The tool in the work area, or null.
     const LoadedPlugin *openPlugin() const { return open_; }
+
+    /// Adds an empty menu before "Help", with a letter of its own for the keyboard.
+    QMenu *addMenu(const QString &name);
 
     /// Id, description, copyright and version of each tool, as plain text.
     QString aboutText() const;
@@ -58,5 +62,6 @@ private:
     const LoadedPlugin *open_ = nullptr;
     QStackedWidget *workArea_;
     QAction *closeAction_ = nullptr;
+    QMenu *helpMenu_ = nullptr;
     QHash<QString, QMenu *> groupMenus_;
 };

@@ -39,6 +39,8 @@ std::unique_ptr<QCoreApplication> createApplication(int &argc, char **argv)
     const bool onlyPrints = hasArgument(argc, argv, {"--list", "--help", "-h", "--version", "-v"});
     if (onlyPrints || !hasDisplay(argc, argv))
         return std::make_unique<QCoreApplication>(argc, argv);
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     return std::make_unique<QApplication>(argc, argv);
 }
 

@@ -89,8 +89,8 @@ QAction *HostWindowTest::action(const char *caption) const
 void HostWindowTest::showsGroupsInOrder()
 {
     const QList<QAction *> menus = window_->menuBar()->actions();
-    QCOMPARE(captions(menus), QStringList({QStringLiteral("&File"), QStringLiteral("Basic"),
-                                           QStringLiteral("Advanced"), QStringLiteral("&Help")}));
+    QCOMPARE(captions(menus), QStringList({QStringLiteral("&File"), QStringLiteral("&Basic"),
+                                           QStringLiteral("&Advanced"), QStringLiteral("&Help")}));
     QCOMPARE(captions(menus[1]->menu()->actions()),
              QStringList({QStringLiteral("Second caption"), QStringLiteral("Windowless caption")}));
     QCOMPARE(captions(menus[2]->menu()->actions()), QStringList(QStringLiteral("Tenth caption")));

@@ -34,6 +34,7 @@ private slots:
     void waitsForTheRestOfTheTime();
     void closesOnlyAfterTheTime();
     void takesSnapshots();
+    void followsScaling();
     void findsDriver();
     void translates();
 
@@ -231,6 +232,22 @@ void ProgramTest::takesSnapshots()
     QVERIFY(first.width() >= 950);
     QCOMPARE(first.size(), second.size());
     QVERIFY(first != second);
+}
+
+void ProgramTest::followsScaling()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    const auto widthAt = [&](const char *factor) {
+        environment.insert(QStringLiteral("QT_SCALE_FACTOR"), QLatin1String(factor));
+        const QString pictures = folder_->filePath(QLatin1String(factor));
+        run(withFolder(
+                {QStringLiteral("--for"), QStringLiteral("0"), QStringLiteral("--snapshot"), pictures}),
+            environment);
+        return QImage(pictures + QStringLiteral("/second.png")).width();
+    };
+    const int width = widthAt("1");
+    QVERIFY(width >= 950);
+    QCOMPARE(widthAt("2"), 2 * width);
 }
 
 void ProgramTest::findsDriver()
