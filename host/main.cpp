@@ -1,10 +1,13 @@
+#include "host/boardmenu.h"
 #include "host/complaint.h"
 #include "host/driverlibrary.h"
 #include "host/hostwindow.h"
 #include "host/options.h"
 #include "host/pluginloading.h"
 #include "host/quitsignals.h"
+#include "host/reportrates.h"
 #include "host/script.h"
+#include "host/simulation.h"
 #include "host/translation.h"
 #include "host/windowmemory.h"
 
@@ -14,6 +17,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QSettings>
+#include <QStatusBar>
 #include <QTranslator>
 #include <string_view>
 
@@ -36,7 +40,8 @@ bool hasDisplay(int argc, char **argv)
 /// Without a display the widgets' application object would abort, even for a wrong option.
 std::unique_ptr<QCoreApplication> createApplication(int &argc, char **argv)
 {
-    const bool onlyPrints = hasArgument(argc, argv, {"--list", "--help", "-h", "--version", "-v"});
+    const bool onlyPrints =
+        hasArgument(argc, argv, {"--list", "--list-scenarios", "--help", "-h", "--version", "-v"});
     if (onlyPrints || !hasDisplay(argc, argv))
         return std::make_unique<QCoreApplication>(argc, argv);
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
@@ -66,11 +71,16 @@ void quit(HostWindow &window)
     QCoreApplication::quit();
 }
 
-int runWindow(const std::vector<LoadedPlugin> &plugins, const Options &options)
+int runWindow(const std::vector<LoadedPlugin> &plugins, const std::optional<Simulation> &simulation,
+              const Options &options)
 {
     if (!qobject_cast<QApplication *>(QCoreApplication::instance()))
         return complain(QStringLiteral("no display; QT_QPA_PLATFORM=offscreen runs without one"));
     HostWindow window(plugins);
+    if (simulation) {
+        new BoardMenu(window, *simulation);
+        window.statusBar()->addPermanentWidget(new ReportRates(*simulation));
+    }
     const QuitSignals quitSignals;
     QObject::connect(&quitSignals, &QuitSignals::quitRequested, &window, [&window] { quit(window); });
     Script script(window, plugins, options);
@@ -86,19 +96,34 @@ int runWindow(const std::vector<LoadedPlugin> &plugins, const Options &options)
     return show(window, script);
 }
 
-int run(const Options &options)
+int printScenarios(const Simulation &simulation)
 {
-    QTranslator translator;
-    QString error;
-    if (options.translation.isEmpty())
-        installSystemTranslation(translator);
-    else
-        error = installTranslation(translator, options.translation);
-    if (error.isEmpty() && !options.driver.isEmpty())
-        error = loadDriver(options.driver);
-    if (!error.isEmpty())
-        return complain(error);
+    for (const Simulation::Scenario &scenario : simulation.scenarios())
+        std::printf("%s\t%s\n", qUtf8Printable(scenario.name), qUtf8Printable(scenario.title));
+    return 0;
+}
 
+/// Loads the driver library that is asked for.
+QString loadLibrary(const Options &options)
+{
+    if (!options.simulate && !options.listScenarios)
+        return options.driver.isEmpty() ? QString() : loadDriver(options.driver);
+    const QString error = loadSimulator();
+    if (error.isEmpty() && !Simulation::find())
+        return QStringLiteral("the simulator is of another version than the host");
+    return error;
+}
+
+QString install(QTranslator &translator, const Options &options)
+{
+    if (!options.translation.isEmpty())
+        return installTranslation(translator, options.translation);
+    installSystemTranslation(translator);
+    return {};
+}
+
+int runTools(const Options &options, const std::optional<Simulation> &simulation)
+{
     const QStringList folders =
         options.pluginFolders.isEmpty() ? defaultPluginFolders() : options.pluginFolders;
     const PluginScan scan = scanPlugins(folders);
@@ -106,7 +131,26 @@ int run(const Options &options)
         complain(refusal);
     if (scan.plugins.empty())
         return complain(QStringLiteral("no plugin in ") + folders.join(QLatin1String(", ")));
-    return options.list ? printList(scan.plugins) : runWindow(scan.plugins, options);
+    return options.list ? printList(scan.plugins) : runWindow(scan.plugins, simulation, options);
+}
+
+int run(const Options &options)
+{
+    QTranslator translator;
+    QString error = install(translator, options);
+    if (error.isEmpty())
+        error = loadLibrary(options);
+    const std::optional<Simulation> simulation = Simulation::find();
+    if (error.isEmpty() && simulation && !options.scenario.isEmpty())
+        error = simulation->choose(options.scenario);
+    if (!error.isEmpty())
+        return complain(error);
+    if (options.listScenarios)
+        return printScenarios(*simulation);
+    // The simulator itself has told why it refused the one that the environment names.
+    if (options.simulate && simulation->currentScenario().isEmpty())
+        return badInput;
+    return runTools(options, simulation);
 }
 
 } // namespace

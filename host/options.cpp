@@ -83,6 +83,28 @@ QString readFolders(const QCommandLineParser &parser, Options &options)
     return {};
 }
 
+/// The parser knows no value that may be left out: gives "--simulate" an empty one.
+QStringList withScenario(QStringList arguments)
+{
+    for (int i = 1; i < arguments.size(); ++i) {
+        if (arguments[i] != QLatin1String("--simulate"))
+            continue;
+        const bool hasValue = i + 1 < arguments.size() && !arguments[i + 1].startsWith(QLatin1Char('-'));
+        arguments[i] += QLatin1Char('=') + (hasValue ? arguments.takeAt(i + 1) : QString());
+    }
+    return arguments;
+}
+
+QString readSimulation(const QCommandLineParser &parser, Options &options)
+{
+    options.simulate = parser.isSet(QStringLiteral("simulate"));
+    options.scenario = parser.value(QStringLiteral("simulate"));
+    options.listScenarios = parser.isSet(QStringLiteral("list-scenarios"));
+    if (options.simulate && parser.isSet(QStringLiteral("driver")))
+        return QStringLiteral("--simulate and --driver: expected one of them at most");
+    return {};
+}
+
 } // namespace
 
 bool Options::needsTool() const
@@ -109,6 +131,10 @@ void declareOptions(QCommandLineParser &parser)
         option("list", "Print id, category, version and file of each tool, parted by tabs, and exit."),
         option("open", "Open the tool with this id.", "ID"),
         option("driver", "Load this driver library first, so that the tool finds it.", "FILE"),
+        option("simulate",
+               "Load the simulator as the driver library; with a name or a file, choose a scenario.",
+               "[SCENARIO]"),
+        option("list-scenarios", "Print name and title of each scenario, parted by a tab, and exit."),
         option("type", "Type this into the tool's line edit, then Return (repeatable).", "TEXT"),
         option("tab", "Show this tab for so long, 1 second by default (repeatable).", "CAPTION[=SECONDS]"),
         option("for", "Close after so many seconds; without it, close after the last --tab, if any.",
@@ -122,7 +148,7 @@ void declareOptions(QCommandLineParser &parser)
 
 QString readOptions(QCommandLineParser &parser, const QStringList &arguments, Options &options)
 {
-    if (!parser.parse(arguments))
+    if (!parser.parse(withScenario(arguments)))
         return parser.errorText();
     if (!parser.positionalArguments().isEmpty())
         return QStringLiteral("Unexpected argument '%1'.").arg(parser.positionalArguments().constFirst());
@@ -135,6 +161,8 @@ QString readOptions(QCommandLineParser &parser, const QStringList &arguments, Op
     QString error = readTimes(parser, options);
     if (error.isEmpty())
         error = readFolders(parser, options);
+    if (error.isEmpty())
+        error = readSimulation(parser, options);
     if (error.isEmpty())
         error = readFile(parser, "driver", options.driver);
     if (error.isEmpty())

@@ -22,6 +22,11 @@ struct Options
     bool list = false;
     QString openId;
     QString driver;
+    /// Whether the simulator is loaded as the driver library.
+    bool simulate = false;
+    /// Empty for the one that the environment chooses.
+    QString scenario;
+    bool listScenarios = false;
     QStringList typedLines;
     std::vector<TabStop> tabs;
     std::optional<int> closeAfterMs;

@@ -26,6 +26,8 @@ class OptionsTest : public QObject
 private slots:
     void readsNothing();
     void readsEverything();
+    void readsScenario_data();
+    void readsScenario();
     void readsTabs_data();
     void readsTabs();
     void refuses_data();
@@ -59,6 +61,30 @@ void OptionsTest::readsEverything()
     QCOMPARE(options.pluginFolders, QStringList({QStringLiteral("/"), QStringLiteral("/usr")}));
     QCOMPARE(options.snapshotFolder, QStringLiteral("out"));
     QVERIFY(options.needsTool());
+}
+
+void OptionsTest::readsScenario_data()
+{
+    QTest::addColumn<QString>("arguments");
+    QTest::addColumn<bool>("simulate");
+    QTest::addColumn<QString>("scenario");
+
+    QTest::newRow("none") << "--rows" << false << "";
+    QTest::newRow("no value at the end") << "--rows --simulate" << true << "";
+    QTest::newRow("no value before an option") << "--simulate --rows" << true << "";
+    QTest::newRow("a name") << "--simulate flood --rows" << true << "flood";
+    QTest::newRow("a name with an equals sign") << "--simulate=flood --rows" << true << "flood";
+    QTest::newRow("the last one counts") << "--simulate --rows --simulate flood" << true << "flood";
+}
+
+void OptionsTest::readsScenario()
+{
+    QFETCH(QString, arguments);
+    Options options;
+    QCOMPARE(read(arguments.split(QLatin1Char(' ')), options), QString());
+    QTEST(options.simulate, "simulate");
+    QTEST(options.scenario, "scenario");
+    QCOMPARE(options.rows, true);
 }
 
 void OptionsTest::readsTabs_data()
@@ -113,6 +139,8 @@ void OptionsTest::refuses_data()
                                     << "--driver /nowhere: no such file, or it can't be read";
     QTest::newRow("driver is a folder")
         << words("--driver /") << "--driver /: no such file, or it can't be read";
+    QTest::newRow("two drivers") << words("--simulate --driver /proc/self/status")
+                                 << "--simulate and --driver: expected one of them at most";
     QTest::newRow("no such translation")
         << words("--translation /nowhere") << "--translation /nowhere: no such file, or it can't be read";
 }

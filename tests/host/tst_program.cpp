@@ -35,6 +35,9 @@ private slots:
     void closesOnlyAfterTheTime();
     void takesSnapshots();
     void followsScaling();
+    void listsScenarios();
+    void refusesBadScenario_data();
+    void refusesBadScenario();
     void findsDriver();
     void translates();
 
@@ -158,8 +161,9 @@ void ProgramTest::showsHelpAndVersion()
 {
     const Run help = run({QStringLiteral("--help")});
     QCOMPARE(help.status, 0);
-    for (const char *name : {"--plugins", "--list", "--open", "--driver", "--type", "--tab", "--for",
-                             "--rows", "--snapshot", "--translation", "--help", "--version"})
+    for (const char *name :
+         {"--plugins", "--list", "--open", "--driver", "--type", "--tab", "--for", "--rows", "--snapshot",
+          "--simulate", "--list-scenarios", "--translation", "--help", "--version"})
         QVERIFY2(help.output.contains(QLatin1String(name)), name);
     const Run version = run({QStringLiteral("--version")});
     QCOMPARE(version.output, QStringLiteral("tendro-host 1.0\n"));
@@ -248,6 +252,41 @@ void ProgramTest::followsScaling()
     const int width = widthAt("1");
     QVERIFY(width >= 950);
     QCOMPARE(widthAt("2"), 2 * width);
+}
+
+void ProgramTest::listsScenarios()
+{
+    const Run host = run({QStringLiteral("--list-scenarios")});
+    QCOMPARE(host.status, 0);
+    const QStringList lines = host.output.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    QVERIFY(lines.contains(QStringLiteral("default\tOne board on which a pen writes")));
+    QVERIFY(lines.contains(QStringLiteral("no-boards\tNo board at all")));
+}
+
+void ProgramTest::refusesBadScenario_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("place");
+    QTest::newRow("no such file") << QByteArray() << "scenario.json";
+    QTest::newRow("not JSON") << QByteArray("{\n  \"title\":\n") << "scenario.json";
+    QTest::newRow("unknown key") << QByteArray("{\"title\": \"x\", \"bords\": []}\n") << "bords";
+}
+
+void ProgramTest::refusesBadScenario()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QString, place);
+    if (!content.isEmpty())
+        QVERIFY(folder_->addFile(QStringLiteral("scenario.json"), content));
+    const Run host = run(withFolder(
+        {QStringLiteral("--simulate"), folder_->filePath(QStringLiteral("scenario.json")),
+         QStringLiteral("--open"), QStringLiteral("Second"), QStringLiteral("--for"), QStringLiteral("0")}));
+    QCOMPARE(host.status, 2);
+    QCOMPARE(host.errors.size(), 1);
+    QVERIFY2(host.errors[0].contains(QStringLiteral("scenario.json")) && host.errors[0].contains(place),
+             qPrintable(host.errors[0]));
+    // not even a tool was loaded
+    QCOMPARE(folder_->events(), QStringList());
 }
 
 void ProgramTest::findsDriver()

@@ -1,0 +1,133 @@
+#include "host/simulation.h"
+
+#include "host/driverlibrary.h"
+
+#include <algorithm>
+#include <array>
+#include <dlfcn.h>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace {
+
+constexpr char driverName[] = "liborvexboardex.so.1";
+
+template <typename Function>
+void lookUp(void *library, const char *name, Function &function)
+{
+    function = reinterpret_cast<Function>(dlsym(library, name));
+}
+
+/// A text from a function that cuts it where there is no more room, and returns the length of the whole.
+QString text(int (*function)(char *, unsigned int))
+{
+    const int length = function(nullptr, 0);
+    QByteArray bytes(length + 1, '\0');
+    function(bytes.data(), static_cast<unsigned int>(bytes.size()));
+    return QString::fromUtf8(bytes.constData());
+}
+
+} // namespace
+
+Simulation::Simulation(void *library)
+{
+    lookUp(library, "orvexsim_plug", plug_);
+    lookUp(library, "orvexsim_unplug", unplug_);
+    lookUp(library, "orvexsim_boards", boards_);
+    lookUp(library, "orvexsim_totals", totals_);
+    lookUp(library, "orvexsim_scenario_count", scenarioCount_);
+    lookUp(library, "orvexsim_scenario", scenario_);
+    lookUp(library, "orvexsim_choose", choose_);
+    lookUp(library, "orvexsim_current_scenario", currentScenario_);
+    lookUp(library, "orvexsim_fault", fault_);
+    lookUp(library, "orvexsim_trigger", trigger_);
+    lookUp(library, "orvexsim_last_error", lastError_);
+}
+
+bool Simulation::isComplete() const
+{
+    return plug_ && unplug_ && boards_ && totals_ && scenarioCount_ && scenario_ && choose_ &&
+           currentScenario_ && fault_ && trigger_ && lastError_;
+}
+
+std::optional<Simulation> Simulation::find()
+{
+    void *library = dlopen(driverName, RTLD_NOW | RTLD_NOLOAD);
+    if (!library)
+        return {};
+    // The host's own handle keeps it loaded.
+    dlclose(library);
+    const Simulation simulation(library);
+    return simulation.isComplete() ? std::optional(simulation) : std::nullopt;
+}
+
+std::vector<Simulation::Scenario> Simulation::scenarios() const
+{
+    std::vector<Scenario> all;
+    for (int index = 0; index < scenarioCount_(); ++index) {
+        std::array<char, 128> name{};
+        std::array<char, 512> title{};
+        if (scenario_(index, name.data(), name.size(), title.data(), title.size()) == 0)
+            all.push_back({QString::fromUtf8(name.data()), QString::fromUtf8(title.data())});
+    }
+    return all;
+}
+
+QString Simulation::currentScenario() const
+{
+    return text(currentScenario_);
+}
+
+QString Simulation::choose(const QString &scenario) const
+{
+    return choose_(QFile::encodeName(scenario).constData()) == 0 ? QString() : lastError();
+}
+
+QStringList Simulation::faults() const
+{
+    QStringList all;
+    for (int index = 0; const char *fault = fault_(index); ++index)
+        all += QString::fromUtf8(fault);
+    return all;
+}
+
+QString Simulation::trigger(const QString &fault) const
+{
+    return trigger_(fault.toUtf8().constData()) == 0 ? QString() : lastError();
+}
+
+std::vector<int> Simulation::boards() const
+{
+    std::vector<int> ids(static_cast<std::size_t>(boards_(nullptr, 0)));
+    const int count = boards_(ids.data(), static_cast<int>(ids.size()));
+    // One may have been pulled out meanwhile.
+    ids.resize(std::min(ids.size(), static_cast<std::size_t>(count)));
+    return ids;
+}
+
+Simulation::Totals Simulation::totals() const
+{
+    Totals totals;
+    totals_(&totals.sent, &totals.delivered);
+    return totals;
+}
+
+QString Simulation::lastError() const
+{
+    return text(lastError_);
+}
+
+QString loadSimulator()
+{
+    const QDir program(QCoreApplication::applicationDirPath());
+    QStringList files;
+    for (const char *folder : {"../simulator", TENDRO_INSTALLED_SIMULATOR_DIR}) {
+        files += QDir::cleanPath(
+            program.filePath(QLatin1String(folder) + QLatin1Char('/') + QLatin1String(driverName)));
+        if (QFileInfo::exists(files.constLast()))
+            return loadDriver(files.constLast());
+    }
+    return QStringLiteral("no simulator; looked for ") + files.join(QStringLiteral(" and "));
+}

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "simulator/orvexsim.h"
+
+#include <optional>
+#include <QString>
+#include <QStringList>
+#include <vector>
+
+/// The control of the stand-in driver library, by the functions that are looked up in it: the host is not
+/// linked with it, and works without it.
+class Simulation
+{
+public:
+    /// \return nothing when no library is loaded under the driver's name, or it is not the stand-in
+    static std::optional<Simulation> find();
+
+    struct Scenario
+    {
+        QString name;
+        QString title;
+    };
+    std::vector<Scenario> scenarios() const;
+    /// Empty when the one that the environment names was refused.
+    QString currentScenario() const;
+    /// \return empty, or why the scenario was refused; then nothing has changed
+    QString choose(const QString &scenario) const;
+
+    QStringList faults() const;
+    /// \return empty, or why the fault did not happen
+    QString trigger(const QString &fault) const;
+
+    /// Ids of the boards that are plugged in.
+    std::vector<int> boards() const;
+    bool plug(int id) const { return plug_(id) == 0; }
+    bool unplug(int id) const { return unplug_(id) == 0; }
+
+    /// Reports since the library was loaded.
+    struct Totals
+    {
+        unsigned long long sent = 0;
+        unsigned long long delivered = 0; ///< callbacks that returned
+    };
+    Totals totals() const;
+
+private:
+    explicit Simulation(void *library);
+    bool isComplete() const;
+    QString lastError() const;
+
+    decltype(&orvexsim_plug) plug_;
+    decltype(&orvexsim_unplug) unplug_;
+    decltype(&orvexsim_boards) boards_;
+    decltype(&orvexsim_totals) totals_;
+    decltype(&orvexsim_scenario_count) scenarioCount_;
+    decltype(&orvexsim_scenario) scenario_;
+    decltype(&orvexsim_choose) choose_;
+    decltype(&orvexsim_current_scenario) currentScenario_;
+    decltype(&orvexsim_fault) fault_;
+    decltype(&orvexsim_trigger) trigger_;
+    decltype(&orvexsim_last_error) lastError_;
+};
+
+/// Loads the stand-in driver library from where the build or the installation put it.
+/// \return empty, or why it can't be loaded
+QString loadSimulator();
