@@ -1,6 +1,7 @@
 // Clicks on the tool while reports stream, and tells how fast it answers and whether its memory grows.
 
 #include "host/driverlibrary.h"
+#include "host/simulation.h"
 #include "tests/soak/session.h"
 
 #include <algorithm>
@@ -29,6 +30,7 @@ void declareOptions(QCommandLineParser &parser)
     parser.addOptions({
         option("plugins", "Load the tool from this folder.", "DIR"),
         option("driver", "Load this driver library, ours.", "FILE"),
+        option("scenario", "Simulate this.", "SCENARIO", QStringLiteral("default")),
         option("tab", "Click in this tab.", "CAPTION", plan.tab),
         option("seconds", "Run for so long.", "SECONDS", QString::number(plan.seconds)),
         option("reports", "Send so many signal reports a second, beside what the boards send.", "COUNT",
@@ -37,6 +39,17 @@ void declareOptions(QCommandLineParser &parser)
         option("most-kib", "Fail when memory grows by so much between a sixth of the time and its end.",
                "KIB"),
     });
+}
+
+/// \return empty, or what stands against it
+QString simulate(const QCommandLineParser &parser)
+{
+    const QString error = loadDriver(parser.value(QStringLiteral("driver")));
+    if (!error.isEmpty())
+        return error;
+    const std::optional<Simulation> simulation = Simulation::find();
+    return simulation ? simulation->choose(parser.value(QStringLiteral("scenario")))
+                      : QStringLiteral("not the simulator");
 }
 
 Plan readPlan(const QCommandLineParser &parser)
@@ -58,7 +71,7 @@ int report(const QCommandLineParser &parser, const Session &session)
     const long growth = session.lateKiB() - session.earlyKiB();
     std::printf("%zu clicks answered: half of them within %.1f ms, all within %.1f ms\n", answers.size(),
                 answers[answers.size() / 2], slowest);
-    std::printf("%ld signal reports taken, %d pictures painted\n", session.sent(), session.pictures());
+    std::printf("%llu reports taken, %d pictures painted\n", session.reports(), session.pictures());
     std::printf("resident memory %ld KiB early, %ld KiB late: %+ld KiB\n", session.earlyKiB(),
                 session.lateKiB(), growth);
     if (parser.isSet(QStringLiteral("most-ms")) &&
@@ -78,7 +91,7 @@ int main(int argc, char **argv)
     QCommandLineParser parser;
     declareOptions(parser);
     parser.process(application);
-    const QString error = loadDriver(parser.value(QStringLiteral("driver")));
+    const QString error = simulate(parser);
     if (!error.isEmpty())
         return fail(error);
     const PluginScan scan = scanPlugins({parser.value(QStringLiteral("plugins"))});

@@ -14,13 +14,9 @@ public:
     Sender(decltype(&orvexsim_send) send, int board, int perSecond);
     ~Sender();
 
-    /// How many the tool's callback took so far.
-    long delivered() const { return delivered_; }
-
 private:
     void run(decltype(&orvexsim_send) send, int board, int perSecond);
 
     std::atomic<bool> stopping_{false};
-    std::atomic<long> delivered_{0};
     std::thread thread_;
 };

@@ -1,5 +1,6 @@
 #include "tests/soak/session.h"
 
+#include "host/simulation.h"
 #include "host/toolparts.h"
 #include "tests/soak/memory.h"
 
@@ -71,8 +72,7 @@ void Session::run()
 void Session::finish()
 {
     lateKiB_ = residentKiB();
-    if (sender_)
-        sent_ = sender_->delivered();
+    reports_ = Simulation::find()->totals().delivered;
     sender_.reset();
     clicker_->stop();
 }

@@ -35,7 +35,8 @@ public:
     /// After a sixth of the time: 10 seconds of 60.
     long earlyKiB() const { return earlyKiB_; }
     long lateKiB() const { return lateKiB_; }
-    long sent() const { return sent_; }
+    /// That the tool's callbacks took.
+    unsigned long long reports() const { return reports_; }
     int pictures() const { return pictures_; }
 
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -50,6 +51,6 @@ private:
     std::optional<Sender> sender_;
     long earlyKiB_ = 0;
     long lateKiB_ = 0;
-    long sent_ = 0;
+    unsigned long long reports_ = 0;
     int pictures_ = 0;
 };
