@@ -89,13 +89,17 @@ Report OddReports::longText()
 
 Report OddReports::markupText()
 {
-    return lineReport("<b>bold</b> <h1>&amp;&lt;%1 %2</h1> <img src=\"file:///nowhere.png\"> <a href='x'>");
+    return lineReport("<b>bold</b> <h1>&amp;&lt;%1 %2</h1> <img src=\"file:///nowhere.png\"> <a href='x'> " +
+                      std::to_string(nextLine++));
 }
 
 Report OddReports::everyByteText()
 {
     std::string text;
-    for (int value = 0; value < 256; ++value)
-        text += static_cast<char>(value);
-    return lineReport(text);
+    // The line feed ends the line; the Monitor throws away what comes behind one in the same report.
+    for (int value = 0; value < 256; ++value) {
+        if (value != '\n')
+            text += static_cast<char>(value);
+    }
+    return lineReport(text + std::to_string(nextLine++));
 }

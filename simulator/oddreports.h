@@ -22,12 +22,13 @@ private:
     Report allTypes();
     Report endlessText();
     Report longText();
-    static Report markupText();
-    static Report everyByteText();
+    Report markupText();
+    Report everyByteText();
 
     Report randomBytes(int length);
 
     Random random;
     int nextLength = 0;
     int nextType = 0;
+    int nextLine = 0; ///< equal reports in a row are shown once
 };
