@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QString>
+#include <vector>
+
+/// What the bar graph shows of a scenario.
+enum class Picture
+{
+    Still, ///< as before the first report
+    Bars,
+    Meter,
+    Any,
+};
+
+/// What the tool makes of a scenario.
+struct Expectation
+{
+    const char *scenario;
+    const char *labelAtFirst;
+    const char *labelInTheEnd; ///< before the tool is closed
+    /// A regular expression for a row of the Monitor; null for none.
+    const char *row;
+    Picture picture;
+    /// The boards that are told when the tool closes.
+    std::vector<int> boardsInTheEnd;
+    /// Typed before rows are waited for; null for nothing.
+    const char *command = nullptr;
+    /// How often the tool has attached in the end, at least.
+    int attaches = 1;
+};
+
+const std::vector<Expectation> &expectations();
