@@ -34,7 +34,7 @@ BoardMenu::BoardMenu(HostWindow &window, const Simulation &simulation)
     , simulation_(simulation)
 {
     QMenu *menu = window.addMenu(tr("Board"));
-    menu->addAction(tr("&Plug In"), this, &BoardMenu::plug, QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_P));
+    menu->addAction(tr("&Plug In"), this, &BoardMenu::plug, QKeySequence(QStringLiteral("Ctrl+Shift+P")));
     unplugMenu_ = menu->addMenu(tr("&Unplug"));
     connect(unplugMenu_, &QMenu::aboutToShow, this, &BoardMenu::fillUnplugMenu);
     faultMenu_ = menu->addMenu(tr("&Fault"));

@@ -24,8 +24,11 @@ QString withMnemonic(QString caption, const QMenuBar &bar)
 {
     QString taken;
     const QList<QAction *> menus = bar.actions();
-    for (const QAction *menu : menus)
-        taken += menu->text().section(QLatin1Char('&'), 1).left(1);
+    for (const QAction *menu : menus) {
+        const int mark = menu->text().indexOf(QLatin1Char('&'));
+        if (mark >= 0)
+            taken += menu->text().at(mark + 1);
+    }
     const auto free = std::find_if(caption.cbegin(), caption.cend(), [&](QChar letter) {
         return letter.isLetterOrNumber() && !taken.contains(letter, Qt::CaseInsensitive);
     });
@@ -78,10 +81,10 @@ HostWindow::~HostWindow()
 void HostWindow::addFileMenu()
 {
     QMenu *menu = menuBar()->addMenu(tr("&File"));
-    closeAction_ =
-        menu->addAction(tr("&Close Tool"), this, &HostWindow::closeTool, QKeySequence(Qt::CTRL + Qt::Key_W));
+    closeAction_ = menu->addAction(tr("&Close Tool"), this, &HostWindow::closeTool,
+                                   QKeySequence(QStringLiteral("Ctrl+W")));
     closeAction_->setEnabled(false);
-    menu->addAction(tr("&Quit"), this, &QWidget::close, QKeySequence(Qt::CTRL + Qt::Key_Q));
+    menu->addAction(tr("&Quit"), this, &QWidget::close, QKeySequence(QStringLiteral("Ctrl+Q")));
 }
 
 void HostWindow::addHelpMenu()
@@ -95,7 +98,7 @@ void HostWindow::addTool(const LoadedPlugin &plugin, QToolBar &toolBar)
     QAction *action = launchAction(plugin);
     const int number = toolBar.actions().size() + 1;
     if (action->shortcut().isEmpty() && number <= 9)
-        action->setShortcut(QKeySequence(Qt::CTRL + Qt::Key_0 + number));
+        action->setShortcut(QKeySequence(QStringLiteral("Ctrl+%1").arg(number)));
     groupMenu(plugin.category.group)->addAction(action);
     toolBar.addAction(action);
     connect(action, &QAction::triggered, this, [this, &plugin] {

@@ -108,7 +108,7 @@ QString loadLibrary(const Options &options)
 {
     if (!options.simulate && !options.listScenarios)
         return options.driver.isEmpty() ? QString() : loadDriver(options.driver);
-    const QString error = loadSimulator();
+    QString error = loadSimulator();
     if (error.isEmpty() && !Simulation::find())
         return QStringLiteral("the simulator is of another version than the host");
     return error;
