@@ -96,7 +96,7 @@ Fault faultWithAmounts(const JsonNode &node, const Fault &usual)
 {
     Fault fault = usual;
     const auto given = [&](const char *key, bool has) {
-        const auto found = node.find(key);
+        auto found = node.find(key);
         if (found && !has)
             found->refuse("the fault " + std::string(usual.name) + " has no \"" + key +
                           "\"; allowed is none");

@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr std::size_t largestFile = 1024 * 1024;
+constexpr std::size_t largestFile = 1048576;
 constexpr std::size_t mostEvents = 1000;
 constexpr std::uint32_t seedStep = 7919;
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <utility>
@@ -8,9 +9,10 @@
 inline constexpr int calibrationColumns = 4;
 inline constexpr int calibrationRows = 3;
 
+inline constexpr std::size_t calibrationSize = sizeof(std::int32_t[calibrationRows][calibrationColumns][2]);
+
 /// Calibration data as callers hand it over: two 32-bit numbers for each point.
-using Calibration =
-    std::array<unsigned char, calibrationColumns * calibrationRows * 2 * sizeof(std::int32_t)>;
+using Calibration = std::array<unsigned char, calibrationSize>;
 
 /// Where the driver leads what a pen or finger does.
 struct Destination
