@@ -23,7 +23,7 @@ struct Expectation
     Picture picture;
     /// The boards that are told when the tool closes.
     std::vector<int> boardsInTheEnd;
-    /// Typed before rows are waited for; null for nothing.
+    /// Typed before rows are waited for, and undone by "B" after that; null for nothing.
     const char *command = nullptr;
     /// How often the tool has attached in the end, at least.
     int attaches = 1;

@@ -12,6 +12,14 @@
 #include <QRegularExpression>
 #include <QTabWidget>
 
+/// Read by the leak sanitizer. Packets that wait when the tool is deleted stay behind, by design; the
+/// window's own tests, which leave none waiting, hold that all others are deleted.
+extern "C" __attribute__((visibility("default"))) const char *__lsan_default_suppressions();
+extern "C" const char *__lsan_default_suppressions()
+{
+    return "leak:newPacket\n";
+}
+
 namespace {
 
 constexpr int patienceMs = 30'000;
@@ -137,6 +145,8 @@ void ScenariosTest::plays()
         QTRY_VERIFY2_WITH_TIMEOUT(hasRow(expected->row), qPrintable(itemRows(*tool_).join('\n')), patienceMs);
     else
         QCOMPARE(itemRows(*tool_), QStringList());
+    if (expected->command)
+        typeLine(*lineEditOf(*tool_), QStringLiteral("B"));
     showsPicture(expected->picture);
     QTRY_VERIFY_WITH_TIMEOUT(attaches() >= expected->attaches, patienceMs);
     QTRY_COMPARE_WITH_TIMEOUT(label(), QLatin1String(expected->labelInTheEnd), patienceMs);
@@ -173,9 +183,8 @@ void ScenariosTest::showsPicture(Picture expected)
         break;
     case Picture::Still:
     case Picture::Any:
-        if (simulation_->boards().empty() || simulation_->totals().sent == taken)
-            break;
-        QTRY_VERIFY_WITH_TIMEOUT(simulation_->totals().delivered > taken + 10, patienceMs);
+        if (!simulation_->boards().empty())
+            QTRY_VERIFY_WITH_TIMEOUT(simulation_->totals().delivered > taken + 10, patienceMs);
         break;
     }
     if (expected == Picture::Still)
