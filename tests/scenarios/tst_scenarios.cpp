@@ -20,6 +20,8 @@ extern "C" const char *__lsan_default_suppressions()
     return "leak:newPacket\n";
 }
 
+Q_DECLARE_METATYPE(const Expectation *)
+
 namespace {
 
 constexpr int patienceMs = 30'000;
@@ -232,8 +234,6 @@ QImage ScenariosTest::barGraph() const
 {
     return tabs_->widget(0)->grab().toImage();
 }
-
-Q_DECLARE_METATYPE(const Expectation *)
 
 PADSCOPE_TEST_MAIN(ScenariosTest)
 #include "tst_scenarios.moc"
