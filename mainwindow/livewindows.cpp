@@ -1,9 +1,7 @@
 #include "mainwindow/livewindows.h"
 
-#include <algorithm>
 #include <atomic>
 #include <pthread.h>
-#include <vector>
 
 namespace livewindows {
 
@@ -14,11 +12,22 @@ namespace {
 pthread_rwlock_t lock = PTHREAD_RWLOCK_WRITER_NONRECURSIVE_INITIALIZER_NP;
 std::atomic<pthread_t> guiThread;
 
-/// Never destroyed: threads of the driver library may outlive the statics.
-std::vector<const void *> &windows()
+struct Entry
 {
-    static auto &all = *new std::vector<const void *>;
-    return all;
+    const void *window;
+    Entry *next;
+};
+
+/// A plain pointer, which needs no destructor: threads of the driver library may outlive the statics.
+Entry *first = nullptr;
+
+/// Where the entry of a window hangs; where the list ends without one.
+Entry **find(const void *window)
+{
+    Entry **place = &first;
+    while (*place && (*place)->window != window)
+        place = &(*place)->next;
+    return place;
 }
 
 } // namespace
@@ -27,16 +36,18 @@ void add(const qorvexgraph *window)
 {
     guiThread = pthread_self();
     pthread_rwlock_wrlock(&lock);
-    windows().push_back(window);
+    first = new Entry{window, first};
     pthread_rwlock_unlock(&lock);
 }
 
 void remove(const qorvexgraph *window)
 {
     pthread_rwlock_wrlock(&lock);
-    auto &all = windows();
-    all.erase(std::remove(all.begin(), all.end(), window), all.end());
+    Entry **place = find(window);
+    Entry *entry = *place;
+    *place = entry->next;
     pthread_rwlock_unlock(&lock);
+    delete entry;
 }
 
 Guard::Guard(void *context)
@@ -45,8 +56,7 @@ Guard::Guard(void *context)
     // On the GUI thread nothing changes the list meanwhile, and a callback may lead to the next one.
     if (onForeignThread)
         pthread_rwlock_rdlock(&lock);
-    const auto &all = windows();
-    if (std::find(all.begin(), all.end(), context) != all.end())
+    if (*find(context))
         listed = static_cast<qorvexgraph *>(context);
 }
 
