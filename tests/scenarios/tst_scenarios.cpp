@@ -4,6 +4,7 @@
 #include "tests/scenarios/expectations.h"
 #include "tests/simulator/simulatedlibrary.h"
 #include "tests/support/testmain.h"
+#include "tests/support/waitingpackets.h"
 
 #include <QDir>
 #include <QImage>
@@ -11,14 +12,6 @@
 #include <QPluginLoader>
 #include <QRegularExpression>
 #include <QTabWidget>
-
-/// Read by the leak sanitizer. Packets that wait when the tool is deleted stay behind, by design; the
-/// window's own tests, which leave none waiting, hold that all others are deleted.
-extern "C" __attribute__((visibility("default"))) const char *__lsan_default_suppressions();
-extern "C" const char *__lsan_default_suppressions()
-{
-    return "leak:newPacket\n";
-}
 
 Q_DECLARE_METATYPE(const Expectation *)
 

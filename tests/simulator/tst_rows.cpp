@@ -6,6 +6,7 @@
 #include <QTest>
 #include <QTreeView>
 
+#include "mainwindow/datapacket.h"
 #include "mainwindow/qorvexgraph.h"
 #include "tests/support/testmain.h"
 
@@ -75,6 +76,8 @@ void SimRows::everyKindShowsWithinHalfAMinute()
             names += QLatin1String(kind.name);
         QVERIFY2(allSeen, qPrintable(QStringLiteral("not shown: ") + names.join(QStringLiteral(", "))));
         window.close();
+        // What waits now stays in the window, by design.
+        qDeleteAll(window.packetQueue);
     }
     dlclose(library);
 }

@@ -3,6 +3,7 @@
 #include "host/driverlibrary.h"
 #include "host/simulation.h"
 #include "tests/soak/session.h"
+#include "tests/support/waitingpackets.h"
 
 #include <algorithm>
 #include <cstdio>
