@@ -1,0 +1,83 @@
+#pragma once
+
+#include <QImage>
+#include <QScreen>
+#include <QSettings>
+#include <QTabWidget>
+#include <QTest>
+#include <QWindow>
+
+#include "bargraph/bargraph.h"
+#include "mainwindow/datapacket.h"
+#include "mainwindow/qlineupdownedit.h"
+#include "mainwindow/qorvexgraph.h"
+#include "monitor/monitor.h"
+
+/// A detached main window with settings of its own.
+class ShownWindow
+{
+public:
+    using Settings = QVector<QPair<QString, QVariant>>;
+
+    explicit ShownWindow(const Settings &settings = {})
+        : window(created(settings))
+        , view(window->monitorView)
+        , bars(window->barGraphView)
+    {
+    }
+    ~ShownWindow()
+    {
+        // The view keeps its previous packet for good, by design; a test does not.
+        delete view->previousPacket;
+        delete window;
+    }
+    ShownWindow(const ShownWindow &) = delete;
+    ShownWindow &operator=(const ShownWindow &) = delete;
+
+    void show(QWidget *tab, const QSize &size)
+    {
+        window->tabs->setCurrentWidget(tab);
+        window->resize(size);
+        window->show();
+        window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window));
+    }
+
+    void send(QWidget *tab, const QByteArray &bytes, QTime time = QTime(12, 0))
+    {
+        _DataPacket packet{bytes, static_cast<quint32>(bytes.size()),
+                           qChecksum(bytes.constData(), static_cast<uint>(bytes.size())), 1001, time};
+        static_cast<qorvexwidget *>(tab)->Display(&packet);
+    }
+
+    /// The window, painted anew.
+    QImage picture(qreal pixelRatio = 1) const
+    {
+        QImage image(window->size() * pixelRatio, QImage::Format_RGB32);
+        image.setDevicePixelRatio(pixelRatio);
+        image.fill(Qt::magenta);
+        window->render(&image);
+        return image;
+    }
+
+    /// What stands on the screen, as it became by all paintings so far.
+    QImage onScreen() const
+    {
+        return window->screen()->grabWindow(window->winId()).toImage().convertToFormat(QImage::Format_RGB32);
+    }
+
+    qorvexgraph *const window;
+    monitor *const view;
+    bargraph *const bars;
+
+private:
+    static qorvexgraph *created(const Settings &settings)
+    {
+        QSettings store(QStringLiteral("Corvane"), QStringLiteral("qorvexgraph"));
+        store.clear();
+        for (const auto &setting : settings)
+            store.setValue(setting.first, setting.second);
+        store.sync();
+        return new qorvexgraph;
+    }
+};

@@ -1,0 +1,109 @@
+#include "tests/reference/reference.h"
+#include "tests/reference/reports.h"
+#include "tests/reference/shownwindow.h"
+#include "tests/support/testmain.h"
+
+#include <QScrollBar>
+#include <QStandardItemModel>
+#include <QTreeView>
+
+/// What partial paintings leave on the screen is what one painting of the whole window gives.
+class ScreenTests : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void everyRow_data();
+    void everyRow();
+    void selectionAndScrollingWhileRowsCome();
+};
+
+namespace {
+
+void addRow(ShownWindow &shown, int number)
+{
+    // Every eleventh row is one that is not painted in a single run.
+    const QString text = number % 11 == 10 ? QStringLiteral("row\t%1").arg(number)
+                                           : QStringLiteral("row %1 ").arg(number).repeated(1 + number % 13);
+    shown.view->AddData(number % 17 == 16 ? QString() : text, QString());
+}
+
+QString screenDifference(const ShownWindow &shown)
+{
+    // A layout that is due makes paintings that are due only then.
+    for (int i = 0; i < 3; ++i)
+        QCoreApplication::processEvents();
+    return reference::difference(shown.onScreen(), shown.picture());
+}
+
+} // namespace
+
+void ScreenTests::everyRow_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<int>("atOnce");
+    QTest::newRow("one at a time") << QSize(480, 360) << 1;
+    QTest::newRow("three at a time") << QSize(480, 360) << 3;
+    QTest::newRow("seven at a time, narrow") << QSize(320, 300) << 7;
+    QTest::newRow("all rows fit") << QSize(480, 3200) << 4;
+}
+
+void ScreenTests::everyRow()
+{
+    QFETCH(QSize, size);
+    QFETCH(int, atOnce);
+    ShownWindow shown;
+    shown.window->commandLine->setEnabled(false); // no cursor that blinks
+    shown.show(shown.view, size);
+    for (int row = 0; row < 170;) {
+        for (int i = 0; i < atOnce; ++i)
+            addRow(shown, row++);
+        const QString difference = screenDifference(shown);
+        QVERIFY2(difference.isEmpty(), qPrintable(QStringLiteral("row %1: ").arg(row) + difference));
+    }
+}
+
+void ScreenTests::selectionAndScrollingWhileRowsCome()
+{
+    ShownWindow shown;
+    shown.window->commandLine->setEnabled(false);
+    shown.show(shown.view, {480, 360});
+    QTreeView *rows = shown.view->treeView;
+    for (int row = 0; row < 170; ++row) {
+        addRow(shown, row);
+        switch (row % 8) {
+        case 1:
+            rows->setCurrentIndex(shown.view->model->index(qMax(0, shown.view->model->rowCount() - 3), 0));
+            break;
+        case 2:
+            rows->setFocus();
+            break;
+        case 3:
+            rows->verticalScrollBar()->setValue(row % 20);
+            break;
+        case 4:
+            rows->horizontalScrollBar()->setValue(row % 50);
+            break;
+        case 5:
+            QTest::mouseMove(rows->viewport(), {40, row % 100});
+            break;
+        case 6:
+            QTest::keyClick(rows, row % 16 < 8 ? Qt::Key_Down : Qt::Key_PageUp);
+            break;
+        case 7:
+            shown.window->resize(480 + row % 5, 360 + row % 7);
+            break;
+        default:
+            break;
+        }
+        const QString difference = screenDifference(shown);
+        QVERIFY2(difference.isEmpty(), qPrintable(QStringLiteral("row %1: ").arg(row) + difference));
+    }
+}
+
+int main(int argc, char **argv)
+{
+    reference::useFixedFonts();
+    return testsupport::run<ScreenTests>(argc, argv);
+}
+#include "tst_screen.moc"
