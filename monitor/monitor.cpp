@@ -8,10 +8,10 @@
 #include <QSettings>
 #include <QSlider>
 #include <QStandardItemModel>
-#include <QTreeView>
 #include <QVBoxLayout>
 
 #include "monitor/boundedtext.h"
+#include "monitor/rowview.h"
 
 namespace {
 
@@ -26,10 +26,9 @@ QLabel *newLastRowLabel()
 
 QTreeView *newTreeView()
 {
-    auto *view = new QTreeView;
+    auto *view = new RowView;
     view->setRootIsDecorated(false);
     view->setUniformRowHeights(true);
-    view->setItemDelegate(new BoundedDelegate(view));
     return view;
 }
 
