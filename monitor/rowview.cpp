@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include <QApplication>
+#include <QEvent>
 #include <QHeaderView>
 #include <QPainter>
 #include <QStyle>
@@ -51,10 +52,52 @@ RowView::RowView(QWidget *parent)
     setItemDelegate(delegate);
 }
 
+bool RowView::event(QEvent *event)
+{
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        firstChanged = everyRow;
+    return QTreeView::event(event);
+}
+
+void RowView::rowsInserted(const QModelIndex &parent, int start, int end)
+{
+    if (firstChanged == noRow)
+        firstChanged = end == model()->rowCount() - 1 ? start : everyRow;
+    QTreeView::rowsInserted(parent, start, end);
+}
+
+void RowView::rowsAboutToBeRemoved(const QModelIndex &parent, int start, int end)
+{
+    firstChanged = everyRow;
+    QTreeView::rowsAboutToBeRemoved(parent, start, end);
+}
+
 void RowView::doItemsLayout()
 {
     delegate->setPlainStyle(isPlainStyle(this));
+    if (firstChanged >= 0)
+        layOutAppendedRows();
+    else
+        QTreeView::doItemsLayout();
+    firstChanged = noRow;
+}
+
+void RowView::layOutAppendedRows()
+{
+    const QRect before = viewport()->geometry();
+    // A layout asks for all to be painted, but no row has moved.
+    for (QWidget *painted : {viewport(), header()->viewport()})
+        painted->setAttribute(Qt::WA_UpdatesDisabled, true);
     QTreeView::doItemsLayout();
+    for (QWidget *painted : {viewport(), header()->viewport()})
+        painted->setAttribute(Qt::WA_UpdatesDisabled, false);
+    if (viewport()->geometry() == before) {
+        const QRect first = visualRect(model()->index(firstChanged, 0));
+        viewport()->update(QRect(QPoint(0, first.top()), viewport()->rect().bottomRight()));
+    } else {
+        viewport()->update();
+        header()->viewport()->update();
+    }
 }
 
 void RowView::paintEvent(QPaintEvent *event)

@@ -17,10 +17,18 @@ public:
     void doItemsLayout() override;
 
 protected:
+    bool event(QEvent *event) override;
+    void rowsInserted(const QModelIndex &parent, int start, int end) override;
+    void rowsAboutToBeRemoved(const QModelIndex &parent, int start, int end) override;
     void paintEvent(QPaintEvent *event) override;
     void drawRow(QPainter *painter, const QStyleOptionViewItem &option,
                  const QModelIndex &index) const override;
 
 private:
+    void layOutAppendedRows();
+
     RowDelegate *delegate;
+    static constexpr int noRow = -1;
+    static constexpr int everyRow = -2;
+    int firstChanged = everyRow; ///< since the last layout; those after it have changed, too
 };
