@@ -8,10 +8,10 @@
 #include <QSettings>
 #include <QSlider>
 #include <QStandardItemModel>
-#include <QVBoxLayout>
 
 #include "monitor/boundedtext.h"
 #include "monitor/rowview.h"
+#include "monitor/steadylayout.h"
 
 namespace {
 
@@ -71,7 +71,7 @@ bool select(QComboBox *box, const QString &text)
 monitor::monitor(qorvexgraph *window)
     : qorvexwidget(window)
 {
-    auto *layout = new QVBoxLayout;
+    column = new SteadyLayout;
     auto *bar = new QHBoxLayout;
     displayThreshold = settings->value(QLatin1String("monitor.displayThreshold"), 100).toInt();
     addLogControl(bar);
@@ -84,17 +84,17 @@ monitor::monitor(qorvexgraph *window)
     auto *sizeBox = newSizeBox();
     connect(sizeBox, SIGNAL(currentIndexChanged(QString)), this, SLOT(OnChangedFontSize(QString)));
     bar->addWidget(sizeBox);
-    layout->addLayout(bar);
+    column->addLayout(bar);
     treeView = newTreeView();
     applyStoredFont(fontBox, sizeBox);
 
     model = new QStandardItemModel(0, 1, this);
     model->setHeaderData(0, Qt::Horizontal, tr("Data"), Qt::EditRole);
     treeView->setModel(model);
-    layout->addWidget(treeView);
+    column->addWidget(treeView);
     lastRowLabel = newLastRowLabel();
-    layout->addWidget(lastRowLabel);
-    setLayout(layout);
+    column->addWidget(lastRowLabel);
+    setLayout(column);
     connect(&pendingTextTimer, SIGNAL(timeout()), this, SLOT(OnTimerAddRest()));
     // Only now are the controls children of this view, and found by their names.
     QMetaObject::connectSlotsByName(this);

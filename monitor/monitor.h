@@ -14,6 +14,7 @@ class QHBoxLayout;
 class QLabel;
 class QStandardItemModel;
 class QTreeView;
+class SteadyLayout;
 
 /// The "Monitor" tab: every packet becomes one or more rows of text, which can also go to a daily log file.
 ///
@@ -57,6 +58,7 @@ private:
     void addLogControl(QHBoxLayout *bar);
     void addThresholdControl(QHBoxLayout *bar);
     void applyStoredFont(QFontComboBox *fontBox, QComboBox *sizeBox);
+    void showLastRow(const QString &text);
     void addText(const _DataPacket &packet);
     void completeLine(const _DataPacket &packet);
 
@@ -71,4 +73,5 @@ private:
     QList<QString> reservedTexts;   ///< read and written by nothing
     QList<QString> reservedNames;   ///< read and written by nothing
     bool logEnabled = false;
+    SteadyLayout *column = nullptr; ///< of the whole tab
 };

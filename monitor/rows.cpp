@@ -7,7 +7,10 @@
 #include <QStandardItemModel>
 #include <QTreeView>
 
+#include "monitor/boundedtext.h"
+#include "monitor/rowdelegate.h"
 #include "monitor/rowformats.h"
+#include "monitor/steadylayout.h"
 
 namespace {
 
@@ -44,7 +47,7 @@ void appendToDayLog(const QString &first, const QString &second)
 void monitor::AddData(const QString &first, const QString &second)
 {
     const int row = model->rowCount();
-    lastRowLabel->setText(first);
+    showLastRow(first);
     model->insertRow(row);
     const QModelIndex index = model->index(row, 0);
     model->setData(index, second.isEmpty() ? first : first + QLatin1String("   ") + second, Qt::EditRole);
@@ -58,6 +61,15 @@ void monitor::AddData(const QString &first, const QString &second)
     // Emptied in one step rather than trimmed row by row.
     if (row > lastRowKept)
         model->removeRows(0, row);
+}
+
+void monitor::showLastRow(const QString &text)
+{
+    // One line of plain text is as high as another, and the label's width asks for nothing.
+    column->setSteady(RowDelegate::isPlain(shownPart(text)) &&
+                      RowDelegate::isPlain(shownPart(lastRowLabel->text())));
+    lastRowLabel->setText(text);
+    column->setSteady(false);
 }
 
 void monitor::AddData(const unsigned char *bytes, unsigned int length)

@@ -3,9 +3,9 @@
 #include <cstring>
 
 #include <QApplication>
-#include <QEvent>
 #include <QHeaderView>
 #include <QPainter>
+#include <QPaintEvent>
 #include <QStyle>
 
 #include "monitor/rowdelegate.h"
@@ -19,20 +19,23 @@ bool isCommonStyle(const QStyle *style)
     return std::strcmp(name, "QFusionStyle") == 0 || std::strcmp(name, "QWindowsStyle") == 0;
 }
 
-/// Whether a style sheet over the view has rules for parts of widgets, such as items.
-bool hasItemRules(const QWidget *view)
+/// Whether the view's looks are those that the monitor gives it, and not a style sheet of the host.
+bool hasOwnLooks(const QWidget *view)
 {
-    for (; view; view = view->parentWidget()) {
-        if (view->styleSheet().contains(QLatin1String("::")))
-            return true;
+    if (!view->styleSheet().isEmpty() || view->testAttribute(Qt::WA_SetStyle))
+        return false;
+    const QWidget *monitor = view->parentWidget();
+    for (const QWidget *above = monitor; above; above = above->parentWidget()) {
+        if (above != monitor && !above->styleSheet().isEmpty())
+            return false;
     }
-    return false;
+    return true;
 }
 
-bool isPlainStyle(const QWidget *view)
+bool isPlain(const QWidget *view)
 {
-    return isCommonStyle(QApplication::style()) && !view->testAttribute(Qt::WA_SetStyle) &&
-           view->layoutDirection() == Qt::LeftToRight && !hasItemRules(view);
+    return isCommonStyle(QApplication::style()) && view->layoutDirection() == Qt::LeftToRight &&
+           hasOwnLooks(view);
 }
 
 QColor textColour(const QStyleOptionViewItem &option)
@@ -59,6 +62,23 @@ bool RowView::event(QEvent *event)
     return QTreeView::event(event);
 }
 
+/// Every change of style makes a layout, which calls this.
+void RowView::takeStyle()
+{
+    const bool plain = isPlain(this);
+    delegate->setPlainStyle(plain);
+    // A view that is known to paint its whole background is scrolled by moving its pixels.
+    const QBrush brush = background();
+    viewport()->setAttribute(Qt::WA_OpaquePaintEvent,
+                             plain && brush.style() == Qt::SolidPattern && brush.isOpaque());
+}
+
+/// The style sheet paints it on the frame, below the viewport.
+QBrush RowView::background() const
+{
+    return viewport()->palette().brush(viewport()->backgroundRole());
+}
+
 void RowView::rowsInserted(const QModelIndex &parent, int start, int end)
 {
     if (firstChanged == noRow)
@@ -74,7 +94,7 @@ void RowView::rowsAboutToBeRemoved(const QModelIndex &parent, int start, int end
 
 void RowView::doItemsLayout()
 {
-    delegate->setPlainStyle(isPlainStyle(this));
+    takeStyle();
     if (firstChanged >= 0)
         layOutAppendedRows();
     else
@@ -100,9 +120,20 @@ void RowView::layOutAppendedRows()
     }
 }
 
+void RowView::scrollContentsBy(int dx, int dy)
+{
+    QTreeView::scrollContentsBy(dx, dy);
+    // The focus is shaded, and not to the same pixels at every height.
+    viewport()->update(visualRect(currentIndex()));
+}
+
 void RowView::paintEvent(QPaintEvent *event)
 {
-    delegate->setPlainStyle(isPlainStyle(this));
+    if (viewport()->testAttribute(Qt::WA_OpaquePaintEvent)) {
+        QPainter painter(viewport());
+        for (const QRect &rect : event->region())
+            painter.fillRect(rect, background());
+    }
     QTreeView::paintEvent(event);
 }
 

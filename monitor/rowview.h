@@ -20,12 +20,15 @@ protected:
     bool event(QEvent *event) override;
     void rowsInserted(const QModelIndex &parent, int start, int end) override;
     void rowsAboutToBeRemoved(const QModelIndex &parent, int start, int end) override;
+    void scrollContentsBy(int dx, int dy) override;
     void paintEvent(QPaintEvent *event) override;
     void drawRow(QPainter *painter, const QStyleOptionViewItem &option,
                  const QModelIndex &index) const override;
 
 private:
+    void takeStyle();
     void layOutAppendedRows();
+    QBrush background() const;
 
     RowDelegate *delegate;
     static constexpr int noRow = -1;
