@@ -1,11 +1,10 @@
 #pragma once
 
+#include <QBackingStore>
 #include <QImage>
-#include <QScreen>
 #include <QSettings>
 #include <QTabWidget>
 #include <QTest>
-#include <QWindow>
 
 #include "bargraph/bargraph.h"
 #include "mainwindow/datapacket.h"
@@ -63,7 +62,11 @@ public:
     /// What stands on the screen, as it became by all paintings so far.
     QImage onScreen() const
     {
-        return window->screen()->grabWindow(window->winId()).toImage().convertToFormat(QImage::Format_RGB32);
+        const auto *store = dynamic_cast<const QImage *>(window->backingStore()->paintDevice());
+        if (!store)
+            qFatal("the platform does not paint into an image");
+        const QSize size = window->size() * window->devicePixelRatioF();
+        return store->copy({{0, 0}, size}).convertToFormat(QImage::Format_RGB32);
     }
 
     qorvexgraph *const window;

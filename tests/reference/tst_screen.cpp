@@ -33,7 +33,7 @@ QString screenDifference(const ShownWindow &shown)
     // A layout that is due makes paintings that are due only then.
     for (int i = 0; i < 3; ++i)
         QCoreApplication::processEvents();
-    return reference::difference(shown.onScreen(), shown.picture());
+    return reference::difference(shown.onScreen(), shown.picture(shown.window->devicePixelRatioF()));
 }
 
 } // namespace
