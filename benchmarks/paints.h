@@ -4,7 +4,8 @@
 #include <QPaintEvent>
 #include <QWidget>
 
-/// Counts the paint events of a widget and the area that they covered, so that nothing is fast by not happening.
+/// Counts the paint events of a widget and the area that they covered, so that nothing is fast by not
+/// happening.
 class Paints : public QObject
 {
 public:

@@ -1,0 +1,112 @@
+#include <benchmark/benchmark.h>
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QScrollBar>
+#include <QStandardItemModel>
+#include <QTreeView>
+
+#include "benchmarks/tool.h"
+
+// One report to one row, with the event loop served once in a hundred rows, as when many come at once.
+
+namespace {
+
+constexpr int fullView = 151;
+constexpr int batch = 100;
+constexpr int scrollStep = 5; ///< the peers follow as the tool does
+constexpr QSize viewSize(800, 600);
+
+/// Appends a line as the tool does: the file is opened and closed each time.
+void appendToFile(const QString &text)
+{
+    const QString folder = QDir::homePath() + QStringLiteral("/peer logs");
+    if (!QDir(folder).exists())
+        QDir().mkpath(folder);
+    QFile file(folder + QDateTime::currentDateTime().toString(QStringLiteral("/ddd-MMM-d-yy.log")));
+    if (file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Text))
+        file.write((text + QLatin1Char('\n')).toLatin1());
+}
+
+/// The packets of a hundred reports that differ.
+std::vector<_DataPacket> packets()
+{
+    std::vector<_DataPacket> all;
+    for (int i = 0; i < batch; ++i)
+        all.push_back(packetOf(positionReport(i)));
+    return all;
+}
+
+void rowsInTool(benchmark::State &state)
+{
+    Tool tool;
+    tool.rows->treeView->setFixedSize(viewSize);
+    tool.show(tool.rows);
+    tool.rows->LogToFile(state.range(0) != 0);
+    std::vector<_DataPacket> reports = packets();
+    qint64 rows = 0;
+    QObject::connect(tool.rows->model, &QStandardItemModel::rowsInserted, [&rows] { ++rows; });
+    for (auto _ : state) {
+        for (_DataPacket &report : reports)
+            tool.rows->Display(&report);
+        settle();
+    }
+    state.SetItemsProcessed(rows);
+}
+BENCHMARK(rowsInTool)->Name("b/tool/log")->Arg(0)->Arg(1)->Unit(benchmark::kMicrosecond);
+
+void rowsInList(benchmark::State &state)
+{
+    const QStringList texts = rowTexts(positionReport, batch);
+    QListWidget list;
+    list.setUniformItemSizes(true);
+    list.setFixedSize(viewSize);
+    list.show();
+    settle();
+    qint64 rows = 0;
+    QObject::connect(list.model(), &QAbstractItemModel::rowsInserted, [&rows] { ++rows; });
+    for (auto _ : state) {
+        for (const QString &text : texts) {
+            list.addItem(text);
+            if (list.count() > fullView)
+                delete list.takeItem(0);
+            if (rows % scrollStep == 0)
+                list.scrollToBottom();
+            if (state.range(0))
+                appendToFile(text);
+        }
+        settle();
+    }
+    state.SetItemsProcessed(rows);
+}
+BENCHMARK(rowsInList)->Name("b/QListWidget/log")->Arg(0)->Arg(1)->Unit(benchmark::kMicrosecond);
+
+void linesInText(benchmark::State &state)
+{
+    const QStringList texts = rowTexts(positionReport, batch);
+    QPlainTextEdit edit;
+    edit.setReadOnly(true);
+    edit.setMaximumBlockCount(fullView);
+    edit.setLineWrapMode(QPlainTextEdit::NoWrap);
+    edit.setFixedSize(viewSize);
+    edit.show();
+    settle();
+    qint64 rows = 0;
+    for (auto _ : state) {
+        for (const QString &text : texts) {
+            edit.appendPlainText(text);
+            if (++rows % scrollStep == 0)
+                edit.verticalScrollBar()->setValue(edit.verticalScrollBar()->maximum());
+            if (state.range(0))
+                appendToFile(text);
+        }
+        settle();
+    }
+    state.SetItemsProcessed(rows);
+}
+BENCHMARK(linesInText)->Name("b/QPlainTextEdit/log")->Arg(0)->Arg(1)->Unit(benchmark::kMicrosecond);
+
+} // namespace
