@@ -12,6 +12,7 @@
 #include <qwt_dial_needle.h>
 #include <qwt_plot.h>
 #include <qwt_plot_barchart.h>
+#include <qwt_plot_canvas.h>
 #include <qwt_round_scale_draw.h>
 
 #include "benchmarks/tool.h"
@@ -149,6 +150,8 @@ public:
         window.resize(pictureSize);
         auto *plot = new QwtPlot(&window);
         plot->setGeometry(0, 0, pictureSize.width(), pictureSize.height() - 90);
+        // It is painted each time, as the others are, and not copied from a picture.
+        static_cast<QwtPlotCanvas *>(plot->canvas())->setPaintAttribute(QwtPlotCanvas::BackingStore, false);
         for (int axis = 0; axis < QwtPlot::axisCnt; ++axis)
             plot->enableAxis(axis, false);
         bars = new QwtPlotBarChart;
