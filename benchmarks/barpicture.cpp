@@ -160,8 +160,8 @@ public:
             dials[dial] = new QwtDial(&window);
             dials[dial]->setGeometry(20 + 90 * dial, pictureSize.height() - 90, 80, 80);
             dials[dial]->setScale(0, 360);
-            for (auto part : {QwtAbstractScaleDraw::Backbone, QwtAbstractScaleDraw::Ticks,
-                              QwtAbstractScaleDraw::Labels})
+            for (auto part :
+                 {QwtAbstractScaleDraw::Backbone, QwtAbstractScaleDraw::Ticks, QwtAbstractScaleDraw::Labels})
                 scales(dials[dial])->enableComponent(part, false);
             dials[dial]->setNeedle(new QwtDialSimpleNeedle(QwtDialSimpleNeedle::Ray, true, Qt::green));
         }

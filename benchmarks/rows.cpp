@@ -1,5 +1,7 @@
 #include <benchmark/benchmark.h>
 
+#include <vector>
+
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
@@ -31,14 +33,29 @@ void appendToFile(const QString &text)
         file.write((text + QLatin1Char('\n')).toLatin1());
 }
 
-/// The packets of a hundred reports that differ.
-std::vector<_DataPacket> packets()
+/// The packets of a hundred reports that differ from all before.
+std::vector<_DataPacket> nextPackets(int &number)
 {
     std::vector<_DataPacket> all;
     for (int i = 0; i < batch; ++i)
-        all.push_back(packetOf(positionReport(i)));
+        all.push_back(packetOf(positionReport(number++)));
     return all;
 }
+
+/// The texts of as many rows.
+class Texts
+{
+public:
+    QStringList next()
+    {
+        at = (at + batch) % texts.size();
+        return texts.mid(at, batch);
+    }
+
+private:
+    const QStringList texts = rowTexts(positionReport, 20 * batch);
+    int at = 0;
+};
 
 void rowsInTool(benchmark::State &state)
 {
@@ -46,10 +63,13 @@ void rowsInTool(benchmark::State &state)
     tool.rows->treeView->setFixedSize(viewSize);
     tool.show(tool.rows);
     tool.rows->LogToFile(state.range(0) != 0);
-    std::vector<_DataPacket> reports = packets();
+    int number = 0;
     qint64 rows = 0;
     QObject::connect(tool.rows->model, &QStandardItemModel::rowsInserted, [&rows] { ++rows; });
     for (auto _ : state) {
+        state.PauseTiming();
+        std::vector<_DataPacket> reports = nextPackets(number);
+        state.ResumeTiming();
         for (_DataPacket &report : reports)
             tool.rows->Display(&report);
         settle();
@@ -60,7 +80,7 @@ BENCHMARK(rowsInTool)->Name("b/tool/log")->Arg(0)->Arg(1)->Unit(benchmark::kMicr
 
 void rowsInList(benchmark::State &state)
 {
-    const QStringList texts = rowTexts(positionReport, batch);
+    Texts texts;
     QListWidget list;
     list.setUniformItemSizes(true);
     list.setFixedSize(viewSize);
@@ -69,7 +89,8 @@ void rowsInList(benchmark::State &state)
     qint64 rows = 0;
     QObject::connect(list.model(), &QAbstractItemModel::rowsInserted, [&rows] { ++rows; });
     for (auto _ : state) {
-        for (const QString &text : texts) {
+        const QStringList lines = texts.next();
+        for (const QString &text : lines) {
             list.addItem(text);
             if (list.count() > fullView)
                 delete list.takeItem(0);
@@ -86,7 +107,7 @@ BENCHMARK(rowsInList)->Name("b/QListWidget/log")->Arg(0)->Arg(1)->Unit(benchmark
 
 void linesInText(benchmark::State &state)
 {
-    const QStringList texts = rowTexts(positionReport, batch);
+    Texts texts;
     QPlainTextEdit edit;
     edit.setReadOnly(true);
     edit.setMaximumBlockCount(fullView);
@@ -96,7 +117,8 @@ void linesInText(benchmark::State &state)
     settle();
     qint64 rows = 0;
     for (auto _ : state) {
-        for (const QString &text : texts) {
+        const QStringList lines = texts.next();
+        for (const QString &text : lines) {
             edit.appendPlainText(text);
             if (++rows % scrollStep == 0)
                 edit.verticalScrollBar()->setValue(edit.verticalScrollBar()->maximum());

@@ -18,6 +18,7 @@ QTextLine layOut(QTextLayout &layout)
     QTextOption option;
     option.setWrapMode(QTextOption::ManualWrap);
     layout.setTextOption(option);
+    layout.setCacheEnabled(true); // otherwise its glyphs are shaped again
     layout.beginLayout();
     const QTextLine line = layout.createLine();
     layout.endLayout();
@@ -68,7 +69,7 @@ RowDelegate::LaidOut *RowDelegate::laidOut(const QString &text) const
         return known;
     QTextLayout layout(text, textsFont);
     const QTextLine line = layOut(layout);
-    known = new LaidOut{layout.boundingRect(), line.naturalTextWidth()};
+    known = new LaidOut{layout.boundingRect(), line.naturalTextWidth(), layout.glyphRuns()};
     texts.insert(text, known);
     return known;
 }
@@ -84,7 +85,7 @@ bool RowDelegate::drawPlain(QPainter *painter, const QStyleOptionViewItem &optio
     const int margin = textMargin(option.widget);
     const QRect textRect = cell.adjusted(margin, 0, -margin, 0);
     const int elideTo = row->width > textRect.width() ? textRect.width() : notElided;
-    if (row->glyphs.isEmpty() || row->elidedTo != elideTo) {
+    if (row->elidedTo != elideTo) {
         const QString shown = elideTo == notElided
                                   ? text
                                   : QFontMetricsF(textsFont).elidedText(text, option.textElideMode, elideTo);

@@ -33,9 +33,9 @@ private:
     struct LaidOut
     {
         QRectF bounds;
-        qreal width = 0;              ///< without blanks at the end
-        QList<QGlyphRun> glyphs = {}; ///< empty until drawn
-        int elidedTo = notElided;     ///< width for which the glyphs were made
+        qreal width; ///< without blanks at the end
+        QList<QGlyphRun> glyphs;
+        int elidedTo = notElided; ///< width for which the glyphs were made
     };
     static constexpr int notElided = -1;
 

@@ -1,0 +1,108 @@
+"""Runs the benchmarks and writes docs/performance.md: ratios of processor times, never bare times."""
+
+import argparse
+import json
+import os
+import pathlib
+import statistics
+import subprocess
+import sys
+import tempfile
+
+# Row, what is compared, tool, peer, highest ratio allowed. None has no bound and is only reported.
+COMPARISONS = [
+    ("a1", "one paint of a full row view", "a1/tool", "a1/QPlainTextEdit", 0.75),
+    ("a2", "one row until idle, view full", "a2/tool", "a2/QPlainTextEdit", 2.0),
+    ("b", "a report to a row, log off", "b/tool/log/0", "b/QPlainTextEdit/log/0", 0.5),
+    ("b", "a report to a row, log off", "b/tool/log/0", "b/QListWidget/log/0", 1.0),
+    ("b", "a report to a row, log on", "b/tool/log/1", "b/QPlainTextEdit/log/1", 0.5),
+    ("b", "a report to a row, log on", "b/tool/log/1", "b/QListWidget/log/1", 1.0),
+    ("c", "the bar graph's picture, classic", "c/tool/classic:1", "c/QtCharts", 1.0),
+    ("c", "the bar graph's picture, classic", "c/tool/classic:1", "c/Qwt", 1.0),
+    ("c", "the bar graph's picture, gradients", "c/tool/classic:0", "c/QtCharts", 1.0),
+    ("c", "the bar graph's picture, gradients", "c/tool/classic:0", "c/Qwt", 1.0),
+    ("c", "a whole frame of the tab, classic", "c/wholeframe/classic:1", "c/Qwt", None),
+    ("c", "a whole frame of the tab, gradients", "c/wholeframe/classic:0", "c/Qwt", None),
+]
+for zone, told in ((0, "TZ unset"), (1, "TZ set")):
+    for kind in (33, 50, 104):
+        COMPARISONS.append(("d", f"a kept report of type {kind}, {told}", f"d/tool/type:{kind}/TZ:{zone}",
+                            f"d/floor/type:{kind}/TZ:{zone}", 1.2))
+    COMPARISONS.append(("e", f"a dropped report, {told}", f"e/tool/TZ:{zone}", f"e/floor/TZ:{zone}", 1.1))
+COMPARISONS.append(("i", "from widget() to the first frame", "i/tool", "i/QWidget", 1.2))
+
+
+def google_benchmark(program, smoke):
+    """Processor time of one unit of work, per benchmark name: a list with one value a repetition."""
+    with tempfile.NamedTemporaryFile(suffix=".json") as out:
+        subprocess.run(
+            [program, f"--benchmark_repetitions={1 if smoke else 9}",
+             "--benchmark_enable_random_interleaving=true",
+             f"--benchmark_min_time={0.01 if smoke else 0.2}",
+             "--benchmark_report_aggregates_only=false",
+             f"--benchmark_out={out.name}", "--benchmark_out_format=json"],
+            check=True, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+            env={**os.environ, "QT_QPA_PLATFORM": "offscreen"})
+        runs = json.load(open(out.name))["benchmarks"]
+    times, counts = {}, {}
+    for run in runs:
+        if run["run_type"] != "iteration":
+            continue
+        name = run["run_name"].split("/iterations:")[0].split("/repeats:")[0]
+        # Where work is counted, a batch that did less of it is no faster for that.
+        rate = run.get("items_per_second")
+        times.setdefault(name, []).append(1e9 / rate if rate else run["cpu_time"])
+        counts[name] = {key: run[key] for key in ("paints", "pixels", "bars", "kept", "frames") if key in run}
+    return times, counts
+
+
+def spread(values):
+    """Half the distance of the quartiles, in percent of the median."""
+    if len(values) < 4:
+        return 0.0
+    low, _, high = statistics.quantiles(values, n=4)
+    return 50 * (high - low) / statistics.median(values)
+
+
+def told(counts):
+    return ", ".join(f"{value:,.0f} {key}" if value >= 10 else f"{value:.2g} {key}" for key, value in counts.items())
+
+
+def table(times, counts):
+    lines = ["| Row | Work | Beside | Ratio | Bound | Noise | Counted in the tool / in the peer |",
+             "|---|---|---|---|---|---|---|"]
+    missed = []
+    for row, work, tool, peer, bound in COMPARISONS:
+        ratio = statistics.median(times[tool]) / statistics.median(times[peer])
+        noise = max(spread(times[tool]), spread(times[peer]))
+        if bound is not None and ratio > bound:
+            missed.append((row, work, peer, ratio, bound))
+        limit = "none" if bound is None else f"{bound:g}"
+        mark = "**" if bound is not None and ratio > bound else ""
+        beside = peer.split("/")[1]
+        lines.append(f"| {row} | {work} | {beside} | {mark}{ratio:.2f}{mark} | {limit} | {noise:.0f} % | "
+                     f"{told(counts[tool])} / {told(counts[peer])} |")
+    return lines, missed
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("build", type=pathlib.Path)
+    parser.add_argument("--smoke", action="store_true")
+    options = parser.parse_args()
+    times, counts = google_benchmark(options.build / "benchmarks" / "padscope_benchmarks", options.smoke)
+    lines, missed = table(times, counts)
+    if options.smoke:
+        print("\n".join(lines))
+        return
+    page = pathlib.Path("docs/performance.md")
+    begin, end = "<!-- measured -->", "<!-- /measured -->"
+    text = page.read_text()
+    head, tail = text.split(begin)[0], text.split(end)[1]
+    page.write_text(head + begin + "\n" + "\n".join(lines) + "\n" + end + tail)
+    for row, work, peer, ratio, bound in missed:
+        print(f"{row}: {work} beside {peer}: {ratio:.2f}, bound {bound:g}", file=sys.stderr)
+
+
+if __name__ == "__main__":
+    main()
