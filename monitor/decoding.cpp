@@ -1,5 +1,9 @@
 #include "monitor/monitor.h"
 
+#include <charconv>
+#include <cstdlib>
+#include <iterator>
+
 #include "mainwindow/datapacket.h"
 #include "monitor/rowformats.h"
 
@@ -69,14 +73,31 @@ bool hasValidLength(const reports::Bytes &bytes)
     }
 }
 
+void appendPadded(QByteArray &text, std::int64_t value, int width)
+{
+    char digits[24];
+    const auto length =
+        static_cast<int>(std::to_chars(std::begin(digits), std::end(digits), value).ptr - digits);
+    text.append(qMax(0, width - length), ' ').append(digits, length);
+}
+
+/// Gives what one QString::arg() for each column would, in a single pass. Placeholders beyond the columns
+/// stay.
 QString filled(const rows::Text &text, const reports::Bytes &bytes)
 {
-    QString result = QLatin1String(text.format);
-    for (std::size_t i = 0; i < text.columnCount; ++i) {
-        const rows::Column &column = text.columns[i];
-        result = result.arg(static_cast<qlonglong>(read(column.field, bytes)), column.width);
+    QByteArray result;
+    for (const char *at = text.format; *at != '\0';) {
+        char *end = nullptr;
+        const unsigned long number = *at == '%' ? std::strtoul(at + 1, &end, 10) : 0;
+        if (number == 0 || number > text.columnCount) {
+            result += *at++;
+            continue;
+        }
+        const rows::Column &column = text.columns[number - 1];
+        appendPadded(result, read(column.field, bytes), column.width);
+        at = end;
     }
-    return result;
+    return QString::fromLatin1(result);
 }
 
 QString penName(std::int64_t kind)

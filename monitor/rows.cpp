@@ -74,11 +74,14 @@ void monitor::showLastRow(const QString &text)
 
 void monitor::AddData(const unsigned char *bytes, unsigned int length)
 {
+    static constexpr char digits[] = "0123456789abcdef";
     QString text;
     QString hexadecimal;
     for (unsigned int i = 0; i < length; ++i) {
         text += QLatin1Char(rows::printable(bytes[i]));
-        hexadecimal += QString::fromLatin1("%1 ").arg(bytes[i], 2, 16, QLatin1Char('0'));
+        hexadecimal += QLatin1Char(digits[bytes[i] >> 4]);
+        hexadecimal += QLatin1Char(digits[bytes[i] & 15]);
+        hexadecimal += QLatin1Char(' ');
         // The first group has nine bytes, every later one eight.
         if (i != 0 && i % 8 == 0)
             hexadecimal += QLatin1Char(' ');
