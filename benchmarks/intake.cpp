@@ -1,6 +1,7 @@
 #include <benchmark/benchmark.h>
 
 #include <deque>
+#include <limits>
 
 #include <QCoreApplication>
 #include <QMutex>
@@ -70,7 +71,7 @@ void keptByTool(benchmark::State &state)
     qorvexgraph *window = tool.window;
     QObject::connect(window, SIGNAL(DataReceived()), window, SLOT(OnDataReceived()));
     window->paused = false;
-    window->displayThreshold = -1; // keeps every report
+    window->displayThreshold = std::numeric_limits<int>::min(); // keeps every report
     std::size_t kept = 0;
     onOtherThread([&] {
         for (auto _ : state) {
@@ -84,6 +85,8 @@ void keptByTool(benchmark::State &state)
         }
     });
     state.SetItemsProcessed(static_cast<std::int64_t>(kept));
+    state.counters["queued"] =
+        benchmark::Counter(static_cast<double>(kept), benchmark::Counter::kAvgIterations);
     setZone(false);
 }
 BENCHMARK(keptByTool)->Name("d/tool")->ArgNames({"type", "TZ"})->ArgsProduct({{33, 50, 104}, {0, 1}});
@@ -121,6 +124,8 @@ void keptByFloor(benchmark::State &state)
         }
     });
     state.SetItemsProcessed(static_cast<std::int64_t>(kept));
+    state.counters["queued"] =
+        benchmark::Counter(static_cast<double>(kept), benchmark::Counter::kAvgIterations);
     setZone(false);
 }
 BENCHMARK(keptByFloor)->Name("d/floor")->ArgNames({"type", "TZ"})->ArgsProduct({{33, 50, 104}, {0, 1}});

@@ -52,7 +52,7 @@ def google_benchmark(program, smoke):
         # Where work is counted, a batch that did less of it is no faster for that.
         rate = run.get("items_per_second")
         times.setdefault(name, []).append(1e9 / rate if rate else run["cpu_time"])
-        counts[name] = {key: run[key] for key in ("paints", "pixels", "bars", "kept", "frames") if key in run}
+        counts[name] = {key: run[key] for key in ("paints", "pixels", "bars", "rows", "queued", "kept", "frames") if key in run}
     return times, counts
 
 
@@ -62,6 +62,14 @@ def spread(values):
         return 0.0
     low, _, high = statistics.quantiles(values, n=4)
     return 50 * (high - low) / statistics.median(values)
+
+
+def check_counts(counts):
+    """Both sides of a comparison must have done as much; what is painted may differ."""
+    for _, _, tool, peer, _ in COMPARISONS:
+        for what in ("bars", "rows", "queued", "frames"):
+            if what in counts[tool] and what in counts[peer] and counts[tool][what] != counts[peer][what]:
+                sys.exit(f"{tool} did {counts[tool][what]:g} {what}, {peer} did {counts[peer][what]:g}")
 
 
 def told(counts):
@@ -91,6 +99,7 @@ def main():
     parser.add_argument("--smoke", action="store_true")
     options = parser.parse_args()
     times, counts = google_benchmark(options.build / "benchmarks" / "padscope_benchmarks", options.smoke)
+    check_counts(counts)
     lines, missed = table(times, counts)
     if options.smoke:
         print("\n".join(lines))

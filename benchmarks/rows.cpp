@@ -75,6 +75,8 @@ void rowsInTool(benchmark::State &state)
         settle();
     }
     state.SetItemsProcessed(rows);
+    state.counters["rows"] =
+        benchmark::Counter(static_cast<double>(rows), benchmark::Counter::kAvgIterations);
 }
 BENCHMARK(rowsInTool)->Name("b/tool/log")->Arg(0)->Arg(1)->Unit(benchmark::kMicrosecond);
 
@@ -102,6 +104,8 @@ void rowsInList(benchmark::State &state)
         settle();
     }
     state.SetItemsProcessed(rows);
+    state.counters["rows"] =
+        benchmark::Counter(static_cast<double>(rows), benchmark::Counter::kAvgIterations);
 }
 BENCHMARK(rowsInList)->Name("b/QListWidget/log")->Arg(0)->Arg(1)->Unit(benchmark::kMicrosecond);
 
@@ -128,6 +132,8 @@ void linesInText(benchmark::State &state)
         settle();
     }
     state.SetItemsProcessed(rows);
+    state.counters["rows"] =
+        benchmark::Counter(static_cast<double>(rows), benchmark::Counter::kAvgIterations);
 }
 BENCHMARK(linesInText)->Name("b/QPlainTextEdit/log")->Arg(0)->Arg(1)->Unit(benchmark::kMicrosecond);
 
