@@ -33,14 +33,19 @@ int textMargin(const QWidget *view)
 /// Whether no letter leaves the line, so that none needs clipping, and no line is drawn with the letters.
 bool isPlain(const QFont &font)
 {
-    QString letters;
-    for (char letter = firstPlain; letter <= lastPlain; ++letter)
-        letters += QLatin1Char(letter);
+    if (font.underline() || font.overline() || font.strikeOut())
+        return false;
+    constexpr qreal farthestOut = -1;
     const QFontMetricsF metrics(font);
+    QString letters;
+    for (char letter = firstPlain; letter <= lastPlain; ++letter) {
+        const QLatin1Char character(letter);
+        if (metrics.leftBearing(character) < farthestOut || metrics.rightBearing(character) < farthestOut)
+            return false;
+        letters += character;
+    }
     const QRectF ink = metrics.tightBoundingRect(letters);
-    return ink.top() >= -metrics.ascent() && ink.bottom() <= metrics.descent() &&
-           metrics.minLeftBearing() >= -1 && metrics.minRightBearing() >= -1 && !font.underline() &&
-           !font.overline() && !font.strikeOut();
+    return ink.top() >= -metrics.ascent() && ink.bottom() <= metrics.descent();
 }
 
 } // namespace

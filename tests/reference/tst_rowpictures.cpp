@@ -1,3 +1,4 @@
+#include "monitor/rowdelegate.h"
 #include "tests/reference/reference.h"
 #include "tests/reference/reports.h"
 #include "tests/reference/shownwindow.h"
@@ -90,6 +91,7 @@ class RowPictureTests : public QObject
 private slots:
     void pictures_data();
     void pictures();
+    void plainRowsTakeTheShortWay();
     void cleanup();
 
 private:
@@ -248,6 +250,19 @@ void RowPictureTests::pictures()
     QVERIFY2(difference.isEmpty(), qPrintable(difference));
     const QString onScreen = reference::difference(shown.onScreen(), shown.picture());
     QVERIFY2(onScreen.isEmpty(), qPrintable(onScreen));
+}
+
+/// Otherwise the pictures would say nothing about it.
+void RowPictureTests::plainRowsTakeTheShortWay()
+{
+    ShownWindow shown;
+    shown.show(shown.view, {480, 360});
+    shown.view->AddData(QStringLiteral("plain"), QString());
+    shown.picture();
+    const auto *delegate = static_cast<const RowDelegate *>(shown.view->treeView->itemDelegate());
+    QVERIFY(delegate->isPlainStyle);
+    QVERIFY(delegate->isPlainFont);
+    QVERIFY(delegate->texts.contains(QStringLiteral("plain")));
 }
 
 void RowPictureTests::cleanup()
