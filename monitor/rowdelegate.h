@@ -8,8 +8,8 @@
 
 /// Measures and draws rows just as the style does, but lays a plain text out once and not each time.
 ///
-/// A plain text is one run from left to right: printable ASCII, without tabs and line ends. A text that is shown
-/// in part is not plain. GUI thread only.
+/// A plain text is one run from left to right: printable ASCII, without tabs and line ends. A text that is
+/// shown in part is not plain. GUI thread only.
 class RowDelegate : public BoundedDelegate
 {
 public:

@@ -7,6 +7,7 @@
 #include "mainwindow/datapacket.h"
 #include "mainwindow/qorvexgraph.h"
 #include "monitor/monitor.h"
+#include "monitor/rowdelegate.h"
 #include "tests/support/countingpaintdevice.h"
 #include "tests/support/testmain.h"
 
@@ -16,11 +17,21 @@ constexpr int million = 1000000;
 constexpr int mostPainted = 20000;   // characters
 constexpr int widestColumn = 400000; // pixels
 
+/// Without those of plain rows, which are painted as glyphs.
 int charactersPainted(QWidget *widget)
 {
     CountingPaintDevice device;
     widget->render(&device);
     return device.characters();
+}
+
+int glyphsPainted(const QTreeView *view, const QString &row)
+{
+    int count = 0;
+    const RowDelegate::LaidOut *painted = static_cast<RowDelegate *>(view->itemDelegate())->texts.object(row);
+    for (const QGlyphRun &run : painted ? painted->glyphs : QList<QGlyphRun>())
+        count += run.glyphIndexes().size();
+    return count;
 }
 
 _DataPacket textPacket(const QByteArray &text, QTime time)
@@ -82,8 +93,12 @@ void LongRowTests::shortRowIsPaintedWhole()
     window.show();
     monitor *view = window.monitorView;
     const int before = charactersPainted(view->treeView->viewport());
-    view->AddData(QString(200, QLatin1Char('x')), QString());
+    const QString row(200, QLatin1Char('x'));
+    view->AddData(row, QString());
     QCOMPARE(charactersPainted(view->lastRowLabel), 200);
+    QCOMPARE(charactersPainted(view->treeView->viewport()) - before, 0);
+    QCOMPARE(glyphsPainted(view->treeView, row), 200);
+    view->treeView->setCurrentIndex(view->model->index(0, 0));
     QCOMPARE(charactersPainted(view->treeView->viewport()) - before, 200);
 }
 
