@@ -32,12 +32,20 @@ std::string reasonOf(const json::exception &error)
     return end == std::string::npos ? whole : whole.substr(end + 2);
 }
 
-/// Remembers the keys of every object that is open.
-class KeyCheck
+// Far more than a scenario has; what is deeper by far would exhaust the stack when it is shown.
+constexpr int deepest = 32;
+
+/// Checks while a document is read, and remembers the keys of every object that is open.
+class DocumentCheck
 {
 public:
-    bool operator()(int, json::parse_event_t event, json &parsed)
+    bool operator()(int depth, json::parse_event_t event, json &parsed)
     {
+        const bool opens =
+            event == json::parse_event_t::object_start || event == json::parse_event_t::array_start;
+        if (opens && depth >= deepest)
+            throw Refusal{"", "the lists and objects are nested too deep; allowed are " +
+                                  std::to_string(deepest) + " in one another"};
         if (event == json::parse_event_t::object_start)
             open.emplace_back();
         else if (event == json::parse_event_t::object_end)
@@ -154,7 +162,7 @@ std::string JsonNode::shown() const
 json parseJson(const std::string &text)
 {
     try {
-        return json::parse(text, KeyCheck());
+        return json::parse(text, DocumentCheck());
     } catch (const json::parse_error &error) {
         throw Refusal{placeOf(text, error.byte), "this is not JSON: " + reasonOf(error)};
     } catch (const json::exception &error) {

@@ -127,6 +127,13 @@ void tst_scenariocomplaints::complaints_data()
         "/faults/0: the fault flood needs a board; there is none");
     row("twice the same key", R"({"title": "t", "title": "u", "boards": []})",
         "the key \"title\" stands twice in one object; once is allowed");
+    row("nested too deep", R"({"title": )" + QByteArray(32, '[') + QByteArray(32, ']') + "}",
+        "the lists and objects are nested too deep; allowed are 32 in one another");
+    row("nested as deep as can be", R"({"title": )" + QByteArray(31, '[') + QByteArray(31, ']') + "}",
+        "/title: " + QByteArray(31, '[') + QByteArray(9, ']') +
+            "... is not allowed; allowed is text in quotes");
+    row("nested far too deep", R"({"title": )" + QByteArray(500000, '['),
+        "the lists and objects are nested too deep; allowed are 32 in one another");
     row("not JSON", "{\n  \"title\": }",
         "line 2, column 12: this is not JSON: syntax error while parsing value - unexpected '}'; expected "
         "'[', "

@@ -1,0 +1,100 @@
+#include <algorithm>
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "simulator/scenarioreader.h"
+#include "simulator/stream.h"
+#include "tests/fuzz/fuzzing.h"
+
+// An arbitrary scenario file: it is refused in one line, or read whole, and then played.
+
+namespace {
+
+constexpr int playedReports = 64;
+
+QString scenarioPath()
+{
+    static const QTemporaryDir folder;
+    return folder.filePath("scenario.json");
+}
+
+void writeFile(const QByteArray &bytes)
+{
+    QFile file(scenarioPath());
+    fuzz::require(file.open(QIODevice::WriteOnly | QIODevice::Truncate), "the scenario can be written");
+    file.write(bytes);
+}
+
+bool isOneLine(const std::string &text)
+{
+    return std::none_of(text.begin(), text.end(), [](unsigned char character) { return character < 0x20; });
+}
+
+void checkRefusal(const std::string &complaint)
+{
+    const std::string path = scenarioPath().toStdString();
+    fuzz::require(complaint.compare(0, path.size() + 2, path + ": ") == 0, "the complaint names the file");
+    fuzz::require(complaint.size() > path.size() + 2, "the complaint says something");
+    fuzz::require(isOneLine(complaint), "the complaint is one line");
+}
+
+template <typename Event>
+bool areInOrder(const std::vector<Event> &events)
+{
+    return std::is_sorted(events.begin(), events.end(),
+                          [](const Event &a, const Event &b) { return a.at < b.at; });
+}
+
+void checkLimits(const Scenario &scenario)
+{
+    fuzz::require(scenario.boards.size() <= 32, "no more boards than there may be");
+    fuzz::require(areInOrder(scenario.events), "the library's events are in order");
+    int total = 0;
+    for (const Scenario::Place &place : scenario.boards) {
+        total += place.plan.rate;
+        fuzz::require(place.plan.rate >= 1 && place.plan.rate <= 10000, "a board's rate is within its range");
+        fuzz::require(areInOrder(place.plan.events), "a board's events are in order");
+    }
+    fuzz::require(total <= 20000, "the rates together are within their range");
+}
+
+/// What a board sends up to its end or so many reports.
+std::vector<Report> played(const BoardPlan &plan)
+{
+    Stream stream(plan);
+    std::vector<Report> reports;
+    for (int i = 0; i < playedReports; ++i)
+        reports.push_back(stream.next(std::chrono::nanoseconds(std::chrono::seconds(1)) / plan.rate));
+    for (const BoardEvent &event : plan.events) {
+        if (event.kind)
+            reports.push_back(stream.ofKind(*event.kind));
+        if (event.what == BoardEvent::What::Pause)
+            stream.skip(event.duration);
+    }
+    return reports;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerInitialize(int *, char ***)
+{
+    fuzz::startApplication();
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    writeFile(fuzz::Input(data, size).bytes(size));
+    std::string complaint;
+    const std::optional<Scenario> scenario = readScenario(scenarioPath().toStdString(), complaint);
+    if (!scenario) {
+        checkRefusal(complaint);
+        return 0;
+    }
+    fuzz::require(complaint.empty(), "nothing is complained of what is read");
+    checkLimits(*scenario);
+    for (const Scenario::Place &place : scenario->boards)
+        fuzz::require(played(place.plan) == played(place.plan), "a plan gives the same reports again");
+    return 0;
+}
