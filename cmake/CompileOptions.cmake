@@ -15,6 +15,17 @@ target_compile_options(padscope_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion
     $<$<BOOL:${PADSCOPE_WARNINGS_AS_ERRORS}>:-Werror>)
 
+# A fault in a tool that reads whatever a board sends shall end the process rather than be of use to somebody.
+# A sanitizer finds more, and does not go with fortified functions; these take optimisation.
+add_compile_options(-fstack-protector-strong)
+if(NOT PADSCOPE_SANITIZE)
+    add_compile_options($<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE> $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=2>)
+endif()
+add_link_options(-Wl,-z,relro,-z,now)
+# Programs are position-independent as well as compiled so, which takes a flag of the linker's.
+include(CheckPIESupported)
+check_pie_supported(LANGUAGES CXX)
+
 if(PADSCOPE_SANITIZE)
     add_compile_options(-fsanitize=${PADSCOPE_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
     add_link_options(-fsanitize=${PADSCOPE_SANITIZE})
