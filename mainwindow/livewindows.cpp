@@ -45,7 +45,8 @@ void remove(const qorvexgraph *window)
     pthread_rwlock_wrlock(&lock);
     Entry **place = find(window);
     Entry *entry = *place;
-    *place = entry->next;
+    if (entry)
+        *place = entry->next;
     pthread_rwlock_unlock(&lock);
     delete entry;
 }

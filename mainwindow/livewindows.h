@@ -11,7 +11,8 @@ namespace livewindows {
 
 /// Lists a window. GUI thread; waits for the callbacks that are in progress on other threads.
 void add(const qorvexgraph *window);
-/// Takes a window off the list; afterwards no callback on another thread is at work on it. GUI thread.
+/// Takes a window off the list; afterwards no callback on another thread is at work on it. Nothing
+/// happens to one that is not listed. GUI thread.
 void remove(const qorvexgraph *window);
 
 /// What a callback was registered with, kept from destruction while this lives. Any thread; not to be nested
