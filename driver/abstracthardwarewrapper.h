@@ -19,6 +19,9 @@ struct _ORVEX_DEVICE_INFO
 };
 static_assert(sizeof(_ORVEX_DEVICE_INFO) == 840, "the driver library writes 840 bytes");
 
+/// Mask of SetDriverDebugMode() with all bits set.
+inline constexpr unsigned int everyDebugBit = 0xFFFFFFFF;
+
 /// The road to the boards: one operation for each entry point of the driver library.
 ///
 /// An operation whose entry point is missing does nothing and returns the fixed value named with it.

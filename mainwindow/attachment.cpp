@@ -15,7 +15,6 @@ namespace {
 constexpr std::uint32_t deviceInfoKind = 6;
 constexpr unsigned char everyTransfer = 255;
 constexpr unsigned char quietDebugMode = 1;
-constexpr unsigned int everyDebugBit = 0xFFFFFFFF;
 
 // The library may run the event loop in any call, and so have the window closed there: after each call the
 // binding may be gone. A notice that comes from within an attach waits for its end.

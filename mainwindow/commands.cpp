@@ -9,7 +9,6 @@
 namespace {
 
 constexpr unsigned char typedCommandDebugMode = 4;
-constexpr unsigned int everyDebugBit = 0xFFFFFFFF;
 
 // 31 lines are written and 30 read back; reading puts each line in front, which reverses them. As designed.
 constexpr int mostLinesRead = 30;

@@ -12,6 +12,7 @@ namespace {
 
 constexpr char firstPlain = 0x20;
 constexpr char lastPlain = 0x7E;
+constexpr int mostTexts = 256; ///< kept at a time; a view holds 151
 
 QTextLine layOut(QTextLayout &layout)
 {
@@ -67,16 +68,16 @@ bool RowDelegate::takeFont(const QFont &font) const
     return isPlainFont;
 }
 
-RowDelegate::LaidOut *RowDelegate::laidOut(const QString &text) const
+RowDelegate::LaidOut &RowDelegate::laidOut(const QString &text) const
 {
-    LaidOut *known = texts.object(text);
-    if (known)
-        return known;
+    const auto known = texts.find(text);
+    if (known != texts.end())
+        return *known;
+    if (texts.size() >= mostTexts)
+        texts.clear();
     QTextLayout layout(text, textsFont);
     const QTextLine line = layOut(layout);
-    known = new LaidOut{layout.boundingRect(), line.naturalTextWidth(), layout.glyphRuns()};
-    texts.insert(text, known);
-    return known;
+    return *texts.insert(text, {layout.boundingRect(), line.naturalTextWidth(), layout.glyphRuns()});
 }
 
 bool RowDelegate::drawPlain(QPainter *painter, const QStyleOptionViewItem &option, const QRect &cell,
@@ -84,24 +85,24 @@ bool RowDelegate::drawPlain(QPainter *painter, const QStyleOptionViewItem &optio
 {
     if (!isPlainStyle || !isPlain(text) || !takeFont(option.font))
         return false;
-    LaidOut *row = laidOut(text);
-    if (row->bounds.height() > cell.height())
+    LaidOut &row = laidOut(text);
+    if (row.bounds.height() > cell.height())
         return false;
     const int margin = textMargin(option.widget);
     const QRect textRect = cell.adjusted(margin, 0, -margin, 0);
-    const int elideTo = row->width > textRect.width() ? textRect.width() : notElided;
-    if (row->elidedTo != elideTo) {
+    const int elideTo = row.width > textRect.width() ? textRect.width() : notElided;
+    if (row.elidedTo != elideTo) {
         const QString shown = elideTo == notElided
                                   ? text
                                   : QFontMetricsF(textsFont).elidedText(text, option.textElideMode, elideTo);
         QTextLayout layout(shown, textsFont);
         layOut(layout);
-        row->glyphs = layout.glyphRuns();
-        row->elidedTo = elideTo;
+        row.glyphs = layout.glyphRuns();
+        row.elidedTo = elideTo;
     }
     const QRect placed = QStyle::alignedRect(Qt::LayoutDirectionAuto, option.displayAlignment,
-                                             row->bounds.size().toSize(), textRect);
-    for (const QGlyphRun &run : qAsConst(row->glyphs))
+                                             row.bounds.size().toSize(), textRect);
+    for (const QGlyphRun &run : qAsConst(row.glyphs))
         painter->drawGlyphRun(QPointF(textRect.x(), placed.top()), run);
     return true;
 }
@@ -111,6 +112,6 @@ QSize RowDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelInde
     const QString text = shownPart(index.data().toString());
     if (!isPlainStyle || !isPlain(text) || !takeFont(option.font))
         return BoundedDelegate::sizeHint(option, index);
-    const LaidOut *row = laidOut(text);
-    return {qCeil(row->width) + 2 * textMargin(option.widget), qCeil(row->bounds.height())};
+    const LaidOut &row = laidOut(text);
+    return {qCeil(row.width) + 2 * textMargin(option.widget), qCeil(row.bounds.height())};
 }

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QCache>
 #include <QFont>
 #include <QGlyphRun>
+#include <QHash>
 
 #include "monitor/boundedtext.h"
 
@@ -40,11 +40,11 @@ private:
     static constexpr int notElided = -1;
 
     bool takeFont(const QFont &font) const;
-    LaidOut *laidOut(const QString &text) const;
+    LaidOut &laidOut(const QString &text) const;
 
     bool isPlainStyle = false;
     // All of these follow from the texts and fonts that came.
-    mutable QCache<QString, LaidOut> texts{256};
+    mutable QHash<QString, LaidOut> texts;
     mutable QFont textsFont;
     mutable bool isPlainFont = false;
 };

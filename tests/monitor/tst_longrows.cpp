@@ -28,8 +28,9 @@ int charactersPainted(QWidget *widget)
 int glyphsPainted(const QTreeView *view, const QString &row)
 {
     int count = 0;
-    const RowDelegate::LaidOut *painted = static_cast<RowDelegate *>(view->itemDelegate())->texts.object(row);
-    for (const QGlyphRun &run : painted ? painted->glyphs : QList<QGlyphRun>())
+    const auto *delegate = static_cast<RowDelegate *>(view->itemDelegate());
+    const QList<QGlyphRun> painted = delegate->texts.value(row).glyphs;
+    for (const QGlyphRun &run : painted)
         count += run.glyphIndexes().size();
     return count;
 }
