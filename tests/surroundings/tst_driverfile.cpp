@@ -1,0 +1,74 @@
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include "tests/support/testmain.h"
+#include "tests/surroundings/childrun.h"
+
+/// A driver library that is missing or damaged: the host starts, opens the tool, types and closes all the
+/// same.
+class DriverFile : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void file_data();
+    void file();
+
+private:
+    static QByteArray simulator();
+};
+
+QByteArray DriverFile::simulator()
+{
+    QFile library(QStringLiteral(SIMULATOR_FILE));
+    return library.open(QIODevice::ReadOnly) ? library.readAll() : QByteArray();
+}
+
+void DriverFile::file_data()
+{
+    QTest::addColumn<QByteArray>("contents");
+    QTest::addColumn<QByteArray>("loaderSays");
+    QTest::addColumn<bool>("rows");
+    const QByteArray whole = simulator();
+    QByteArray otherMachine = whole;
+    otherMachine[18] = '\xb7'; // e_machine: AArch64
+    QByteArray otherClass = whole;
+    otherClass[4] = 1; // ELFCLASS32
+    QTest::newRow("missing") << QByteArray() << QByteArray("cannot open shared object file") << false;
+    QTest::newRow("a text file") << QByteArray(4096, 'x') << QByteArray("invalid ELF header") << false;
+    QTest::newRow("a short text file") << QByteArray("library\n") << QByteArray("file too short") << false;
+    QTest::newRow("cut within its header") << whole.left(40) << QByteArray("file too short") << false;
+    QTest::newRow("for another machine")
+        << otherMachine << QByteArray("cannot open shared object file") << false;
+    QTest::newRow("for another word size") << otherClass << QByteArray("wrong ELF class") << false;
+    QTest::newRow("whole") << whole << QByteArray() << true;
+}
+
+void DriverFile::file()
+{
+    QFETCH(QByteArray, contents);
+    QFETCH(QByteArray, loaderSays);
+    QFETCH(bool, rows);
+    const QTemporaryDir folder;
+    if (!contents.isEmpty()) {
+        QFile library(folder.filePath("liborvexboardex.so.1"));
+        QVERIFY(library.open(QIODevice::WriteOnly));
+        QCOMPARE(library.write(contents), qint64(contents.size()));
+    }
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("LD_LIBRARY_PATH", folder.path());
+    const ChildRun result = runChild(TENDRO_HOST,
+                                     {"--plugins", PADSCOPE_PLUGIN_FOLDER, "--open", "TendroPadscope",
+                                      "--type", "?", "--tab", "Monitor=2", "--rows"},
+                                     environment);
+    QVERIFY2(result.status == 0, result.errors);
+    QVERIFY2(result.errors.contains(loaderSays), result.errors);
+    if (!rows)
+        QVERIFY2(result.errors.contains("liborvexboardex.so.1: "), result.errors);
+    QVERIFY2(result.output.isEmpty() != rows, result.output);
+}
+
+PADSCOPE_TEST_MAIN(DriverFile)
+#include "tst_driverfile.moc"
