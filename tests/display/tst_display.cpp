@@ -1,0 +1,226 @@
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include "tests/support/testmain.h"
+
+/// The tool from end to end on a display server with a window manager, by key and mouse events that come from
+/// the server. Each step needs the one before it.
+class Display : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void title();
+    void typedCommandAttaches();
+    void historyIsRecalled();
+    void tabIsSwitched();
+    void rowsAreLogged();
+    void sliderIsMoved();
+    void minimisedStaysAttached();
+    void closingDetaches();
+    void settingsAreKept();
+    void cleanupTestCase();
+
+private:
+    /// The rest of the state's line that begins with this.
+    QString state(const QString &name) const;
+    QStringList calls() const;
+    static QByteArray xdotool(const QStringList &arguments);
+    void click(const QString &what) const
+    {
+        xdotool(QStringList("mousemove") + state("at " + what).split(' ') + QStringList{"click", "1"});
+    }
+
+    QTemporaryDir home;
+    QProcess server;
+    QProcess manager;
+    QProcess tool;
+    QString window;
+};
+
+namespace {
+
+constexpr int patienceMs = 20000;
+
+/// The number of the display that the server has chosen.
+QByteArray startServer(QProcess &server)
+{
+    server.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    server.start("Xvfb", {"-displayfd", "1", "-screen", "0", "1280x800x24", "-nolisten", "tcp"});
+    QByteArray number;
+    while (!number.endsWith('\n') && server.waitForReadyRead(patienceMs))
+        number += server.readAllStandardOutput();
+    return number.trimmed();
+}
+
+void stop(QProcess &process)
+{
+    process.terminate();
+    if (!process.waitForFinished(5000))
+        process.kill();
+    process.waitForFinished(5000);
+}
+
+} // namespace
+
+QString Display::state(const QString &name) const
+{
+    QFile file(home.filePath("state"));
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    for (const QString &line : QString::fromUtf8(file.readAll()).split('\n')) {
+        if (line.startsWith(name + ' '))
+            return line.mid(name.size() + 1);
+    }
+    return {};
+}
+
+QStringList Display::calls() const
+{
+    QFile file(home.filePath("state"));
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    QStringList lines = QString::fromUtf8(file.readAll()).split('\n').filter(QRegularExpression("^call "));
+    return lines.replaceInStrings(QRegularExpression("^call "), QString());
+}
+
+QByteArray Display::xdotool(const QStringList &arguments)
+{
+    QProcess process;
+    process.start("xdotool", arguments);
+    if (!process.waitForFinished(patienceMs) || process.exitCode() != 0)
+        qWarning() << "xdotool" << arguments << process.readAllStandardError();
+    return process.readAllStandardOutput().trimmed();
+}
+
+void Display::initTestCase()
+{
+    const QByteArray number = startServer(server);
+    QVERIFY(!number.isEmpty());
+    qputenv("DISPLAY", ':' + number);
+    manager.start("openbox", QStringList());
+    QVERIFY(manager.waitForStarted(patienceMs));
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("HOME", home.path());
+    environment.insert("XDG_CONFIG_HOME", home.filePath("config"));
+    environment.insert("QT_QPA_PLATFORM", "xcb");
+    tool.setProcessEnvironment(environment);
+    tool.setProcessChannelMode(QProcess::ForwardedChannels);
+    tool.start(DISPLAYED_PROGRAM, {PADSCOPE_PLUGIN_FOLDER, home.filePath("state")});
+    QVERIFY(tool.waitForStarted(patienceMs));
+    QTRY_COMPARE_WITH_TIMEOUT(state("tab"), QString("Bar Graph"), patienceMs);
+}
+
+void Display::title()
+{
+    const QStringList search{"search", "--sync", "--onlyvisible", "--name", "Tendro Host$"};
+    window = QString::fromLatin1(xdotool(search)).section('\n', 0, 0);
+    QCOMPARE(xdotool({"getwindowname", window}), QByteArray("TendroPadscope - Tendro Host"));
+    xdotool({"windowactivate", "--sync", window});
+    QCOMPARE(state("status"), QString("Devices found"));
+    QCOMPARE(calls(), QStringList());
+}
+
+void Display::typedCommandAttaches()
+{
+    click("line");
+    xdotool({"type", "--delay", "20", "first"});
+    QTRY_COMPARE(state("line"), QString("first"));
+    xdotool({"key", "Return"});
+    QTRY_COMPARE(state("status"), QString("<b>1 device found.</b>"));
+    QTRY_VERIFY(calls().contains("orvexSendCommand(1001, \"first\\r\")"));
+    QCOMPARE(calls().first(), QString("orvexAttach()"));
+}
+
+void Display::historyIsRecalled()
+{
+    // The line was selected when it was sent, so that the next one replaces it.
+    xdotool({"type", "--delay", "20", "?"});
+    QTRY_COMPARE(state("line"), QString("?"));
+    xdotool({"key", "Return"});
+    QTRY_VERIFY(calls().contains("orvexSendCommand(1001, \"?\\r\")"));
+    xdotool({"key", "Up"});
+    QTRY_COMPARE(state("line"), QString("first"));
+    xdotool({"key", "Down"});
+    QTRY_COMPARE(state("line"), QString("?"));
+}
+
+void Display::tabIsSwitched()
+{
+    click("Monitor");
+    QTRY_COMPARE(state("tab"), QString("Monitor"));
+}
+
+void Display::rowsAreLogged()
+{
+    click("box");
+    const QDir logs(home.filePath("qorvexgraph logs"));
+    QTRY_COMPARE(logs.entryList(QDir::Files).size(), 1);
+    QFile log(logs.filePath(logs.entryList(QDir::Files).first()));
+    QVERIFY(log.open(QIODevice::ReadOnly));
+    QByteArray logged;
+    QTRY_VERIFY_WITH_TIMEOUT((logged += log.readAll()).contains("X Fine 0: "), patienceMs);
+}
+
+void Display::sliderIsMoved()
+{
+    QCOMPARE(state("slider"), QString("100"));
+    // A page to the right, and then by the keyboard.
+    click("slider");
+    QTRY_COMPARE(state("slider"), QString("110"));
+    xdotool({"key", "Home"});
+    QTRY_COMPARE(state("slider"), QString("0"));
+    xdotool({"key", "Right"});
+    QTRY_COMPARE(state("slider"), QString("1"));
+}
+
+void Display::minimisedStaysAttached()
+{
+    const int before = calls().size();
+    xdotool({"windowminimize", "--sync", window});
+    QTRY_COMPARE(state("minimised"), QString("1"));
+    // Long enough for a detach to have come.
+    QTest::qWait(500);
+    QCOMPARE(calls().size(), before);
+    QCOMPARE(state("status"), QString("<b>1 device found.</b>"));
+    xdotool({"windowactivate", "--sync", window});
+    QTRY_COMPARE(state("minimised"), QString("0"));
+}
+
+void Display::closingDetaches()
+{
+    xdotool({"key", "alt+F4"});
+    QVERIFY(tool.waitForFinished(patienceMs));
+    QCOMPARE(tool.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(tool.exitCode(), 0);
+    const QStringList last = calls();
+    QVERIFY(last.contains("orvexSendCommand(1001, \":MDU0\\r\")"));
+    QVERIFY(last.contains("orvexSendCommand(1001, \":MDP0\\r\")"));
+    QCOMPARE(last.last(), QString("orvexDetach()"));
+    QVERIFY2(state("status").endsWith("<i>Paused</i>"), qPrintable(state("status")));
+}
+
+void Display::settingsAreKept()
+{
+    const QSettings settings(home.filePath("config/Corvane/qorvexgraph.conf"), QSettings::IniFormat);
+    QCOMPARE(settings.value("history/0").toString(), QString("?"));
+    QCOMPARE(settings.value("history/1").toString(), QString("first"));
+    QCOMPARE(settings.value("Log To File").toBool(), true);
+    QCOMPARE(settings.value("monitor.displayThreshold").toInt(), 1);
+}
+
+void Display::cleanupTestCase()
+{
+    stop(tool);
+    stop(manager);
+    stop(server);
+}
+
+PADSCOPE_TEST_MAIN(Display)
+#include "tst_display.moc"
