@@ -106,6 +106,8 @@ void Display::initTestCase()
     qputenv("DISPLAY", ':' + number);
     manager.start("openbox", QStringList());
     QVERIFY(manager.waitForStarted(patienceMs));
+    // The manager tells how many desktops there are once it manages.
+    QTRY_VERIFY_WITH_TIMEOUT(!xdotool({"get_num_desktops"}).isEmpty(), patienceMs);
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("HOME", home.path());
     environment.insert("XDG_CONFIG_HOME", home.filePath("config"));
@@ -121,7 +123,7 @@ void Display::title()
 {
     const QStringList search{"search", "--sync", "--onlyvisible", "--name", "Tendro Host$"};
     window = QString::fromLatin1(xdotool(search)).section('\n', 0, 0);
-    QCOMPARE(xdotool({"getwindowname", window}), QByteArray("TendroPadscope - Tendro Host"));
+    QTRY_COMPARE(xdotool({"getwindowname", window}), QByteArray("TendroPadscope - Tendro Host"));
     xdotool({"windowactivate", "--sync", window});
     QCOMPARE(state("status"), QString("Devices found"));
     QCOMPARE(calls(), QStringList());
