@@ -3,6 +3,7 @@
 option(PADSCOPE_WARNINGS_AS_ERRORS "Treat compiler warnings as errors" OFF)
 set(PADSCOPE_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize takes them (address,undefined or thread)")
 
+option(PADSCOPE_COVERAGE "Count which lines and branches are run" OFF)
 option(PADSCOPE_FUZZ "Build the fuzz targets as fuzzers, which takes clang" OFF)
 
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
@@ -29,6 +30,12 @@ check_pie_supported(LANGUAGES CXX)
 if(PADSCOPE_SANITIZE)
     add_compile_options(-fsanitize=${PADSCOPE_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
     add_link_options(-fsanitize=${PADSCOPE_SANITIZE})
+endif()
+
+if(PADSCOPE_COVERAGE)
+    # The callbacks count on threads of the driver library.
+    add_compile_options(--coverage -fprofile-update=atomic)
+    add_link_options(--coverage)
 endif()
 
 if(PADSCOPE_FUZZ)
