@@ -9,6 +9,8 @@ import subprocess
 import sys
 import tempfile
 
+from sessions import sessions
+
 # Row, what is compared, tool, peer, highest ratio allowed. None has no bound and is only reported.
 COMPARISONS = [
     ("a1", "one paint of a full row view", "a1/tool", "a1/QPlainTextEdit", 0.75),
@@ -101,6 +103,7 @@ def main():
     times, counts = google_benchmark(options.build / "benchmarks" / "padscope_benchmarks", options.smoke)
     check_counts(counts)
     lines, missed = table(times, counts)
+    lines += ["", *sessions(options.build.resolve(), options.smoke)]
     if options.smoke:
         print("\n".join(lines))
         return
