@@ -101,7 +101,9 @@ def cutecom_shows_lines(build, rate, seconds):
     with x_server() as server, environment(build, 0, QT_QPA_PLATFORM="xcb", DISPLAY=server["display"]) as env:
         settings = pathlib.Path(env["HOME"], ".config", "CuteCom", "CuteCom5.conf")
         settings.parent.mkdir(parents=True)
-        settings.write_text(f"[sessions]\n1\\Device={os.ttyname(slave)}\n1\\name=Default\nsize=1\n")
+        settings.write_text("[sessions]\n1\\BaudRate=115200\n1\\DataBits=8\n1\\FlowControl=0\n1\\OpenMode=3\n"
+                            "1\\Parity=0\n1\\StopBits=1\n1\\name=Default\nsize=1\n"
+                            f"1\\Device={os.ttyname(slave)}\n")
         env["XDG_CONFIG_HOME"] = str(settings.parent.parent)
         env["LD_PRELOAD"] = str(build / "benchmarks" / "libserialsignals.so")
         cutecom = subprocess.Popen(["cutecom"], env=env, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
