@@ -4,10 +4,10 @@
 #include <memory>
 #include <vector>
 
+#include <malloc.h>
 #include <QElapsedTimer>
 #include <QStandardItemModel>
 #include <QTimer>
-#include <malloc.h>
 
 namespace {
 
@@ -15,7 +15,8 @@ constexpr int threadCount = 4;
 constexpr int clockStepMs = 10;
 constexpr int hexStart = 16 + 3; ///< of the row's text: sixteen characters and three blanks go before
 
-/// A report of a type that the monitor shows raw; it says which thread sent it, and which of that thread's it is.
+/// A report of a type that the monitor shows raw; it says which thread sent it, and which of that thread's it
+/// is.
 QByteArray numberedReport(int thread, int number)
 {
     QByteArray report(16, '.');
@@ -38,9 +39,8 @@ class Watch
 public:
     explicit Watch(QStandardItemModel *model)
     {
-        QObject::connect(model, &QStandardItemModel::itemChanged, &context, [this](const QStandardItem *item) {
-            take(item->text());
-        });
+        QObject::connect(model, &QStandardItemModel::itemChanged, &context,
+                         [this](const QStandardItem *item) { take(item->text()); });
     }
 
     int rows() const { return count; }

@@ -31,8 +31,8 @@ QJsonObject run(const QCommandLineParser &parser)
 
 } // namespace
 
-/// Runs one session with the tool in a process of its own, so that the kernel accounts for it, and prints what
-/// was counted and measured as one JSON object.
+/// Runs one session with the tool in a process of its own, so that the kernel accounts for it, and prints
+/// what was counted and measured as one JSON object.
 int main(int argc, char **argv)
 {
     const QTemporaryDir home;

@@ -1,4 +1,5 @@
-// Loaded before CuteCom: it closes a terminal that lacks the signals of a serial port, as a pseudo-terminal does.
+// Loaded before CuteCom: it closes a terminal that lacks the signals of a serial port, as a pseudo-terminal
+// does.
 
 #include <cstdarg>
 

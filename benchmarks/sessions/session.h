@@ -7,8 +7,8 @@
 
 #include "benchmarks/tool.h"
 
-/// The tool attached to the boards of the simulated library, which are told to send nothing: reports come from
-/// the benchmark alone. The monitor is shown.
+/// The tool attached to the boards of the simulated library, which are told to send nothing: reports come
+/// from the benchmark alone. The monitor is shown.
 class Session
 {
 public:
