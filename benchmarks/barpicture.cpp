@@ -88,6 +88,37 @@ BENCHMARK(frameOfTool)
     ->Arg(0)
     ->Unit(benchmark::kMicrosecond);
 
+/// The rectangles and circles of the picture with their gradients, without which it is not what it must be.
+void gradientsAlone(benchmark::State &state)
+{
+    QImage image(pictureSize, QImage::Format_ARGB32_Premultiplied);
+    int round = 0;
+    for (auto _ : state) {
+        QPainter painter(&image);
+        painter.setPen(QPen(Qt::black, 0));
+        for (int bar = 0; bar < barCount; ++bar) {
+            const QRect place(20 + 95 * (bar / 3) + 25 * (bar % 3), 205, 24,
+                              -signalAt(round, bar) * 411 / 7000);
+            QLinearGradient across(place.topLeft(), place.topRight());
+            across.setColorAt(0, QColor(1, 1, 90));
+            across.setColorAt(1, QColor(0, 0, 250));
+            painter.setBrush(across);
+            painter.drawRect(place);
+        }
+        for (int dial = 0; dial < dialCount; ++dial) {
+            QRadialGradient glow(QPointF(60 + 90 * dial, 455), 40);
+            glow.setColorAt(0.0, Qt::green);
+            glow.setColorAt(0.2, Qt::black);
+            painter.setBrush(glow);
+            painter.drawEllipse(20 + 90 * dial, 415, 80, 80);
+        }
+        painter.end();
+        round = (round + 1) % rounds;
+    }
+    state.counters["bars"] = barCount;
+}
+BENCHMARK(gradientsAlone)->Name("c/gradients")->Unit(benchmark::kMicrosecond);
+
 /// The bars in one chart, each dial in one of its own, as charts are without axes.
 class ChartsPicture
 {

@@ -23,6 +23,8 @@ COMPARISONS = [
     ("c", "the bar graph's picture, classic", "c/tool/classic:1", "c/Qwt", 1.0),
     ("c", "the bar graph's picture, gradients", "c/tool/classic:0", "c/QtCharts", 1.0),
     ("c", "the bar graph's picture, gradients", "c/tool/classic:0", "c/Qwt", 1.0),
+    ("c", "the gradients alone", "c/gradients", "c/Qwt", None),
+    ("c", "the bar graph's picture, gradients", "c/tool/classic:0", "c/gradients", None),
     ("c", "a whole frame of the tab, classic", "c/wholeframe/classic:1", "c/Qwt", None),
     ("c", "a whole frame of the tab, gradients", "c/wholeframe/classic:0", "c/Qwt", None),
 ]
