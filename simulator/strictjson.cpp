@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <set>
 
 using nlohmann::json;
@@ -35,28 +36,69 @@ std::string reasonOf(const json::exception &error)
 // Far more than a scenario has; what is deeper by far would exhaust the stack when it is shown.
 constexpr int deepest = 32;
 
-/// Checks while a document is read, and remembers the keys of every object that is open.
+/// Checks while a document is read, and remembers the lists and objects that are open.
 class DocumentCheck
 {
 public:
     bool operator()(int depth, json::parse_event_t event, json &parsed)
     {
-        const bool opens =
-            event == json::parse_event_t::object_start || event == json::parse_event_t::array_start;
-        if (opens && depth >= deepest)
-            throw Refusal{"", "the lists and objects are nested too deep; allowed are " +
-                                  std::to_string(deepest) + " in one another"};
-        if (event == json::parse_event_t::object_start)
-            open.emplace_back();
-        else if (event == json::parse_event_t::object_end)
+        switch (event) {
+        case json::parse_event_t::object_start:
+        case json::parse_event_t::array_start:
+            begin(depth, event == json::parse_event_t::array_start);
+            break;
+        case json::parse_event_t::key:
+            takeKey(parsed);
+            break;
+        case json::parse_event_t::object_end:
+        case json::parse_event_t::array_end:
             open.pop_back();
-        else if (event == json::parse_event_t::key && !open.back().insert(parsed).second)
-            throw Refusal{"", "the key " + parsed.dump() + " stands twice in one object; once is allowed"};
+            [[fallthrough]];
+        case json::parse_event_t::value:
+            if (!open.empty())
+                ++open.back().index;
+        }
         return true;
     }
 
+    /// Of the value that is being read.
+    std::string path() const { return pathOf(open.size()); }
+
 private:
-    std::vector<std::set<std::string>> open;
+    struct Level
+    {
+        bool isList;
+        std::size_t index = 0;
+        std::string key = {};
+        std::set<std::string> keys = {};
+    };
+
+    void begin(int depth, bool isList)
+    {
+        if (depth >= deepest)
+            throw Refusal{path(), "the lists and objects are nested too deep; allowed are " +
+                                      std::to_string(deepest) + " in one another"};
+        open.push_back({isList});
+    }
+
+    void takeKey(const json &key)
+    {
+        Level &level = open.back();
+        level.key = key.get<std::string>();
+        if (!level.keys.insert(level.key).second)
+            throw Refusal{pathOf(open.size() - 1),
+                          "the key " + key.dump() + " stands twice in one object; once is allowed"};
+    }
+
+    std::string pathOf(std::size_t levels) const
+    {
+        std::string path;
+        for (std::size_t i = 0; i < levels; ++i)
+            path += '/' + (open[i].isList ? std::to_string(open[i].index) : open[i].key);
+        return path.empty() ? "/" : path;
+    }
+
+    std::vector<Level> open;
 };
 
 } // namespace
@@ -161,12 +203,14 @@ std::string JsonNode::shown() const
 
 json parseJson(const std::string &text)
 {
+    DocumentCheck check;
     try {
-        return json::parse(text, DocumentCheck());
+        return json::parse(text, std::ref(check));
     } catch (const json::parse_error &error) {
         throw Refusal{placeOf(text, error.byte), "this is not JSON: " + reasonOf(error)};
     } catch (const json::exception &error) {
-        throw Refusal{"", "this is not JSON that can be read: " + reasonOf(error)};
+        throw Refusal{check.path(), "this cannot be read: " + reasonOf(error) +
+                                        "; allowed are numbers from -1.7e308 to 1.7e308"};
     }
 }
 

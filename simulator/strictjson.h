@@ -48,7 +48,8 @@ private:
     std::string path;
 };
 
-/// Parses a document in which no object has a key twice; throws a Refusal that names line and column.
+/// Parses a document in which no object has a key twice; throws a Refusal that names
+/// line and column, or the path of the value.
 nlohmann::json parseJson(const std::string &text);
 
 /// "a, b, c".
