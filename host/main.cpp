@@ -11,39 +11,59 @@
 #include "host/translation.h"
 #include "host/windowmemory.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <memory>
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QRegularExpression>
 #include <QSettings>
 #include <QStatusBar>
 #include <QTranslator>
-#include <string_view>
 
 namespace {
 
-bool hasArgument(int argc, char **argv, std::initializer_list<std::string_view> names)
+/// The arguments without those that the widgets' application object takes for itself.
+QStringList withoutToolkitOptions(const QStringList &arguments)
 {
-    return std::any_of(argv + 1, argv + argc, [&](const char *argument) {
-        return std::find(names.begin(), names.end(), argument) != names.end();
-    });
+    static const QRegularExpression alone(QStringLiteral("^--?(reverse|widgetcount|style(sheet)?=.*)$"));
+    static const QRegularExpression withValue(
+        QStringLiteral("^--?(platform|platformpluginpath|platformtheme|plugin|display|geometry|session|style|"
+                       "stylesheet|qwindowgeometry|qwindowicon|qwindowtitle)$"));
+    QStringList own;
+    for (int i = 0; i < arguments.size(); ++i) {
+        if (withValue.match(arguments[i]).hasMatch())
+            ++i;
+        else if (!alone.match(arguments[i]).hasMatch())
+            own += arguments[i];
+    }
+    return own;
 }
 
 /// Whether there is a display, or a platform was asked for by name.
-bool hasDisplay(int argc, char **argv)
+bool hasDisplay(const QStringList &arguments)
 {
-    return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
-           qEnvironmentVariableIsSet("QT_QPA_PLATFORM") || hasArgument(argc, argv, {"-platform"});
+    return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
+           !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") ||
+           arguments.contains(QStringLiteral("-platform")) ||
+           arguments.contains(QStringLiteral("--platform"));
 }
 
-/// Without a display the widgets' application object would abort, even for a wrong option.
-std::unique_ptr<QCoreApplication> createApplication(int &argc, char **argv)
+/// Ends the program for "--help" and "--version".
+/// \return empty, or what is wrong and what is allowed
+QString readCommandLine(const QStringList &arguments, Options &options)
 {
-    const bool onlyPrints =
-        hasArgument(argc, argv, {"--list", "--list-scenarios", "--help", "-h", "--version", "-v"});
-    if (onlyPrints || !hasDisplay(argc, argv))
-        return std::make_unique<QCoreApplication>(argc, argv);
+    QCommandLineParser parser;
+    declareOptions(parser);
+    QString error = readOptions(parser, withoutToolkitOptions(arguments), options);
+    if (parser.isSet(QStringLiteral("help")))
+        parser.showHelp();
+    if (parser.isSet(QStringLiteral("version")))
+        parser.showVersion();
+    return error;
+}
+
+std::unique_ptr<QCoreApplication> createWidgetsApplication(int &argc, char **argv)
+{
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     return std::make_unique<QApplication>(argc, argv);
@@ -157,19 +177,19 @@ int run(const Options &options)
 
 int main(int argc, char **argv)
 {
-    const std::unique_ptr<QCoreApplication> application = createApplication(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("tendro-host"));
     QCoreApplication::setApplicationVersion(QStringLiteral(TENDRO_HOST_VERSION));
 
-    QCommandLineParser parser;
-    declareOptions(parser);
+    // Without a display the widgets' application object would abort, even for a wrong option.
+    auto application = std::make_unique<QCoreApplication>(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
     Options options;
-    const QString error = readOptions(parser, QCoreApplication::arguments(), options);
-    if (parser.isSet(QStringLiteral("help")))
-        parser.showHelp();
-    if (parser.isSet(QStringLiteral("version")))
-        parser.showVersion();
+    const QString error = readCommandLine(arguments, options);
     if (!error.isEmpty())
         return complain(error);
+    if (!options.list && !options.listScenarios && hasDisplay(arguments)) {
+        application.reset();
+        application = createWidgetsApplication(argc, argv);
+    }
     return run(options);
 }

@@ -27,7 +27,10 @@ private slots:
     void needsAPlugin();
     void refusesBadInput_data();
     void refusesBadInput();
+    void refusesWithoutDisplay_data();
     void refusesWithoutDisplay();
+    void refusesOptionsBeforeTheDisplay();
+    void leavesTheToolkitItsOptions();
     void showsHelpAndVersion();
     void runsTheScriptInOrder();
     void opensTheFirstToolByDefault();
@@ -144,17 +147,48 @@ void ProgramTest::refusesBadInput()
     QCOMPARE(host.status, 2);
 }
 
+void ProgramTest::refusesWithoutDisplay_data()
+{
+    QTest::addColumn<bool>("isSet");
+    QTest::newRow("no variables") << false;
+    QTest::newRow("empty variables") << true;
+}
+
 void ProgramTest::refusesWithoutDisplay()
 {
+    QFETCH(bool, isSet);
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const char *name : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
+    for (const char *name : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"}) {
         environment.remove(QLatin1String(name));
+        if (isSet)
+            environment.insert(QLatin1String(name), QStringLiteral(""));
+    }
     const Run host = run(withFolder({}), environment);
     QCOMPARE(host.errors, QStringList(QStringLiteral(
                               "tendro-host: no display; QT_QPA_PLATFORM=offscreen runs without one")));
     QCOMPARE(host.status, 2);
-    QCOMPARE(run({QStringLiteral("--bogus")}, environment).errors,
-             QStringList(QStringLiteral("tendro-host: Unknown option 'bogus'.")));
+}
+
+void ProgramTest::refusesOptionsBeforeTheDisplay()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    // no platform has this name, so that the widgets' application object would abort
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("none-such"));
+    const Run host = run({QStringLiteral("--bogus")}, environment);
+    QCOMPARE(host.errors, QStringList(QStringLiteral("tendro-host: Unknown option 'bogus'.")));
+    QCOMPARE(host.status, 2);
+}
+
+void ProgramTest::leavesTheToolkitItsOptions()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
+    const Run host =
+        run(withFolder({QStringLiteral("-platform"), QStringLiteral("offscreen"), QStringLiteral("-reverse"),
+                        QStringLiteral("-style=fusion"), QStringLiteral("--for"), QStringLiteral("0")}),
+            environment);
+    QCOMPARE(host.errors, QStringList());
+    QCOMPARE(host.status, 0);
 }
 
 void ProgramTest::showsHelpAndVersion()
