@@ -48,18 +48,23 @@ bool hasDisplay(const QStringList &arguments)
            arguments.contains(QStringLiteral("--platform"));
 }
 
-/// Ends the program for "--help" and "--version".
-/// \return empty, or what is wrong and what is allowed
-QString readCommandLine(const QStringList &arguments, Options &options)
+int print(const QString &text)
+{
+    std::fputs(qUtf8Printable(text), stdout);
+    return 0;
+}
+
+/// \return the status to end with, or nothing if there is more to do than "--help" and "--version"
+std::optional<int> readCommandLine(const QStringList &arguments, Options &options)
 {
     QCommandLineParser parser;
     declareOptions(parser);
-    QString error = readOptions(parser, withoutToolkitOptions(arguments), options);
+    const QString error = readOptions(parser, withoutToolkitOptions(arguments), options);
     if (parser.isSet(QStringLiteral("help")))
-        parser.showHelp();
+        return print(parser.helpText());
     if (parser.isSet(QStringLiteral("version")))
-        parser.showVersion();
-    return error;
+        return print(QStringLiteral("tendro-host " TENDRO_HOST_VERSION "\n"));
+    return error.isEmpty() ? std::nullopt : std::optional(complain(error));
 }
 
 std::unique_ptr<QCoreApplication> createWidgetsApplication(int &argc, char **argv)
@@ -72,8 +77,18 @@ std::unique_ptr<QCoreApplication> createWidgetsApplication(int &argc, char **arg
 int printList(const std::vector<LoadedPlugin> &plugins)
 {
     for (const LoadedPlugin &plugin : plugins)
-        std::fputs(qUtf8Printable(listLine(plugin)), stdout);
+        print(listLine(plugin));
     return 0;
+}
+
+/// A status of 0 is kept only if all that was printed has arrived.
+int afterOutput(int status)
+{
+    const bool arrived = std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+    if (arrived || status != 0)
+        return status;
+    return complain(
+        QStringLiteral("standard output: not all of it can be written; expected a place with room"));
 }
 
 int show(HostWindow &window, Script &script)
@@ -184,12 +199,11 @@ int main(int argc, char **argv)
     auto application = std::make_unique<QCoreApplication>(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     Options options;
-    const QString error = readCommandLine(arguments, options);
-    if (!error.isEmpty())
-        return complain(error);
+    if (const auto status = readCommandLine(arguments, options))
+        return afterOutput(*status);
     if (!options.list && !options.listScenarios && hasDisplay(arguments)) {
         application.reset();
         application = createWidgetsApplication(argc, argv);
     }
-    return run(options);
+    return afterOutput(run(options));
 }

@@ -32,6 +32,8 @@ private slots:
     void refusesOptionsBeforeTheDisplay();
     void leavesTheToolkitItsOptions();
     void showsHelpAndVersion();
+    void tellsThatOutputIsFull_data();
+    void tellsThatOutputIsFull();
     void runsTheScriptInOrder();
     void opensTheFirstToolByDefault();
     void waitsForTheRestOfTheTime();
@@ -202,6 +204,29 @@ void ProgramTest::showsHelpAndVersion()
     const Run version = run({QStringLiteral("--version")});
     QCOMPARE(version.output, QStringLiteral("tendro-host 1.0\n"));
     QCOMPARE(version.status, 0);
+}
+
+void ProgramTest::tellsThatOutputIsFull_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    for (const char *name : {"--list", "--list-scenarios", "--help", "--version"})
+        QTest::newRow(name) << QStringList(QLatin1String(name));
+    QTest::newRow("--rows") << QStringList(
+        {QStringLiteral("--rows"), QStringLiteral("--for"), QStringLiteral("0")});
+}
+
+void ProgramTest::tellsThatOutputIsFull()
+{
+    QFETCH(QStringList, arguments);
+    QProcess process;
+    process.setStandardOutputFile(QStringLiteral("/dev/full"));
+    process.start(QStringLiteral(TENDRO_HOST), withFolder(arguments));
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(
+        hostLines(process.readAllStandardError()),
+        QStringList(QStringLiteral("tendro-host: standard output: not all of it can be written; expected "
+                                   "a place with room")));
+    QCOMPARE(process.exitCode(), 2);
 }
 
 void ProgramTest::runsTheScriptInOrder()
