@@ -143,6 +143,9 @@ QString loadLibrary(const Options &options)
 {
     if (!options.simulate && !options.listScenarios)
         return options.driver.isEmpty() ? QString() : loadDriver(options.driver);
+    // The library would read that one first, and complain about it for nothing.
+    if (!options.scenario.isEmpty())
+        qunsetenv("ORVEXSIM_SCENARIO");
     QString error = loadSimulator();
     if (error.isEmpty() && !Simulation::find())
         return QStringLiteral("the simulator is of another version than the host");

@@ -43,6 +43,7 @@ private slots:
     void listsScenarios();
     void refusesBadScenario_data();
     void refusesBadScenario();
+    void prefersTheScenarioOfTheOption();
     void findsDriver();
     void translates();
 
@@ -346,6 +347,26 @@ void ProgramTest::refusesBadScenario()
              qPrintable(host.errors[0]));
     // not even a tool was loaded
     QCOMPARE(folder_->events(), QStringList());
+}
+
+void ProgramTest::prefersTheScenarioOfTheOption()
+{
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("ORVEXSIM_SCENARIO"), QStringLiteral("none-such"));
+    process.setProcessEnvironment(environment);
+    const auto complaints = [&](const QStringList &arguments) {
+        process.start(QStringLiteral(TENDRO_HOST),
+                      withFolder(arguments + QStringList{QStringLiteral("--for"), QStringLiteral("0")}));
+        process.waitForFinished();
+        return QString::fromUtf8(process.readAllStandardError())
+            .split(QLatin1Char('\n'))
+            .filter(QStringLiteral("none-such"));
+    };
+    QCOMPARE(complaints({QStringLiteral("--simulate")}).size(), 1);
+    QCOMPARE(process.exitCode(), 2);
+    QCOMPARE(complaints({QStringLiteral("--simulate"), QStringLiteral("default")}), QStringList());
+    QCOMPARE(process.exitCode(), 0);
 }
 
 void ProgramTest::findsDriver()
