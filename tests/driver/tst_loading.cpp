@@ -3,6 +3,7 @@
 #include "driver/orvexwrapper.h"
 #include "tests/support/capturedstderr.h"
 #include "tests/support/driverlibrary.h"
+#include "tests/support/entrypointnames.h"
 #include "tests/support/testmain.h"
 
 // The linker sends the loader's functions through these, so that the binding's use of them is seen.
@@ -25,57 +26,6 @@ QStringList takeLoaderCalls()
     calls.swap(loaderCalls);
     return calls;
 }
-
-// The order in which the names are looked up.
-const QStringList names{
-    "orvexAttach",
-    "orvexDetach",
-    "orvexInterface",
-    "orvexSetCallback",
-    "orvexClearCallback",
-    "orvexSendCommand",
-    "orvexWritePacket",
-    "orvexSetXferMask",
-    "orvexGetDeviceCount",
-    "orvexEnumDeviceInfo",
-    "orvexSetPnpCallback",
-    "orvexSetPointingDeviceDestination",
-    "orvexSetPointingDeviceDestinationEx",
-    "orvexGetPointingDeviceDestination",
-    "orvexOpenSynchronousChannel",
-    "orvexCloseSynchronousChannel",
-    "orvexReadSynchronousPacket",
-    "orvexSetCalibrationMode",
-    "orvexSetCalibrationData",
-    "orvexSetCalibrationDataEx",
-    "orvexGetCalibrationPoints",
-    "orvexSetWirelessCalibrationData",
-    "orvexLibraryVersionNumber",
-    "orvexLock",
-    "orvexUnlock",
-    "orvexSerialConnect",
-    "orvexSerialDisconnect",
-    "orvexSerialGetConnected",
-    "orvexSerialSetStartupMode",
-    "orvexSerialGetStartupMode",
-    "orvexSetDoubleClickDistance",
-    "orvexSetDriverDebugMode",
-    "orvexEcho",
-    "orvexInject",
-    "orvexSendTouchPacketToSystem",
-    "orvexSetTouchDestination",
-    "orvexSetTouchDestinationEx",
-    "orvexGetTouchDestination",
-    "orvexSetTouchEnabled",
-    "orvexGetTouchEnabled",
-    "orvexSetTouchSystemRedirectionEnabled",
-    "orvexGetTouchSystemRedirectionEnabled",
-    "orvexSetLATEDetection",
-    "orvexGetLATEDetection",
-    "orvexIsSomethingOnBoard",
-    "orvexSetTwoFingerScroll",
-    "orvexReverseButtons",
-};
 
 // RTLD_NOW is 2.
 const QString opening = QStringLiteral("dlopen(liborvexboardex.so.1, 2)");
@@ -159,15 +109,15 @@ void LoadingTests::libraryThatAppearsLaterIsFound()
 
 void LoadingTests::everyNameIsLookedUpOnEveryAttach()
 {
-    QCOMPARE(names.size(), 47);
+    QCOMPARE(entryPointNames.size(), 47);
     const DriverLibrary library("complete");
     OrvexWrapper wrapper;
     takeLoaderCalls();
 
     wrapper.Attach();
-    QCOMPARE(takeLoaderCalls(), QStringList(opening) + names);
+    QCOMPARE(takeLoaderCalls(), QStringList(opening) + entryPointNames);
     wrapper.Attach();
-    QCOMPARE(takeLoaderCalls(), names);
+    QCOMPARE(takeLoaderCalls(), entryPointNames);
     QCOMPARE(library.takeCalls(), QStringList({"orvexAttach()", "orvexAttach()"}));
 }
 
