@@ -27,6 +27,8 @@ struct Expectation
     const char *command = nullptr;
     /// How often the tool has attached in the end, at least.
     int attaches = 1;
+    /// Rows of the Monitor as they stand there, whole, for which is waited one after the other.
+    std::vector<const char *> wholeRows = {};
 };
 
 const std::vector<Expectation> &expectations();

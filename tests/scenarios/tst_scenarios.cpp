@@ -140,6 +140,8 @@ void ScenariosTest::plays()
         QTRY_VERIFY2_WITH_TIMEOUT(hasRow(expected->row), qPrintable(itemRows(*tool_).join('\n')), patienceMs);
     else
         QCOMPARE(itemRows(*tool_), QStringList());
+    for (const char *row : expected->wholeRows)
+        QTRY_VERIFY2_WITH_TIMEOUT(itemRows(*tool_).contains(QLatin1String(row)), row, patienceMs);
     if (expected->command)
         typeLine(*lineEditOf(*tool_), QStringLiteral("B"));
     showsPicture(expected->picture);
