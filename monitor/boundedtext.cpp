@@ -42,8 +42,9 @@ void BoundedLabel::paintEvent(QPaintEvent *event)
     }
     QPainter painter(this);
     drawFrame(&painter);
-    style()->drawItemText(&painter, contentsRect(), QStyle::visualAlignment(layoutDirection(), alignment()),
-                          palette(), isEnabled(), shownPart(text()), foregroundRole());
+    style()->drawItemText(&painter, contentsRect(),
+                          int(QStyle::visualAlignment(layoutDirection(), alignment())), palette(),
+                          isEnabled(), shownPart(text()), foregroundRole());
 }
 
 QString BoundedDelegate::displayText(const QVariant &value, const QLocale &locale) const
