@@ -35,6 +35,7 @@ public:
     void addRow()
     {
         _DataPacket packet = packetOf(positionReport(number++));
+        tool.rest();
         tool.rows->Display(&packet);
     }
 

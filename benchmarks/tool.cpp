@@ -3,8 +3,10 @@
 #include <QCoreApplication>
 #include <QStandardItemModel>
 #include <QTabWidget>
+#include <QTimerEvent>
 #include <QTreeView>
 
+#include "monitor/framepacer.h"
 #include "monitor/reportformats.h"
 
 Tool::Tool()
@@ -25,6 +27,18 @@ void Tool::show(QWidget *tab)
     window->tabs->setCurrentWidget(tab);
     window->resize(window->sizeHint());
     window->show();
+    settle();
+}
+
+void Tool::rest()
+{
+    rows->pacer->sinceFrame.invalidate();
+}
+
+void Tool::endFrame()
+{
+    QTimerEvent over(rows->pacer->frameEnd.timerId());
+    QCoreApplication::sendEvent(rows->pacer, &over);
     settle();
 }
 

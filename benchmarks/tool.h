@@ -19,6 +19,11 @@ public:
     /// Shows a tab in a window that is large enough for it, and waits until it is painted.
     void show(QWidget *tab);
 
+    /// The next row is painted at once, as after a rest.
+    void rest();
+    /// Paints the rows that came since the frame began, as when it is over.
+    void endFrame();
+
     qorvexgraph *const window;
     monitor *const rows;
     bargraph *const bars;

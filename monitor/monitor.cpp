@@ -5,11 +5,13 @@
 #include <QFontComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QScrollBar>
 #include <QSettings>
 #include <QSlider>
 #include <QStandardItemModel>
 
 #include "monitor/boundedtext.h"
+#include "monitor/framepacer.h"
 #include "monitor/rowview.h"
 #include "monitor/steadylayout.h"
 
@@ -24,7 +26,7 @@ QLabel *newLastRowLabel()
     return label;
 }
 
-QTreeView *newTreeView()
+RowView *newRowView()
 {
     auto *view = new RowView;
     view->setRootIsDecorated(false);
@@ -85,7 +87,8 @@ monitor::monitor(qorvexgraph *window)
     connect(sizeBox, SIGNAL(currentIndexChanged(QString)), this, SLOT(OnChangedFontSize(QString)));
     bar->addWidget(sizeBox);
     column->addLayout(bar);
-    treeView = newTreeView();
+    RowView *rowView = newRowView();
+    treeView = rowView;
     applyStoredFont(fontBox, sizeBox);
 
     model = new QStandardItemModel(0, 1, this);
@@ -94,6 +97,10 @@ monitor::monitor(qorvexgraph *window)
     column->addWidget(treeView);
     lastRowLabel = newLastRowLabel();
     column->addWidget(lastRowLabel);
+    pacer = new FramePacer(
+        {treeView->viewport(), treeView->verticalScrollBar(), treeView->horizontalScrollBar(), lastRowLabel},
+        this);
+    rowView->setPacer(pacer);
     setLayout(column);
     connect(&pendingTextTimer, SIGNAL(timeout()), this, SLOT(OnTimerAddRest()));
     // Only now are the controls children of this view, and found by their names.

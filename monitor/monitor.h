@@ -7,6 +7,7 @@
 
 #include "mainwindow/qorvexwidget.h"
 
+class FramePacer;
 class QCheckBox;
 class QComboBox;
 class QFontComboBox;
@@ -74,4 +75,5 @@ private:
     QList<QString> reservedNames;   ///< read and written by nothing
     bool logEnabled = false;
     SteadyLayout *column = nullptr; ///< of the whole tab
+    FramePacer *pacer = nullptr;    ///< of what a row changes
 };

@@ -8,6 +8,7 @@
 #include <QTreeView>
 
 #include "monitor/boundedtext.h"
+#include "monitor/framepacer.h"
 #include "monitor/rowdelegate.h"
 #include "monitor/rowformats.h"
 #include "monitor/steadylayout.h"
@@ -47,6 +48,8 @@ void appendToDayLog(const QString &first, const QString &second)
 void monitor::AddData(const QString &first, const QString &second)
 {
     const int row = model->rowCount();
+    pacer->pace();
+    const Unpainted untilFrameEnd(pacer->held());
     showLastRow(first);
     model->insertRow(row);
     const QModelIndex index = model->index(row, 0);

@@ -8,6 +8,7 @@
 #include <QPaintEvent>
 #include <QStyle>
 
+#include "monitor/framepacer.h"
 #include "monitor/rowdelegate.h"
 
 namespace {
@@ -79,6 +80,13 @@ QBrush RowView::background() const
     return viewport()->palette().brush(viewport()->backgroundRole());
 }
 
+/// Rows and columns that have changed are laid out by timers.
+void RowView::timerEvent(QTimerEvent *event)
+{
+    const Unpainted untilFrameEnd(pacer->held());
+    QTreeView::timerEvent(event);
+}
+
 void RowView::rowsInserted(const QModelIndex &parent, int start, int end)
 {
     if (firstChanged == noRow)
@@ -105,14 +113,15 @@ void RowView::doItemsLayout()
 void RowView::layOutAppendedRows()
 {
     const QRect before = viewport()->geometry();
-    // A layout asks for all to be painted, but no row has moved.
-    for (QWidget *painted : {viewport(), header()->viewport()})
-        painted->setAttribute(Qt::WA_UpdatesDisabled, true);
-    QTreeView::doItemsLayout();
-    for (QWidget *painted : {viewport(), header()->viewport()})
-        painted->setAttribute(Qt::WA_UpdatesDisabled, false);
+    QRect first;
+    {
+        // A layout asks for all to be painted, but no row has moved.
+        const Unpainted quiet({viewport(), header()->viewport()});
+        QTreeView::doItemsLayout();
+        // Asked for now, since the header may be laid out for it.
+        first = visualRect(model()->index(firstChanged, 0));
+    }
     if (viewport()->geometry() == before) {
-        const QRect first = visualRect(model()->index(firstChanged, 0));
         viewport()->update(QRect(QPoint(0, first.top()), viewport()->rect().bottomRight()));
     } else {
         viewport()->update();

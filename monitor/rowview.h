@@ -2,6 +2,7 @@
 
 #include <QTreeView>
 
+class FramePacer;
 class RowDelegate;
 
 /// The rows of the monitor. Shows what a QTreeView shows, with less work for plain rows.
@@ -14,10 +15,14 @@ class RowView : public QTreeView
 public:
     explicit RowView(QWidget *parent = nullptr);
 
+    /// \param framePacer paints the view's viewport and scroll bars; lives as long as the view
+    void setPacer(const FramePacer *framePacer) { pacer = framePacer; }
+
     void doItemsLayout() override;
 
 protected:
     bool event(QEvent *event) override;
+    void timerEvent(QTimerEvent *event) override;
     void rowsInserted(const QModelIndex &parent, int start, int end) override;
     void rowsAboutToBeRemoved(const QModelIndex &parent, int start, int end) override;
     void scrollContentsBy(int dx, int dy) override;
@@ -31,6 +36,7 @@ private:
     QBrush background() const;
 
     RowDelegate *delegate;
+    const FramePacer *pacer = nullptr;
     static constexpr int noRow = -1;
     static constexpr int everyRow = -2;
     int firstChanged = everyRow; ///< since the last layout; those after it have changed, too

@@ -10,6 +10,7 @@
 #include "mainwindow/datapacket.h"
 #include "mainwindow/qlineupdownedit.h"
 #include "mainwindow/qorvexgraph.h"
+#include "monitor/framepacer.h"
 #include "monitor/monitor.h"
 
 /// A detached main window with settings of its own.
@@ -47,6 +48,12 @@ public:
         _DataPacket packet{bytes, static_cast<quint32>(bytes.size()),
                            qChecksum(bytes.constData(), static_cast<uint>(bytes.size())), 1001, time};
         static_cast<qorvexwidget *>(tab)->Display(&packet);
+    }
+
+    /// Waits until rows that came at short intervals are asked to be painted.
+    bool waitForFrame() const
+    {
+        return QTest::qWaitFor([this] { return !view->pacer->frameEnd.isActive(); });
     }
 
     /// The window, painted anew.

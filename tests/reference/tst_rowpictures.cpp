@@ -244,6 +244,7 @@ void RowPictureTests::pictures()
     addRows(shown);
     if (scene.afterShow)
         scene.afterShow(shown);
+    QVERIFY(shown.waitForFrame());
     QCoreApplication::processEvents();
     const QString difference =
         reference::difference(QLatin1String(QTest::currentDataTag()), shown.picture(scene.pixelRatio));

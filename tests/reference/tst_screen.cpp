@@ -15,13 +15,23 @@ class ScreenTests : public QObject
 private slots:
     void everyRow_data();
     void everyRow();
+    void selectionAndScrollingWhileRowsCome_data();
     void selectionAndScrollingWhileRowsCome();
 };
 
 namespace {
 
-void addRow(ShownWindow &shown, int number)
+/// How rows come: each after a rest, and so painted at once, or many in a frame.
+enum Pace
 {
+    Rested,
+    Hurried
+};
+
+void addRow(ShownWindow &shown, int number, Pace pace)
+{
+    if (pace == Rested)
+        shown.view->pacer->sinceFrame.invalidate();
     // Every eleventh row is one that is not painted in a single run.
     const QString text = number % 11 == 10 ? QStringLiteral("row\t%1").arg(number)
                                            : QStringLiteral("row %1 ").arg(number).repeated(1 + number % 13);
@@ -30,6 +40,8 @@ void addRow(ShownWindow &shown, int number)
 
 QString screenDifference(const ShownWindow &shown)
 {
+    if (!shown.waitForFrame())
+        return QStringLiteral("the frame does not end");
     // A layout that is due makes paintings that are due only then.
     for (int i = 0; i < 3; ++i)
         QCoreApplication::processEvents();
@@ -42,35 +54,47 @@ void ScreenTests::everyRow_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::addColumn<int>("atOnce");
-    QTest::newRow("one at a time") << QSize(480, 360) << 1;
-    QTest::newRow("three at a time") << QSize(480, 360) << 3;
-    QTest::newRow("seven at a time, narrow") << QSize(320, 300) << 7;
-    QTest::newRow("all rows fit") << QSize(480, 3200) << 4;
+    QTest::addColumn<int>("pace");
+    QTest::newRow("one at a time") << QSize(480, 360) << 1 << int(Rested);
+    QTest::newRow("three at a time") << QSize(480, 360) << 3 << int(Rested);
+    QTest::newRow("seven at a time, narrow") << QSize(320, 300) << 7 << int(Rested);
+    QTest::newRow("all rows fit") << QSize(480, 3200) << 4 << int(Rested);
+    QTest::newRow("eight in a frame") << QSize(480, 360) << 8 << int(Hurried);
+    QTest::newRow("eleven in a frame, all rows fit") << QSize(480, 3200) << 11 << int(Hurried);
 }
 
 void ScreenTests::everyRow()
 {
     QFETCH(QSize, size);
     QFETCH(int, atOnce);
+    QFETCH(int, pace);
     ShownWindow shown;
     shown.window->commandLine->setEnabled(false); // no cursor that blinks
     shown.show(shown.view, size);
     for (int row = 0; row < 170;) {
         for (int i = 0; i < atOnce; ++i)
-            addRow(shown, row++);
+            addRow(shown, row++, Pace(pace));
         const QString difference = screenDifference(shown);
         QVERIFY2(difference.isEmpty(), qPrintable(QStringLiteral("row %1: ").arg(row) + difference));
     }
 }
 
+void ScreenTests::selectionAndScrollingWhileRowsCome_data()
+{
+    QTest::addColumn<int>("pace");
+    QTest::newRow("each after a rest") << int(Rested);
+    QTest::newRow("in a frame") << int(Hurried);
+}
+
 void ScreenTests::selectionAndScrollingWhileRowsCome()
 {
+    QFETCH(int, pace);
     ShownWindow shown;
     shown.window->commandLine->setEnabled(false);
     shown.show(shown.view, {480, 360});
     QTreeView *rows = shown.view->treeView;
     for (int row = 0; row < 170; ++row) {
-        addRow(shown, row);
+        addRow(shown, row, Pace(pace));
         switch (row % 8) {
         case 1:
             rows->setCurrentIndex(shown.view->model->index(qMax(0, shown.view->model->rowCount() - 3), 0));

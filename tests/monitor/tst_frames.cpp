@@ -1,0 +1,169 @@
+#include <QElapsedTimer>
+#include <QImage>
+#include <QScrollBar>
+#include <QTabWidget>
+#include <QTest>
+#include <QTreeView>
+
+#include "mainwindow/qlineupdownedit.h"
+#include "monitor/framepacer.h"
+#include "tests/monitor/monitorview.h"
+#include "tests/support/testmain.h"
+
+/// Rows that come in quick succession are painted together; the first after a rest is painted at once.
+class Frames : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void rowAfterARestIsPaintedAtOnce();
+    void rowsOfAFrameArePaintedTogether();
+    void paintsNoMoreOftenThanFrames();
+    void pictureShowsWhatIsHeldBack();
+    void viewFollowsWhileHeldBack();
+    void hostThatStopsUpdatesIsHeard();
+};
+
+namespace {
+
+constexpr int frameMs = 16;
+
+class PaintCount : public QObject
+{
+public:
+    explicit PaintCount(QWidget *widget) { widget->installEventFilter(this); }
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        count += event->type() == QEvent::Paint;
+        return false;
+    }
+    int count = 0;
+};
+
+/// The tab, shown and at rest.
+class ShownMonitor : public MonitorView
+{
+public:
+    explicit ShownMonitor(const QSize &size = {480, 360})
+    {
+        window.tabs->setCurrentWidget(view);
+        window.commandLine->setEnabled(false); // no cursor that blinks
+        window.resize(size);
+        window.show();
+        if (!QTest::qWaitForWindowExposed(&window))
+            qFatal("the window is not shown");
+        // Rows that fill the view, so that a row more is a change in its scroll bar.
+        for (int row = 0; row < 60; ++row)
+            add(QString::number(row));
+        settle();
+    }
+
+    void add(const QString &text) { view->AddData(text, QString()); }
+    void rest() { view->pacer->sinceFrame.invalidate(); }
+    bool isHeldBack() const { return view->pacer->frameEnd.isActive(); }
+    void settle()
+    {
+        if (!QTest::qWaitFor([this] { return !isHeldBack(); }))
+            qFatal("the frame does not end");
+        for (int i = 0; i < 3; ++i)
+            QCoreApplication::processEvents();
+    }
+    QTreeView *rows() const { return view->treeView; }
+    QLabel *lastRow() const { return view->lastRowLabel; }
+};
+
+} // namespace
+
+void Frames::rowAfterARestIsPaintedAtOnce()
+{
+    ShownMonitor shown;
+    PaintCount rows(shown.rows()->viewport());
+    PaintCount label(shown.lastRow());
+    shown.rest();
+    shown.add("one");
+    QVERIFY(!shown.isHeldBack());
+    for (int i = 0; i < 3; ++i)
+        QCoreApplication::processEvents();
+    QCOMPARE(rows.count, 1);
+    QCOMPARE(label.count, 1);
+}
+
+void Frames::rowsOfAFrameArePaintedTogether()
+{
+    ShownMonitor shown;
+    shown.rest();
+    shown.add("first of its frame");
+    shown.settle();
+    PaintCount rows(shown.rows()->viewport());
+    PaintCount label(shown.lastRow());
+    shown.view->pacer->sinceFrame.start();
+    for (int row = 0; row < 20; ++row)
+        shown.add(QString::number(row));
+    QVERIFY(shown.isHeldBack());
+    shown.settle();
+    QCOMPARE(rows.count, 1);
+    QCOMPARE(label.count, 1);
+    QCOMPARE(shown.label(), QString("19"));
+}
+
+void Frames::paintsNoMoreOftenThanFrames()
+{
+    ShownMonitor shown;
+    PaintCount rows(shown.rows()->viewport());
+    QElapsedTimer timer;
+    timer.start();
+    for (int row = 60; row < 150; ++row) {
+        shown.add(QString::number(row));
+        QCoreApplication::processEvents();
+    }
+    shown.settle();
+    // One at either end, which need not be a whole frame.
+    QVERIFY2(rows.count <= timer.elapsed() / frameMs + 2, qPrintable(QString::number(rows.count)));
+    QVERIFY(rows.count > 0);
+}
+
+void Frames::pictureShowsWhatIsHeldBack()
+{
+    ShownMonitor shown;
+    shown.view->pacer->sinceFrame.start();
+    shown.add("held back");
+    QVERIFY(shown.isHeldBack());
+    const QImage held = shown.window.grab().toImage();
+    shown.settle();
+    QCOMPARE(shown.window.grab().toImage(), held);
+    shown.rest();
+    shown.add("another");
+    QVERIFY(shown.window.grab().toImage() != held);
+}
+
+void Frames::viewFollowsWhileHeldBack()
+{
+    ShownMonitor shown;
+    const QScrollBar *bar = shown.rows()->verticalScrollBar();
+    shown.view->pacer->sinceFrame.start();
+    for (int row = 60; row <= 65; ++row)
+        shown.add(QString::number(row));
+    QVERIFY(shown.isHeldBack());
+    const QRect newest = shown.rows()->visualRect(shown.view->model->index(65, 0));
+    QVERIFY(shown.rows()->viewport()->rect().contains(newest));
+    QCOMPARE(bar->value(), bar->maximum());
+}
+
+void Frames::hostThatStopsUpdatesIsHeard()
+{
+    ShownMonitor shown;
+    PaintCount rows(shown.rows()->viewport());
+    shown.view->pacer->sinceFrame.start();
+    shown.add("held back");
+    shown.window.setUpdatesEnabled(false);
+    QVERIFY(QTest::qWaitFor([&shown] { return !shown.view->pacer->frameEnd.isActive(); }));
+    for (int i = 0; i < 3; ++i)
+        QCoreApplication::processEvents();
+    QCOMPARE(rows.count, 0);
+    shown.window.setUpdatesEnabled(true);
+    QTRY_COMPARE(rows.count, 1);
+    QVERIFY(!shown.isHeldBack());
+}
+
+PADSCOPE_TEST_MAIN(Frames)
+#include "tst_frames.moc"
