@@ -6,6 +6,7 @@
 #include <QHeaderView>
 #include <QPainter>
 #include <QPaintEvent>
+#include <QScrollBar>
 #include <QStyle>
 
 #include "monitor/framepacer.h"
@@ -117,7 +118,9 @@ void RowView::layOutAppendedRows()
     {
         // A layout asks for all to be painted, but no row has moved.
         const Unpainted quiet({viewport(), header()->viewport()});
+        isAppending = true;
         QTreeView::doItemsLayout();
+        isAppending = false;
         // Asked for now, since the header may be laid out for it.
         first = visualRect(model()->index(firstChanged, 0));
     }
@@ -127,6 +130,16 @@ void RowView::layOutAppendedRows()
         viewport()->update();
         header()->viewport()->update();
     }
+}
+
+/// With the scroll bar in sight, rows that are appended change nothing but how far it goes.
+void RowView::updateGeometries()
+{
+    QScrollBar *bar = verticalScrollBar();
+    if (isAppending && bar->maximum() > 0)
+        bar->setMaximum(model()->rowCount() - bar->pageStep());
+    else
+        QTreeView::updateGeometries();
 }
 
 void RowView::scrollContentsBy(int dx, int dy)

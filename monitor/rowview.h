@@ -20,6 +20,9 @@ public:
 
     void doItemsLayout() override;
 
+protected slots:
+    void updateGeometries() override;
+
 protected:
     bool event(QEvent *event) override;
     void timerEvent(QTimerEvent *event) override;
@@ -40,4 +43,5 @@ private:
     static constexpr int noRow = -1;
     static constexpr int everyRow = -2;
     int firstChanged = everyRow; ///< since the last layout; those after it have changed, too
+    bool isAppending = false;
 };

@@ -1,4 +1,5 @@
 #include <QElapsedTimer>
+#include <QHeaderView>
 #include <QImage>
 #include <QScrollBar>
 #include <QTabWidget>
@@ -22,6 +23,8 @@ private slots:
     void pictureShowsWhatIsHeldBack();
     void viewFollowsWhileHeldBack();
     void hostThatStopsUpdatesIsHeard();
+    void scrollBarIsThatOfAPlainView_data();
+    void scrollBarIsThatOfAPlainView();
 };
 
 namespace {
@@ -163,6 +166,44 @@ void Frames::hostThatStopsUpdatesIsHeard()
     shown.window.setUpdatesEnabled(true);
     QTRY_COMPARE(rows.count, 1);
     QVERIFY(!shown.isHeldBack());
+}
+
+void Frames::scrollBarIsThatOfAPlainView_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("few rows in sight") << QSize(480, 300);
+    QTest::newRow("many") << QSize(480, 900);
+    QTest::newRow("narrow") << QSize(310, 360);
+    QTest::newRow("all rows fit") << QSize(480, 3200);
+}
+
+void Frames::scrollBarIsThatOfAPlainView()
+{
+    QFETCH(QSize, size);
+    ShownMonitor shown(size);
+    QTreeView plain(shown.view);
+    plain.setRootIsDecorated(false);
+    plain.setUniformRowHeights(true);
+    plain.setFont(shown.rows()->font());
+    plain.setModel(shown.view->model);
+    plain.setGeometry(shown.rows()->geometry());
+    plain.header()->resizeSection(0, shown.rows()->columnWidth(0));
+    plain.show();
+    for (int row = 60; row < 240; ++row) {
+        shown.add(QString::number(row));
+        plain.header()->resizeSection(0, shown.rows()->columnWidth(0));
+        plain.doItemsLayout();
+        if (row % 4 == 0) {
+            shown.settle();
+            const QScrollBar *bar = shown.rows()->verticalScrollBar();
+            const QScrollBar *expected = plain.verticalScrollBar();
+            QCOMPARE(bar->maximum(), expected->maximum());
+            QCOMPARE(bar->pageStep(), expected->pageStep());
+            QCOMPARE(bar->isVisible(), expected->isVisible());
+            QCOMPARE(shown.rows()->horizontalScrollBar()->maximum(), plain.horizontalScrollBar()->maximum());
+            QCOMPARE(shown.rows()->viewport()->size(), plain.viewport()->size());
+        }
+    }
 }
 
 PADSCOPE_TEST_MAIN(Frames)
