@@ -10,10 +10,12 @@
 #include "bargraph/bargraph.h"
 #include "mainwindow/livewindows.h"
 #include "mainwindow/qlineupdownedit.h"
+#include "mainwindow/settingsfile.h"
 #include "monitor/monitor.h"
 
 qorvexgraph::qorvexgraph()
 {
+    setAsideDamagedFile(settings);
     buildTabs();
     commandLine = new QLineUpDownEdit;
     loadHistory();

@@ -1,0 +1,58 @@
+#include "mainwindow/settingsfile.h"
+
+#include <new>
+
+#include <QFile>
+#include <QSettings>
+
+namespace {
+
+constexpr qint64 mostBytes = 1 << 16; ///< lists nested in so many take half of a stack of 8 MiB
+constexpr int mostAside = 99;
+
+/// Whether a file is too small for values that are nested too deeply, or has none in Qt's binary form.
+bool isShallow(const QString &path)
+{
+    QFile file(path);
+    if (file.size() <= mostBytes || !file.open(QIODevice::ReadOnly))
+        return true;
+    const QByteArray bytes = file.readAll();
+    // Such a value begins with '@', which may be written with an escape.
+    return !bytes.contains('@') && !bytes.contains('\\');
+}
+
+bool isDecodable(const QSettings &settings)
+{
+    try {
+        settings.allKeys();
+        return true;
+    } catch (const std::bad_alloc &) {
+        return false;
+    }
+}
+
+bool isReadable(const QSettings &settings)
+{
+    if (settings.fallbacksEnabled() && !isShallow(QSettings(settings.organizationName()).fileName()))
+        return false;
+    return isShallow(settings.fileName()) && isDecodable(settings);
+}
+
+} // namespace
+
+void setAsideDamagedFile(QSettings &settings)
+{
+    if (isReadable(settings))
+        return;
+    // It may be a file of the whole organisation, or of the system.
+    settings.setFallbacksEnabled(false);
+    if (isReadable(settings))
+        return;
+    const QString aside = settings.fileName() + QLatin1String(".damaged-");
+    // rename() replaces no file.
+    for (int number = 1; number <= mostAside; ++number) {
+        if (QFile::rename(settings.fileName(), aside + QString::number(number)))
+            break;
+    }
+    settings.sync();
+}

@@ -1,0 +1,130 @@
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSettings>
+#include <QTest>
+
+#include "mainwindow/qlineupdownedit.h"
+#include "mainwindow/qorvexgraph.h"
+#include "tests/support/testmain.h"
+
+/// Settings files that Qt cannot decode without ending the program.
+class DamagedSettings : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cleanup();
+    void fileIsSetAside_data();
+    void fileIsSetAside();
+    void fileOfTheOrganisationIsNotRead_data();
+    void fileOfTheOrganisationIsNotRead();
+    void largeFileIsRead();
+};
+
+namespace {
+
+const QByteArray listWithoutEnd = "[General]\nClassic%20Mode=@Variant(\\0\\0\\0\\t(\\0\\0\\0\\x40)\n";
+
+QByteArray nestedList()
+{
+    return "[General]\nClassic%20Mode=\"@Variant(" +
+           QByteArray("\\0\\0\\0\\t\\0\\0\\0\\x1").repeated(100000) + ")\"\n";
+}
+
+QString ownFile()
+{
+    return QDir::homePath() + "/config/Corvane/qorvexgraph.conf";
+}
+
+QString organisationFile()
+{
+    return QDir::homePath() + "/config/Corvane.conf";
+}
+
+void write(const QString &path, const QByteArray &bytes)
+{
+    QVERIFY(QDir().mkpath(QFileInfo(path).path()));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(bytes), qint64(bytes.size()));
+}
+
+QByteArray contentsOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void addFiles()
+{
+    QTest::addColumn<QByteArray>("contents");
+    QTest::newRow("a list that promises 671 million entries") << listWithoutEnd;
+    QTest::newRow("lists nested 100,000 deep") << nestedList();
+}
+
+/// What a session without settings does, and what it saves.
+void useWindow()
+{
+    qorvexgraph window;
+    QCOMPARE(window.commandLine->historyLines(), QStringList());
+    window.show();
+    window.commandLine->addToHistory("line");
+    window.close();
+}
+
+} // namespace
+
+void DamagedSettings::cleanup()
+{
+    // Not by way of QSettings, which would decode them.
+    QDir(QDir::homePath() + "/config").removeRecursively();
+}
+
+void DamagedSettings::fileIsSetAside_data()
+{
+    addFiles();
+}
+
+void DamagedSettings::fileIsSetAside()
+{
+    QFETCH(QByteArray, contents);
+    write(ownFile(), contents);
+    write(ownFile() + ".damaged-1", "an older one");
+    useWindow();
+    QCOMPARE(contentsOf(ownFile() + ".damaged-2"), contents);
+    QCOMPARE(contentsOf(ownFile() + ".damaged-1"), QByteArray("an older one"));
+    QCOMPARE(QSettings("Corvane", "qorvexgraph").value("history/0").toString(), QString("line"));
+    QVERIFY(contentsOf(ownFile()).contains("0=line"));
+}
+
+void DamagedSettings::fileOfTheOrganisationIsNotRead_data()
+{
+    addFiles();
+}
+
+void DamagedSettings::fileOfTheOrganisationIsNotRead()
+{
+    QFETCH(QByteArray, contents);
+    write(organisationFile(), contents);
+    write(ownFile(), "[history]\n0=kept\n");
+    {
+        qorvexgraph window;
+        QCOMPARE(window.commandLine->historyLines(), QStringList("kept"));
+        window.close();
+    }
+    QCOMPARE(contentsOf(organisationFile()), contents);
+    QVERIFY(contentsOf(ownFile()).contains("0=kept"));
+    QVERIFY(!QFile::exists(ownFile() + ".damaged-1"));
+}
+
+void DamagedSettings::largeFileIsRead()
+{
+    write(ownFile(), "[history]\n0=" + QByteArray(100000, 'a') + "\n");
+    const qorvexgraph window;
+    QCOMPARE(window.commandLine->historyLines().size(), 1);
+    QVERIFY(!QFile::exists(ownFile() + ".damaged-1"));
+}
+
+PADSCOPE_TEST_MAIN(DamagedSettings)
+#include "tst_damagedsettings.moc"
