@@ -39,6 +39,8 @@ void declareOptions(QCommandLineParser &parser)
         option("most-ms", "Fail when a click is answered later.", "MS"),
         option("most-kib", "Fail when memory grows by so much between a sixth of the time and its end.",
                "KIB"),
+        {QStringLiteral("constant"),
+         QStringLiteral("Fail when there are not as many open files and threads then as at its end.")},
     });
 }
 
@@ -69,18 +71,25 @@ int report(const QCommandLineParser &parser, const Session &session)
         return fail(QStringLiteral("the view never painted"));
     std::sort(answers.begin(), answers.end());
     const double slowest = answers.back();
-    const long growth = session.lateKiB() - session.earlyKiB();
+    const Resources early = session.early();
+    const Resources late = session.late();
+    const long growth = late.residentKiB - early.residentKiB;
     std::printf("%zu clicks answered: half of them within %.1f ms, all within %.1f ms\n", answers.size(),
                 answers[answers.size() / 2], slowest);
     std::printf("%llu reports taken, %d pictures painted\n", session.reports(), session.pictures());
-    std::printf("resident memory %ld KiB early, %ld KiB late: %+ld KiB\n", session.earlyKiB(),
-                session.lateKiB(), growth);
+    std::printf("resident memory %ld KiB early, %ld KiB late: %+ld KiB\n", early.residentKiB,
+                late.residentKiB, growth);
+    std::printf("open files %d early, %d late; threads %d early, %d late\n", early.openFiles, late.openFiles,
+                early.threads, late.threads);
     if (parser.isSet(QStringLiteral("most-ms")) &&
         slowest > parser.value(QStringLiteral("most-ms")).toDouble())
         return fail(QStringLiteral("a click was answered too late"));
     if (parser.isSet(QStringLiteral("most-kib")) &&
         std::abs(growth) >= parser.value(QStringLiteral("most-kib")).toLong())
         return fail(QStringLiteral("resident memory changed too much"));
+    if (parser.isSet(QStringLiteral("constant")) &&
+        (late.openFiles != early.openFiles || late.threads != early.threads))
+        return fail(QStringLiteral("open files or threads are not constant"));
     return 0;
 }
 

@@ -2,7 +2,6 @@
 
 #include "host/simulation.h"
 #include "host/toolparts.h"
-#include "tests/soak/memory.h"
 
 #include <dlfcn.h>
 #include <QCheckBox>
@@ -62,7 +61,7 @@ void Session::run()
         sender_.emplace(sendFunction(), boardId, plan_.reportsPerSecond);
     QEventLoop loop;
     connect(clicker_.get(), &Clicker::stopped, &loop, &QEventLoop::quit);
-    QTimer::singleShot(plan_.seconds * 1000 / 6, this, [this] { earlyKiB_ = residentKiB(); });
+    QTimer::singleShot(plan_.seconds * 1000 / 6, this, [this] { early_ = Resources::now(); });
     QTimer::singleShot(plan_.seconds * 1000, this, &Session::finish);
     clicker_->start();
     loop.exec();
@@ -71,7 +70,7 @@ void Session::run()
 
 void Session::finish()
 {
-    lateKiB_ = residentKiB();
+    late_ = Resources::now();
     reports_ = Simulation::find()->totals().delivered;
     sender_.reset();
     clicker_->stop();

@@ -3,6 +3,7 @@
 #include "host/hostwindow.h"
 #include "host/pluginloading.h"
 #include "tests/soak/clicker.h"
+#include "tests/soak/resources.h"
 #include "tests/soak/sender.h"
 
 #include <memory>
@@ -33,8 +34,9 @@ public:
     const std::vector<double> &answersMs() const { return clicker_->answers(); }
     bool gaveUp() const { return clicker_->gaveUp(); }
     /// After a sixth of the time: 10 seconds of 60.
-    long earlyKiB() const { return earlyKiB_; }
-    long lateKiB() const { return lateKiB_; }
+    const Resources &early() const { return early_; }
+    /// At the end of the time, while reports still stream.
+    const Resources &late() const { return late_; }
     /// That the tool's callbacks took.
     unsigned long long reports() const { return reports_; }
     int pictures() const { return pictures_; }
@@ -49,8 +51,8 @@ private:
     HostWindow window_;
     std::unique_ptr<Clicker> clicker_;
     std::optional<Sender> sender_;
-    long earlyKiB_ = 0;
-    long lateKiB_ = 0;
+    Resources early_;
+    Resources late_;
     unsigned long long reports_ = 0;
     int pictures_ = 0;
 };

@@ -1,4 +1,0 @@
-#pragma once
-
-/// Resident memory of this process in KiB, as the system tells it.
-long residentKiB();
