@@ -8,7 +8,6 @@
 namespace {
 
 constexpr qint64 mostBytes = 1 << 16; ///< lists nested in so many take half of a stack of 8 MiB
-constexpr int mostAside = 99;
 
 /// Whether a file is too small for values that are nested too deeply, or has none in Qt's binary form.
 bool isShallow(const QString &path)
@@ -49,10 +48,9 @@ void setAsideDamagedFile(QSettings &settings)
     if (isReadable(settings))
         return;
     const QString aside = settings.fileName() + QLatin1String(".damaged-");
-    // rename() replaces no file.
-    for (int number = 1; number <= mostAside; ++number) {
-        if (QFile::rename(settings.fileName(), aside + QString::number(number)))
-            break;
-    }
+    int number = 1;
+    while (QFile::exists(aside + QString::number(number)))
+        ++number;
+    QFile::rename(settings.fileName(), aside + QString::number(number));
     settings.sync();
 }

@@ -21,6 +21,8 @@ QString settingsPath()
 
 void writeFile(const QByteArray &bytes)
 {
+    // As it was set aside.
+    QFile::remove(settingsPath() + ".damaged-1");
     QFile file(settingsPath());
     fuzz::require(file.open(QIODevice::WriteOnly | QIODevice::Truncate), "the settings file can be written");
     file.write(bytes);
