@@ -3,6 +3,7 @@
 #include <new>
 
 #include <QFile>
+#include <QFileInfo>
 #include <QSettings>
 
 namespace {
@@ -32,9 +33,12 @@ bool isDecodable(const QSettings &settings)
 
 bool isReadable(const QSettings &settings)
 {
-    if (settings.fallbacksEnabled() && !isShallow(QSettings(settings.organizationName()).fileName()))
+    const QString own = settings.fileName();
+    // The organisation's file lies beside the folder of its programs' files.
+    const QString shared = QFileInfo(own).path() + QLatin1String(".conf");
+    if (settings.fallbacksEnabled() && !isShallow(shared))
         return false;
-    return isShallow(settings.fileName()) && isDecodable(settings);
+    return isShallow(own) && isDecodable(settings);
 }
 
 } // namespace
