@@ -16,6 +16,8 @@ QJsonObject run(const QCommandLineParser &parser)
     const auto number = [&](const char *name) { return parser.value(QLatin1String(name)).toInt(); };
     if (kind == QLatin1String("stream"))
         return streamRows(number("rate"), number("seconds"));
+    if (kind == QLatin1String("wake"))
+        return wakeBareWindow(number("rate"), number("seconds"));
     if (kind == QLatin1String("flood"))
         return flood(number("reports"));
     if (kind == QLatin1String("clicks"))
@@ -42,7 +44,7 @@ int main(int argc, char **argv)
     const QApplication application(argc, argv);
     QCommandLineParser parser;
     parser.addHelpOption();
-    parser.addPositionalArgument("kind", "stream, flood, clicks, idle, rows or attaches");
+    parser.addPositionalArgument("kind", "stream, wake, flood, clicks, idle, rows or attaches");
     parser.addOption({"rate", "Reports a second.", "number", "1000"});
     parser.addOption({"seconds", "How long it lasts.", "number", "20"});
     parser.addOption({"reports", "How many are sent.", "number", "10000"});

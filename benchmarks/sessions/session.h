@@ -55,6 +55,8 @@ double processorTime();
 
 // Each runs one kind of session, and gives what was counted and measured.
 QJsonObject streamRows(int perSecond, int seconds);
+/// One queued call a report, and nothing else.
+QJsonObject wakeBareWindow(int perSecond, int seconds);
 QJsonObject flood(int reports);
 QJsonObject clickWhileRowsCome(int perSecond, int seconds);
 QJsonObject idle(const QString &shown, int seconds);

@@ -42,6 +42,23 @@ QJsonObject streamRows(int perSecond, int seconds)
     return {{"rows", rows}, {"paints", paints.count}};
 }
 
+QJsonObject wakeBareWindow(int perSecond, int seconds)
+{
+    QWidget window;
+    window.resize(windowSize);
+    window.show();
+    const int count = perSecond * seconds;
+    int calls = 0;
+    const Sender sender([&] {
+        atRate(perSecond, count, [&](int) {
+            QMetaObject::invokeMethod(
+                &window, [&calls] { ++calls; }, Qt::QueuedConnection);
+        });
+    });
+    runUntil([&] { return calls == count; });
+    return {{"rows", calls}};
+}
+
 QJsonObject clickWhileRowsCome(int perSecond, int seconds)
 {
     const Session session;
