@@ -17,6 +17,7 @@
 namespace {
 
 constexpr int mostWindows = 3;
+constexpr std::size_t mostQueued = 5000; ///< in a window, before the flood pauses
 constexpr int threads = 8;
 
 } // namespace
@@ -67,6 +68,10 @@ Torture::~Torture()
 
 void Torture::step()
 {
+    // A drain shows all that was queued when it began: on a machine that is too busy, a flood that goes on
+    // would make each longer than the one before.
+    if (isFlooding && longestQueue() > mostQueued)
+        stopFlood();
     std::vector<int> weights;
     for (const Weighted &entry : operations)
         weights.push_back(entry.weight);
@@ -82,10 +87,8 @@ QString Torture::account()
     QCoreApplication::processEvents();
     QCoreApplication::processEvents();
     long queued = 0;
-    for (qorvexgraph *window : windows) {
-        const QMutexLocker lock(&window->queueMutex);
-        queued += static_cast<long>(window->packetQueue.size());
-    }
+    for (qorvexgraph *window : windows)
+        queued += static_cast<long>(queuedIn(window));
     const long made = packetcount::created();
     const long freed = packetcount::freed();
     if (!packetcount::isCounting() || made == freed + queued + leftInDestroyed)
@@ -95,6 +98,20 @@ QString Torture::account()
         .arg(freed)
         .arg(queued)
         .arg(leftInDestroyed);
+}
+
+std::size_t Torture::queuedIn(qorvexgraph *window)
+{
+    const QMutexLocker lock(&window->queueMutex);
+    return window->packetQueue.size();
+}
+
+std::size_t Torture::longestQueue() const
+{
+    std::size_t longest = 0;
+    for (qorvexgraph *window : windows)
+        longest = qMax(longest, queuedIn(window));
+    return longest;
 }
 
 QByteArray Torture::randomReport()

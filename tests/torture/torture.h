@@ -35,6 +35,8 @@ private:
 
     int upTo(int highest) { return std::uniform_int_distribution<int>(0, highest)(random); }
     qorvexgraph *anyWindow() { return windows[static_cast<std::size_t>(upTo(int(windows.size()) - 1))]; }
+    static std::size_t queuedIn(qorvexgraph *window);
+    std::size_t longestQueue() const;
     QByteArray randomReport();
     void destroy(std::size_t index);
 
