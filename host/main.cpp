@@ -1,5 +1,6 @@
 #include "host/boardmenu.h"
 #include "host/complaint.h"
+#include "host/display.h"
 #include "host/driverlibrary.h"
 #include "host/hostwindow.h"
 #include "host/options.h"
@@ -65,13 +66,6 @@ std::optional<int> readCommandLine(const QStringList &arguments, Options &option
     if (parser.isSet(QStringLiteral("version")))
         return print(QStringLiteral("tendro-host " TENDRO_HOST_VERSION "\n"));
     return error.isEmpty() ? std::nullopt : std::optional(complain(error));
-}
-
-std::unique_ptr<QCoreApplication> createWidgetsApplication(int &argc, char **argv)
-{
-    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
-    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
-    return std::make_unique<QApplication>(argc, argv);
 }
 
 int printList(const std::vector<LoadedPlugin> &plugins)

@@ -29,6 +29,8 @@ private slots:
     void refusesBadInput();
     void refusesWithoutDisplay_data();
     void refusesWithoutDisplay();
+    void refusesADisplayThatIsNotThere_data();
+    void refusesADisplayThatIsNotThere();
     void refusesOptionsBeforeTheDisplay();
     void leavesTheToolkitItsOptions();
     void showsHelpAndVersion();
@@ -169,6 +171,31 @@ void ProgramTest::refusesWithoutDisplay()
     const Run host = run(withFolder({}), environment);
     QCOMPARE(host.errors, QStringList(QStringLiteral(
                               "tendro-host: no display; QT_QPA_PLATFORM=offscreen runs without one")));
+    QCOMPARE(host.status, 2);
+}
+
+void ProgramTest::refusesADisplayThatIsNotThere_data()
+{
+    QTest::addColumn<QString>("platform");
+    QTest::addColumn<QString>("line");
+    QTest::newRow("no server") << "xcb"
+                               << "tendro-host: platform xcb: cannot be opened";
+    QTest::newRow("no server, by default") << QString() << "tendro-host: display :54321: cannot be opened";
+    QTest::newRow("no such platform") << "none-such"
+                                      << "tendro-host: platform none-such: cannot be opened";
+}
+
+void ProgramTest::refusesADisplayThatIsNotThere()
+{
+    QFETCH(QString, platform);
+    QFETCH(QString, line);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("DISPLAY"), QStringLiteral(":54321"));
+    environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
+    if (!platform.isNull())
+        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), platform);
+    const Run host = run(withFolder({}), environment);
+    QCOMPARE(host.errors, QStringList(line + "; QT_QPA_PLATFORM=offscreen runs without one"));
     QCOMPARE(host.status, 2);
 }
 
