@@ -24,18 +24,8 @@ private slots:
     void lists();
     void listsAfterRefusal();
     void listsWithoutDisplay();
-    void needsAPlugin();
-    void refusesBadInput_data();
-    void refusesBadInput();
-    void refusesWithoutDisplay_data();
-    void refusesWithoutDisplay();
-    void refusesADisplayThatIsNotThere_data();
-    void refusesADisplayThatIsNotThere();
-    void refusesOptionsBeforeTheDisplay();
     void leavesTheToolkitItsOptions();
     void showsHelpAndVersion();
-    void tellsThatOutputIsFull_data();
-    void tellsThatOutputIsFull();
     void runsTheScriptInOrder();
     void opensTheFirstToolByDefault();
     void waitsForTheRestOfTheTime();
@@ -43,8 +33,6 @@ private slots:
     void takesSnapshots();
     void followsScaling();
     void listsScenarios();
-    void refusesBadScenario_data();
-    void refusesBadScenario();
     void prefersTheScenarioOfTheOption();
     void findsDriver();
     void translates();
@@ -106,109 +94,6 @@ void ProgramTest::listsWithoutDisplay()
     QCOMPARE(host.status, 0);
 }
 
-void ProgramTest::needsAPlugin()
-{
-    const QTemporaryDir empty;
-    const QTemporaryDir alsoEmpty;
-    const Run host =
-        run({QStringLiteral("--plugins"), empty.path(), QStringLiteral("--plugins"), alsoEmpty.path()});
-    QCOMPARE(
-        host.errors,
-        QStringList(QStringLiteral("tendro-host: no plugin in %1, %2").arg(empty.path(), alsoEmpty.path())));
-    QCOMPARE(host.status, 2);
-}
-
-void ProgramTest::refusesBadInput_data()
-{
-    QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<QString>("error");
-
-    const auto row = [](const char *name, std::initializer_list<const char *> arguments, const char *error) {
-        QStringList list;
-        for (const char *argument : arguments)
-            list += QString::fromLatin1(argument);
-        QTest::newRow(name) << list << QString::fromLatin1(error);
-    };
-    row("unknown option", {"--bogus"}, "Unknown option 'bogus'.");
-    row("two lines in an argument", {"one\ntwo"}, "Unexpected argument 'one two'.");
-    row("unknown tool", {"--open", "Third"}, "--open Third: no such tool; there is \"Second\", \"Tenth\"");
-    row("unknown tab", {"--tab", "Third"}, "--tab Third: no such tab; there is \"First Tab\", \"Second\"");
-    row("bad time", {"--for", "x"}, "--for x: expected seconds from 0 to 86400");
-    row("driver that is no library", {"--driver", "/proc/self/status"},
-        "/proc/self/status: invalid ELF header");
-    row("translation that is none", {"--translation", "/proc/self/status"},
-        "/proc/self/status: not a translation");
-    row("snapshot into a file", {"--for", "0", "--snapshot", "/proc/self/status"},
-        "/proc/self/status: no folder that snapshots can be written to");
-}
-
-void ProgramTest::refusesBadInput()
-{
-    QFETCH(QStringList, arguments);
-    QFETCH(QString, error);
-    const Run host = run(withFolder(arguments));
-    QCOMPARE(host.errors, QStringList(QStringLiteral("tendro-host: ") + error));
-    QCOMPARE(host.output, QString());
-    QCOMPARE(host.status, 2);
-}
-
-void ProgramTest::refusesWithoutDisplay_data()
-{
-    QTest::addColumn<bool>("isSet");
-    QTest::newRow("no variables") << false;
-    QTest::newRow("empty variables") << true;
-}
-
-void ProgramTest::refusesWithoutDisplay()
-{
-    QFETCH(bool, isSet);
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const char *name : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"}) {
-        environment.remove(QLatin1String(name));
-        if (isSet)
-            environment.insert(QLatin1String(name), QStringLiteral(""));
-    }
-    const Run host = run(withFolder({}), environment);
-    QCOMPARE(host.errors, QStringList(QStringLiteral(
-                              "tendro-host: no display; QT_QPA_PLATFORM=offscreen runs without one")));
-    QCOMPARE(host.status, 2);
-}
-
-void ProgramTest::refusesADisplayThatIsNotThere_data()
-{
-    QTest::addColumn<QString>("platform");
-    QTest::addColumn<QString>("line");
-    QTest::newRow("no server") << "xcb"
-                               << "tendro-host: platform xcb: cannot be opened";
-    QTest::newRow("no server, by default") << QString() << "tendro-host: display :54321: cannot be opened";
-    QTest::newRow("no such platform") << "none-such"
-                                      << "tendro-host: platform none-such: cannot be opened";
-}
-
-void ProgramTest::refusesADisplayThatIsNotThere()
-{
-    QFETCH(QString, platform);
-    QFETCH(QString, line);
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("DISPLAY"), QStringLiteral(":54321"));
-    environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
-    if (!platform.isNull())
-        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), platform);
-    const Run host = run(withFolder({}), environment);
-    QCOMPARE(host.errors, QStringList(line + "; QT_QPA_PLATFORM=offscreen runs without one"));
-    QCOMPARE(host.status, 2);
-}
-
-void ProgramTest::refusesOptionsBeforeTheDisplay()
-{
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    // no platform has this name, so that the widgets' application object would abort
-    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("none-such"));
-    const Run host = run({QStringLiteral("--bogus")}, environment);
-    QCOMPARE(host.errors, QStringList(QStringLiteral("tendro-host: Unknown option 'bogus'.")));
-    QCOMPARE(host.status, 2);
-}
-
 void ProgramTest::leavesTheToolkitItsOptions()
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -232,29 +117,6 @@ void ProgramTest::showsHelpAndVersion()
     const Run version = run({QStringLiteral("--version")});
     QCOMPARE(version.output, QStringLiteral("tendro-host 1.0\n"));
     QCOMPARE(version.status, 0);
-}
-
-void ProgramTest::tellsThatOutputIsFull_data()
-{
-    QTest::addColumn<QStringList>("arguments");
-    for (const char *name : {"--list", "--list-scenarios", "--help", "--version"})
-        QTest::newRow(name) << QStringList(QLatin1String(name));
-    QTest::newRow("--rows") << QStringList(
-        {QStringLiteral("--rows"), QStringLiteral("--for"), QStringLiteral("0")});
-}
-
-void ProgramTest::tellsThatOutputIsFull()
-{
-    QFETCH(QStringList, arguments);
-    QProcess process;
-    process.setStandardOutputFile(QStringLiteral("/dev/full"));
-    process.start(QStringLiteral(TENDRO_HOST), withFolder(arguments));
-    QVERIFY(process.waitForFinished());
-    QCOMPARE(
-        hostLines(process.readAllStandardError()),
-        QStringList(QStringLiteral("tendro-host: standard output: not all of it can be written; expected "
-                                   "a place with room")));
-    QCOMPARE(process.exitCode(), 2);
 }
 
 void ProgramTest::runsTheScriptInOrder()
@@ -348,32 +210,6 @@ void ProgramTest::listsScenarios()
     const QStringList lines = host.output.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     QVERIFY(lines.contains(QStringLiteral("default\tOne board on which a pen writes")));
     QVERIFY(lines.contains(QStringLiteral("no-boards\tNo board at all")));
-}
-
-void ProgramTest::refusesBadScenario_data()
-{
-    QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<QString>("place");
-    QTest::newRow("no such file") << QByteArray() << "scenario.json";
-    QTest::newRow("not JSON") << QByteArray("{\n  \"title\":\n") << "scenario.json";
-    QTest::newRow("unknown key") << QByteArray("{\"title\": \"x\", \"bords\": []}\n") << "bords";
-}
-
-void ProgramTest::refusesBadScenario()
-{
-    QFETCH(QByteArray, content);
-    QFETCH(QString, place);
-    if (!content.isEmpty())
-        QVERIFY(folder_->addFile(QStringLiteral("scenario.json"), content));
-    const Run host = run(withFolder(
-        {QStringLiteral("--simulate"), folder_->filePath(QStringLiteral("scenario.json")),
-         QStringLiteral("--open"), QStringLiteral("Second"), QStringLiteral("--for"), QStringLiteral("0")}));
-    QCOMPARE(host.status, 2);
-    QCOMPARE(host.errors.size(), 1);
-    QVERIFY2(host.errors[0].contains(QStringLiteral("scenario.json")) && host.errors[0].contains(place),
-             qPrintable(host.errors[0]));
-    // not even a tool was loaded
-    QCOMPARE(folder_->events(), QStringList());
 }
 
 void ProgramTest::prefersTheScenarioOfTheOption()
