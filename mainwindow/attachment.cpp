@@ -2,10 +2,9 @@
 
 #include <utility>
 
-#include <QCoreApplication>
 #include <QLabel>
 #include <QScopedValueRollback>
-#include <QTimer>
+#include <QThread>
 
 #include "driver/orvexwrapper.h"
 #include "mainwindow/livewindows.h"
@@ -16,20 +15,20 @@ constexpr std::uint32_t deviceInfoKind = 6;
 constexpr unsigned char everyTransfer = 255;
 constexpr unsigned char quietDebugMode = 1;
 
+} // namespace
+
 // The library may run the event loop in any call, and so have the window closed there: after each call the
 // binding may be gone. A notice that comes from within an attach waits for its end.
-const qorvexgraph *attaching = nullptr;
-bool attachAgain = false;
-
-} // namespace
 
 void qorvexgraph::AttachHardware()
 {
-    if (attaching == this) {
+    if (isStaleNotice())
+        return;
+    if (isAttaching) {
         attachAgain = true;
         return;
     }
-    const QScopedValueRollback<const qorvexgraph *> mark(attaching, this);
+    const QScopedValueRollback<bool> mark(isAttaching, true);
     // On purpose at every attach, so connections accumulate: the extra deliveries find an empty queue.
     connect(this, SIGNAL(DataReceived()), this, SLOT(OnDataReceived()));
     if (hardware)
@@ -39,8 +38,28 @@ void qorvexgraph::AttachHardware()
     if (hardware)
         enumerateDevices();
     ShowDevices();
-    if (std::exchange(attachAgain, false) && hardware)
-        QTimer::singleShot(0, this, SLOT(AttachHardware()));
+    if (attachAgain && hardware)
+        QMetaObject::invokeMethod(
+            this, [this] { attachOnceMore(); }, Qt::QueuedConnection);
+}
+
+void qorvexgraph::attachOnceMore()
+{
+    if (std::exchange(attachAgain, false))
+        AttachHardware();
+}
+
+/// Whether this call is a notice that was queued before the last detach, and must not attach the window
+/// again.
+bool qorvexgraph::isStaleNotice()
+{
+    if (std::exchange(noticeIsDirect, false) || sender() != this || queuedNotices == 0)
+        return false;
+    --queuedNotices;
+    if (staleNotices == 0)
+        return false;
+    --staleNotices;
+    return true;
 }
 
 void qorvexgraph::openLibrary()
@@ -77,8 +96,14 @@ void qorvexgraph::enumerateDevices()
 void qorvexgraph::pnp(void *context)
 {
     const livewindows::Guard guard(context);
-    if (guard.window())
-        emit guard.window()->PnpHappened();
+    qorvexgraph *window = guard.window();
+    if (!window)
+        return;
+    if (window->thread() == QThread::currentThread())
+        window->noticeIsDirect = true;
+    else
+        ++window->queuedNotices;
+    emit window->PnpHappened();
 }
 
 void qorvexgraph::detachFromHardware()
@@ -89,11 +114,13 @@ void qorvexgraph::detachFromHardware()
             hardware->Detach();
         // Taken first, so that a close from within the deletion finds it gone.
         delete std::exchange(hardware, nullptr);
-        // A plug-and-play notice that is still queued must not attach the window again.
-        QCoreApplication::removePostedEvents(this, QEvent::MetaCall);
     }
     // Unless the deletion led to the next attach.
-    paused = !hardware;
+    if (!hardware) {
+        paused = true;
+        staleNotices = queuedNotices;
+        attachAgain = false;
+    }
     ShowDevices();
 }
 

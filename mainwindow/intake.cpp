@@ -56,8 +56,6 @@ bool isRateLimited(unsigned char reportType)
 // A command that the library answers on the caller's own thread leads from one view's Display() into the
 // next. Answers to answers are shown so deep and no deeper; the rest waits until all have returned.
 constexpr int deepestHandOff = 4;
-int handOffDepth = 0;
-bool heldBack = false;
 
 QByteArray copyOf(const unsigned char *data, unsigned int length)
 {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <deque>
 
 #include <QList>
@@ -75,6 +76,8 @@ private:
     void enqueue(_DataPacket *packet);
     _DataPacket *takeFirstPacket();
     void showPacket(_DataPacket *packet);
+    void attachOnceMore();
+    bool isStaleNotice();
     bool isPaused() const;
     int rateLimitMs() const;
 
@@ -90,4 +93,11 @@ private:
     QList<int> deviceIds; ///< in the order of enumeration; survives a detach
     bargraph *barGraphView = nullptr;
     monitor *monitorView = nullptr;
+    std::atomic<int> queuedNotices{0}; ///< plug-and-play notices of other threads that are not heard yet
+    int staleNotices = 0;              ///< the first of them, from before the last detach
+    bool noticeIsDirect = false;       ///< the one that is heard next comes from the GUI thread
+    bool isAttaching = false;
+    bool attachAgain = false;
+    int handOffDepth = 0;
+    bool heldBack = false; ///< packets wait until all hand-offs have returned
 };
