@@ -5,7 +5,6 @@
 #include <QFontComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QScrollBar>
 #include <QSettings>
 #include <QSlider>
 #include <QStandardItemModel>
@@ -97,9 +96,7 @@ monitor::monitor(qorvexgraph *window)
     column->addWidget(treeView);
     lastRowLabel = newLastRowLabel();
     column->addWidget(lastRowLabel);
-    pacer = new FramePacer(
-        {treeView->viewport(), treeView->verticalScrollBar(), treeView->horizontalScrollBar(), lastRowLabel},
-        this);
+    pacer = new FramePacer(rowView->paced() + QVector<QWidget *>{lastRowLabel}, this);
     rowView->setPacer(pacer);
     setLayout(column);
     connect(&pendingTextTimer, SIGNAL(timeout()), this, SLOT(OnTimerAddRest()));

@@ -102,8 +102,11 @@ bool RowDelegate::drawPlain(QPainter *painter, const QStyleOptionViewItem &optio
     }
     const QRect placed = QStyle::alignedRect(Qt::LayoutDirectionAuto, option.displayAlignment,
                                              row.bounds.size().toSize(), textRect);
+    // On a scaled screen the lowest pixels of a letter may leave the cell.
+    painter->setClipRect(cell);
     for (const QGlyphRun &run : qAsConst(row.glyphs))
         painter->drawGlyphRun(QPointF(textRect.x(), placed.top()), run);
+    painter->setClipping(false);
     return true;
 }
 

@@ -57,14 +57,34 @@ RowView::RowView(QWidget *parent)
     setItemDelegate(delegate);
 }
 
+QVector<QWidget *> RowView::paced() const
+{
+    QScrollBar *vertical = verticalScrollBar();
+    QScrollBar *horizontal = horizontalScrollBar();
+    return {viewport(), vertical, vertical->parentWidget(), horizontal, horizontal->parentWidget()};
+}
+
 bool RowView::event(QEvent *event)
 {
-    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+    // Scroll bars are placed, and one above the other, by queued calls.
+    const Unpainted untilFrameEnd(event->type() == QEvent::MetaCall ? pacer->held() : QVector<QWidget *>());
+    switch (event->type()) {
+    case QEvent::LayoutDirectionChange:
+    case QEvent::PaletteChange:
+        takeStyle();
+        viewport()->update();
+        [[fallthrough]];
+    case QEvent::FontChange:
+    case QEvent::StyleChange:
         firstChanged = everyRow;
+        break;
+    default:
+        break;
+    }
     return QTreeView::event(event);
 }
 
-/// Every change of style makes a layout, which calls this.
+/// A change of style makes a layout, which calls this.
 void RowView::takeStyle()
 {
     const bool plain = isPlain(this);

@@ -15,7 +15,9 @@ class RowView : public QTreeView
 public:
     explicit RowView(QWidget *parent = nullptr);
 
-    /// \param framePacer paints the view's viewport and scroll bars; lives as long as the view
+    /// What a new row changes.
+    QVector<QWidget *> paced() const;
+    /// \param framePacer paints these widgets; lives as long as the view
     void setPacer(const FramePacer *framePacer) { pacer = framePacer; }
 
     void doItemsLayout() override;
