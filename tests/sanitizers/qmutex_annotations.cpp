@@ -1,10 +1,13 @@
 // Teaches the thread sanitizer what a QMutex is: Debian's Qt is not instrumented, and without this a QMutex
-// guards nothing in its eyes. The definitions here take the place of Qt's and call them.
+// guards nothing in its eyes. A QWaitCondition lets go of one out of its sight. The definitions here take the
+// place of Qt's and call them.
 
 #include <dlfcn.h>
 #include <sanitizer/tsan_interface.h>
 
+#include <QDeadlineTimer>
 #include <QMutex>
+#include <QWaitCondition>
 
 namespace {
 
@@ -42,4 +45,28 @@ void QMutex::unlock() noexcept
     __tsan_mutex_pre_unlock(this, 0);
     own(this);
     __tsan_mutex_post_unlock(this, 0);
+}
+
+bool QWaitCondition::wait(QMutex *mutex, unsigned long ms)
+{
+    static const auto own =
+        qtOwn<bool (*)(QWaitCondition *, QMutex *, unsigned long)>("_ZN14QWaitCondition4waitEP6QMutexm");
+    __tsan_mutex_pre_unlock(mutex, 0);
+    __tsan_mutex_post_unlock(mutex, 0);
+    const bool woken = own(this, mutex, ms);
+    __tsan_mutex_pre_lock(mutex, lockFlags);
+    __tsan_mutex_post_lock(mutex, lockFlags, 0);
+    return woken;
+}
+
+bool QWaitCondition::wait(QMutex *mutex, QDeadlineTimer deadline)
+{
+    static const auto own = qtOwn<bool (*)(QWaitCondition *, QMutex *, QDeadlineTimer)>(
+        "_ZN14QWaitCondition4waitEP6QMutex14QDeadlineTimer");
+    __tsan_mutex_pre_unlock(mutex, 0);
+    __tsan_mutex_post_unlock(mutex, 0);
+    const bool woken = own(this, mutex, deadline);
+    __tsan_mutex_pre_lock(mutex, lockFlags);
+    __tsan_mutex_post_lock(mutex, lockFlags, 0);
+    return woken;
 }

@@ -52,6 +52,18 @@ void Clicker::stop()
     changed_.notify_all();
 }
 
+std::vector<double> Clicker::answers() const
+{
+    const std::lock_guard lock(mutex_);
+    return answersMs_;
+}
+
+bool Clicker::gaveUp() const
+{
+    const std::lock_guard lock(mutex_);
+    return gaveUp_;
+}
+
 bool Clicker::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::Paint && taken_) {

@@ -32,9 +32,9 @@ public:
     void stop();
 
     /// Milliseconds to the answer, click by click; complete once stopped() was emitted.
-    const std::vector<double> &answers() const { return answersMs_; }
+    std::vector<double> answers() const;
     /// Whether the last click was given up.
-    bool gaveUp() const { return gaveUp_; }
+    bool gaveUp() const;
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -53,7 +53,7 @@ private:
     QPoint globalPlace_;
     bool taken_ = false; ///< the click, but not yet painted; of the GUI thread
 
-    std::mutex mutex_; ///< of what follows
+    mutable std::mutex mutex_; ///< of what follows
     std::condition_variable changed_;
     bool stopping_ = false;
     bool answered_ = false;

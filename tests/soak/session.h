@@ -31,7 +31,7 @@ public:
     /// Runs for the planned time, then closes the window.
     void run();
 
-    const std::vector<double> &answersMs() const { return clicker_->answers(); }
+    std::vector<double> answersMs() const { return clicker_->answers(); }
     bool gaveUp() const { return clicker_->gaveUp(); }
     /// After a sixth of the time: 10 seconds of 60.
     const Resources &early() const { return early_; }

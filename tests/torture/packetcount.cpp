@@ -22,13 +22,14 @@ struct Allocation
     const void *place;
 };
 Allocation seen[16]; ///< the latest of a packet's size while learning
-int seenCount = 0;
 
 } // namespace
 
 #ifndef __SANITIZE_THREAD__
 
 namespace {
+
+int seenCount = 0;
 
 void noteNew(void *block, std::size_t size, const void *place)
 {
