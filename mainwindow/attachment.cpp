@@ -2,9 +2,11 @@
 
 #include <utility>
 
+#include <QEvent>
 #include <QLabel>
+#include <QPointer>
 #include <QScopedValueRollback>
-#include <QThread>
+#include <QTimer>
 
 #include "driver/orvexwrapper.h"
 #include "mainwindow/livewindows.h"
@@ -38,9 +40,10 @@ void qorvexgraph::AttachHardware()
     if (hardware)
         enumerateDevices();
     ShowDevices();
-    if (attachAgain && hardware)
-        QMetaObject::invokeMethod(
-            this, [this] { attachOnceMore(); }, Qt::QueuedConnection);
+    attachAgain = attachAgain && hardware;
+    // Not at once: a library that gives notice of every attach must leave time for everything else.
+    if (attachAgain)
+        QTimer::singleShot(1, this, [this] { attachOnceMore(); });
 }
 
 void qorvexgraph::attachOnceMore()
@@ -49,21 +52,41 @@ void qorvexgraph::attachOnceMore()
         AttachHardware();
 }
 
+bool qorvexgraph::event(QEvent *event)
+{
+    if (event->type() != QEvent::MetaCall)
+        return QWidget::event(event);
+    const QPointer<qorvexgraph> self(this);
+    isQueuedCall = true;
+    const bool known = QWidget::event(event);
+    if (self)
+        isQueuedCall = false;
+    return known;
+}
+
 /// Whether this call is a notice that was queued before the last detach, and must not attach the window
 /// again.
 bool qorvexgraph::isStaleNotice()
 {
-    if (std::exchange(noticeIsDirect, false) || sender() != this || queuedNotices == 0)
-        return false;
-    --queuedNotices;
-    if (staleNotices == 0)
-        return false;
-    --staleNotices;
-    return true;
+    return std::exchange(isQueuedCall, false) && sender() == this && dropsNotices;
+}
+
+void qorvexgraph::dropQueuedNotices()
+{
+    dropsNotices = true;
+    // Comes after all that is queued now, and before what will be.
+    QMetaObject::invokeMethod(
+        this,
+        [this, number = ++detaches] {
+            if (number == detaches)
+                dropsNotices = false;
+        },
+        Qt::QueuedConnection);
 }
 
 void qorvexgraph::openLibrary()
 {
+    dropsNotices = false;
     paused = false;
     // Kept when the library can't be loaded, too: every operation then falls back.
     auto *wrapper = new OrvexWrapper;
@@ -96,14 +119,8 @@ void qorvexgraph::enumerateDevices()
 void qorvexgraph::pnp(void *context)
 {
     const livewindows::Guard guard(context);
-    qorvexgraph *window = guard.window();
-    if (!window)
-        return;
-    if (window->thread() == QThread::currentThread())
-        window->noticeIsDirect = true;
-    else
-        ++window->queuedNotices;
-    emit window->PnpHappened();
+    if (guard.window())
+        emit guard.window()->PnpHappened();
 }
 
 void qorvexgraph::detachFromHardware()
@@ -112,14 +129,15 @@ void qorvexgraph::detachFromHardware()
         quietBoards();
         if (hardware)
             hardware->Detach();
+        dropQueuedNotices();
         // Taken first, so that a close from within the deletion finds it gone.
         delete std::exchange(hardware, nullptr);
     }
     // Unless the deletion led to the next attach.
     if (!hardware) {
         paused = true;
-        staleNotices = queuedNotices;
         attachAgain = false;
+        dropQueuedNotices();
     }
     ShowDevices();
 }

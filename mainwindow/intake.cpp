@@ -121,6 +121,7 @@ void qorvexgraph::enqueue(_DataPacket *packet)
 
 void qorvexgraph::OnDataReceived()
 {
+    isQueuedCall = false;
     queueMutex.lock();
     std::size_t count = packetQueue.size();
     queueMutex.unlock();

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <atomic>
 #include <deque>
 
 #include <QList>
@@ -59,6 +58,7 @@ public slots:
     void ShowDevices();
 
 protected:
+    bool event(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
     void hideEvent(QHideEvent *event) override;
 
@@ -78,6 +78,7 @@ private:
     void showPacket(_DataPacket *packet);
     void attachOnceMore();
     bool isStaleNotice();
+    void dropQueuedNotices();
     bool isPaused() const;
     int rateLimitMs() const;
 
@@ -93,9 +94,9 @@ private:
     QList<int> deviceIds; ///< in the order of enumeration; survives a detach
     bargraph *barGraphView = nullptr;
     monitor *monitorView = nullptr;
-    std::atomic<int> queuedNotices{0}; ///< plug-and-play notices of other threads that are not heard yet
-    int staleNotices = 0;              ///< the first of them, from before the last detach
-    bool noticeIsDirect = false;       ///< the one that is heard next comes from the GUI thread
+    bool isQueuedCall = false; ///< the slot that is about to run was called by an event
+    bool dropsNotices = false; ///< those that are queued are from before the last detach
+    int detaches = 0;
     bool isAttaching = false;
     bool attachAgain = false;
     int handOffDepth = 0;

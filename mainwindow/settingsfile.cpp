@@ -8,17 +8,30 @@
 
 namespace {
 
-constexpr qint64 mostBytes = 1 << 16; ///< lists nested in so many take half of a stack of 8 MiB
+constexpr int longestLine = 1 << 16; ///< bytes; lists nested in so many take half of a stack of 8 MiB
 
-/// Whether a file is too small for values that are nested too deeply, or has none in Qt's binary form.
+/// Whether a line may hold a value in Qt's binary form, which begins with '@', as it is or as an escape.
+bool mayBeEncoded(const QByteArray &line)
+{
+    return line.contains('@') || line.contains("\\x0") || line.contains("\\x40") || line.contains("\\0") ||
+           line.contains("\\1");
+}
+
+/// Whether no value can be nested too deeply: each is on a line, which a backslash at its end continues.
 bool isShallow(const QString &path)
 {
     QFile file(path);
-    if (file.size() <= mostBytes || !file.open(QIODevice::ReadOnly))
+    if (file.size() <= longestLine || !file.open(QIODevice::ReadOnly))
         return true;
-    const QByteArray bytes = file.readAll();
-    // Such a value begins with '@', which may be written with an escape.
-    return !bytes.contains('@') && !bytes.contains('\\');
+    QByteArray line;
+    while (!file.atEnd()) {
+        line += file.readLine();
+        if (line.size() > longestLine && mayBeEncoded(line))
+            return false;
+        if (!line.endsWith("\\\n"))
+            line.clear();
+    }
+    return true;
 }
 
 bool isDecodable(const QSettings &settings)
@@ -57,4 +70,6 @@ void setAsideDamagedFile(QSettings &settings)
         ++number;
     QFile::rename(settings.fileName(), aside + QString::number(number));
     settings.sync();
+    settings.setFallbacksEnabled(true);
+    settings.setFallbacksEnabled(isReadable(settings));
 }

@@ -2,7 +2,7 @@
 
 class QSettings;
 
-/// Makes settings safe to read and write, whatever their file holds.
+/// Makes settings safe to read and write, whatever their file holds at the start.
 ///
 /// Qt decodes every value of a file when the first is asked for, and again when one is written. A value that
 /// promises more than there is memory for then ends the program with an exception, and one that is nested

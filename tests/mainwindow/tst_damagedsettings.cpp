@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -19,7 +21,7 @@ private slots:
     void fileIsSetAside();
     void fileOfTheOrganisationIsNotRead_data();
     void fileOfTheOrganisationIsNotRead();
-    void largeFileIsRead();
+    void longLinesAreRead();
 };
 
 namespace {
@@ -61,6 +63,8 @@ void addFiles()
     QTest::addColumn<QByteArray>("contents");
     QTest::newRow("a list that promises 671 million entries") << listWithoutEnd;
     QTest::newRow("lists nested 100,000 deep") << nestedList();
+    QTest::newRow("the same, on many lines") << nestedList().replace("\\x1\\0", "\\x1\\\n\\0");
+    QTest::newRow("the same, with an escape") << nestedList().replace("@", "\\x40");
 }
 
 /// What a session without settings does, and what it saves.
@@ -118,11 +122,20 @@ void DamagedSettings::fileOfTheOrganisationIsNotRead()
     QVERIFY(!QFile::exists(ownFile() + ".damaged-1"));
 }
 
-void DamagedSettings::largeFileIsRead()
+void DamagedSettings::longLinesAreRead()
 {
-    write(ownFile(), "[history]\n0=" + QByteArray(100000, 'a') + "\n");
+    const QStringList lines{QString(32000, 'a'), QString(32000, '"'), QString(32000, '\\') + '@',
+                            QString(32000, QChar(0x3042))};
+    {
+        QSettings settings("Corvane", "qorvexgraph");
+        for (int i = 0; i < lines.size(); ++i)
+            settings.setValue(QStringLiteral("history/%1").arg(i), lines.at(i));
+    }
+    QVERIFY(QFileInfo(ownFile()).size() > 300000);
     const qorvexgraph window;
-    QCOMPARE(window.commandLine->historyLines().size(), 1);
+    QStringList read = window.commandLine->historyLines();
+    std::reverse(read.begin(), read.end());
+    QCOMPARE(read, lines);
     QVERIFY(!QFile::exists(ownFile() + ".damaged-1"));
 }
 

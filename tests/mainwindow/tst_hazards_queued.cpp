@@ -1,6 +1,7 @@
 #include <QLabel>
 #include <QStandardItemModel>
 #include <QTabWidget>
+#include <QTimer>
 
 #include "mainwindow/datapacket.h"
 #include "mainwindow/qorvexgraph.h"
@@ -18,6 +19,8 @@ private slots:
     void packetsQueuedAtADetachAreShownByTheNextAttach();
     void callsQueuedByTheHostAreMade();
     void noticeAfterTheNextAttachIsHeard();
+    void noticeHeardWhileTheLibraryIsUnloaded();
+    void libraryThatGivesNoticeOfEveryAttach();
     void noticeOfOneWindowInsideTheAttachOfAnother();
     void reportOfOneWindowInsideTheHandOffsOfAnother();
 };
@@ -79,7 +82,7 @@ void QueuedHazards::noticeAfterTheNextAttachIsHeard()
     library.setBoards({1});
     qorvexgraph window;
     window.AttachHardware();
-    library->plug(); // stale by the detach
+    library->plug();
     window.detachFromHardware();
     window.AttachHardware();
     library.setBoards({1, 2});
@@ -87,8 +90,49 @@ void QueuedHazards::noticeAfterTheNextAttachIsHeard()
     library.takeCalls();
     QCoreApplication::processEvents();
     QCOMPARE(window.deviceIds, (QList<int>{1, 2}));
-    QCOMPARE(library.takeCalls().filter(QStringLiteral("orvexAttach()")).size(), 1);
+    // Attached again, the window hears the older one, too.
+    QCOMPARE(library.takeCalls().filter(QStringLiteral("orvexAttach()")).size(), 2);
     window.detachFromHardware();
+}
+
+void QueuedHazards::noticeHeardWhileTheLibraryIsUnloaded()
+{
+    const DriverLibrary library("complete");
+    library.setBoards({1});
+    qorvexgraph window;
+    window.AttachHardware();
+    library->plug();
+    int detaches = 0;
+    {
+        const ObservedCalls observed(library, [&](const QString &call) {
+            // The second is that of the binding's destruction.
+            if (call == QLatin1String("orvexDetach()") && ++detaches == 2)
+                QCoreApplication::processEvents();
+        });
+        window.detachFromHardware();
+    }
+    QCOMPARE(detaches, 2);
+    QCoreApplication::processEvents();
+    QVERIFY(!window.hardware);
+    QVERIFY(window.paused);
+}
+
+void QueuedHazards::libraryThatGivesNoticeOfEveryAttach()
+{
+    const DriverLibrary library("complete");
+    library.setBoards({1});
+    qorvexgraph window;
+    const ObservedCalls observed(library, [&](const QString &call) {
+        if (call.startsWith(QLatin1String("orvexSetXferMask")))
+            qorvexgraph::pnp(&window);
+    });
+    window.AttachHardware();
+    // Everything else goes on.
+    bool isTimeLeft = false;
+    QTimer::singleShot(20, &window, [&isTimeLeft] { isTimeLeft = true; });
+    QTRY_VERIFY(isTimeLeft);
+    window.detachFromHardware();
+    QVERIFY(!window.hardware);
 }
 
 void QueuedHazards::noticeOfOneWindowInsideTheAttachOfAnother()
@@ -108,9 +152,8 @@ void QueuedHazards::noticeOfOneWindowInsideTheAttachOfAnother()
         outer.AttachHardware();
     }
     library.setBoards({1, 2});
-    QCoreApplication::processEvents();
     // The notice was the outer window's.
-    QCOMPARE(outer.deviceIds, (QList<int>{1, 2}));
+    QTRY_COMPARE(outer.deviceIds, (QList<int>{1, 2}));
     QCOMPARE(inner.deviceIds, QList<int>{1});
     outer.detachFromHardware();
     inner.detachFromHardware();
