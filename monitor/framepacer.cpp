@@ -8,24 +8,26 @@ constexpr int frameMs = 16; ///< of a screen with 60 pictures a second
 
 } // namespace
 
-Unpainted::Unpainted(const QVector<QWidget *> &widgets)
+Unpainted::Unpainted(const Widgets &widgets)
 {
-    for (QWidget *widget : widgets) {
-        if (widget->updatesEnabled())
+    for (const QPointer<QWidget> &widget : widgets) {
+        if (widget && widget->updatesEnabled())
             silenced.append(widget);
     }
     // Not setUpdatesEnabled(), which paints all when it ends.
-    for (QWidget *widget : qAsConst(silenced))
+    for (const QPointer<QWidget> &widget : qAsConst(silenced))
         widget->setAttribute(Qt::WA_UpdatesDisabled, true);
 }
 
 Unpainted::~Unpainted()
 {
-    for (QWidget *widget : qAsConst(silenced))
-        widget->setAttribute(Qt::WA_UpdatesDisabled, false);
+    for (const QPointer<QWidget> &widget : qAsConst(silenced)) {
+        if (widget)
+            widget->setAttribute(Qt::WA_UpdatesDisabled, false);
+    }
 }
 
-FramePacer::FramePacer(const QVector<QWidget *> &pacedWidgets, QObject *parent)
+FramePacer::FramePacer(const Widgets &pacedWidgets, QObject *parent)
     : QObject(parent)
     , paced(pacedWidgets)
 {
@@ -42,10 +44,24 @@ void FramePacer::pace()
         frameEnd.start(frameMs - static_cast<int>(ms), Qt::PreciseTimer, this);
 }
 
+/// Whether the event loop runs within a change, as where a host opens a dialog for a row.
+bool FramePacer::isInAChange() const
+{
+    const QWidget *first = paced.first();
+    return first && first->testAttribute(Qt::WA_UpdatesDisabled) &&
+           !first->testAttribute(Qt::WA_ForceUpdatesDisabled) && first->parentWidget()->updatesEnabled();
+}
+
 void FramePacer::timerEvent(QTimerEvent *)
 {
+    if (isInAChange()) {
+        frameEnd.start(frameMs, Qt::PreciseTimer, this);
+        return;
+    }
     frameEnd.stop();
     sinceFrame.start();
-    for (QWidget *widget : paced)
-        widget->update();
+    for (const QPointer<QWidget> &widget : paced) {
+        if (widget)
+            widget->update();
+    }
 }

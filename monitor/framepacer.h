@@ -3,22 +3,25 @@
 #include <QBasicTimer>
 #include <QElapsedTimer>
 #include <QObject>
+#include <QPointer>
 #include <QVector>
 
 class QWidget;
 
-/// While one of these lives, what changes in some widgets does not ask for their painting. Without events
-/// in between.
+/// Some of which the host may have replaced.
+using Widgets = QVector<QPointer<QWidget>>;
+
+/// While one of these lives, what changes in some widgets does not ask for their painting.
 class Unpainted
 {
 public:
-    explicit Unpainted(const QVector<QWidget *> &widgets);
+    explicit Unpainted(const Widgets &widgets);
     ~Unpainted();
     Unpainted(const Unpainted &) = delete;
     Unpainted &operator=(const Unpainted &) = delete;
 
 private:
-    QVector<QWidget *> silenced;
+    Widgets silenced;
 };
 
 /// Has widgets painted once a frame and not for each of their changes.
@@ -30,20 +33,21 @@ class FramePacer : public QObject
     // Without Q_OBJECT: neither signals nor slots.
 
 public:
-    /// \param paced live as long as the pacer
-    FramePacer(const QVector<QWidget *> &paced, QObject *parent);
+    FramePacer(const Widgets &paced, QObject *parent);
 
     /// To be called before each change.
     void pace();
     /// The widgets whose changes the end of the frame paints: all of them, or none while changes are painted
     /// at once.
-    QVector<QWidget *> held() const { return frameEnd.isActive() ? paced : QVector<QWidget *>(); }
+    Widgets held() const { return frameEnd.isActive() ? paced : Widgets(); }
 
 protected:
     void timerEvent(QTimerEvent *event) override;
 
 private:
-    const QVector<QWidget *> paced;
+    bool isInAChange() const;
+
+    const Widgets paced;
     QElapsedTimer sinceFrame; ///< invalid before the first one
     QBasicTimer frameEnd;     ///< runs while changes are held back
 };

@@ -10,7 +10,6 @@
 #include <QStandardItemModel>
 
 #include "monitor/boundedtext.h"
-#include "monitor/framepacer.h"
 #include "monitor/rowview.h"
 #include "monitor/steadylayout.h"
 
@@ -96,7 +95,7 @@ monitor::monitor(qorvexgraph *window)
     column->addWidget(treeView);
     lastRowLabel = newLastRowLabel();
     column->addWidget(lastRowLabel);
-    pacer = new FramePacer(rowView->paced() + QVector<QWidget *>{lastRowLabel}, this);
+    pacer = new FramePacer(rowView->paced() + Widgets{lastRowLabel}, this);
     rowView->setPacer(pacer);
     setLayout(column);
     connect(&pendingTextTimer, SIGNAL(timeout()), this, SLOT(OnTimerAddRest()));

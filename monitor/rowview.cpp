@@ -57,7 +57,7 @@ RowView::RowView(QWidget *parent)
     setItemDelegate(delegate);
 }
 
-QVector<QWidget *> RowView::paced() const
+Widgets RowView::paced() const
 {
     QScrollBar *vertical = verticalScrollBar();
     QScrollBar *horizontal = horizontalScrollBar();
@@ -67,7 +67,7 @@ QVector<QWidget *> RowView::paced() const
 bool RowView::event(QEvent *event)
 {
     // Scroll bars are placed, and one above the other, by queued calls.
-    const Unpainted untilFrameEnd(event->type() == QEvent::MetaCall ? pacer->held() : QVector<QWidget *>());
+    const Unpainted untilFrameEnd(event->type() == QEvent::MetaCall ? pacer->held() : Widgets());
     switch (event->type()) {
     case QEvent::LayoutDirectionChange:
     case QEvent::PaletteChange:
@@ -119,6 +119,8 @@ void RowView::rowsAboutToBeRemoved(const QModelIndex &parent, int start, int end
 {
     firstChanged = everyRow;
     QTreeView::rowsAboutToBeRemoved(parent, start, end);
+    // Again, should the rows have been laid out meanwhile.
+    firstChanged = everyRow;
 }
 
 void RowView::doItemsLayout()
@@ -156,7 +158,7 @@ void RowView::layOutAppendedRows()
 void RowView::updateGeometries()
 {
     QScrollBar *bar = verticalScrollBar();
-    if (isAppending && bar->maximum() > 0)
+    if (isAppending && verticalScrollMode() == ScrollPerItem && bar->maximum() > 0)
         bar->setMaximum(model()->rowCount() - bar->pageStep());
     else
         QTreeView::updateGeometries();

@@ -2,7 +2,8 @@
 
 #include <QTreeView>
 
-class FramePacer;
+#include "monitor/framepacer.h"
+
 class RowDelegate;
 
 /// The rows of the monitor. Shows what a QTreeView shows, with less work for plain rows.
@@ -16,7 +17,7 @@ public:
     explicit RowView(QWidget *parent = nullptr);
 
     /// What a new row changes.
-    QVector<QWidget *> paced() const;
+    Widgets paced() const;
     /// \param framePacer paints these widgets; lives as long as the view
     void setPacer(const FramePacer *framePacer) { pacer = framePacer; }
 

@@ -175,17 +175,22 @@ void Frames::hostThatStopsUpdatesIsHeard()
 void Frames::scrollBarIsThatOfAPlainView_data()
 {
     QTest::addColumn<QSize>("size");
-    QTest::newRow("few rows in sight") << QSize(480, 300);
-    QTest::newRow("many") << QSize(480, 900);
-    QTest::newRow("narrow") << QSize(310, 360);
-    QTest::newRow("all rows fit") << QSize(480, 3200);
+    QTest::addColumn<int>("mode");
+    QTest::newRow("few rows in sight") << QSize(480, 300) << int(QTreeView::ScrollPerItem);
+    QTest::newRow("many") << QSize(480, 900) << int(QTreeView::ScrollPerItem);
+    QTest::newRow("narrow") << QSize(310, 360) << int(QTreeView::ScrollPerItem);
+    QTest::newRow("all rows fit") << QSize(480, 3200) << int(QTreeView::ScrollPerItem);
+    QTest::newRow("by pixels, as a style may ask for") << QSize(480, 360) << int(QTreeView::ScrollPerPixel);
 }
 
 void Frames::scrollBarIsThatOfAPlainView()
 {
     QFETCH(QSize, size);
+    QFETCH(int, mode);
     ShownMonitor shown(size);
+    shown.rows()->setVerticalScrollMode(QTreeView::ScrollMode(mode));
     QTreeView plain(shown.view);
+    plain.setVerticalScrollMode(QTreeView::ScrollMode(mode));
     plain.setRootIsDecorated(false);
     plain.setUniformRowHeights(true);
     plain.setFont(shown.rows()->font());
