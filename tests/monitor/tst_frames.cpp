@@ -21,6 +21,7 @@ private slots:
     void nothingIsPaintedWithinAFrame();
     void pictureShowsWhatIsHeldBack();
     void viewFollowsWhileHeldBack();
+    void frameWaitsForADialogWithinAChange();
     void hostThatStopsUpdatesIsHeard();
     void scrollBarIsThatOfAPlainView_data();
     void scrollBarIsThatOfAPlainView();
@@ -154,6 +155,20 @@ void Frames::viewFollowsWhileHeldBack()
     const QRect newest = shown.rows()->visualRect(shown.view->model->index(65, 0));
     QVERIFY(shown.rows()->viewport()->rect().contains(newest));
     QCOMPARE(bar->value(), bar->maximum());
+}
+
+void Frames::frameWaitsForADialogWithinAChange()
+{
+    ShownMonitor shown;
+    const QMetaObject::Connection dialog = connect(shown.view->model, &QStandardItemModel::rowsInserted,
+                                                   [] { QTest::qWait(50); }); // three frames
+    shown.view->pacer->sinceFrame.start();
+    shown.add("shown behind the dialog");
+    QVERIFY(shown.isHeldBack());
+    disconnect(dialog);
+    const PaintCount rows(shown.rows()->viewport());
+    shown.settle();
+    QCOMPARE(rows.count, 1);
 }
 
 void Frames::hostThatStopsUpdatesIsHeard()

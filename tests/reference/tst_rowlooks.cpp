@@ -20,6 +20,7 @@ private slots:
     void paletteThatChanges();
     void updatesThatTheHostStops();
     void labelOfALongRowIsAsHighAsAnother();
+    void moreTextsThanAreKept();
 };
 
 namespace {
@@ -139,6 +140,23 @@ void RowLooks::labelOfALongRowIsAsHighAsAnother()
         label->setText(QString(10000, 'x'));
         QCOMPARE(label->sizeHint().height(), height);
     }
+}
+
+void RowLooks::moreTextsThanAreKept()
+{
+    ShownWindow shown;
+    shown.window->commandLine->setEnabled(false);
+    shown.show(shown.view, {480, 360});
+    const auto *delegate = static_cast<const RowDelegate *>(shown.view->treeView->itemDelegate());
+    int most = 0;
+    for (int row = 0; row < 400; ++row) {
+        shown.view->AddData(QString::number(row), QString());
+        if (row % 5 == 0)
+            shown.picture();
+        most = qMax(most, delegate->texts.size());
+    }
+    QVERIFY2(most > 200 && most <= 256, qPrintable(QString::number(most)));
+    verifyScreen(shown);
 }
 
 int main(int argc, char **argv)
