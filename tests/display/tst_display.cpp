@@ -124,7 +124,12 @@ void Display::title()
     const QStringList search{"search", "--sync", "--onlyvisible", "--name", "Tendro Host$"};
     window = QString::fromLatin1(xdotool(search)).section('\n', 0, 0);
     QTRY_COMPARE(xdotool({"getwindowname", window}), QByteArray("TendroPadscope - Tendro Host"));
-    xdotool({"windowactivate", "--sync", window});
+    // The manager may not be ready for it at once.
+    const auto isActivated = [this] {
+        xdotool({"windowactivate", "--sync", window});
+        return xdotool({"getactivewindow"}) == window.toLatin1();
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(isActivated(), patienceMs);
     QCOMPARE(state("status"), QString("Devices found"));
     QCOMPARE(calls(), QStringList());
 }
