@@ -8,30 +8,54 @@
 
 namespace {
 
-constexpr int longestLine = 1 << 16; ///< bytes; lists nested in so many take half of a stack of 8 MiB
+constexpr int mostZeros = 3 * 4096; ///< lists nested 4096 deep take a quarter of a stack of 8 MiB at most
 
-/// Whether a line may hold a value in Qt's binary form, which begins with '@', as it is or as an escape.
-bool mayBeEncoded(const QByteArray &line)
+/// \return 16 or more for what is no digit
+unsigned int digitOf(char character)
 {
-    return line.contains('@') || line.contains("\\x0") || line.contains("\\x40") || line.contains("\\0") ||
-           line.contains("\\1");
+    if (character >= '0' && character <= '9')
+        return static_cast<unsigned int>(character - '0');
+    const char lower = static_cast<char>(character | 0x20);
+    return lower >= 'a' && lower <= 'f' ? static_cast<unsigned int>(lower - 'a' + 10) : 16;
 }
 
-/// Whether no value can be nested too deeply: each is on a line, which a backslash at its end continues.
+/// The character that an escape stands for, which keeps 16 bits of a number of any length.
+/// \param at where the number begins; is set behind it
+unsigned int escapedCharacter(const QByteArray &text, int &at, unsigned int base)
+{
+    unsigned int value = 0;
+    for (; at < text.size() && digitOf(text.at(at)) < base; ++at)
+        value = value * base + digitOf(text.at(at));
+    return value & 0xFFFF;
+}
+
+/// How many characters of a settings file are zeros, as they are or as escapes.
+int zerosIn(const QByteArray &text)
+{
+    int zeros = 0;
+    for (int at = 0; at < text.size();) {
+        const char character = text.at(at++);
+        if (character != '\\' || at == text.size()) {
+            zeros += character == '\0';
+            continue;
+        }
+        const char escaped = text.at(at);
+        if (escaped == 'x')
+            zeros += escapedCharacter(text, ++at, 16) == 0;
+        else if (escaped >= '0' && escaped <= '7')
+            zeros += escapedCharacter(text, at, 8) == 0;
+        else
+            ++at;
+    }
+    return zeros;
+}
+
+/// Whether no value can be nested too deeply: each level begins with its type and so with three zeros, which
+/// no typed text has.
 bool isShallow(const QString &path)
 {
     QFile file(path);
-    if (file.size() <= longestLine || !file.open(QIODevice::ReadOnly))
-        return true;
-    QByteArray line;
-    while (!file.atEnd()) {
-        line += file.readLine();
-        if (line.size() > longestLine && mayBeEncoded(line))
-            return false;
-        if (!line.endsWith("\\\n"))
-            line.clear();
-    }
-    return true;
+    return !file.open(QIODevice::ReadOnly) || zerosIn(file.readAll()) <= mostZeros;
 }
 
 bool isDecodable(const QSettings &settings)

@@ -64,6 +64,14 @@ void addFiles()
     QTest::newRow("a list that promises 671 million entries") << listWithoutEnd;
     QTest::newRow("lists nested 100,000 deep") << nestedList();
     QTest::newRow("the same, on many lines") << nestedList().replace("\\x1\\0", "\\x1\\\n\\0");
+    QTest::newRow("the same, on as many lines within quotes")
+        << "[General]\nClassic%20Mode=\"@Variant(" + QByteArray("\\0\\0\\0\\t\\0\\0\\0\n").repeated(100000) +
+               ")\"\n";
+    QTest::newRow("the same, without escapes") << "[General]\nClassic%20Mode=\"@Variant(" +
+                                                      QByteArray("\0\0\0\t\0\0\0\1", 8).repeated(100000) +
+                                                      ")\"\n";
+    QTest::newRow("the same, with zeros beyond 16 bits")
+        << nestedList().replace("\\0", "\\x10000").replace("\\x10000\\t", "\\200000\\t");
     QTest::newRow("the same, with an escape") << nestedList().replace("@", "\\x40");
 }
 
@@ -125,7 +133,7 @@ void DamagedSettings::fileOfTheOrganisationIsNotRead()
 void DamagedSettings::longLinesAreRead()
 {
     const QStringList lines{QString(32000, 'a'), QString(32000, '"'), QString(32000, '\\') + '@',
-                            QString(32000, QChar(0x3042))};
+                            QStringLiteral("\\0").repeated(16000), QString(32000, QChar(0x3042))};
     {
         QSettings settings("Corvane", "qorvexgraph");
         for (int i = 0; i < lines.size(); ++i)
