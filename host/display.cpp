@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <QApplication>
+#include <QFile>
 
 namespace {
 
@@ -15,9 +16,26 @@ QStringList &heldBack()
     return messages;
 }
 
+/// The value of the option "-platform", which goes before the environment.
+QString platformOption(int argc, char **argv)
+{
+    QString platform;
+    for (int i = 1; i + 1 < argc; ++i) {
+        if (qstrcmp(argv[i], "-platform") == 0 || qstrcmp(argv[i], "--platform") == 0)
+            platform = QFile::decodeName(argv[i + 1]);
+    }
+    return platform;
+}
+
+QString &asked()
+{
+    static QString platform;
+    return platform;
+}
+
 QString askedFor()
 {
-    const QString platform = qEnvironmentVariable("QT_QPA_PLATFORM");
+    const QString platform = asked().isEmpty() ? qEnvironmentVariable("QT_QPA_PLATFORM") : asked();
     return platform.isEmpty() ? QStringLiteral("display ") + qEnvironmentVariable("DISPLAY")
                               : QStringLiteral("platform ") + platform;
 }
@@ -36,6 +54,7 @@ std::unique_ptr<QCoreApplication> createWidgetsApplication(int &argc, char **arg
 {
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    asked() = platformOption(argc, argv);
     const QtMessageHandler before = qInstallMessageHandler(holdBack);
     auto application = std::make_unique<QApplication>(argc, argv);
     qInstallMessageHandler(before);

@@ -17,6 +17,7 @@ private slots:
     void refusesWithoutDisplay();
     void refusesADisplayThatIsNotThere_data();
     void refusesADisplayThatIsNotThere();
+    void namesThePlatformOfTheOption();
     void refusesOptionsBeforeTheDisplay();
     void tellsThatOutputIsFull_data();
     void tellsThatOutputIsFull();
@@ -136,6 +137,14 @@ void RefusalTest::refusesADisplayThatIsNotThere()
         environment.insert(QStringLiteral("QT_QPA_PLATFORM"), platform);
     const Run host = run(withFolder({}), environment);
     QCOMPARE(host.errors, QStringList(line + "; QT_QPA_PLATFORM=offscreen runs without one"));
+    QCOMPARE(host.status, 2);
+}
+
+void RefusalTest::namesThePlatformOfTheOption()
+{
+    const Run host = run(withFolder({QStringLiteral("-platform"), QStringLiteral("none-such")}));
+    QCOMPARE(host.errors, QStringList(QStringLiteral("tendro-host: platform none-such: cannot be opened; "
+                                                     "QT_QPA_PLATFORM=offscreen runs without one")));
     QCOMPARE(host.status, 2);
 }
 
