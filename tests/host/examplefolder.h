@@ -42,3 +42,20 @@ private:
 
     QTemporaryDir folder_;
 };
+
+/// One with two tools, as most tests need.
+class ToolFolder : public ExampleFolder
+{
+public:
+    ToolFolder()
+    {
+        if (!addLibrary(QStringLiteral("example_tenth")) || !addLibrary(QStringLiteral("example_second")))
+            qFatal("the example plugins cannot be copied");
+    }
+
+    /// The host's arguments, with those that make it look here.
+    QStringList with(const QStringList &arguments) const
+    {
+        return QStringList{QStringLiteral("--plugins"), path()} + arguments;
+    }
+};

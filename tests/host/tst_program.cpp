@@ -38,16 +38,12 @@ private slots:
     void translates();
 
 private:
-    QStringList withFolder(const QStringList &arguments) const;
-
-    std::unique_ptr<ExampleFolder> folder_;
+    std::unique_ptr<ToolFolder> folder_;
 };
 
 void ProgramTest::init()
 {
-    folder_ = std::make_unique<ExampleFolder>();
-    QVERIFY(folder_->addLibrary(QStringLiteral("example_tenth")));
-    QVERIFY(folder_->addLibrary(QStringLiteral("example_second")));
+    folder_ = std::make_unique<ToolFolder>();
 }
 
 void ProgramTest::cleanup()
@@ -55,14 +51,9 @@ void ProgramTest::cleanup()
     folder_.reset();
 }
 
-QStringList ProgramTest::withFolder(const QStringList &arguments) const
-{
-    return QStringList{QStringLiteral("--plugins"), folder_->path()} + arguments;
-}
-
 void ProgramTest::lists()
 {
-    const Run host = run(withFolder({QStringLiteral("--list")}));
+    const Run host = run(folder_->with({QStringLiteral("--list")}));
     QCOMPARE(host.errors, QStringList());
     QCOMPARE(host.output, QStringLiteral("Second\t2/basic/second\tVersion 1.0\t%1/example_second.so\n"
                                          "Tenth\t10/advanced/tenth\tVersion 1.0\t%1/example_tenth.so\n")
@@ -74,7 +65,7 @@ void ProgramTest::listsAfterRefusal()
 {
     QVERIFY(folder_->addFile(QStringLiteral("a.so"), "a text\n"));
     QVERIFY(folder_->addLibrary(QStringLiteral("foreign_plugin")));
-    const Run host = run(withFolder({QStringLiteral("--list")}));
+    const Run host = run(folder_->with({QStringLiteral("--list")}));
     QCOMPARE(host.errors,
              QStringList({QStringLiteral("tendro-host: %1/a.so: not a library").arg(folder_->path()),
                           QStringLiteral("tendro-host: %1/foreign_plugin.so: wrong interface, not "
@@ -89,7 +80,7 @@ void ProgramTest::listsWithoutDisplay()
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     for (const char *name : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
         environment.remove(QLatin1String(name));
-    const Run host = run(withFolder({QStringLiteral("--list")}), environment);
+    const Run host = run(folder_->with({QStringLiteral("--list")}), environment);
     QCOMPARE(host.output.count(QLatin1Char('\n')), 2);
     QCOMPARE(host.status, 0);
 }
@@ -98,10 +89,10 @@ void ProgramTest::leavesTheToolkitItsOptions()
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
-    const Run host =
-        run(withFolder({QStringLiteral("-platform"), QStringLiteral("offscreen"), QStringLiteral("-reverse"),
-                        QStringLiteral("-style=fusion"), QStringLiteral("--for"), QStringLiteral("0")}),
-            environment);
+    const Run host = run(
+        folder_->with({QStringLiteral("-platform"), QStringLiteral("offscreen"), QStringLiteral("-reverse"),
+                       QStringLiteral("-style=fusion"), QStringLiteral("--for"), QStringLiteral("0")}),
+        environment);
     QCOMPARE(host.errors, QStringList());
     QCOMPARE(host.status, 0);
 }
@@ -122,10 +113,10 @@ void ProgramTest::showsHelpAndVersion()
 void ProgramTest::runsTheScriptInOrder()
 {
     const Run host =
-        run(withFolder({QStringLiteral("--rows"), QStringLiteral("--tab"), QStringLiteral("Second=0.1"),
-                        QStringLiteral("--tab"), QStringLiteral("First Tab=0"), QStringLiteral("--type"),
-                        QStringLiteral(":Go 1"), QStringLiteral("--type"), QStringLiteral("x"),
-                        QStringLiteral("--open"), QStringLiteral("Tenth")}));
+        run(folder_->with({QStringLiteral("--rows"), QStringLiteral("--tab"), QStringLiteral("Second=0.1"),
+                           QStringLiteral("--tab"), QStringLiteral("First Tab=0"), QStringLiteral("--type"),
+                           QStringLiteral(":Go 1"), QStringLiteral("--type"), QStringLiteral("x"),
+                           QStringLiteral("--open"), QStringLiteral("Tenth")}));
     QCOMPARE(host.errors, QStringList());
     QCOMPARE(host.output, QStringLiteral("one\t1\ntwo lines\t2\n"));
     QCOMPARE(host.status, 0);
@@ -143,7 +134,7 @@ void ProgramTest::opensTheFirstToolByDefault()
     QVERIFY(folder_->addLibrary(QStringLiteral("example_windowless")));
     QVERIFY(QFile::remove(folder_->filePath(QStringLiteral("example_second.so"))));
     const Run host =
-        run(withFolder({QStringLiteral("--rows"), QStringLiteral("--for"), QStringLiteral("0")}));
+        run(folder_->with({QStringLiteral("--rows"), QStringLiteral("--for"), QStringLiteral("0")}));
     QCOMPARE(host.errors, QStringList({QStringLiteral("tendro-host: %1: its widget() gives no window")
                                            .arg(folder_->filePath(QStringLiteral("example_windowless.so"))),
                                        QStringLiteral("tendro-host: Windowless can't be opened")}));
@@ -154,8 +145,8 @@ void ProgramTest::waitsForTheRestOfTheTime()
 {
     QElapsedTimer clock;
     clock.start();
-    const Run host = run(withFolder({QStringLiteral("--tab"), QStringLiteral("Second=0.3"),
-                                     QStringLiteral("--for"), QStringLiteral("0.8")}));
+    const Run host = run(folder_->with({QStringLiteral("--tab"), QStringLiteral("Second=0.3"),
+                                        QStringLiteral("--for"), QStringLiteral("0.8")}));
     QCOMPARE(host.status, 0);
     // the time is the subject: at least 0.8 s from the start of the script
     QVERIFY2(clock.elapsed() >= 800, qPrintable(QString::number(clock.elapsed())));
@@ -163,7 +154,7 @@ void ProgramTest::waitsForTheRestOfTheTime()
 
 void ProgramTest::closesOnlyAfterTheTime()
 {
-    const Run host = run(withFolder({QStringLiteral("--for"), QStringLiteral("0")}));
+    const Run host = run(folder_->with({QStringLiteral("--for"), QStringLiteral("0")}));
     QCOMPARE(host.status, 0);
     // no tool was asked for
     QCOMPARE(folder_->events(),
@@ -174,8 +165,8 @@ void ProgramTest::takesSnapshots()
 {
     const QString pictures = folder_->filePath(QStringLiteral("pictures"));
     const Run host =
-        run(withFolder({QStringLiteral("--open"), QStringLiteral("Second"), QStringLiteral("--for"),
-                        QStringLiteral("0.1"), QStringLiteral("--snapshot"), pictures}));
+        run(folder_->with({QStringLiteral("--open"), QStringLiteral("Second"), QStringLiteral("--for"),
+                           QStringLiteral("0.1"), QStringLiteral("--snapshot"), pictures}));
     QCOMPARE(host.errors, QStringList());
     QCOMPARE(host.status, 0);
     QCOMPARE(QDir(pictures).entryList(QDir::Files),
@@ -193,7 +184,7 @@ void ProgramTest::followsScaling()
     const auto widthAt = [&](const char *factor) {
         environment.insert(QStringLiteral("QT_SCALE_FACTOR"), QLatin1String(factor));
         const QString pictures = folder_->filePath(QLatin1String(factor));
-        run(withFolder(
+        run(folder_->with(
                 {QStringLiteral("--for"), QStringLiteral("0"), QStringLiteral("--snapshot"), pictures}),
             environment);
         return QImage(pictures + QStringLiteral("/second.png")).width();
@@ -220,7 +211,7 @@ void ProgramTest::prefersTheScenarioOfTheOption()
     process.setProcessEnvironment(environment);
     const auto complaints = [&](const QStringList &arguments) {
         process.start(QStringLiteral(TENDRO_HOST),
-                      withFolder(arguments + QStringList{QStringLiteral("--for"), QStringLiteral("0")}));
+                      folder_->with(arguments + QStringList{QStringLiteral("--for"), QStringLiteral("0")}));
         process.waitForFinished();
         return QString::fromUtf8(process.readAllStandardError())
             .split(QLatin1Char('\n'))
@@ -234,7 +225,7 @@ void ProgramTest::prefersTheScenarioOfTheOption()
 
 void ProgramTest::findsDriver()
 {
-    const Run host = run(withFolder(
+    const Run host = run(folder_->with(
         {QStringLiteral("--driver"), QStringLiteral(EXAMPLE_LIBRARIES "/libexample_driver.so"),
          QStringLiteral("--type"), QStringLiteral("x"), QStringLiteral("--for"), QStringLiteral("0")}));
     QCOMPARE(host.errors, QStringList());
@@ -249,8 +240,8 @@ void ProgramTest::findsDriver()
 void ProgramTest::translates()
 {
     QVERIFY(folder_->addFile(QStringLiteral("german.qm"), QByteArray::fromHex(germanTranslation)));
-    const Run host = run(withFolder({QStringLiteral("--list"), QStringLiteral("--translation"),
-                                     folder_->filePath(QStringLiteral("german.qm"))}));
+    const Run host = run(folder_->with({QStringLiteral("--list"), QStringLiteral("--translation"),
+                                        folder_->filePath(QStringLiteral("german.qm"))}));
     QCOMPARE(host.errors, QStringList());
     QCOMPARE(host.output.count(QStringLiteral("\tFassung 1.0\t")), 2);
 }

@@ -25,26 +25,17 @@ private slots:
     void refusesBadScenario();
 
 private:
-    QStringList withFolder(const QStringList &arguments) const;
-
-    std::unique_ptr<ExampleFolder> folder_;
+    std::unique_ptr<ToolFolder> folder_;
 };
 
 void RefusalTest::init()
 {
-    folder_ = std::make_unique<ExampleFolder>();
-    QVERIFY(folder_->addLibrary(QStringLiteral("example_tenth")));
-    QVERIFY(folder_->addLibrary(QStringLiteral("example_second")));
+    folder_ = std::make_unique<ToolFolder>();
 }
 
 void RefusalTest::cleanup()
 {
     folder_.reset();
-}
-
-QStringList RefusalTest::withFolder(const QStringList &arguments) const
-{
-    return QStringList{QStringLiteral("--plugins"), folder_->path()} + arguments;
 }
 
 void RefusalTest::needsAPlugin()
@@ -87,7 +78,7 @@ void RefusalTest::refusesBadInput()
 {
     QFETCH(QStringList, arguments);
     QFETCH(QString, error);
-    const Run host = run(withFolder(arguments));
+    const Run host = run(folder_->with(arguments));
     QCOMPARE(host.errors, QStringList(QStringLiteral("tendro-host: ") + error));
     QCOMPARE(host.output, QString());
     QCOMPARE(host.status, 2);
@@ -109,7 +100,7 @@ void RefusalTest::refusesWithoutDisplay()
         if (isSet)
             environment.insert(QLatin1String(name), QStringLiteral(""));
     }
-    const Run host = run(withFolder({}), environment);
+    const Run host = run(folder_->with({}), environment);
     QCOMPARE(host.errors, QStringList(QStringLiteral(
                               "tendro-host: no display; QT_QPA_PLATFORM=offscreen runs without one")));
     QCOMPARE(host.status, 2);
@@ -135,14 +126,14 @@ void RefusalTest::refusesADisplayThatIsNotThere()
     environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
     if (!platform.isNull())
         environment.insert(QStringLiteral("QT_QPA_PLATFORM"), platform);
-    const Run host = run(withFolder({}), environment);
+    const Run host = run(folder_->with({}), environment);
     QCOMPARE(host.errors, QStringList(line + "; QT_QPA_PLATFORM=offscreen runs without one"));
     QCOMPARE(host.status, 2);
 }
 
 void RefusalTest::namesThePlatformOfTheOption()
 {
-    const Run host = run(withFolder({QStringLiteral("-platform"), QStringLiteral("none-such")}));
+    const Run host = run(folder_->with({QStringLiteral("-platform"), QStringLiteral("none-such")}));
     QCOMPARE(host.errors, QStringList(QStringLiteral("tendro-host: platform none-such: cannot be opened; "
                                                      "QT_QPA_PLATFORM=offscreen runs without one")));
     QCOMPARE(host.status, 2);
@@ -172,7 +163,7 @@ void RefusalTest::tellsThatOutputIsFull()
     QFETCH(QStringList, arguments);
     QProcess process;
     process.setStandardOutputFile(QStringLiteral("/dev/full"));
-    process.start(QStringLiteral(TENDRO_HOST), withFolder(arguments));
+    process.start(QStringLiteral(TENDRO_HOST), folder_->with(arguments));
     QVERIFY(process.waitForFinished());
     QCOMPARE(
         hostLines(process.readAllStandardError()),
@@ -196,7 +187,7 @@ void RefusalTest::refusesBadScenario()
     QFETCH(QString, place);
     if (!content.isEmpty())
         QVERIFY(folder_->addFile(QStringLiteral("scenario.json"), content));
-    const Run host = run(withFolder(
+    const Run host = run(folder_->with(
         {QStringLiteral("--simulate"), folder_->filePath(QStringLiteral("scenario.json")),
          QStringLiteral("--open"), QStringLiteral("Second"), QStringLiteral("--for"), QStringLiteral("0")}));
     QCOMPARE(host.status, 2);
