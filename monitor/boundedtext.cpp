@@ -47,8 +47,3 @@ void BoundedLabel::paintEvent(QPaintEvent *event)
                           int(QStyle::visualAlignment(layoutDirection(), alignment())), palette(),
                           isEnabled(), shownPart(text()), foregroundRole());
 }
-
-QString BoundedDelegate::displayText(const QVariant &value, const QLocale &locale) const
-{
-    return shownPart(QStyledItemDelegate::displayText(value, locale));
-}

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QLabel>
-#include <QStyledItemDelegate>
 
 // A board that sends text without line ends makes rows of a million characters. They are kept whole; laying
 // them out would stall the GUI thread for a second each, so only their beginning is measured and painted.
@@ -22,13 +21,4 @@ public:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
-};
-
-/// Shows items of text. What the model holds is whole.
-class BoundedDelegate : public QStyledItemDelegate
-{
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-    QString displayText(const QVariant &value, const QLocale &locale) const override;
 };

@@ -1,6 +1,8 @@
 #include "monitor/framepacer.h"
 
-#include <QWidget>
+#include <QHeaderView>
+#include <QScrollBar>
+#include <QTreeView>
 
 namespace {
 
@@ -8,28 +10,8 @@ constexpr int frameMs = 16; ///< of a screen with 60 pictures a second
 
 } // namespace
 
-Unpainted::Unpainted(const Widgets &widgets)
-{
-    for (const QPointer<QWidget> &widget : widgets) {
-        if (widget && widget->updatesEnabled())
-            silenced.append(widget);
-    }
-    // Not setUpdatesEnabled(), which paints all when it ends.
-    for (const QPointer<QWidget> &widget : qAsConst(silenced))
-        widget->setAttribute(Qt::WA_UpdatesDisabled, true);
-}
-
-Unpainted::~Unpainted()
-{
-    for (const QPointer<QWidget> &widget : qAsConst(silenced)) {
-        if (widget)
-            widget->setAttribute(Qt::WA_UpdatesDisabled, false);
-    }
-}
-
-FramePacer::FramePacer(const Widgets &pacedWidgets, QObject *parent)
-    : QObject(parent)
-    , paced(pacedWidgets)
+FramePacer::FramePacer(QTreeView *treeView)
+    : view(treeView)
 {
 }
 
@@ -44,24 +26,54 @@ void FramePacer::pace()
         frameEnd.start(frameMs - static_cast<int>(ms), Qt::PreciseTimer, this);
 }
 
-/// Whether the event loop runs within a change, as where a host opens a dialog for a row.
-bool FramePacer::isInAChange() const
+/// Asked for anew each time, since a host may replace header and scroll bars.
+FramePacer::Widgets FramePacer::widgets() const
 {
-    const QWidget *first = paced.first();
-    return first && first->testAttribute(Qt::WA_UpdatesDisabled) &&
-           !first->testAttribute(Qt::WA_ForceUpdatesDisabled) && first->parentWidget()->updatesEnabled();
+    QScrollBar *vertical = view->verticalScrollBar();
+    QScrollBar *horizontal = view->horizontalScrollBar();
+    return {view,
+            view->viewport(),
+            view->header()->viewport(),
+            vertical,
+            vertical->parentWidget(),
+            horizontal,
+            horizontal->parentWidget(),
+            other};
 }
 
 void FramePacer::timerEvent(QTimerEvent *)
 {
-    if (isInAChange()) {
-        frameEnd.start(frameMs, Qt::PreciseTimer, this);
+    // A slot within a blocker's scope runs the event loop: the next tick tries again.
+    if (blockers > 0)
         return;
-    }
     frameEnd.stop();
     sinceFrame.start();
+    const Widgets paced = widgets();
+    for (const QPointer<QWidget> &widget : paced)
+        widget->update();
+}
+
+UpdateBlocker::UpdateBlocker(FramePacer &framePacer)
+    : pacer(framePacer)
+{
+    ++pacer.blockers;
+    if (!pacer.frameEnd.isActive())
+        return;
+    const FramePacer::Widgets paced = pacer.widgets();
     for (const QPointer<QWidget> &widget : paced) {
+        if (!widget->updatesEnabled())
+            continue;
+        // Not setUpdatesEnabled(), which repaints everything when it ends.
+        widget->setAttribute(Qt::WA_UpdatesDisabled, true);
+        blocked.append(widget);
+    }
+}
+
+UpdateBlocker::~UpdateBlocker()
+{
+    --pacer.blockers;
+    for (const QPointer<QWidget> &widget : qAsConst(blocked)) {
         if (widget)
-            widget->update();
+            widget->setAttribute(Qt::WA_UpdatesDisabled, false);
     }
 }

@@ -6,48 +6,50 @@
 #include <QPointer>
 #include <QVector>
 
+class QTreeView;
 class QWidget;
 
-/// Some of which the host may have replaced.
-using Widgets = QVector<QPointer<QWidget>>;
-
-/// While one of these lives, what changes in some widgets does not ask for their painting.
-class Unpainted
-{
-public:
-    explicit Unpainted(const Widgets &widgets);
-    ~Unpainted();
-    Unpainted(const Unpainted &) = delete;
-    Unpainted &operator=(const Unpainted &) = delete;
-
-private:
-    Widgets silenced;
-};
-
-/// Has widgets painted once a frame and not for each of their changes.
+/// Coalesces the repaints of a view, and of another widget, to one per frame.
 ///
-/// A change that comes after a frame's time of rest is painted at once. Those that follow sooner are painted
-/// together when the frame is over; whoever paints meanwhile gets what is there. GUI thread only.
+/// A change that comes at least one frame after the last repaint is painted at once. Those that follow sooner
+/// are painted when the frame ends. render() and grab() show the current state at any time. GUI thread only.
 class FramePacer : public QObject
 {
     // Without Q_OBJECT: neither signals nor slots.
 
 public:
-    FramePacer(const Widgets &paced, QObject *parent);
+    explicit FramePacer(QTreeView *view);
 
+    /// \param widget outlives the view
+    void addWidget(QWidget *widget) { other = widget; }
     /// To be called before each change.
     void pace();
-    /// The widgets whose changes the end of the frame paints: all of them, or none while changes are painted
-    /// at once.
-    Widgets held() const { return frameEnd.isActive() ? paced : Widgets(); }
 
 protected:
     void timerEvent(QTimerEvent *event) override;
 
 private:
-    bool isInAChange() const;
+    friend class UpdateBlocker;
+    using Widgets = QVector<QPointer<QWidget>>;
+    Widgets widgets() const;
 
-    const Widgets paced;
+    QTreeView *const view;
+    QWidget *other = nullptr;
     QElapsedTimer sinceFrame; ///< invalid before the first one
-    QBasicTimer frameEnd;     ///< runs while changes are held back
+    QBasicTimer frameEnd;     ///< runs while repaints are deferred
+    int blockers = 0;
+};
+
+/// Suppresses update() of the paced widgets while in scope, if repaints are deferred. GUI thread only.
+class UpdateBlocker
+{
+public:
+    explicit UpdateBlocker(FramePacer &pacer);
+    ~UpdateBlocker();
+    UpdateBlocker(const UpdateBlocker &) = delete;
+    UpdateBlocker &operator=(const UpdateBlocker &) = delete;
+
+private:
+    FramePacer &pacer;
+    FramePacer::Widgets blocked;
 };

@@ -10,6 +10,7 @@
 #include <QStandardItemModel>
 
 #include "monitor/boundedtext.h"
+#include "monitor/rowdelegate.h"
 #include "monitor/rowview.h"
 #include "monitor/steadylayout.h"
 
@@ -88,6 +89,7 @@ monitor::monitor(qorvexgraph *window)
     RowView *rowView = newRowView();
     treeView = rowView;
     applyStoredFont(fontBox, sizeBox);
+    treeView->setItemDelegate(new RowDelegate(styleSheet(), treeView));
 
     model = new QStandardItemModel(0, 1, this);
     model->setHeaderData(0, Qt::Horizontal, tr("Data"), Qt::EditRole);
@@ -95,8 +97,8 @@ monitor::monitor(qorvexgraph *window)
     column->addWidget(treeView);
     lastRowLabel = newLastRowLabel();
     column->addWidget(lastRowLabel);
-    pacer = new FramePacer(rowView->paced() + Widgets{lastRowLabel}, this);
-    rowView->setPacer(pacer);
+    pacer = rowView->framePacer();
+    pacer->addWidget(lastRowLabel);
     setLayout(column);
     connect(&pendingTextTimer, SIGNAL(timeout()), this, SLOT(OnTimerAddRest()));
     // Only now are the controls children of this view, and found by their names.

@@ -1,29 +1,35 @@
 #include "monitor/rowdelegate.h"
 
 #include <algorithm>
+#include <cstring>
 
-#include <QFontMetricsF>
+#include <QApplication>
+#include <QPaintEngine>
 #include <QPainter>
 #include <QStyle>
-#include <QTextLayout>
-#include <QtMath>
+
+#include "monitor/boundedtext.h"
 
 namespace {
 
-constexpr char firstPlain = 0x20;
-constexpr char lastPlain = 0x7E;
-constexpr int mostTexts = 256; ///< kept at a time; a view holds 151
+constexpr int maxKept = 256; ///< texts; a view holds 151 rows
 
-QTextLine layOut(QTextLayout &layout)
+/// Whether a style draws items as QCommonStyle does.
+bool isCommonStyle(const QStyle *style)
 {
-    QTextOption option;
-    option.setWrapMode(QTextOption::ManualWrap);
-    layout.setTextOption(option);
-    layout.setCacheEnabled(true); // otherwise its glyphs are shaped again
-    layout.beginLayout();
-    const QTextLine line = layout.createLine();
-    layout.endLayout();
-    return line;
+    const char *name = style->metaObject()->className();
+    return std::strcmp(name, "QFusionStyle") == 0 || std::strcmp(name, "QWindowsStyle") == 0;
+}
+
+/// Whether nothing is painted behind, around or through the text.
+bool isBare(const QStyleOptionViewItem &item)
+{
+    constexpr QStyle::State marked =
+        QStyle::State_Selected | QStyle::State_HasFocus | QStyle::State_MouseOver | QStyle::State_Editing;
+    const QFont &font = item.font;
+    return !(item.state & marked) && item.backgroundBrush.style() == Qt::NoBrush && !font.underline() &&
+           !font.overline() && !font.strikeOut() &&
+           item.displayAlignment == (Qt::AlignLeft | Qt::AlignVCenter);
 }
 
 int textMargin(const QWidget *view)
@@ -31,90 +37,130 @@ int textMargin(const QWidget *view)
     return view->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, view) + 1;
 }
 
-/// Whether no letter leaves the line, so that none needs clipping, and no line is drawn with the letters.
-bool isPlain(const QFont &font)
+/// Whether a font has the same size in pixels as on the view.
+bool isScreen(const QPainter *painter, const QWidget *view)
 {
-    if (font.underline() || font.overline() || font.strikeOut())
-        return false;
-    constexpr qreal farthestOut = -1;
-    const QFontMetricsF metrics(font);
-    QString letters;
-    for (char letter = firstPlain; letter <= lastPlain; ++letter) {
-        const QLatin1Char character(letter);
-        if (metrics.leftBearing(character) < farthestOut || metrics.rightBearing(character) < farthestOut)
-            return false;
-        letters += character;
-    }
-    const QRectF ink = metrics.tightBoundingRect(letters);
-    return ink.top() >= -metrics.ascent() && ink.bottom() <= metrics.descent();
+    return painter->paintEngine()->type() == QPaintEngine::Raster &&
+           painter->device()->logicalDpiX() == view->logicalDpiX() &&
+           painter->device()->logicalDpiY() == view->logicalDpiY();
+}
+
+QStaticText layOut(const QString &text)
+{
+    QStaticText layout(text);
+    layout.setTextFormat(Qt::PlainText);
+    QTextOption option;
+    option.setWrapMode(QTextOption::ManualWrap);
+    layout.setTextOption(option);
+    return layout;
+}
+
+QColor textColour(const QStyleOptionViewItem &item)
+{
+    QPalette::ColorGroup group = QPalette::Disabled;
+    if (item.state & QStyle::State_Enabled)
+        group = item.state & QStyle::State_Active ? QPalette::Normal : QPalette::Inactive;
+    return item.palette.color(group, QPalette::Text);
 }
 
 } // namespace
 
+RowDelegate::RowDelegate(const QString &styleSheet, QObject *parent)
+    : QStyledItemDelegate(parent)
+    , ownStyleSheet(styleSheet)
+{
+}
+
 bool RowDelegate::isPlain(const QString &text)
 {
     return !text.isEmpty() && std::all_of(text.begin(), text.end(), [](QChar character) {
-        return character.unicode() >= firstPlain && character.unicode() <= lastPlain;
+        return character.unicode() >= 0x20 && character.unicode() <= 0x7E;
     });
 }
 
-bool RowDelegate::takeFont(const QFont &font) const
+QString RowDelegate::displayText(const QVariant &value, const QLocale &locale) const
 {
-    if (textsFont != font || texts.isEmpty()) {
-        texts.clear();
-        textsFont = font;
-        isPlainFont = ::isPlain(font);
-    }
-    return isPlainFont;
+    return shownPart(QStyledItemDelegate::displayText(value, locale));
 }
 
-RowDelegate::LaidOut &RowDelegate::laidOut(const QString &text) const
+void RowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
-    const auto known = texts.find(text);
-    if (known != texts.end())
-        return *known;
-    if (texts.size() >= mostTexts)
-        texts.clear();
-    QTextLayout layout(text, textsFont);
-    const QTextLine line = layOut(layout);
-    return *texts.insert(text, {layout.boundingRect(), line.naturalTextWidth(), layout.glyphRuns()});
-}
-
-bool RowDelegate::drawPlain(QPainter *painter, const QStyleOptionViewItem &option, const QRect &cell,
-                            const QString &text) const
-{
-    if (!isPlainStyle || !isPlain(text) || !takeFont(option.font))
-        return false;
-    LaidOut &row = laidOut(text);
-    if (row.bounds.height() > cell.height())
-        return false;
-    const int margin = textMargin(option.widget);
-    const QRect textRect = cell.adjusted(margin, 0, -margin, 0);
-    const int elideTo = row.width > textRect.width() ? textRect.width() : notElided;
-    if (row.elidedTo != elideTo) {
-        const QString shown = elideTo == notElided
-                                  ? text
-                                  : QFontMetricsF(textsFont).elidedText(text, option.textElideMode, elideTo);
-        QTextLayout layout(shown, textsFont);
-        layOut(layout);
-        row.glyphs = layout.glyphRuns();
-        row.elidedTo = elideTo;
-    }
-    const QRect placed = QStyle::alignedRect(Qt::LayoutDirectionAuto, option.displayAlignment,
-                                             row.bounds.size().toSize(), textRect);
-    // On a scaled screen the lowest pixels of a letter may leave the cell.
-    painter->setClipRect(cell);
-    for (const QGlyphRun &run : qAsConst(row.glyphs))
-        painter->drawGlyphRun(QPointF(textRect.x(), placed.top()), run);
-    painter->setClipping(false);
-    return true;
+    QStyleOptionViewItem item(option);
+    initStyleOption(&item, index);
+    painter->save();
+    const bool isPainted =
+        isPlainItem(item) && isBare(item) && isScreen(painter, item.widget) && paintPlain(painter, item);
+    painter->restore();
+    if (!isPainted)
+        QStyledItemDelegate::paint(painter, option, index);
 }
 
 QSize RowDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
-    const QString text = shownPart(index.data().toString());
-    if (!isPlainStyle || !isPlain(text) || !takeFont(option.font))
-        return BoundedDelegate::sizeHint(option, index);
-    const LaidOut &row = laidOut(text);
-    return {qCeil(row.width) + 2 * textMargin(option.widget), qCeil(row.bounds.height())};
+    QStyleOptionViewItem item(option);
+    initStyleOption(&item, index);
+    if (!isPlainItem(item) || index.data(Qt::SizeHintRole).isValid())
+        return QStyledItemDelegate::sizeHint(option, index);
+    const QMetaObject *style = QApplication::style()->metaObject();
+    if (hints.size() >= maxKept || hintFont != item.font || hintStyle != style) {
+        hints.clear();
+        hintFont = item.font;
+        hintStyle = style;
+    }
+    QSize &hint = hints[item.text];
+    if (!hint.isValid())
+        hint = QStyledItemDelegate::sizeHint(option, index);
+    return hint;
+}
+
+bool RowDelegate::isPlainItem(const QStyleOptionViewItem &item) const
+{
+    return item.features == QStyleOptionViewItem::HasDisplay && isPlain(item.text) &&
+           isPlainView(item.widget);
+}
+
+bool RowDelegate::isPlainView(const QWidget *view) const
+{
+    if (view->layoutDirection() != Qt::LeftToRight || !isCommonStyle(QApplication::style()))
+        return false;
+    for (const QWidget *widget = view; widget; widget = widget->parentWidget()) {
+        if (widget->testAttribute(Qt::WA_SetStyle))
+            return false;
+        if (widget->styleSheet() != (widget == view->parentWidget() ? ownStyleSheet : QString()))
+            return false;
+    }
+    return true;
+}
+
+/// The layout of a text in the painter's font.
+QStaticText &RowDelegate::layoutOf(const QString &text, const QPainter *painter) const
+{
+    const bool isFull = layouts.size() >= maxKept && !layouts.contains(text);
+    if (isFull || layoutFont != painter->font()) {
+        layouts.clear();
+        layoutFont = painter->font();
+    }
+    QStaticText &layout = layouts[text];
+    if (layout.text().isEmpty()) {
+        layout = layOut(text);
+        layout.prepare(painter->worldTransform(), layoutFont);
+    }
+    return layout;
+}
+
+/// \return false, with nothing painted, for a text that is larger than the item
+bool RowDelegate::paintPlain(QPainter *painter, const QStyleOptionViewItem &item) const
+{
+    painter->setFont(item.font);
+    const QStaticText &layout = layoutOf(item.text, painter);
+    const int margin = textMargin(item.widget);
+    const QRect textRect = item.rect.adjusted(margin, 0, -margin, 0);
+    const QSizeF size = layout.size();
+    if (size.width() > textRect.width() || size.height() > textRect.height())
+        return false;
+    const QRect placed = QStyle::alignedRect(Qt::LeftToRight, item.displayAlignment, size.toSize(), textRect);
+    painter->setPen(textColour(item));
+    painter->setClipRect(item.rect); // as the style does: on a scaled screen letters may leave the item
+    painter->drawStaticText(textRect.x(), placed.top(), layout);
+    return true;
 }

@@ -1,50 +1,39 @@
 #pragma once
 
 #include <QFont>
-#include <QGlyphRun>
 #include <QHash>
+#include <QStaticText>
+#include <QStyledItemDelegate>
 
-#include "monitor/boundedtext.h"
-
-/// Measures and draws rows just as the style does, but lays a plain text out once and not each time.
+/// Paints items of text as the style does, and keeps the layouts of plain rows from one paint to the next.
 ///
-/// A plain text is one run from left to right: printable ASCII, without tabs and line ends. A text that is
-/// shown in part is not plain. GUI thread only.
-class RowDelegate : public BoundedDelegate
+/// A row is plain when it is printable ASCII, in one line from left to right, with neither selection, focus,
+/// decoration nor background, and no style sheet or style of the host has a say. Everything else is painted
+/// by the style. Of a text above 8192 characters only the beginning is measured and painted. GUI thread only.
+class RowDelegate : public QStyledItemDelegate
 {
 public:
-    using BoundedDelegate::BoundedDelegate;
+    /// \param styleSheet that of the view's parent, which has no rules for items
+    RowDelegate(const QString &styleSheet, QObject *parent);
 
+    /// Whether a text is printable ASCII, and not empty.
     static bool isPlain(const QString &text);
 
-    /// Whether rows look as this class draws them: set while no style sheet has rules for items, and no style
-    /// of the host draws them in its own way. Otherwise the style does all.
-    void setPlainStyle(bool plain) { isPlainStyle = plain; }
-
-    /// Draws a row's text, elided when it is too wide.
-    /// \param cell the row's rectangle in its column
-    /// \return false, with nothing drawn, when only the style can draw it
-    bool drawPlain(QPainter *painter, const QStyleOptionViewItem &option, const QRect &cell,
-                   const QString &text) const;
-
+    QString displayText(const QVariant &value, const QLocale &locale) const override;
+    void paint(QPainter *painter, const QStyleOptionViewItem &option,
+               const QModelIndex &index) const override;
     QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;
 
 private:
-    struct LaidOut
-    {
-        QRectF bounds;
-        qreal width; ///< without blanks at the end
-        QList<QGlyphRun> glyphs;
-        int elidedTo = notElided; ///< width for which the glyphs were made
-    };
-    static constexpr int notElided = -1;
+    bool isPlainItem(const QStyleOptionViewItem &item) const;
+    bool isPlainView(const QWidget *view) const;
+    QStaticText &layoutOf(const QString &text, const QPainter *painter) const;
+    bool paintPlain(QPainter *painter, const QStyleOptionViewItem &item) const;
 
-    bool takeFont(const QFont &font) const;
-    LaidOut &laidOut(const QString &text) const;
-
-    bool isPlainStyle = false;
-    // All of these follow from the texts and fonts that came.
-    mutable QHash<QString, LaidOut> texts;
-    mutable QFont textsFont;
-    mutable bool isPlainFont = false;
+    const QString ownStyleSheet;
+    mutable QHash<QString, QStaticText> layouts; ///< of the texts painted last, in layoutFont
+    mutable QFont layoutFont;
+    mutable QHash<QString, QSize> hints; ///< of the texts measured last, with hintFont and hintStyle
+    mutable QFont hintFont;
+    mutable const QMetaObject *hintStyle = nullptr;
 };

@@ -49,7 +49,6 @@ void monitor::AddData(const QString &first, const QString &second)
 {
     const int row = model->rowCount();
     pacer->pace();
-    const Unpainted untilFrameEnd(pacer->held());
     showLastRow(first);
     model->insertRow(row);
     const QModelIndex index = model->index(row, 0);
@@ -71,6 +70,7 @@ void monitor::showLastRow(const QString &text)
     // One line of plain text is as high as another, and the label's width asks for nothing.
     column->setSteady(RowDelegate::isPlain(shownPart(text)) &&
                       RowDelegate::isPlain(shownPart(lastRowLabel->text())));
+    const UpdateBlocker blocker(*pacer);
     lastRowLabel->setText(text);
     column->setSteady(false);
 }

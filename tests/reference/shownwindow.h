@@ -5,6 +5,7 @@
 #include <QSettings>
 #include <QTabWidget>
 #include <QTest>
+#include <QTreeView>
 
 #include "bargraph/bargraph.h"
 #include "mainwindow/datapacket.h"
@@ -12,6 +13,7 @@
 #include "mainwindow/qorvexgraph.h"
 #include "monitor/framepacer.h"
 #include "monitor/monitor.h"
+#include "monitor/rowdelegate.h"
 
 /// A detached main window with settings of its own.
 class ShownWindow
@@ -54,6 +56,11 @@ public:
     bool waitForFrame() const
     {
         return QTest::qWaitFor([this] { return !view->pacer->frameEnd.isActive(); });
+    }
+
+    const RowDelegate *delegate() const
+    {
+        return static_cast<const RowDelegate *>(view->treeView->itemDelegate());
     }
 
     /// The window, painted anew.

@@ -6,6 +6,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QStandardItemModel>
+#include <QStyledItemDelegate>
 #include <QTreeView>
 
 /// Plain rows look as the style draws them, on every screen and after every change of looks.
@@ -70,10 +71,10 @@ void RowLooks::scaledScreens()
     shown.show(shown.view, {480, 360});
     addRows(shown);
     QVERIFY(shown.waitForFrame());
-    auto *delegate = static_cast<RowDelegate *>(shown.view->treeView->itemDelegate());
     const QImage drawnByTheTool = shown.picture(ratio);
-    QVERIFY(delegate->isPlainStyle);
-    delegate->isPlainStyle = false;
+    QVERIFY(!shown.delegate()->layouts.isEmpty());
+    QStyledItemDelegate plain;
+    shown.view->treeView->setItemDelegate(&plain);
     const QString different = reference::difference(drawnByTheTool, shown.picture(ratio));
     QVERIFY2(different.isEmpty(), qPrintable(different));
 }
@@ -147,13 +148,12 @@ void RowLooks::moreTextsThanAreKept()
     ShownWindow shown;
     shown.window->commandLine->setEnabled(false);
     shown.show(shown.view, {480, 360});
-    const auto *delegate = static_cast<const RowDelegate *>(shown.view->treeView->itemDelegate());
     int most = 0;
     for (int row = 0; row < 400; ++row) {
         shown.view->AddData(QString::number(row), QString());
         if (row % 5 == 0)
             shown.picture();
-        most = qMax(most, delegate->texts.size());
+        most = qMax(most, shown.delegate()->layouts.size());
     }
     QVERIFY2(most > 200 && most <= 256, qPrintable(QString::number(most)));
     verifyScreen(shown);

@@ -1,0 +1,328 @@
+#include "tests/reference/randomuser.h"
+
+#include <utility>
+
+#include <QComboBox>
+#include <QHeaderView>
+#include <QScrollBar>
+#include <QStandardItemModel>
+#include <QStyleFactory>
+#include <QTimer>
+#include <QTreeView>
+#include <QWheelEvent>
+
+RandomUser::RandomUser(ShownWindow &shownWindow, quint32 seed, AddRow add, Settle settled)
+    : shown(shownWindow)
+    , random(seed)
+    , addRow(std::move(add))
+    , settle(std::move(settled))
+{
+}
+
+Observed RandomUser::step()
+{
+    grabbed = QImage();
+    const QString action = act();
+    settle();
+    constexpr qreal ratios[] = {1, 1, 1, 1.25, 1.5, 2};
+    Observed observed = observe(shown, ratios[below(6)]);
+    observed.action = action;
+    observed.beforeEvents = grabbed;
+    return observed;
+}
+
+QString RandomUser::act()
+{
+    switch (below(24)) {
+    case 0:
+        return pressKey();
+    case 1:
+        return useMouse();
+    case 2:
+        return dragHeader();
+    case 3:
+        return resize();
+    case 4:
+        return changeTab();
+    case 5:
+        return changeFont();
+    case 6:
+        return changePalette();
+    case 7:
+        return changeStyleSheet();
+    case 8:
+        return changeView();
+    case 9:
+    case 10:
+        return changeItem();
+    case 11:
+    case 12:
+        return edit();
+    case 13:
+    case 14:
+        return addRowsAndEditSoon();
+    case 15:
+    case 16:
+    case 17:
+        return addRowsAndGrab();
+    default:
+        return addRows();
+    }
+}
+
+QString RandomUser::rowText()
+{
+    QString text;
+    const int length = below(4) == 0 ? between(60, 400) : between(0, 20);
+    for (int i = 0; i < length; ++i)
+        text += QChar(between(0x20, 0x7E));
+    switch (below(12)) {
+    case 0:
+        return text + QChar(between(0xA0, 0xFF));
+    case 1:
+        return text + QLatin1Char('\t') + text;
+    default:
+        return text;
+    }
+}
+
+QString RandomUser::addBurst()
+{
+    const int count = below(3) == 0 ? between(1, 60) : between(1, 9);
+    const bool wide = below(4) == 0;
+    for (int i = 0; i < count; ++i) {
+        const QString first = wide ? QString(120, QLatin1Char('w')) + QString::number(i) : rowText();
+        const QString second = below(5) == 0 ? rowText() : QString();
+        addRow(shown.view, first, second);
+    }
+    return QStringLiteral("%1 %2rows").arg(count).arg(wide ? "wide " : "");
+}
+
+QString RandomUser::addRows()
+{
+    return addBurst();
+}
+
+QString RandomUser::addRowsAndGrab()
+{
+    const QString action = addBurst();
+    grabbed = (below(2) == 0 ? static_cast<QWidget *>(shown.window) : rows())->grab().toImage();
+    return action + QStringLiteral(", grabbed at once");
+}
+
+QString RandomUser::addRowsAndEditSoon()
+{
+    const QString action = addBurst();
+    const int row = below(4);
+    QTimer::singleShot(0, rows(), [this, row] {
+        rows()->scrollToTop();
+        rows()->edit(shown.view->model->index(row, 0));
+    });
+    return action + QStringLiteral(", and an editor from a timer");
+}
+
+QModelIndex RandomUser::someRow()
+{
+    const int count = shown.view->model->rowCount();
+    const int row = below(151);
+    return shown.view->model->index(count == 0 ? 0 : row % count, 0);
+}
+
+QString RandomUser::pressKey()
+{
+    constexpr Qt::Key keys[] = {Qt::Key_Up,  Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Home,
+                                Qt::Key_End, Qt::Key_Left, Qt::Key_Right,  Qt::Key_Space,    Qt::Key_Escape};
+    rows()->setFocus();
+    const Qt::Key key = keys[below(10)];
+    for (int times = between(1, 4); times > 0; --times)
+        QTest::keyClick(rows(), key);
+    return QStringLiteral("key %1").arg(key, 0, 16);
+}
+
+QString RandomUser::useMouse()
+{
+    // The view scrolls to the clicked row half a second later, which no step waits for.
+    rows()->setAutoScroll(false);
+    const QPoint place(between(5, 180), between(5, 120));
+    const int what = below(4);
+    QWidget *viewport = rows()->viewport();
+    if (what == 0)
+        QTest::mouseClick(viewport, Qt::LeftButton, {}, place);
+    else if (what == 1)
+        QTest::mouseDClick(viewport, Qt::LeftButton, {}, place);
+    else if (what == 2)
+        QTest::mouseMove(viewport, place);
+    const int lines = between(-6, 6);
+    if (what == 3) {
+        QWheelEvent wheel(place, viewport->mapToGlobal(place), {}, {0, lines * 120}, Qt::NoButton, {},
+                          Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(viewport, &wheel);
+    }
+    rows()->setAutoScroll(true);
+    return QStringLiteral("mouse %1 at %2, %3").arg(what).arg(place.x()).arg(place.y());
+}
+
+QString RandomUser::dragHeader()
+{
+    const int by = between(-250, 250);
+    QWidget *header = rows()->header()->viewport();
+    const QPoint edge(rows()->header()->sectionViewportPosition(0) + rows()->columnWidth(0) - 1, 5);
+    QTest::mousePress(header, Qt::LeftButton, {}, edge);
+    QMouseEvent move(QEvent::MouseMove, edge + QPoint(by, 0), header->mapToGlobal(edge + QPoint(by, 0)),
+                     Qt::NoButton, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(header, &move);
+    QTest::mouseRelease(header, Qt::LeftButton, {}, edge + QPoint(by, 0));
+    return QStringLiteral("header dragged by %1").arg(by);
+}
+
+QString RandomUser::resize()
+{
+    const QSize size(between(320, 800), between(280, 600));
+    shown.window->resize(size);
+    return QStringLiteral("window of %1 by %2").arg(size.width()).arg(size.height());
+}
+
+QString RandomUser::changeTab()
+{
+    shown.window->tabs->setCurrentIndex(0);
+    const bool meanwhile = below(2) == 0;
+    if (meanwhile)
+        addBurst();
+    settle();
+    shown.window->tabs->setCurrentIndex(1);
+    return meanwhile ? QStringLiteral("other tab and back, with rows meanwhile")
+                     : QStringLiteral("other tab and back");
+}
+
+QString RandomUser::changeFont()
+{
+    const bool family = below(2) == 0;
+    const int choice = below(4);
+    if (family) {
+        constexpr const char *families[] = {"DejaVu Sans Mono", "DejaVu Sans", "DejaVu Serif", "Courier"};
+        shown.view->OnChangedFont(QFont(QLatin1String(families[choice])));
+        return QLatin1String(families[choice]);
+    }
+    constexpr const char *sizes[] = {"6", "8", "10", "12"};
+    shown.view->OnChangedFontSize(QLatin1String(sizes[choice]));
+    return QLatin1String(sizes[choice]) + QStringLiteral(" points");
+}
+
+QString RandomUser::changePalette()
+{
+    QWidget *target = below(2) == 0 ? static_cast<QWidget *>(rows()) : shown.window;
+    constexpr QPalette::ColorRole roles[] = {QPalette::Text, QPalette::Base, QPalette::Highlight,
+                                             QPalette::Window, QPalette::WindowText};
+    const QPalette::ColorRole role = roles[below(5)];
+    QPalette palette = target->palette();
+    palette.setColor(role, QColor::fromRgb(random.generate()));
+    target->setPalette(palette);
+    return QStringLiteral("palette role %1").arg(int(role));
+}
+
+QString RandomUser::changeStyleSheet()
+{
+    constexpr const char *sheets[] = {"",
+                                      "",
+                                      "QTreeView::item {color: orange; padding: 3px;}",
+                                      "QTreeView::item:selected {background: blue;}",
+                                      "QTreeView {background: navy; alternate-background-color: maroon;}",
+                                      "QLabel {border: 2px solid red;} QTreeView {border: 3px solid green;}",
+                                      "QHeaderView::section {background: teal; height: 30px;}"};
+    const int sheet = below(7);
+    const int target = below(5);
+    if (target == 4) {
+        QApplication::setStyle(QStyleFactory::create(sheet < 3 ? "windows" : "fusion"));
+        return QStringLiteral("style %1").arg(sheet < 3 ? "windows" : "fusion");
+    }
+    if (target == 3)
+        qApp->setStyleSheet(QLatin1String(sheets[sheet]));
+    else if (target == 0)
+        shown.window->setStyleSheet(QLatin1String(sheets[sheet]));
+    else if (target == 1)
+        rows()->setStyleSheet(QLatin1String(sheets[sheet]));
+    else
+        shown.view->setStyleSheet(QStringLiteral("QTreeView {color: white; background-color: black;} ") +
+                                  QLatin1String(sheets[sheet]));
+    return QStringLiteral("style sheet %1 on %2").arg(sheet).arg(target);
+}
+
+QString RandomUser::changeView()
+{
+    const int what = below(7);
+    const bool on = below(2) == 0;
+    switch (what) {
+    case 0:
+        rows()->setAlternatingRowColors(on);
+        break;
+    case 1:
+        rows()->setVerticalScrollMode(on ? QTreeView::ScrollPerPixel : QTreeView::ScrollPerItem);
+        break;
+    case 2:
+        rows()->setVerticalScrollBarPolicy(on ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAsNeeded);
+        break;
+    case 3:
+        shown.window->setLayoutDirection(on ? Qt::RightToLeft : Qt::LeftToRight);
+        break;
+    case 4:
+        shown.view->setEnabled(on);
+        break;
+    case 5:
+        rows()->setTextElideMode(on ? Qt::ElideMiddle : Qt::ElideRight);
+        break;
+    default:
+        rows()->verticalScrollBar()->setValue(below(150));
+    }
+    return QStringLiteral("view %1 %2").arg(what).arg(on);
+}
+
+QString RandomUser::changeItem()
+{
+    const QString action = below(2) == 0 ? addBurst() + QStringLiteral(", then ") : QString();
+    const QModelIndex index = below(3) == 0 ? shown.view->model->index(0, 0) : someRow();
+    const int what = below(7);
+    const QColor colour = QColor::fromRgb(random.generate());
+    QFont font(QStringLiteral("DejaVu Serif"), between(6, 20));
+    QAbstractItemModel *model = shown.view->model;
+    switch (what) {
+    case 0:
+        model->setData(index, QStringLiteral("changed by the host"), Qt::EditRole);
+        break;
+    case 1:
+        model->setData(index, QStringLiteral("taller\nby a line"), Qt::EditRole);
+        break;
+    case 2:
+        model->setData(index, font, Qt::FontRole);
+        break;
+    case 3:
+        model->setData(index, colour, Qt::ForegroundRole);
+        break;
+    case 4:
+        model->setData(index, colour, Qt::BackgroundRole);
+        break;
+    case 5:
+        model->setData(index, Qt::Checked, Qt::CheckStateRole);
+        break;
+    default:
+        model->setData(index, int(Qt::AlignRight | Qt::AlignBottom), Qt::TextAlignmentRole);
+    }
+    return action + QStringLiteral("item %1 of row %2").arg(what).arg(index.row());
+}
+
+QString RandomUser::edit()
+{
+    rows()->setFocus();
+    rows()->setCurrentIndex(someRow());
+    QTest::keyClick(rows(), Qt::Key_F2);
+    const bool typed = below(2) == 0;
+    const bool accepted = below(2) == 0;
+    const bool rowsCome = below(2) == 0;
+    if (rowsCome)
+        addBurst();
+    QWidget *editor = rows()->indexWidget(rows()->currentIndex());
+    if (editor && typed) {
+        QTest::keyClicks(editor, QStringLiteral("typed"));
+        QTest::keyClick(editor, accepted ? Qt::Key_Return : Qt::Key_Escape);
+    }
+    return QStringLiteral("editor%1").arg(rowsCome ? ", with rows meanwhile" : "");
+}
