@@ -161,6 +161,20 @@ ORVEXSIM_EXPORT const char *orvexsim_fault(int index)
     return known ? faults[index].name.data() : nullptr; // literals, which end in a zero byte
 }
 
+ORVEXSIM_EXPORT const char *orvexsim_fault_text(const char *fault)
+{
+    const Fault *known = faultNamed(fault ? fault : "");
+    return known ? known->text : nullptr;
+}
+
+ORVEXSIM_EXPORT int orvexsim_fault_is_on(const char *fault)
+{
+    return guarded(-1, [&] {
+        const std::optional<bool> on = Library::instance().isOn(fault ? fault : "");
+        return on ? static_cast<int>(*on) : -1;
+    });
+}
+
 ORVEXSIM_EXPORT int orvexsim_trigger(const char *fault)
 {
     return done([&](Library &library) { return library.trigger(fault ? fault : ""); });

@@ -65,6 +65,8 @@ public:
     bool choose(const std::string &nameOrPath);
     std::string currentScenario() const;
     bool trigger(const std::string &fault);
+    /// Nothing for a fault that does not last.
+    std::optional<bool> isOn(const std::string &fault) const;
     std::string lastError() const;
 
     Tally tally;

@@ -210,6 +210,19 @@ bool Library::trigger(const std::string &name)
     return true;
 }
 
+std::optional<bool> Library::isOn(const std::string &name) const
+{
+    const std::lock_guard lock(mutex);
+    const bool attached = currentNotices != nullptr;
+    if (name == "callback-in-command")
+        return attached && standing.commands.callback;
+    if (name == "enumeration-fails")
+        return attached && standing.failingIndexes.count(faultNamed(name)->index) > 0;
+    if (name == "lying-count")
+        return attached && standing.countLie != 0;
+    return std::nullopt;
+}
+
 int Library::reportedCount() const
 {
     const std::lock_guard lock(mutex);

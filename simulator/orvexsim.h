@@ -93,6 +93,13 @@ int orvexsim_current_scenario(char *buffer, unsigned int size);
 /// \param index from 0 on
 const char *orvexsim_fault(int index);
 
+/// What the fault does, in an English sentence, or null when there is no such fault. The text is never freed.
+const char *orvexsim_fault_text(const char *fault);
+
+/// Whether a fault that lasts until it is triggered again is on; a detach or another scenario ends it.
+/// \return 1 or 0, or -1 when the fault does not last or there is none
+int orvexsim_fault_is_on(const char *fault);
+
 /// Lets a fault happen now, with the amounts in the table of faults in README.md: to every board, or to the
 /// first one where that table says so. Faults that last are switched off by being triggered again.
 /// \return 0, or -1 with a line in orvexsim_last_error() when there is no such fault, or nobody is attached

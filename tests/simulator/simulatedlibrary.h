@@ -24,6 +24,8 @@
     X(choose, orvexsim_choose)                                                                               \
     X(currentScenario, orvexsim_current_scenario)                                                            \
     X(fault, orvexsim_fault)                                                                                 \
+    X(faultText, orvexsim_fault_text)                                                                        \
+    X(faultIsOn, orvexsim_fault_is_on)                                                                       \
     X(trigger, orvexsim_trigger)                                                                             \
     X(lastError, orvexsim_last_error)                                                                        \
     X(journalLength, orvexsim_journal_length)                                                                \

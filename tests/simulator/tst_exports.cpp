@@ -38,7 +38,7 @@ void tst_exports::exactlyTheEntryPointsAndTheControl()
                     "orvexsim_scenario_count", "orvexsim_scenario",         "orvexsim_last_error",
                     "orvexsim_choose",         "orvexsim_current_scenario", "orvexsim_trigger",
                     "orvexsim_fault",          "orvexsim_journal_length",   "orvexsim_journal",
-                    "orvexsim_calibration"};
+                    "orvexsim_calibration",    "orvexsim_fault_text",       "orvexsim_fault_is_on"};
     expected.sort();
 
     QStringList exported;

@@ -12,7 +12,11 @@ class tst_faults : public QObject
 
 private slots:
     void everyFaultIsListed();
+    void everyFaultHasASentence();
     void everyFaultCanBeTriggered();
+    void tellsWhichLastingFaultIsOn_data();
+    void tellsWhichLastingFaultIsOn();
+    void tellsNothingOfFaultsThatPass();
     void unknownFaults();
     void oneIndexCannotBeEnumerated();
     void theCountLies();
@@ -73,6 +77,49 @@ void tst_faults::everyFaultIsListed()
                                "lying-count"};
     QCOMPARE(names, expected);
     QVERIFY(!library.fault(-1));
+}
+
+void tst_faults::everyFaultHasASentence()
+{
+    SimulatedLibrary library;
+    static const QRegularExpression sentence("^[A-Z0-9][^.]*\\.$");
+    for (int i = 0; library.fault(i); ++i)
+        QVERIFY2(sentence.match(library.faultText(library.fault(i))).hasMatch(), library.fault(i));
+    QCOMPARE(library.faultText("slow-command"), "The next command takes 2 s.");
+    QVERIFY(!library.faultText("none-such"));
+    QVERIFY(!library.faultText(nullptr));
+}
+
+void tst_faults::tellsWhichLastingFaultIsOn_data()
+{
+    QTest::addColumn<QByteArray>("fault");
+    for (const char *fault : {"callback-in-command", "enumeration-fails", "lying-count"})
+        QTest::newRow(fault) << QByteArray(fault);
+}
+
+void tst_faults::tellsWhichLastingFaultIsOn()
+{
+    QFETCH(QByteArray, fault);
+    SimulatedLibrary library;
+    QCOMPARE(library.faultIsOn(fault), 0);
+    library.orvexAttach();
+    QCOMPARE(library.faultIsOn(fault), 0);
+    library.trigger(fault);
+    QTRY_COMPARE(library.faultIsOn(fault), 1);
+    library.trigger(fault);
+    QTRY_COMPARE(library.faultIsOn(fault), 0);
+    library.trigger(fault);
+    QTRY_COMPARE(library.faultIsOn(fault), 1);
+    library.orvexDetach();
+    QCOMPARE(library.faultIsOn(fault), 0);
+}
+
+void tst_faults::tellsNothingOfFaultsThatPass()
+{
+    SimulatedLibrary library;
+    library.orvexAttach();
+    for (const char *fault : {"flood", "slow-command", "none-such", static_cast<const char *>(nullptr)})
+        QCOMPARE(library.faultIsOn(fault), -1);
 }
 
 void tst_faults::everyFaultCanBeTriggered()
