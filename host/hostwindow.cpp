@@ -8,6 +8,7 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QScreen>
@@ -139,15 +140,32 @@ QWidget *HostWindow::openTool(const LoadedPlugin &plugin)
         return nullptr;
     closeTool();
     open_ = &plugin;
-    if (workArea_->indexOf(widget) < 0)
-        workArea_->addWidget(widget);
+    addToWorkArea(plugin, widget);
     workArea_->setCurrentWidget(widget);
     closeAction_->setEnabled(true);
     setWindowTitle(tr("%1 - Tendro Host").arg(plugin.id));
     growToFit();
-    if (QWidget *inner = widget->focusWidget())
-        inner->setFocus();
+    focusTool(plugin);
     return widget;
+}
+
+void HostWindow::addToWorkArea(const LoadedPlugin &plugin, QWidget *widget)
+{
+    if (workArea_->indexOf(widget) >= 0)
+        return;
+    // Reparenting clears the widget's focus, so it is asked for before.
+    initialFocus_[&plugin] = widget->focusWidget();
+    workArea_->addWidget(widget);
+}
+
+void HostWindow::focusTool(const LoadedPlugin &plugin)
+{
+    QWidget *focused = initialFocus_.value(&plugin);
+    if (!focused)
+        return;
+    focused->setFocus();
+    if (auto *line = qobject_cast<QLineEdit *>(focused))
+        line->selectAll();
 }
 
 QWidget *HostWindow::widgetOf(const LoadedPlugin &plugin)

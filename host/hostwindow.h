@@ -4,6 +4,7 @@
 
 #include <QHash>
 #include <QMainWindow>
+#include <QPointer>
 
 class QMenu;
 class QStackedWidget;
@@ -56,6 +57,10 @@ private:
     QMenu *groupMenu(const QString &group);
     QWidget *widgetOf(const LoadedPlugin &plugin);
     QAction *launchAction(const LoadedPlugin &plugin);
+    void addToWorkArea(const LoadedPlugin &plugin, QWidget *widget);
+    /// Gives the keyboard to the widget that the tool gave it to when it was made; typing then replaces a
+    /// line edit's text.
+    void focusTool(const LoadedPlugin &plugin);
     void growToFit();
 
     const std::vector<LoadedPlugin> &plugins_;
@@ -64,4 +69,5 @@ private:
     QAction *closeAction_ = nullptr;
     QMenu *helpMenu_ = nullptr;
     QHash<QString, QMenu *> groupMenus_;
+    QHash<const LoadedPlugin *, QPointer<QWidget>> initialFocus_;
 };
