@@ -19,6 +19,8 @@
 namespace {
 
 constexpr QSize comfortableSize{900, 700};
+/// More than what window managers put around a window; how much is not known before it is shown.
+constexpr QSize frameRoom{16, 40};
 
 /// Puts the mark of keyboard access before the first letter that no other menu of the bar uses.
 QString withMnemonic(QString caption, const QMenuBar &bar)
@@ -58,8 +60,9 @@ HostWindow::HostWindow(const std::vector<LoadedPlugin> &plugins)
     , workArea_(new QStackedWidget)
 {
     setWindowTitle(tr("Tendro Host"));
-    auto *hint = new QLabel(tr("Choose a tool from the tool bar."));
+    auto *hint = new QLabel(tr("Choose a tool from the tool bar, or press Ctrl and its number."));
     hint->setAlignment(Qt::AlignCenter);
+    hint->setWordWrap(true);
     workArea_->addWidget(hint);
     workArea_->setAccessibleName(tr("Work area"));
     setCentralWidget(workArea_);
@@ -72,6 +75,7 @@ HostWindow::HostWindow(const std::vector<LoadedPlugin> &plugins)
     for (const LoadedPlugin &plugin : plugins_)
         addTool(plugin, *toolBar);
     statusBar()->setAccessibleName(tr("Status"));
+    resize(comfortableSize.boundedTo(screen()->availableSize() - frameRoom));
 }
 
 HostWindow::~HostWindow()
@@ -195,9 +199,10 @@ void HostWindow::closeTool()
 
 void HostWindow::growToFit()
 {
-    const QSize wanted = size().expandedTo(sizeHint()).expandedTo(comfortableSize);
-    // Rather larger than the screen than clipped.
-    resize(wanted.boundedTo(screen()->availableSize()).expandedTo(sizeHint()));
+    const QSize room = screen()->availableSize() - frameRoom;
+    const QSize wanted = sizeHint().expandedTo(comfortableSize).boundedTo(room);
+    // Before it is shown, the window has a size that nobody has asked for.
+    resize(wanted.expandedTo(isVisible() ? size() : minimumSizeHint()));
 }
 
 QString HostWindow::aboutText() const

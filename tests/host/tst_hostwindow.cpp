@@ -8,6 +8,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPluginLoader>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QToolBar>
 #include <QToolButton>
@@ -33,7 +34,9 @@ private slots:
     void cleanup();
     void showsGroupsInOrder();
     void showsActionsAsToolBar();
+    void beginsAtAComfortableSize();
     void clipsNothing();
+    void shrinksNothing();
     void opensByAction();
     void staysWithTheToolThatIsOpen();
     void closesOneToolBeforeOpeningAnother();
@@ -109,6 +112,13 @@ void HostWindowTest::showsActionsAsToolBar()
     QCOMPARE(button->toolButtonStyle(), Qt::ToolButtonTextUnderIcon);
 }
 
+void HostWindowTest::beginsAtAComfortableSize()
+{
+    // 900 by 700 where there is room for it and for the window manager's frame of 16 by 40
+    const QSize room = window_->screen()->availableSize();
+    QCOMPARE(window_->size(), QSize(qMin(900, room.width() - 16), qMin(700, room.height() - 40)));
+}
+
 void HostWindowTest::clipsNothing()
 {
     QWidget *widget = window_->openTool(plugin("Second"));
@@ -119,6 +129,14 @@ void HostWindowTest::clipsNothing()
     QVERIFY2(widget->width() >= 950, qPrintable(QString::number(widget->width())));
     QVERIFY(widget->height() >= widget->sizeHint().height());
     QCOMPARE(widget->visibleRegion().boundingRect().size(), widget->size());
+}
+
+void HostWindowTest::shrinksNothing()
+{
+    window_->show();
+    window_->resize(2000, 1500);
+    QVERIFY(window_->openTool(plugin("Second")));
+    QCOMPARE(window_->size(), QSize(2000, 1500));
 }
 
 void HostWindowTest::opensByAction()
