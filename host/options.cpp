@@ -1,7 +1,8 @@
 #include "host/options.h"
 
+#include "host/paths.h"
+
 #include <QCommandLineParser>
-#include <QFileInfo>
 
 namespace {
 
@@ -15,9 +16,10 @@ QCommandLineOption option(const char *name, const char *description, const char 
     return {QLatin1String(name), QLatin1String(description), value ? QLatin1String(value) : QString()};
 }
 
-QString wrongValue(const char *name, const QString &value, const QString &allowed)
+QString wrongValue(const char *name, const QString &value, const QString &reason)
 {
-    return QStringLiteral("--%1 %2: %3").arg(QLatin1String(name), value, allowed);
+    const QString shown = value.isEmpty() ? QStringLiteral("\"\"") : value;
+    return QStringLiteral("--%1 %2: %3").arg(QLatin1String(name), shown, reason);
 }
 
 std::optional<int> parseSeconds(const QString &text)
@@ -63,23 +65,21 @@ QString readFile(const QCommandLineParser &parser, const char *name, QString &fi
     if (!parser.isSet(QLatin1String(name)))
         return {};
     file = parser.value(QLatin1String(name));
-    const QFileInfo info(file);
-    if (info.isFile() && info.isReadable())
-        return {};
-    return wrongValue(name, file, QStringLiteral("no such file, or it can't be read"));
+    const QString reason = reasonAgainstFile(file);
+    return reason.isEmpty() ? QString() : wrongValue(name, file, reason);
 }
 
 QString readFolders(const QCommandLineParser &parser, Options &options)
 {
     options.pluginFolders = parser.values(QStringLiteral("plugins"));
     for (const QString &folder : qAsConst(options.pluginFolders)) {
-        const QFileInfo info(folder);
-        if (!info.isDir() || !info.isReadable())
-            return wrongValue("plugins", folder, QStringLiteral("no such folder, or it can't be read"));
+        const QString reason = reasonAgainstFolder(folder);
+        if (!reason.isEmpty())
+            return wrongValue("plugins", folder, reason);
     }
     options.snapshotFolder = parser.value(QStringLiteral("snapshot"));
     if (parser.isSet(QStringLiteral("snapshot")) && options.snapshotFolder.isEmpty())
-        return wrongValue("snapshot", QStringLiteral("\"\""), QStringLiteral("expected a folder"));
+        return wrongValue("snapshot", {}, QStringLiteral("expected a folder"));
     return {};
 }
 

@@ -1,12 +1,12 @@
 #include "host/pluginloading.h"
 
+#include "host/paths.h"
 #include "host/thrown.h"
 #include "plugin/tendroplugininterface.h"
 
 #include <algorithm>
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
 #include <QJsonObject>
 #include <QLibrary>
 #include <QPluginLoader>
@@ -15,19 +15,12 @@ namespace {
 
 using Loader = std::unique_ptr<QPluginLoader, UnloadPlugin>;
 
-bool beginsLikeLibrary(QFile &file)
-{
-    return file.read(4) == QByteArray("\177ELF");
-}
-
 /// \return empty, or why the file is not worth loading
-QString reasonAgainstFile(const QString &path, const QPluginLoader &loader)
+QString reasonAgainstPlugin(const QString &path, const QPluginLoader &loader)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return QStringLiteral("can't be read: ") + file.errorString();
-    if (!beginsLikeLibrary(file))
-        return QStringLiteral("not a library");
+    const QString reason = reasonAgainstLibrary(path);
+    if (!reason.isEmpty())
+        return reason;
     const QJsonObject metaData = loader.metaData();
     if (metaData.isEmpty())
         return QStringLiteral("no metadata, so not a Qt plugin");
@@ -81,7 +74,7 @@ QString acceptTool(Loader loader, const QString &path, PluginScan &scan)
 void loadPlugin(const QString &path, PluginScan &scan)
 {
     Loader loader(new QPluginLoader(path));
-    QString reason = reasonAgainstFile(path, *loader);
+    QString reason = reasonAgainstPlugin(path, *loader);
     if (reason.isEmpty()) {
         try {
             reason = acceptTool(std::move(loader), path, scan);

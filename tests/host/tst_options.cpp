@@ -131,18 +131,17 @@ void OptionsTest::refuses_data()
     QTest::newRow("no number of seconds") << words("--for nan") << "--for nan: " + seconds;
     QTest::newRow("more than a day") << words("--for 86400.1") << "--for 86400.1: " + seconds;
     QTest::newRow("empty tab seconds") << words("--tab A=") << "--tab A=: " + seconds + " after \"=\"";
-    QTest::newRow("no such folder") << words("--plugins /nowhere")
-                                    << "--plugins /nowhere: no such folder, or it can't be read";
+    QTest::newRow("no such folder") << words("--plugins /nowhere") << "--plugins /nowhere: no such folder";
     QTest::newRow("second folder") << words("--plugins / --plugins /nowhere")
-                                   << "--plugins /nowhere: no such folder, or it can't be read";
-    QTest::newRow("no such driver") << words("--driver /nowhere")
-                                    << "--driver /nowhere: no such file, or it can't be read";
-    QTest::newRow("driver is a folder")
-        << words("--driver /") << "--driver /: no such file, or it can't be read";
+                                   << "--plugins /nowhere: no such folder";
+    QTest::newRow("file as the folder")
+        << words("--plugins /proc/self/status") << "--plugins /proc/self/status: a file, not a folder";
+    QTest::newRow("no such driver") << words("--driver /nowhere") << "--driver /nowhere: no such file";
+    QTest::newRow("driver is a folder") << words("--driver /") << "--driver /: a folder, not a file";
     QTest::newRow("two drivers") << words("--simulate --driver /proc/self/status")
                                  << "--simulate and --driver: expected one of them at most";
     QTest::newRow("no such translation")
-        << words("--translation /nowhere") << "--translation /nowhere: no such file, or it can't be read";
+        << words("--translation /nowhere") << "--translation /nowhere: no such file";
 }
 
 void OptionsTest::refuses()

@@ -67,7 +67,7 @@ void RefusalTest::refusesBadInput_data()
     row("unknown tab", {"--tab", "Third"}, "--tab Third: no such tab; there is \"First Tab\", \"Second\"");
     row("bad time", {"--for", "x"}, "--for x: expected seconds from 0 to 86400");
     row("driver that is no library", {"--driver", "/proc/self/status"},
-        "/proc/self/status: invalid ELF header");
+        "/proc/self/status: not a library");
     row("translation that is none", {"--translation", "/proc/self/status"},
         "/proc/self/status: not a translation");
     row("snapshot into a file", {"--for", "0", "--snapshot", "/proc/self/status"},
