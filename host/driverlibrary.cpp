@@ -6,6 +6,19 @@
 #include <QFile>
 #include <QFileInfo>
 
+namespace {
+
+/// Whether a tool that asks the dynamic loader for the driver library gets this one.
+bool isFoundAsDriver(void *library)
+{
+    void *found = dlopen(driverSoname, RTLD_NOW | RTLD_NOLOAD);
+    if (found)
+        dlclose(found);
+    return found == library;
+}
+
+} // namespace
+
 QString loadDriver(const QString &file)
 {
     // A bare name would be searched in the system's folders instead of the current one.
@@ -13,7 +26,12 @@ QString loadDriver(const QString &file)
     const QString reason = reasonAgainstLibrary(path);
     if (!reason.isEmpty())
         return file + QStringLiteral(": ") + reason;
-    if (dlopen(QFile::encodeName(path).constData(), RTLD_NOW | RTLD_LOCAL))
+    void *library = dlopen(QFile::encodeName(path).constData(), RTLD_NOW | RTLD_LOCAL);
+    if (!library)
+        return QFile::decodeName(dlerror());
+    if (isFoundAsDriver(library))
         return {};
-    return QFile::decodeName(dlerror());
+    dlclose(library);
+    return QStringLiteral("%1: not the driver library; expected one with the soname %2")
+        .arg(file, QLatin1String(driverSoname));
 }

@@ -12,8 +12,6 @@
 
 namespace {
 
-constexpr char driverName[] = "liborvexboardex.so.1";
-
 template <typename Function>
 void lookUp(void *library, const char *name, Function &function)
 {
@@ -54,7 +52,7 @@ bool Simulation::isComplete() const
 
 std::optional<Simulation> Simulation::find()
 {
-    void *library = dlopen(driverName, RTLD_NOW | RTLD_NOLOAD);
+    void *library = dlopen(driverSoname, RTLD_NOW | RTLD_NOLOAD);
     if (!library)
         return {};
     // The host's own handle keeps it loaded.
@@ -125,7 +123,7 @@ QString loadSimulator()
     QStringList files;
     for (const char *folder : {"../simulator", TENDRO_INSTALLED_SIMULATOR_DIR}) {
         files += QDir::cleanPath(
-            program.filePath(QLatin1String(folder) + QLatin1Char('/') + QLatin1String(driverName)));
+            program.filePath(QLatin1String(folder) + QLatin1Char('/') + QLatin1String(driverSoname)));
         if (QFileInfo::exists(files.constLast()))
             return loadDriver(files.constLast());
     }

@@ -64,12 +64,18 @@ void PathsTest::tellsReasonAgainstFile_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("reason");
     QTest::newRow("a file") << "file" << QString();
-    QTest::newRow("no such file") << "none" << "no such file";
-    QTest::newRow("a link to nothing") << "link" << "no such file";
-    QTest::newRow("a folder") << "folder" << "a folder, not a file";
-    QTest::newRow("a pipe") << "pipe" << "a device, pipe or socket, not a file";
-    QTest::newRow("below a file") << "file/below" << "Not a directory";
-    QTest::newRow("a link to itself") << "loop" << "Too many levels of symbolic links";
+    QTest::newRow("no such file") << "none"
+                                  << "no such file";
+    QTest::newRow("a link to nothing") << "link"
+                                       << "no such file";
+    QTest::newRow("a folder") << "folder"
+                              << "a folder, not a file";
+    QTest::newRow("a pipe") << "pipe"
+                            << "a device, pipe or socket, not a file";
+    QTest::newRow("below a file") << "file/below"
+                                  << "Not a directory";
+    QTest::newRow("a link to itself") << "loop"
+                                      << "Too many levels of symbolic links";
     QTest::newRow("an endless name") << QString(300, QLatin1Char('x')) << "File name too long";
 }
 
@@ -84,9 +90,12 @@ void PathsTest::tellsReasonAgainstLibrary_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("reason");
     QTest::newRow("a library") << "plain_library.so" << QString();
-    QTest::newRow("a text") << "file" << "not a library";
-    QTest::newRow("an empty file") << "empty" << "not a library";
-    QTest::newRow("a folder") << "folder" << "a folder, not a file";
+    QTest::newRow("a text") << "file"
+                            << "not a library";
+    QTest::newRow("an empty file") << "empty"
+                                   << "not a library";
+    QTest::newRow("a folder") << "folder"
+                              << "a folder, not a file";
 }
 
 void PathsTest::tellsReasonAgainstLibrary()
@@ -100,9 +109,12 @@ void PathsTest::tellsReasonAgainstFolder_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("reason");
     QTest::newRow("a folder") << "folder" << QString();
-    QTest::newRow("no such folder") << "none" << "no such folder";
-    QTest::newRow("a file") << "file" << "a file, not a folder";
-    QTest::newRow("below a file") << "file/below" << "Not a directory";
+    QTest::newRow("no such folder") << "none"
+                                    << "no such folder";
+    QTest::newRow("a file") << "file"
+                            << "a file, not a folder";
+    QTest::newRow("below a file") << "file/below"
+                                  << "Not a directory";
 }
 
 void PathsTest::tellsReasonAgainstFolder()

@@ -226,7 +226,7 @@ void ProgramTest::prefersTheScenarioOfTheOption()
 void ProgramTest::findsDriver()
 {
     const Run host = run(folder_->with(
-        {QStringLiteral("--driver"), QStringLiteral(EXAMPLE_LIBRARIES "/libexample_driver.so"),
+        {QStringLiteral("--driver"), QStringLiteral(EXAMPLE_LIBRARIES "/liborvexboardex.so"),
          QStringLiteral("--type"), QStringLiteral("x"), QStringLiteral("--for"), QStringLiteral("0")}));
     QCOMPARE(host.errors, QStringList());
     QCOMPARE(host.status, 0);

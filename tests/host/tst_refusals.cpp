@@ -66,8 +66,12 @@ void RefusalTest::refusesBadInput_data()
     row("unknown tool", {"--open", "Third"}, "--open Third: no such tool; there is \"Second\", \"Tenth\"");
     row("unknown tab", {"--tab", "Third"}, "--tab Third: no such tab; there is \"First Tab\", \"Second\"");
     row("bad time", {"--for", "x"}, "--for x: expected seconds from 0 to 86400");
-    row("driver that is no library", {"--driver", "/proc/self/status"},
-        "/proc/self/status: not a library");
+    row("driver that is no library", {"--driver", "/proc/self/status"}, "/proc/self/status: not a library");
+    row("another library as the driver", {"--driver", EXAMPLE_LIBRARIES "/libplain_library.so"},
+        EXAMPLE_LIBRARIES "/libplain_library.so: not the driver library; expected one with the soname "
+                          "liborvexboardex.so.1");
+    row("a program as the driver", {"--driver", TENDRO_HOST},
+        TENDRO_HOST ": cannot dynamically load position-independent executable");
     row("translation that is none", {"--translation", "/proc/self/status"},
         "/proc/self/status: not a translation");
     row("snapshot into a file", {"--for", "0", "--snapshot", "/proc/self/status"},
