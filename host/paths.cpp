@@ -55,3 +55,8 @@ QString reasonAgainstFolder(const QString &path)
         return QStringLiteral("a file, not a folder");
     return mayUse(name, R_OK | X_OK) ? QString() : systemReason();
 }
+
+QString reasonAgainstWritingTo(const QString &folder)
+{
+    return mayUse(QFile::encodeName(folder), W_OK | X_OK) ? QString() : systemReason();
+}

@@ -12,3 +12,6 @@ QString reasonAgainstLibrary(const QString &path);
 
 /// "no such folder", "a file, not a folder", or what the system says.
 QString reasonAgainstFolder(const QString &path);
+
+/// What the system says against new files in a folder that is there.
+QString reasonAgainstWritingTo(const QString &folder);

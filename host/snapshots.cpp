@@ -1,13 +1,17 @@
 #include "host/snapshots.h"
 
+#include "host/paths.h"
 #include "host/toolparts.h"
 
+#include <filesystem>
+#include <QBuffer>
 #include <QDir>
-#include <QFileInfo>
 #include <QPixmap>
 #include <QRegularExpression>
+#include <QSaveFile>
 #include <QTabWidget>
 #include <QWidget>
+#include <system_error>
 
 namespace {
 
@@ -26,10 +30,30 @@ QStringList namesOf(const QTabWidget &tabs)
     return names;
 }
 
+/// Only a second write tells why the first one was cut short.
+bool writeAll(QIODevice &device, const QByteArray &bytes)
+{
+    qint64 done = 0;
+    while (done < bytes.size()) {
+        const qint64 more = device.write(bytes.constData() + done, bytes.size() - done);
+        if (more <= 0)
+            return false;
+        done += more;
+    }
+    return true;
+}
+
+/// Leaves the file as it was, or none, when there is no room for the picture.
 QString saveSnapshot(QWidget &window, const QString &folder, const QString &name)
 {
-    const QString file = QDir(folder).filePath(name + QStringLiteral(".png"));
-    return window.grab().save(file) ? QString() : file + QStringLiteral(": can't be written");
+    QByteArray picture;
+    QBuffer buffer(&picture);
+    window.grab().save(&buffer, "PNG");
+    QSaveFile file(QDir(folder).filePath(name + QStringLiteral(".png")));
+    // A buffered rest would fail in commit(), which misses that.
+    if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && writeAll(file, picture) && file.commit())
+        return {};
+    return QStringLiteral("%1: can't be written: %2").arg(file.fileName(), file.errorString());
 }
 
 } // namespace
@@ -43,9 +67,11 @@ QString snapshotName(const QString &caption)
 
 QString prepareSnapshotFolder(const QString &folder)
 {
-    if (QDir().mkpath(folder) && QFileInfo(folder).isWritable())
-        return {};
-    return folder + QStringLiteral(": no folder that snapshots can be written to");
+    std::error_code error;
+    std::filesystem::create_directories(QFile::encodeName(folder).toStdString(), error);
+    const QString reason =
+        error ? QString::fromLocal8Bit(error.message().c_str()) : reasonAgainstWritingTo(folder);
+    return reason.isEmpty() ? QString() : QStringLiteral("--snapshot %1: %2").arg(folder, reason);
 }
 
 QString saveSnapshots(QWidget &window, QTabWidget *tabs, const QString &folder)

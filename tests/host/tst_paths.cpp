@@ -142,6 +142,7 @@ void PathsTest::tellsWhatMayNotBeRead()
     {
         const Stranger stranger;
         QCOMPARE(reasonAgainstFolder(closed.path()), QStringLiteral("Permission denied"));
+        QCOMPARE(reasonAgainstWritingTo(closed.path()), QStringLiteral("Permission denied"));
     }
     QCOMPARE(chmod(folder.constData(), 0700), 0);
 }

@@ -75,7 +75,7 @@ void RefusalTest::refusesBadInput_data()
     row("translation that is none", {"--translation", "/proc/self/status"},
         "/proc/self/status: not a translation");
     row("snapshot into a file", {"--for", "0", "--snapshot", "/proc/self/status"},
-        "/proc/self/status: no folder that snapshots can be written to");
+        "--snapshot /proc/self/status: Not a directory");
 }
 
 void RefusalTest::refusesBadInput()

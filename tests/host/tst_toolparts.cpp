@@ -2,6 +2,7 @@
 #include "host/toolparts.h"
 #include "tests/support/testmain.h"
 
+#include <csignal>
 #include <QComboBox>
 #include <QFontComboBox>
 #include <QKeyEvent>
@@ -12,6 +13,7 @@
 #include <QSpinBox>
 #include <QTabWidget>
 #include <QTreeWidget>
+#include <sys/resource.h>
 
 namespace {
 
@@ -27,6 +29,30 @@ protected:
         keys += QStringLiteral("%1 %2").arg(event->key(), 0, 16).arg(int(event->modifiers()), 0, 16);
         QLineEdit::keyPressEvent(event);
     }
+};
+
+/// While in scope no file may have more than 10 bytes, as on a disk that is full.
+class SmallFiles
+{
+public:
+    SmallFiles()
+    {
+        getrlimit(RLIMIT_FSIZE, &before_);
+        const rlimit small{10, before_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &small);
+        signal_ = signal(SIGXFSZ, SIG_IGN);
+    }
+    ~SmallFiles()
+    {
+        setrlimit(RLIMIT_FSIZE, &before_);
+        signal(SIGXFSZ, signal_);
+    }
+    SmallFiles(const SmallFiles &) = delete;
+    SmallFiles &operator=(const SmallFiles &) = delete;
+
+private:
+    rlimit before_{};
+    void (*signal_)(int);
 };
 
 } // namespace
@@ -48,6 +74,7 @@ private slots:
     void namesSnapshots();
     void savesOneFilePerTab();
     void tellsWhatCannotBeWritten();
+    void leavesNothingWhereThereIsNoRoom();
 };
 
 void ToolPartsTest::findsLineEdit()
@@ -189,10 +216,32 @@ void ToolPartsTest::tellsWhatCannotBeWritten()
     QFile file(folder.filePath(QStringLiteral("file")));
     QVERIFY(file.open(QIODevice::WriteOnly));
     QCOMPARE(prepareSnapshotFolder(file.fileName()),
-             file.fileName() + QStringLiteral(": no folder that snapshots can be written to"));
+             QStringLiteral("--snapshot %1: Not a directory").arg(file.fileName()));
     QWidget window;
     QCOMPARE(saveSnapshots(window, nullptr, file.fileName()),
-             file.fileName() + QStringLiteral("/window.png: can't be written"));
+             file.fileName() + QStringLiteral("/window.png: can't be written: Not a directory"));
+}
+
+void ToolPartsTest::leavesNothingWhereThereIsNoRoom()
+{
+    const QTemporaryDir folder;
+    QWidget window;
+    window.resize(300, 200);
+    const QString picture = folder.filePath(QStringLiteral("window.png"));
+    const auto refusal = picture + QStringLiteral(": can't be written: File too large");
+    {
+        const SmallFiles smallFiles;
+        QCOMPARE(saveSnapshots(window, nullptr, folder.path()), refusal);
+    }
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList());
+
+    QCOMPARE(saveSnapshots(window, nullptr, folder.path()), QString());
+    {
+        const SmallFiles smallFiles;
+        QCOMPARE(saveSnapshots(window, nullptr, folder.path()), refusal);
+    }
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList(QStringLiteral("window.png")));
+    QCOMPARE(QImage(picture).size(), QSize(300, 200));
 }
 
 PADSCOPE_TEST_MAIN(ToolPartsTest)
