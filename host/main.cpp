@@ -127,7 +127,12 @@ int runWindow(const std::vector<LoadedPlugin> &plugins, const std::optional<Simu
 
 int printScenarios(const Simulation &simulation)
 {
-    for (const Simulation::Scenario &scenario : simulation.scenarios())
+    const std::vector<Simulation::Scenario> scenarios = simulation.scenarios();
+    if (scenarios.empty()) {
+        return complain(QStringLiteral("--list-scenarios: no scenario in a folder \"scenarios\" beside %1")
+                            .arg(simulation.file()));
+    }
+    for (const Simulation::Scenario &scenario : scenarios)
         std::printf("%s\t%s\n", qUtf8Printable(scenario.name), qUtf8Printable(scenario.title));
     return 0;
 }

@@ -61,6 +61,13 @@ std::optional<Simulation> Simulation::find()
     return simulation.isComplete() ? std::optional(simulation) : std::nullopt;
 }
 
+QString Simulation::file() const
+{
+    Dl_info info = {};
+    dladdr(reinterpret_cast<void *>(plug_), &info);
+    return QFile::decodeName(info.dli_fname);
+}
+
 std::vector<Simulation::Scenario> Simulation::scenarios() const
 {
     std::vector<Scenario> all;

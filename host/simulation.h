@@ -15,6 +15,9 @@ public:
     /// \return nothing when no library is loaded under the driver's name, or it is not the stand-in
     static std::optional<Simulation> find();
 
+    /// Of the library.
+    QString file() const;
+
     struct Scenario
     {
         QString name;

@@ -21,6 +21,7 @@ private slots:
     void refusesOptionsBeforeTheDisplay();
     void tellsThatOutputIsFull_data();
     void tellsThatOutputIsFull();
+    void tellsThatThereAreNoScenarios();
     void refusesBadScenario_data();
     void refusesBadScenario();
 
@@ -173,6 +174,26 @@ void RefusalTest::tellsThatOutputIsFull()
         hostLines(process.readAllStandardError()),
         QStringList(QStringLiteral("tendro-host: standard output: not all of it can be written; expected "
                                    "a place with room")));
+    QCOMPARE(process.exitCode(), 2);
+}
+
+void RefusalTest::tellsThatThereAreNoScenarios()
+{
+    // the host looks for the simulator in the folder beside its own
+    const QDir root(folder_->path());
+    QVERIFY(root.mkdir(QStringLiteral("host")) && root.mkdir(QStringLiteral("simulator")));
+    const QString host = root.filePath(QStringLiteral("host/tendro-host"));
+    const QString library = root.filePath(QStringLiteral("simulator/liborvexboardex.so.1"));
+    QVERIFY(QFile::copy(QStringLiteral(TENDRO_HOST), host));
+    QVERIFY(QFile::copy(QStringLiteral(SIMULATOR_FILE), library));
+    QProcess process;
+    process.start(host, {QStringLiteral("--list-scenarios")});
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(
+        hostLines(process.readAllStandardError()),
+        QStringList(QStringLiteral("tendro-host: --list-scenarios: no scenario in a folder \"scenarios\" "
+                                   "beside ") +
+                    library));
     QCOMPARE(process.exitCode(), 2);
 }
 
