@@ -23,8 +23,9 @@
 
 namespace {
 
-/// The arguments without those that the widgets' application object takes for itself.
-QStringList withoutToolkitOptions(const QStringList &arguments)
+/// Takes out of the arguments what the widgets' application object takes for itself.
+/// \return empty, or which option has no value, of which that object would say nothing
+QString takeToolkitOptions(QStringList &arguments)
 {
     static const QRegularExpression alone(QStringLiteral("^--?(reverse|widgetcount|style(sheet)?=.*)$"));
     static const QRegularExpression withValue(
@@ -32,12 +33,15 @@ QStringList withoutToolkitOptions(const QStringList &arguments)
                        "stylesheet|qwindowgeometry|qwindowicon|qwindowtitle)$"));
     QStringList own;
     for (int i = 0; i < arguments.size(); ++i) {
-        if (withValue.match(arguments[i]).hasMatch())
-            ++i;
-        else if (!alone.match(arguments[i]).hasMatch())
+        if (withValue.match(arguments[i]).hasMatch()) {
+            if (++i == arguments.size())
+                return QStringLiteral("Missing value after '%1'.").arg(arguments[i - 1]);
+        } else if (!alone.match(arguments[i]).hasMatch()) {
             own += arguments[i];
+        }
     }
-    return own;
+    arguments = own;
+    return {};
 }
 
 /// Whether there is a display, or a platform was asked for by name.
@@ -56,11 +60,14 @@ int print(const QString &text)
 }
 
 /// \return the status to end with, or nothing if there is more to do than "--help" and "--version"
-std::optional<int> readCommandLine(const QStringList &arguments, Options &options)
+std::optional<int> readCommandLine(QStringList arguments, Options &options)
 {
     QCommandLineParser parser;
     declareOptions(parser);
-    const QString error = readOptions(parser, withoutToolkitOptions(arguments), options);
+    QString error = takeToolkitOptions(arguments);
+    const QString ownError = readOptions(parser, arguments, options);
+    if (error.isEmpty())
+        error = ownError;
     if (parser.isSet(QStringLiteral("help")))
         return print(parser.helpText());
     if (parser.isSet(QStringLiteral("version")))

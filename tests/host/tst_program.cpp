@@ -105,6 +105,7 @@ void ProgramTest::showsHelpAndVersion()
          {"--plugins", "--list", "--open", "--driver", "--type", "--tab", "--for", "--rows", "--snapshot",
           "--simulate", "--list-scenarios", "--translation", "--help", "--version"})
         QVERIFY2(help.output.contains(QLatin1String(name)), name);
+    QVERIFY(help.output.contains(QStringLiteral("Exit status: 0 when")));
     const Run version = run({QStringLiteral("--version")});
     QCOMPARE(version.output, QStringLiteral("tendro-host 1.0\n"));
     QCOMPARE(version.status, 0);

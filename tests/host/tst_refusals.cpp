@@ -18,6 +18,8 @@ private slots:
     void refusesADisplayThatIsNotThere_data();
     void refusesADisplayThatIsNotThere();
     void namesThePlatformOfTheOption();
+    void refusesToolkitOptionsWithoutValue_data();
+    void refusesToolkitOptionsWithoutValue();
     void refusesOptionsBeforeTheDisplay();
     void tellsThatOutputIsFull_data();
     void tellsThatOutputIsFull();
@@ -142,6 +144,25 @@ void RefusalTest::namesThePlatformOfTheOption()
     QCOMPARE(host.errors, QStringList(QStringLiteral("tendro-host: platform none-such: cannot be opened; "
                                                      "QT_QPA_PLATFORM=offscreen runs without one")));
     QCOMPARE(host.status, 2);
+}
+
+void RefusalTest::refusesToolkitOptionsWithoutValue_data()
+{
+    QTest::addColumn<QString>("option");
+    for (const char *option : {"-platform", "--platform", "-style", "-qwindowtitle"})
+        QTest::newRow(option) << option;
+}
+
+void RefusalTest::refusesToolkitOptionsWithoutValue()
+{
+    QFETCH(QString, option);
+    QProcess process;
+    process.start(QStringLiteral(TENDRO_HOST),
+                  folder_->with({QStringLiteral("--for"), QStringLiteral("0"), option}));
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(QString::fromUtf8(process.readAllStandardError()),
+             QStringLiteral("tendro-host: Missing value after '%1'.\n").arg(option));
+    QCOMPARE(process.exitCode(), 2);
 }
 
 void RefusalTest::refusesOptionsBeforeTheDisplay()
