@@ -1,6 +1,8 @@
 #include "host/boardmenu.h"
 
+#include "host/faultmenu.h"
 #include "host/hostwindow.h"
+#include "host/scenariomenu.h"
 
 #include <algorithm>
 #include <QAction>
@@ -20,12 +22,6 @@ int freeId(const std::vector<int> &taken)
     return id;
 }
 
-/// A text without marks for the keyboard.
-QString plain(QString text)
-{
-    return text.replace(QLatin1Char('&'), QLatin1String("&&"));
-}
-
 } // namespace
 
 BoardMenu::BoardMenu(HostWindow &window, const Simulation &simulation)
@@ -37,11 +33,12 @@ BoardMenu::BoardMenu(HostWindow &window, const Simulation &simulation)
     menu->addAction(tr("&Plug In"), this, &BoardMenu::plug, QKeySequence(QStringLiteral("Ctrl+Shift+P")));
     unplugMenu_ = menu->addMenu(tr("&Unplug"));
     connect(unplugMenu_, &QMenu::aboutToShow, this, &BoardMenu::fillUnplugMenu);
-    faultMenu_ = menu->addMenu(tr("&Fault"));
-    addFaults();
-    scenarioMenu_ = menu->addMenu(tr("&Scenario"));
-    connect(scenarioMenu_, &QMenu::aboutToShow, this, &BoardMenu::markScenario);
-    addScenarios();
+    auto *faults = new FaultMenu(simulation_, &window);
+    connect(faults, &FaultMenu::told, this, &BoardMenu::tell);
+    menu->addMenu(faults);
+    auto *scenarios = new ScenarioMenu(simulation_, &window);
+    connect(scenarios, &ScenarioMenu::told, this, &BoardMenu::tell);
+    menu->addMenu(scenarios);
 }
 
 void BoardMenu::plug()
@@ -61,34 +58,7 @@ void BoardMenu::fillUnplugMenu()
         unplugMenu_->addAction(tr("No board"))->setEnabled(false);
 }
 
-void BoardMenu::addFaults()
+void BoardMenu::tell(const QString &message)
 {
-    const QStringList faults = simulation_.faults();
-    for (const QString &fault : faults)
-        faultMenu_->addAction(plain(fault), this, [this, fault] { tell(simulation_.trigger(fault)); });
-}
-
-void BoardMenu::addScenarios()
-{
-    for (const Simulation::Scenario &scenario : simulation_.scenarios()) {
-        QAction *action =
-            scenarioMenu_->addAction(plain(scenario.name + QStringLiteral(": ") + scenario.title));
-        action->setCheckable(true);
-        action->setData(scenario.name);
-        connect(action, &QAction::triggered, this,
-                [this, name = scenario.name] { tell(simulation_.choose(name)); });
-    }
-}
-
-void BoardMenu::markScenario()
-{
-    const QString current = simulation_.currentScenario();
-    const QList<QAction *> actions = scenarioMenu_->actions();
-    for (QAction *action : actions)
-        action->setChecked(action->data().toString() == current);
-}
-
-void BoardMenu::tell(const QString &error)
-{
-    window_.statusBar()->showMessage(error, messageMs);
+    window_.statusBar()->showMessage(message, messageMs);
 }

@@ -8,7 +8,7 @@ class HostWindow;
 class QMenu;
 
 /// The menu "Board" of the host's window: plugs simulated boards in and out, makes faults happen, and changes
-/// the scenario. What the simulator refuses is told in the status bar.
+/// the scenario. What happens is told in the status bar.
 class BoardMenu : public QObject
 {
     Q_OBJECT
@@ -20,14 +20,9 @@ public:
 private:
     void plug();
     void fillUnplugMenu();
-    void addFaults();
-    void addScenarios();
-    void markScenario();
-    void tell(const QString &error);
+    void tell(const QString &message);
 
     HostWindow &window_;
     const Simulation simulation_;
     QMenu *unplugMenu_ = nullptr;
-    QMenu *faultMenu_ = nullptr;
-    QMenu *scenarioMenu_ = nullptr;
 };

@@ -1,5 +1,6 @@
 #include "host/hostwindow.h"
 
+#include "host/captions.h"
 #include "host/complaint.h"
 #include "host/thrown.h"
 #include "plugin/tendroplugininterface.h"
@@ -122,9 +123,7 @@ QMenu *HostWindow::groupMenu(const QString &group)
 
 QMenu *HostWindow::addMenu(const QString &name)
 {
-    QString caption = name;
-    caption.replace(QLatin1Char('&'), QLatin1String("&&"));
-    auto *menu = new QMenu(withMnemonic(caption, *menuBar()), this);
+    auto *menu = new QMenu(withMnemonic(asCaption(name), *menuBar()), this);
     menuBar()->insertMenu(helpMenu_->menuAction(), menu);
     return menu;
 }

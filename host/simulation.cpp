@@ -40,6 +40,8 @@ Simulation::Simulation(void *library)
     lookUp(library, "orvexsim_choose", choose_);
     lookUp(library, "orvexsim_current_scenario", currentScenario_);
     lookUp(library, "orvexsim_fault", fault_);
+    lookUp(library, "orvexsim_fault_text", faultText_);
+    lookUp(library, "orvexsim_fault_is_on", faultIsOn_);
     lookUp(library, "orvexsim_trigger", trigger_);
     lookUp(library, "orvexsim_last_error", lastError_);
 }
@@ -47,7 +49,7 @@ Simulation::Simulation(void *library)
 bool Simulation::isComplete() const
 {
     return plug_ && unplug_ && boards_ && totals_ && scenarioCount_ && scenario_ && choose_ &&
-           currentScenario_ && fault_ && trigger_ && lastError_;
+           currentScenario_ && fault_ && faultText_ && faultIsOn_ && trigger_ && lastError_;
 }
 
 std::optional<Simulation> Simulation::find()
@@ -96,6 +98,17 @@ QStringList Simulation::faults() const
     for (int index = 0; const char *fault = fault_(index); ++index)
         all += QString::fromUtf8(fault);
     return all;
+}
+
+QString Simulation::faultText(const QString &fault) const
+{
+    return QString::fromUtf8(faultText_(fault.toUtf8().constData()));
+}
+
+std::optional<bool> Simulation::isOn(const QString &fault) const
+{
+    const int on = faultIsOn_(fault.toUtf8().constData());
+    return on < 0 ? std::nullopt : std::optional(on == 1);
 }
 
 QString Simulation::trigger(const QString &fault) const

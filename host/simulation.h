@@ -30,6 +30,10 @@ public:
     QString choose(const QString &scenario) const;
 
     QStringList faults() const;
+    /// What the fault does, in a sentence.
+    QString faultText(const QString &fault) const;
+    /// Nothing for a fault that does not last.
+    std::optional<bool> isOn(const QString &fault) const;
     /// \return empty, or why the fault did not happen
     QString trigger(const QString &fault) const;
 
@@ -60,6 +64,8 @@ private:
     decltype(&orvexsim_choose) choose_;
     decltype(&orvexsim_current_scenario) currentScenario_;
     decltype(&orvexsim_fault) fault_;
+    decltype(&orvexsim_fault_text) faultText_;
+    decltype(&orvexsim_fault_is_on) faultIsOn_;
     decltype(&orvexsim_trigger) trigger_;
     decltype(&orvexsim_last_error) lastError_;
 };

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "host/simulation.h"
+
+#include <QMenu>
+
+/// The faults that the simulator knows, each with a sentence that says what it does. Those that last have a
+/// tick while they are on.
+class FaultMenu : public QMenu
+{
+    Q_OBJECT
+
+public:
+    FaultMenu(const Simulation &simulation, QWidget *parent);
+
+signals:
+    /// What has happened, or why nothing has.
+    void told(const QString &message);
+
+private:
+    void addFault(const QString &fault);
+    void trigger(const QString &fault);
+    void tickWhatIsOn();
+
+    const Simulation simulation_;
+};

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "host/simulation.h"
+
+#include <QMenu>
+
+class QActionGroup;
+
+/// The scenarios that are shipped with the simulator, and one from a file of the user's own. The menu's title
+/// names the one in force.
+class ScenarioMenu : public QMenu
+{
+    Q_OBJECT
+
+public:
+    /// \param parent also of the dialogs
+    ScenarioMenu(const Simulation &simulation, QWidget *parent);
+
+signals:
+    /// A scenario has begun.
+    void told(const QString &message);
+
+private:
+    QAction *addScenario(const QString &scenario, const QString &caption);
+    void openFile();
+    void choose(const QString &scenario);
+    /// The file of the user's own gets its action here.
+    QAction *actionOf(const QString &scenario);
+    void markCurrent();
+    void showError(const QString &error);
+
+    const Simulation simulation_;
+    QActionGroup *scenarios_;
+    /// The last one from a file of the user's own; hidden as long as there is none.
+    QAction *ownFile_;
+};
