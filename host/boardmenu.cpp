@@ -12,7 +12,7 @@
 namespace {
 
 constexpr int firstId = 1001;
-constexpr int messageMs = 10'000;
+constexpr int messageMs = 10000;
 
 int freeId(const std::vector<int> &taken)
 {

@@ -35,7 +35,7 @@ void FaultMenu::trigger(const QString &fault)
     else if (wasOn.value_or(false))
         emit told(tr("%1 is off.").arg(fault));
     else
-        emit told(tr("%1: %2").arg(fault, simulation_.faultText(fault)));
+        emit told(fault + QStringLiteral(": ") + simulation_.faultText(fault));
 }
 
 void FaultMenu::tickWhatIsOn()

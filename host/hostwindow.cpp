@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <QAction>
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
@@ -39,6 +40,18 @@ QString withMnemonic(QString caption, const QMenuBar &bar)
     if (free != caption.cend())
         caption.insert(static_cast<int>(free - caption.cbegin()), QLatin1Char('&'));
     return caption;
+}
+
+/// Groups that are translated; others keep the name that their tool gives them.
+[[maybe_unused]] constexpr const char *knownGroups[] = {
+    QT_TRANSLATE_NOOP("Category", "advanced"),
+    QT_TRANSLATE_NOOP("Category", "other"),
+};
+
+QString groupTitle(const QString &group)
+{
+    const QString title = QCoreApplication::translate("Category", group.toUtf8().constData());
+    return title.at(0).toUpper() + title.mid(1);
 }
 
 /// What a call into a tool returns; nothing, with a line on standard error, when it throws.
@@ -117,7 +130,7 @@ QMenu *HostWindow::groupMenu(const QString &group)
 {
     QMenu *&menu = groupMenus_[group];
     if (!menu)
-        menu = addMenu(group.at(0).toUpper() + group.mid(1));
+        menu = addMenu(groupTitle(group));
     return menu;
 }
 

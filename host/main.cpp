@@ -19,7 +19,6 @@
 #include <QRegularExpression>
 #include <QSettings>
 #include <QStatusBar>
-#include <QTranslator>
 
 namespace {
 
@@ -158,12 +157,14 @@ QString loadLibrary(const Options &options)
     return error;
 }
 
-QString install(QTranslator &translator, const Options &options)
+/// The tools' translation is the system's or the given one, never both.
+QString translate(const Options &options)
 {
-    if (!options.translation.isEmpty())
-        return installTranslation(translator, options.translation);
-    installSystemTranslation(translator);
-    return {};
+    QStringList catalogues{QStringLiteral("tendro-host")};
+    if (options.translation.isEmpty())
+        catalogues += QStringLiteral("padscope");
+    installSystemLanguage(catalogues);
+    return options.translation.isEmpty() ? QString() : installTranslation(options.translation);
 }
 
 int runTools(const Options &options, const std::optional<Simulation> &simulation)
@@ -180,8 +181,7 @@ int runTools(const Options &options, const std::optional<Simulation> &simulation
 
 int run(const Options &options)
 {
-    QTranslator translator;
-    QString error = install(translator, options);
+    QString error = translate(options);
     if (error.isEmpty())
         error = loadLibrary(options);
     const std::optional<Simulation> simulation = Simulation::find();

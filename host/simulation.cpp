@@ -102,7 +102,7 @@ QStringList Simulation::faults() const
 
 QString Simulation::faultText(const QString &fault) const
 {
-    return QString::fromUtf8(faultText_(fault.toUtf8().constData()));
+    return QCoreApplication::translate("Fault", faultText_(fault.toUtf8().constData()));
 }
 
 std::optional<bool> Simulation::isOn(const QString &fault) const

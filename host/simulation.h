@@ -30,7 +30,7 @@ public:
     QString choose(const QString &scenario) const;
 
     QStringList faults() const;
-    /// What the fault does, in a sentence.
+    /// What the fault does, in a sentence of the host's language.
     QString faultText(const QString &fault) const;
     /// Nothing for a fault that does not last.
     std::optional<bool> isOn(const QString &fault) const;

@@ -1,14 +1,13 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
-class QTranslator;
-
-/// Loads and installs a translation (a .qm file).
+/// Installs a translation (a .qm file) for the rest of the program.
 /// \return empty, or why it can't be used, with the file's name
-QString installTranslation(QTranslator &translator, const QString &file);
+QString installTranslation(const QString &file);
 
-/// Installs the tools' translation for the first of the system's languages that there is one for, from where
-/// the build (../translations) and the installation put them. English, which the tools are written in, needs
-/// none.
-void installSystemTranslation(QTranslator &translator);
+/// Installs catalogues ("padscope" for padscope_de.qm) in the first of the system's languages that there is
+/// one of them for, from where the build (../translations) and the installation put them, and with them the
+/// toolkit's own. English, which everything is written in, needs none.
+void installSystemLanguage(const QStringList &catalogues);

@@ -142,9 +142,14 @@ QString ExamplePlugin::id() const
     return QStringLiteral(EXAMPLE_ID);
 }
 
+/// "Version 1.0", or the translation of what the environment names as "context|text".
 QString ExamplePlugin::version() const
 {
-    return QCoreApplication::translate("Example", "Version 1.0");
+    const QByteArray wanted = qgetenv("EXAMPLE_TRANSLATES");
+    const int bar = wanted.indexOf('|');
+    return bar < 0
+               ? QCoreApplication::translate("Example", "Version 1.0")
+               : QCoreApplication::translate(wanted.left(bar).constData(), wanted.mid(bar + 1).constData());
 }
 
 void ExamplePlugin::closeWidget()

@@ -1,3 +1,4 @@
+#include "tests/host/examplefolder.h"
 #include "tests/host/hostrun.h"
 #include "tests/support/testmain.h"
 
@@ -5,14 +6,15 @@
 
 namespace {
 
-/// A run of the host with the real tool, with the languages that the user prefers.
-Run runIn(const char *languages, const QStringList &arguments)
+/// A run of the host, with the real tool unless it is told otherwise, with the languages that the user
+/// prefers.
+Run runIn(const char *languages, const QStringList &arguments,
+          const QString &plugins = QStringLiteral(PADSCOPE_PLUGIN_FOLDER))
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("en_GB.UTF-8"));
     environment.insert(QStringLiteral("LANGUAGE"), QLatin1String(languages));
-    return run(QStringList{QStringLiteral("--plugins"), QStringLiteral(PADSCOPE_PLUGIN_FOLDER)} + arguments,
-               environment);
+    return run(QStringList{QStringLiteral("--plugins"), plugins} + arguments, environment);
 }
 
 const QString english = QStringLiteral(R"("Bar Graph", "Monitor")");
@@ -28,7 +30,10 @@ private slots:
     void followsTheSystem_data();
     void followsTheSystem();
     void followsTheLocaleAlone();
+    void translatesHostAndToolkit_data();
+    void translatesHostAndToolkit();
     void takesTheGivenTranslation();
+    void takesNoOtherThanTheGivenTranslation();
     void keepsSettingsKeys();
 };
 
@@ -64,6 +69,37 @@ void LanguageTest::followsTheLocaleAlone()
              QStringList(QStringLiteral("tendro-host: --tab none: no such tab; there is ") + german));
 }
 
+void LanguageTest::translatesHostAndToolkit_data()
+{
+    QTest::addColumn<QByteArray>("languages");
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QString>("translation");
+
+    const auto row = [](const char *name, const char *languages, const char *text, const char *translation) {
+        QTest::newRow(name) << QByteArray(languages) << QByteArray(text) << QString::fromUtf8(translation);
+    };
+    row("host", "de", "HostWindow|&Quit", "&Beenden");
+    row("host in German of a country", "de_AT", "HostWindow|&Quit", "&Beenden");
+    row("host in English", "en_GB", "HostWindow|&Quit", "&Quit");
+    row("fault", "de", "Fault|The next command takes 2 s.", "Der nächste Befehl dauert 2 s.");
+    row("toolkit", "de", "QPlatformTheme|Cancel", "Abbrechen");
+    row("toolkit in English", "en_GB", "QPlatformTheme|Cancel", "Cancel");
+    // there is a catalogue of the toolkit alone, which would make a mixture
+    row("toolkit in a language that the host has not", "fr", "QPlatformTheme|Cancel", "Cancel");
+}
+
+void LanguageTest::translatesHostAndToolkit()
+{
+    QFETCH(QByteArray, languages);
+    QFETCH(QByteArray, text);
+    QFETCH(QString, translation);
+    const ToolFolder folder;
+    qputenv("EXAMPLE_TRANSLATES", text);
+    const Run host = runIn(languages.constData(), {QStringLiteral("--list")}, folder.path());
+    qunsetenv("EXAMPLE_TRANSLATES");
+    QCOMPARE(host.output.section(QLatin1Char('\t'), 2, 2), translation);
+}
+
 void LanguageTest::takesTheGivenTranslation()
 {
     const Run host =
@@ -71,6 +107,16 @@ void LanguageTest::takesTheGivenTranslation()
                      QStringLiteral("--tab"), QStringLiteral("Balkenanzeige=0")});
     QCOMPARE(host.errors, QStringList());
     QCOMPARE(host.status, 0);
+}
+
+void LanguageTest::takesNoOtherThanTheGivenTranslation()
+{
+    // one that lacks every text of the tool
+    const Run host = runIn("de", {QStringLiteral("--translation"),
+                                  QStringLiteral(PADSCOPE_TRANSLATIONS "/tendro-host_de.qm"),
+                                  QStringLiteral("--tab"), QStringLiteral("none")});
+    QCOMPARE(host.errors,
+             QStringList(QStringLiteral("tendro-host: --tab none: no such tab; there is ") + english));
 }
 
 void LanguageTest::keepsSettingsKeys()
