@@ -139,7 +139,10 @@ void declareOptions(QCommandLineParser &parser)
                "[SCENARIO]"),
         option("list-scenarios", "Print name and title of each scenario, parted by a tab, and exit."),
         option("type", "Type this into the tool's line edit, then Return (repeatable).", "TEXT"),
-        option("tab", "Show this tab for so long, 1 second by default (repeatable).", "CAPTION[=SECONDS]"),
+        option("tab",
+               "Show the tab with this caption, shown or untranslated, for so long, 1 second by default "
+               "(repeatable).",
+               "CAPTION[=SECONDS]"),
         option("for", "Close after so many seconds; without it, close after the last --tab, if any.",
                "SECONDS"),
         option("rows", "Print the rows of the tool's item views before it closes."),

@@ -68,11 +68,12 @@ QString Script::openTool()
 QString Script::findTabs()
 {
     tabs_ = tabsOf(*tool_);
-    const QStringList captions = tabs_ ? tabCaptions(*tabs_) : QStringList();
     for (const TabStop &stop : options_.tabs) {
-        const int index = captions.indexOf(stop.caption);
-        if (index < 0)
+        const int index = tabs_ ? indexOfTab(*tabs_, stop.caption) : -1;
+        if (index < 0) {
+            const QStringList captions = tabs_ ? tabCaptions(*tabs_) : QStringList();
             return QStringLiteral("--tab %1: no such tab; there is %2").arg(stop.caption, quoted(captions));
+        }
         tabIndices_.push_back(index);
     }
     return {};

@@ -51,6 +51,23 @@ QString rowText(const QAbstractItemModel &model, int row, const QModelIndex &par
     return text.replace(QLatin1Char('\n'), QLatin1Char(' ')).replace(QLatin1Char('\r'), QLatin1Char(' '));
 }
 
+QString withoutMarks(QString caption)
+{
+    caption.replace(QLatin1String("&&"), QLatin1String("\n")).remove(QLatin1Char('&'));
+    return caption.replace(QLatin1Char('\n'), QLatin1Char('&'));
+}
+
+/// In the context of the first of the widget's classes that has a translation, or the text itself.
+QString translated(const QWidget &widget, const QString &text)
+{
+    for (const QMetaObject *type = widget.metaObject(); type; type = type->superClass()) {
+        QString translation = QCoreApplication::translate(type->className(), text.toUtf8().constData());
+        if (translation != text)
+            return translation;
+    }
+    return text;
+}
+
 } // namespace
 
 QTabWidget *tabsOf(QWidget &tool)
@@ -62,11 +79,18 @@ QStringList tabCaptions(const QTabWidget &tabs)
 {
     QStringList captions;
     for (int i = 0; i < tabs.count(); ++i) {
-        QString caption = tabs.tabText(i);
-        caption.replace(QLatin1String("&&"), QLatin1String("\n")).remove(QLatin1Char('&'));
-        captions += caption.replace(QLatin1Char('\n'), QLatin1Char('&'));
+        captions += withoutMarks(tabs.tabText(i));
     }
     return captions;
+}
+
+int indexOfTab(const QTabWidget &tabs, const QString &caption)
+{
+    const QStringList captions = tabCaptions(tabs);
+    int index = captions.indexOf(caption);
+    for (const QWidget *around = &tabs; index < 0 && around; around = around->parentWidget())
+        index = captions.indexOf(withoutMarks(translated(*around, caption)));
+    return index;
 }
 
 QLineEdit *lineEditOf(QWidget &tool)

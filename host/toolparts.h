@@ -15,6 +15,10 @@ QTabWidget *tabsOf(QWidget &tool);
 /// Captions of the tabs, without the marks of keyboard access.
 QStringList tabCaptions(const QTabWidget &tabs);
 
+/// The tab with this caption, as it is shown or as it stands in the tool's source: tools translate in the
+/// context of the class that makes the tabs, which is that of a widget around them. \return its index, or -1
+int indexOfTab(const QTabWidget &tabs, const QString &caption);
+
 /// \return the first line edit that takes text and is no part of a spin box or combo box, or null
 QLineEdit *lineEditOf(QWidget &tool);
 

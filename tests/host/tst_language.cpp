@@ -32,6 +32,8 @@ private slots:
     void followsTheLocaleAlone();
     void translatesHostAndToolkit_data();
     void translatesHostAndToolkit();
+    void findsTabsByEitherCaption_data();
+    void findsTabsByEitherCaption();
     void takesTheGivenTranslation();
     void takesNoOtherThanTheGivenTranslation();
     void keepsSettingsKeys();
@@ -98,6 +100,23 @@ void LanguageTest::translatesHostAndToolkit()
     const Run host = runIn(languages.constData(), {QStringLiteral("--list")}, folder.path());
     qunsetenv("EXAMPLE_TRANSLATES");
     QCOMPARE(host.output.section(QLatin1Char('\t'), 2, 2), translation);
+}
+
+void LanguageTest::findsTabsByEitherCaption_data()
+{
+    QTest::addColumn<QString>("tab");
+    QTest::addColumn<int>("status");
+    QTest::newRow("translated") << "Balkenanzeige=0" << 0;
+    QTest::newRow("untranslated") << "Bar Graph=0" << 0;
+    QTest::newRow("the same in both") << "Monitor=0" << 0;
+    QTest::newRow("another text of the tool") << "Log to file=0" << 2;
+}
+
+void LanguageTest::findsTabsByEitherCaption()
+{
+    QFETCH(QString, tab);
+    const Run host = runIn("de", {QStringLiteral("--tab"), tab});
+    QTEST(host.status, "status");
 }
 
 void LanguageTest::takesTheGivenTranslation()

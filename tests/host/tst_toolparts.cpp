@@ -4,6 +4,7 @@
 
 #include <csignal>
 #include <QComboBox>
+#include <QDialog>
 #include <QFontComboBox>
 #include <QKeyEvent>
 #include <QLabel>
@@ -12,6 +13,7 @@
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QTabWidget>
+#include <QTranslator>
 #include <QTreeWidget>
 #include <sys/resource.h>
 
@@ -28,6 +30,19 @@ protected:
     {
         keys += QStringLiteral("%1 %2").arg(event->key(), 0, 16).arg(int(event->modifiers()), 0, 16);
         QLineEdit::keyPressEvent(event);
+    }
+};
+
+/// Translates "Second" in the context of dialogs.
+class FrenchOfDialogs : public QTranslator
+{
+public:
+    bool isEmpty() const override { return false; }
+    QString translate(const char *context, const char *text, const char * /*comment*/,
+                      int /*n*/) const override
+    {
+        const bool isKnown = qstrcmp(context, "QDialog") == 0 && qstrcmp(text, "Second") == 0;
+        return isKnown ? QStringLiteral("&Deuxième") : QString();
     }
 };
 
@@ -67,6 +82,7 @@ private slots:
     void typesKeyByKey();
     void typesBeyondLatin1();
     void readsCaptionsWithoutMarks();
+    void findsTabsByEitherCaption();
     void findsToolItself();
     void listsRowsOfAllViews();
     void leavesOutComboBoxesAndHeaders();
@@ -125,6 +141,20 @@ void ToolPartsTest::readsCaptionsWithoutMarks()
     tabs.addTab(new QWidget, QStringLiteral("&Bar Graph"));
     tabs.addTab(new QWidget, QStringLiteral("Q&&A"));
     QCOMPARE(tabCaptions(tabs), QStringList({QStringLiteral("Bar Graph"), QStringLiteral("Q&A")}));
+}
+
+void ToolPartsTest::findsTabsByEitherCaption()
+{
+    FrenchOfDialogs french;
+    QCoreApplication::installTranslator(&french);
+    QDialog tool;
+    auto *tabs = new QTabWidget(new QWidget(&tool));
+    tabs->addTab(new QWidget, QStringLiteral("Première"));
+    tabs->addTab(new QWidget, QStringLiteral("&Deuxième"));
+    QCOMPARE(indexOfTab(*tabs, QStringLiteral("Première")), 0);
+    QCOMPARE(indexOfTab(*tabs, QStringLiteral("Deuxième")), 1);
+    QCOMPARE(indexOfTab(*tabs, QStringLiteral("Second")), 1);
+    QCOMPARE(indexOfTab(*tabs, QStringLiteral("First")), -1);
 }
 
 void ToolPartsTest::findsToolItself()
