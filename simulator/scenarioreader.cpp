@@ -21,6 +21,8 @@ std::string contentsOf(const std::string &path)
 {
     std::error_code error;
     const auto status = std::filesystem::status(path, error);
+    if (status.type() == std::filesystem::file_type::none)
+        throw Refusal{"", "this cannot be read (" + error.message() + "); a file that can be read is needed"};
     if (!std::filesystem::exists(status))
         throw Refusal{"", "there is no such file; a scenario file is needed"};
     if (!std::filesystem::is_regular_file(status))

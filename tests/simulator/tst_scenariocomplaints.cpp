@@ -205,6 +205,11 @@ void tst_scenariocomplaints::filesThatAreNone()
     QCOMPARE(complaint, directory + ": this is not a file; a scenario file is needed");
     QVERIFY(!readScenario("two\nlines", complaint));
     QCOMPARE(complaint, std::string("two?lines: there is no such file; a scenario file is needed"));
+    const QString loop = folder.filePath("loop.json");
+    QVERIFY(QFile::link(loop, loop));
+    QVERIFY(!readScenario(loop.toStdString(), complaint));
+    QCOMPARE(complaint, loop.toStdString() + ": this cannot be read (Too many levels of symbolic links); "
+                                             "a file that can be read is needed");
 }
 
 void tst_scenariocomplaints::aFileThatIsTooLarge()
