@@ -18,7 +18,7 @@ using Loader = std::unique_ptr<QPluginLoader, UnloadPlugin>;
 /// \return empty, or why the file is not worth loading
 QString reasonAgainstPlugin(const QString &path, const QPluginLoader &loader)
 {
-    const QString reason = reasonAgainstLibrary(path);
+    QString reason = reasonAgainstLibrary(path);
     if (!reason.isEmpty())
         return reason;
     const QJsonObject metaData = loader.metaData();
