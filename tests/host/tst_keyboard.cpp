@@ -2,6 +2,7 @@
 #include "host/toolparts.h"
 #include "tests/simulator/simulatedlibrary.h"
 #include "tests/support/testmain.h"
+#include "tests/support/waitingpackets.h"
 
 #include <QLabel>
 #include <QLineEdit>
