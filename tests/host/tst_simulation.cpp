@@ -2,31 +2,16 @@
 #include "host/hostwindow.h"
 #include "host/reportrates.h"
 #include "host/simulation.h"
+#include "tests/host/menuactions.h"
 #include "tests/simulator/simulatedlibrary.h"
 #include "tests/support/testmain.h"
 
-#include <QActionGroup>
-#include <QFileDialog>
-#include <QMenu>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QPluginLoader>
 #include <QRegularExpression>
 #include <QStatusBar>
 
 namespace {
-
-QAction *actionNamed(const QMenu &menu, const char *caption)
-{
-    QStringList there;
-    const QList<QAction *> actions = menu.actions();
-    for (QAction *action : actions) {
-        if (action->text() == QLatin1String(caption))
-            return action;
-        there += action->text();
-    }
-    qFatal("no action %s; there is %s", caption, qPrintable(there.join(QStringLiteral(", "))));
-}
 
 QStringList captions(QMenu &menu)
 {
@@ -58,25 +43,16 @@ private slots:
     void unplugs();
     void listsAndTriggersFaults();
     void tellsWhyAFaultDoesNotHappen();
-    void listsAndChoosesScenarios();
+    void choosesScenarios();
     void saysWhatEachFaultDoes();
     void ticksFaultsThatStayOn();
     void keepsTheMessageWhenTheMenuCloses();
-    void namesTheScenario();
-    void opensAFileOfTheUsersOwn();
-    void reloads();
-    void tellsWhyAScenarioIsRefused();
     void showsRates();
 
 private:
     QAction *plugAction() const { return menu_->actions().constFirst(); }
     QString message() const { return window_->statusBar()->currentMessage(); }
     void attach();
-    /// Writes a scenario with this board alone.
-    void writeScenario(int board) const;
-    QString ownFile() const { return folder_.filePath(QStringLiteral("own & only.json")); }
-
-    const QTemporaryDir folder_;
 
     std::unique_ptr<SimulatedLibrary> library_;
     std::optional<Simulation> simulation_;
@@ -85,7 +61,6 @@ private:
     QMenu *menu_ = nullptr;
     QMenu *unplugMenu_ = nullptr;
     QMenu *faultMenu_ = nullptr;
-    QMenu *scenarioMenu_ = nullptr;
 };
 
 void SimulationTest::initTestCase()
@@ -105,8 +80,7 @@ void SimulationTest::init()
     QCOMPARE(menu_->title(), QStringLiteral("&Board"));
     unplugMenu_ = actionNamed(*menu_, "&Unplug")->menu();
     faultMenu_ = actionNamed(*menu_, "&Fault")->menu();
-    scenarioMenu_ = actionNamed(*menu_, "&Scenario: default")->menu();
-    QVERIFY(unplugMenu_ && faultMenu_ && scenarioMenu_);
+    QVERIFY(unplugMenu_ && faultMenu_);
 }
 
 void SimulationTest::cleanup()
@@ -120,13 +94,6 @@ void SimulationTest::attach()
     QCOMPARE(library_->orvexAttach(), 1);
     // a board takes events between two reports, and sends none to nobody
     library_->orvexSetCallback(1001, ignoreReport, nullptr);
-}
-
-void SimulationTest::writeScenario(int board) const
-{
-    QFile file(ownFile());
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(QStringLiteral(R"({"title": "Own", "boards": [{"id": %1}]})").arg(board).toUtf8());
 }
 
 void SimulationTest::plugsIn()
@@ -177,19 +144,13 @@ void SimulationTest::tellsWhyAFaultDoesNotHappen()
                  QStringLiteral(": nobody is attached to a board; attach first"));
 }
 
-void SimulationTest::listsAndChoosesScenarios()
+void SimulationTest::choosesScenarios()
 {
-    const QStringList scenarios = captions(*scenarioMenu_);
-    const int one = scenarios.indexOf(QStringLiteral("default: One board on which a pen writes"));
-    const int none = scenarios.indexOf(QStringLiteral("no-boards: No board at all"));
-    QVERIFY2(one >= 0 && none >= 0, qPrintable(scenarios.join(QLatin1Char('\n'))));
-    QVERIFY(scenarioMenu_->actions().at(one)->isChecked());
-    scenarioMenu_->actions().at(none)->trigger();
-    QCOMPARE(simulation_->currentScenario(), QStringLiteral("no-boards"));
+    QMenu *scenarios = actionNamed(*menu_, "&Scenario: default")->menu();
+    actionNamed(*scenarios, "no-boards: No board at all")->trigger();
     QVERIFY(simulation_->boards().empty());
-    emit scenarioMenu_->aboutToShow();
-    QVERIFY(!scenarioMenu_->actions().at(one)->isChecked());
-    QVERIFY(scenarioMenu_->actions().at(none)->isChecked());
+    QCOMPARE(message(), QStringLiteral("Scenario: no-boards"));
+    QVERIFY(actionNamed(*menu_, "&Scenario: no-boards"));
 }
 
 void SimulationTest::saysWhatEachFaultDoes()
@@ -255,61 +216,6 @@ void SimulationTest::keepsTheMessageWhenTheMenuCloses()
     QTRY_VERIFY(!QApplication::activePopupWidget());
     QCoreApplication::processEvents();
     QCOMPARE(message(), QStringLiteral("enumeration-fails: The first board cannot be enumerated."));
-}
-
-void SimulationTest::namesTheScenario()
-{
-    QAction *flood = actionNamed(*scenarioMenu_, "flood: 10,000 reports a second from eight boards");
-    QAction *one = actionNamed(*scenarioMenu_, "default: One board on which a pen writes");
-    QVERIFY(flood->actionGroup() && flood->actionGroup()->isExclusive());
-    QCOMPARE(flood->actionGroup(), one->actionGroup());
-    flood->trigger();
-    QVERIFY(flood->isChecked() && !one->isChecked());
-    QCOMPARE(scenarioMenu_->title(), QStringLiteral("&Scenario: flood"));
-    QCOMPARE(message(), QStringLiteral("Scenario: flood"));
-}
-
-void SimulationTest::opensAFileOfTheUsersOwn()
-{
-    writeScenario(7);
-    actionNamed(*scenarioMenu_, "&Open...")->trigger();
-    auto *dialog = window_->findChild<QFileDialog *>();
-    QVERIFY(dialog && dialog->isVisible());
-    dialog->selectFile(ownFile());
-    dialog->accept();
-    QCOMPARE(simulation_->boards(), std::vector<int>({7}));
-    QCOMPARE(scenarioMenu_->title(), QStringLiteral("&Scenario: own && only.json"));
-    QCOMPARE(message(), QStringLiteral("Scenario: ") + ownFile());
-    QAction *own = actionNamed(*scenarioMenu_, "own && only.json");
-    QVERIFY(own->isChecked() && own->isVisible());
-    QCOMPARE(own->statusTip(), ownFile());
-    // back and forth
-    actionNamed(*scenarioMenu_, "no-boards: No board at all")->trigger();
-    QVERIFY(!own->isChecked());
-    own->trigger();
-    QCOMPARE(simulation_->boards(), std::vector<int>({7}));
-}
-
-void SimulationTest::reloads()
-{
-    writeScenario(7);
-    QCOMPARE(simulation_->choose(ownFile()), QString());
-    writeScenario(8);
-    actionNamed(*scenarioMenu_, "&Reload")->trigger();
-    QCOMPARE(simulation_->boards(), std::vector<int>({8}));
-}
-
-void SimulationTest::tellsWhyAScenarioIsRefused()
-{
-    writeScenario(7);
-    QCOMPARE(simulation_->choose(ownFile()), QString());
-    QVERIFY(QFile::remove(ownFile()));
-    actionNamed(*scenarioMenu_, "&Reload")->trigger();
-    auto *box = window_->findChild<QMessageBox *>();
-    QVERIFY(box && box->isVisible());
-    QCOMPARE(box->text(), ownFile() + QStringLiteral(": there is no such file; a scenario file is needed"));
-    box->close();
-    QCOMPARE(simulation_->boards(), std::vector<int>({7}));
 }
 
 void SimulationTest::showsRates()

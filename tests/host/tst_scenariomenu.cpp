@@ -1,0 +1,136 @@
+#include "host/scenariomenu.h"
+#include "tests/host/menuactions.h"
+#include "tests/simulator/simulatedlibrary.h"
+#include "tests/support/testmain.h"
+
+#include <QActionGroup>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QSignalSpy>
+
+/// The menu of scenarios, with the simulator as it is built.
+class ScenarioMenuTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void marksTheScenario();
+    void opensAFileOfTheUsersOwn();
+    void opensDialogWhereTheLastFileWas();
+    void reloads();
+    void tellsWhyAScenarioIsRefused();
+
+private:
+    /// Writes a scenario with this board alone.
+    void writeScenario(int board) const;
+    QString ownFile() const { return folder_.filePath(QStringLiteral("own & only.json")); }
+    QAction *action(const char *caption) const { return actionNamed(*menu_, caption); }
+
+    const QTemporaryDir folder_;
+    const SimulatedLibrary library_;
+    const Simulation simulation_ = *Simulation::find();
+    std::unique_ptr<QWidget> window_;
+    ScenarioMenu *menu_ = nullptr;
+};
+
+void ScenarioMenuTest::init()
+{
+    QCOMPARE(simulation_.choose(QStringLiteral("default")), QString());
+    window_ = std::make_unique<QWidget>();
+    menu_ = new ScenarioMenu(simulation_, window_.get());
+}
+
+void ScenarioMenuTest::cleanup()
+{
+    window_.reset();
+}
+
+void ScenarioMenuTest::writeScenario(int board) const
+{
+    QFile file(ownFile());
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(QStringLiteral(R"({"title": "Own", "boards": [{"id": %1}]})").arg(board).toUtf8());
+}
+
+void ScenarioMenuTest::marksTheScenario()
+{
+    QAction *flood = action("flood: 10,000 reports a second from eight boards");
+    QAction *one = action("default: One board on which a pen writes");
+    QVERIFY(flood->actionGroup() && flood->actionGroup()->isExclusive());
+    QCOMPARE(flood->actionGroup(), one->actionGroup());
+    QVERIFY(one->isChecked() && !flood->isChecked());
+    QCOMPARE(menu_->title(), QStringLiteral("&Scenario: default"));
+
+    QSignalSpy told(menu_, &ScenarioMenu::told);
+    flood->trigger();
+    QCOMPARE(simulation_.currentScenario(), QStringLiteral("flood"));
+    QVERIFY(flood->isChecked() && !one->isChecked());
+    QCOMPARE(menu_->title(), QStringLiteral("&Scenario: flood"));
+    QCOMPARE(told.value(0).value(0).toString(), QStringLiteral("Scenario: flood"));
+}
+
+void ScenarioMenuTest::opensAFileOfTheUsersOwn()
+{
+    writeScenario(7);
+    QSignalSpy told(menu_, &ScenarioMenu::told);
+    action("&Open...")->trigger();
+    auto *dialog = window_->findChild<QFileDialog *>();
+    QVERIFY(dialog && dialog->isVisible());
+    dialog->selectFile(ownFile());
+    dialog->accept();
+    QCOMPARE(simulation_.boards(), std::vector<int>({7}));
+    QCOMPARE(menu_->title(), QStringLiteral("&Scenario: own && only.json"));
+    QCOMPARE(told.value(0).value(0).toString(), QStringLiteral("Scenario: ") + ownFile());
+    QAction *own = action("own && only.json");
+    QVERIFY(own->isChecked() && own->isVisible());
+    QCOMPARE(own->statusTip(), ownFile());
+    // back and forth
+    action("no-boards: No board at all")->trigger();
+    QVERIFY(!own->isChecked());
+    own->trigger();
+    QCOMPARE(simulation_.boards(), std::vector<int>({7}));
+}
+
+void ScenarioMenuTest::opensDialogWhereTheLastFileWas()
+{
+    const auto folder = [this] {
+        action("&Open...")->trigger();
+        auto *dialog = window_->findChild<QFileDialog *>();
+        const QString path = dialog ? dialog->directory().absolutePath() : QString();
+        delete dialog;
+        return path;
+    };
+    QCOMPARE(folder(), QDir::homePath());
+    writeScenario(7);
+    QCOMPARE(simulation_.choose(ownFile()), QString());
+    action("&Reload")->trigger();
+    QCOMPARE(folder(), folder_.path());
+}
+
+void ScenarioMenuTest::reloads()
+{
+    writeScenario(7);
+    QCOMPARE(simulation_.choose(ownFile()), QString());
+    writeScenario(8);
+    action("&Reload")->trigger();
+    QCOMPARE(simulation_.boards(), std::vector<int>({8}));
+}
+
+void ScenarioMenuTest::tellsWhyAScenarioIsRefused()
+{
+    writeScenario(7);
+    QCOMPARE(simulation_.choose(ownFile()), QString());
+    QVERIFY(QFile::remove(ownFile()));
+    QSignalSpy told(menu_, &ScenarioMenu::told);
+    action("&Reload")->trigger();
+    auto *box = window_->findChild<QMessageBox *>();
+    QVERIFY(box && box->isVisible());
+    QCOMPARE(box->text(), ownFile() + QStringLiteral(": there is no such file; a scenario file is needed"));
+    QCOMPARE(told.count(), 0);
+    QCOMPARE(simulation_.boards(), std::vector<int>({7}));
+}
+
+PADSCOPE_TEST_MAIN(ScenarioMenuTest)
+#include "tst_scenariomenu.moc"
