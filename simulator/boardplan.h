@@ -3,6 +3,7 @@
 #include "simulator/encoding.h"
 #include "simulator/kinds.h"
 #include "simulator/pen.h"
+#include "simulator/sensor.h"
 
 #include <chrono>
 #include <cstdint>
@@ -44,5 +45,6 @@ struct BoardPlan
     bool lines = true;    ///< a greeting, and the line of text for the bar graph about once a second
     bool unknowns = true; ///< a report of an unknown type every four seconds
     PenPath pen{};
+    int adcMax = usualAdcMax;         ///< the highest voltage reading, `adcMin` to 1023
     std::vector<BoardEvent> events{}; ///< in the order of their times
 };

@@ -5,6 +5,7 @@
 namespace {
 
 constexpr std::size_t mostPoints = 100;
+constexpr int highestAdc = 1023;
 
 Weights weightsOf(const JsonNode &node)
 {
@@ -53,7 +54,7 @@ PenPath penOf(const JsonNode &node)
 
 Scenario::Place readBoard(const JsonNode &node)
 {
-    node.allowKeys({"id", "rate", "seed", "plugged", "kinds", "lines", "unknowns", "pen"});
+    node.allowKeys({"id", "rate", "seed", "plugged", "kinds", "lines", "unknowns", "pen", "adcMax"});
     Scenario::Place place{{readId(node.need("id")), 0}};
     BoardPlan &plan = place.plan;
     if (const auto rate = node.find("rate"))
@@ -68,5 +69,7 @@ Scenario::Place readBoard(const JsonNode &node)
         plan.unknowns = unknowns->boolean();
     if (const auto pen = node.find("pen"))
         plan.pen = penOf(*pen);
+    if (const auto adcMax = node.find("adcMax"))
+        plan.adcMax = static_cast<int>(adcMax->integer(adcMin, highestAdc));
     return place;
 }

@@ -39,7 +39,7 @@ Measurement Sensor::measure(double seconds)
     now.integrations = 64 + random.below(8);
     now.risesX = risesX += static_cast<std::uint32_t>(random.below(4));
     now.risesY = risesY += static_cast<std::uint32_t>(random.below(4));
-    now.adcRaw = 500 + static_cast<int>(std::lround(300 * std::sin(seconds))) + random.around(5);
+    now.adcRaw = measureVoltage(seconds);
     return now;
 }
 
@@ -63,6 +63,13 @@ void Sensor::measureQuality(Measurement &now)
     extremesKnown = true;
     now.minimumQuality = minimumQuality;
     now.maximumQuality = maximumQuality;
+}
+
+int Sensor::measureVoltage(double seconds)
+{
+    const double swing = (adcMax - adcMin) / 2.0;
+    const auto reading = static_cast<int>(std::lround(adcMin + swing + swing * std::sin(seconds)));
+    return std::clamp(reading + random.around(5), adcMin, adcMax);
 }
 
 void Sensor::reset()

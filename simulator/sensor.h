@@ -15,6 +15,10 @@ inline constexpr int finePitch = 1000;
 inline constexpr int initialFrequency = 2000;
 inline constexpr int highestFrequency = 8888;
 
+/// Voltage readings swing between these; the tool's meter is full at 511.
+inline constexpr int adcMin = 100;
+inline constexpr int usualAdcMax = 500;
+
 /// All that a board measures at one moment; every report is made from it.
 struct Measurement
 {
@@ -32,7 +36,7 @@ struct Measurement
     int frequencyRaw = 0;     ///< 0 to `highestFrequency`
     std::uint32_t risesX = 0; ///< counts up
     std::uint32_t risesY = 0;
-    int adcRaw = 0;       ///< 0 to 1023
+    int adcRaw = 0;       ///< `adcMin` to the board's `adcMax`
     char proximity = '-'; ///< 'O' the pen is on the board, 'N' near it, '-' away
 };
 
@@ -40,9 +44,10 @@ struct Measurement
 class Sensor
 {
 public:
-    explicit Sensor(std::uint32_t seed, PenPath path_ = {})
+    explicit Sensor(std::uint32_t seed, PenPath path_ = {}, int adcMax_ = usualAdcMax)
         : random(seed)
         , path(std::move(path_))
+        , adcMax(adcMax_)
     {
     }
 
@@ -59,9 +64,11 @@ public:
 private:
     Phases signal(double turns, double strength);
     void measureQuality(Measurement &now);
+    int measureVoltage(double seconds);
 
     Random random;
     const PenPath path;
+    const int adcMax;
     bool locked = false;
     int frequencyRaw = initialFrequency;
     bool extremesKnown = false;

@@ -21,7 +21,7 @@ constexpr auto unknownPeriod = 4s;
 Stream::Stream(BoardPlan plan_)
     : plan(std::move(plan_))
     , random(plan.seed)
-    , sensor(plan.seed + 1, plan.pen)
+    , sensor(plan.seed + 1, plan.pen, plan.adcMax)
     , firmware(sensor)
     , odd(plan.seed + 2)
     , greeted(!plan.lines)

@@ -62,7 +62,7 @@ void tst_scenariocomplaints::complaints_data()
         "/: the key \"board\" is not known; allowed are $schema, title, seed, boards, timeline, faults");
     row("unknown key of a board", withBoardKeys(R"("ratte": 5)"),
         "/boards/0: the key \"ratte\" is not known; allowed are id, rate, seed, plugged, kinds, lines, "
-        "unknowns, pen");
+        "unknowns, pen, adcMax");
     row("wrong type", withBoardKeys(R"("rate": "fast")"),
         "/boards/0/rate: \"fast\" is not allowed; allowed is a whole number from 1 to 10000");
     row("rate of 0", withBoardKeys(R"("rate": 0)"),
@@ -83,6 +83,8 @@ void tst_scenariocomplaints::complaints_data()
         "/boards/0/pen: there are 0; allowed is a list of 1 to 100");
     row("point beside the board", withBoardKeys(R"("pen": [{"seconds": 1, "x": 16001, "y": 0}])"),
         "/boards/0/pen/0/x: 16001 is not allowed; allowed is a number from 0.0 to 16000.0");
+    row("voltages beyond ten bits", withBoardKeys(R"("adcMax": 1024)"),
+        "/boards/0/adcMax: 1024 is not allowed; allowed is a whole number from 100 to 1023");
     row("no kind left", withBoardKeys(R"("kinds": {"phase": 0})"),
         "/boards/0/kinds: no kind is left; allowed is an object with at least one number above 0");
     row("negative weight", withBoardKeys(R"("kinds": {"phase": -1})"),
@@ -177,6 +179,7 @@ void tst_scenariocomplaints::boundsAreAllowed_data()
     QTest::addColumn<QByteArray>("text");
     QTest::newRow("lowest rate") << withBoardKeys(R"("rate": 1)");
     QTest::newRow("highest rate") << withBoardKeys(R"("rate": 10000)");
+    QTest::newRow("highest voltage") << withBoardKeys(R"("adcMax": 1023)");
     QTest::newRow("together 20000") << QByteArray(
         R"({"title": "t", "boards": [{"id": 1, "rate": 10000}, {"id": 2, "rate": 10000}]})");
     QTest::newRow("least id") << QByteArray(R"({"title": "t", "boards": [{"id": -2147483648}]})");

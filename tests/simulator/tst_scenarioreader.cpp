@@ -78,7 +78,7 @@ void tst_scenarioreader::everythingThatABoardMayHave()
 {
     const Scenario scenario = scenarioIn(R"({"$schema": "x", "title": "t", "boards": [
         {"id": -2147483648, "rate": 10000, "seed": 4294967295, "plugged": false, "lines": false,
-         "unknowns": false, "kinds": {"phase": 3, "garbage": 100, "adc": 0},
+         "unknowns": false, "adcMax": 1023, "kinds": {"phase": 3, "garbage": 100, "adc": 0},
          "pen": [{"seconds": 0.5, "x": 16000, "y": 12000, "touches": true}]}, {"id": 7, "pen": "away"}]})");
     QCOMPARE(scenario.boards.size(), std::size_t{2});
     const BoardPlan &plan = scenario.boards[0].plan;
@@ -88,6 +88,7 @@ void tst_scenarioreader::everythingThatABoardMayHave()
     QVERIFY(!scenario.boards[0].plugged);
     QVERIFY(!plan.lines);
     QVERIFY(!plan.unknowns);
+    QCOMPARE(plan.adcMax, 1023);
     QCOMPARE(plan.weights[indexOf(Kind::Phase)], 3);
     QCOMPARE(plan.weights[indexOf(Kind::Garbage)], 100);
     QCOMPARE(plan.weights[indexOf(Kind::Signal1)], 0);
@@ -100,6 +101,7 @@ void tst_scenarioreader::everythingThatABoardMayHave()
     QVERIFY(scenario.boards[1].plugged);
     QVERIFY(usual.lines);
     QVERIFY(usual.pen.away);
+    QCOMPARE(usual.adcMax, 500);
     QCOMPARE(usual.weights[indexOf(Kind::Signal1)], 5);
     QCOMPARE(usual.weights[indexOf(Kind::Adc)], 0);
 }

@@ -23,6 +23,8 @@ private slots:
     void componentsStayWithinTheBars();
     void componentsFollowThePen();
     void voltagesAfterTheirCommand();
+    void voltagesStayOnTheMeter_data();
+    void voltagesStayOnTheMeter();
     void answersPostponeTheNextText();
 };
 
@@ -224,6 +226,36 @@ void tst_stream::voltagesAfterTheirCommand()
         ++voltages;
     }
     QCOMPARE(voltages, 40); // four a second
+}
+
+void tst_stream::voltagesStayOnTheMeter_data()
+{
+    QTest::addColumn<int>("adcMax");
+    QTest::newRow("unless told otherwise") << 500; // the meter is full at 511
+    QTest::newRow("beyond the meter") << 1023;
+    QTest::newRow("always the same") << 100;
+}
+
+void tst_stream::voltagesStayOnTheMeter()
+{
+    QFETCH(int, adcMax);
+    BoardPlan plan{1001, 7};
+    if (adcMax != 500)
+        plan.adcMax = adcMax;
+    Stream stream(plan);
+    stream.command("V");
+    int lowest = 1024;
+    int highest = -1;
+    for (int i = 0; i < 30000; ++i) {
+        const Report report = stream.next(period);
+        if (report.at(1) != 119)
+            continue;
+        const int reading = report.at(3) + 256 * report.at(4);
+        lowest = std::min(lowest, reading);
+        highest = std::max(highest, reading);
+    }
+    QCOMPARE(lowest, 100);
+    QCOMPARE(highest, adcMax);
 }
 
 void tst_stream::answersPostponeTheNextText()
