@@ -165,7 +165,7 @@ void Board::step(std::unique_lock<std::mutex> &lock)
         lock.lock();
         return;
     }
-    if (!script.streaming() || !heard()) {
+    if (!script.active() || !heard()) {
         listening = false;
         wake.wait(lock);
         return;
@@ -187,8 +187,7 @@ void Board::step(std::unique_lock<std::mutex> &lock)
 void Board::handle(const Message &message)
 {
     if (const auto *text = std::get_if<std::string>(&message)) {
-        for (const Report &answer : script.command(*text))
-            send(answer);
+        script.command(*text);
     } else if (const auto *report = std::get_if<Report>(&message)) {
         send(*report);
     } else {

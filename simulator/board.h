@@ -49,7 +49,7 @@ public:
     /// \return how many there were
     int deliver(const unsigned char *bytes, unsigned int length);
 
-    /// Queues command text for the board.
+    /// Queues command text for the board; empty text when another board is about to answer.
     void command(std::string_view text);
     /// Queues bytes that come back as a report.
     void loopBack(const unsigned char *bytes, std::size_t length);

@@ -89,10 +89,16 @@ int orvexSendCommand(int device, const char *command)
         guarded(Library::CommandFaults{}, [] { return Library::instance().takeCommandFaults(); });
     if (wrong.delayMs > 0)
         std::this_thread::sleep_for(std::chrono::milliseconds(wrong.delayMs));
-    return tellBoards(device, [&](Board &board) {
-        if (wrong.callback)
-            deliverWithin(board);
-        board.command(command);
+    return guarded(-1, [&] {
+        int result = -1;
+        for (const auto &board : Library::instance().boards()) {
+            const bool addressed = board->id() == device;
+            if (addressed && wrong.callback)
+                deliverWithin(*board);
+            board->command(addressed ? command : "");
+            result = addressed ? 0 : result;
+        }
+        return result;
     });
 }
 

@@ -68,14 +68,21 @@ std::string Firmware::answer(const Command &command)
 {
     pending.clear();
     const std::string done = command.action ? (this->*command.action)() : toggleKind(command.kind);
-    return plainLine(echoOf(command.name) + done);
+    return line(command.name, done);
 }
 
 std::string Firmware::refusal()
 {
     const std::string refused = pending;
     pending.clear();
-    return plainLine(echoOf(refused) + "not known, " + help());
+    return line(refused, "not known, " + help());
+}
+
+/// The Monitor drops a report that equals the one before: no two answers in a row are the same.
+std::string Firmware::line(const std::string &command, const std::string &text)
+{
+    const std::string first = plainLine(echoOf(command) + text);
+    return lastLine = first == lastLine ? plainLine(echoOf(command) + "again: " + text) : first;
 }
 
 bool Firmware::mayBecomeCommand() const

@@ -13,8 +13,8 @@ struct Switches
 {
     bool streaming = true;
     bool voltages = false;
-    bool statusText = false;            ///< text reports of type 119
-    std::bitset<layoutKindCount> muted; ///< kinds that are switched off
+    bool statusText = false;      ///< text reports of type 119
+    std::bitset<kindCount> muted; ///< kinds that are switched off
 };
 
 /// The part of a board that understands commands.
@@ -47,6 +47,7 @@ private:
     void takeCharacter(char character, std::vector<std::string> &answers);
     std::string answer(const Command &command);
     std::string refusal();
+    std::string line(const std::string &command, const std::string &text);
     bool mayBecomeCommand() const;
 
     std::string stop();
@@ -68,4 +69,5 @@ private:
     Sensor &sensor;
     Switches state;
     std::string pending; ///< characters of a command that is not complete
+    std::string lastLine;
 };

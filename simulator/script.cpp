@@ -22,6 +22,8 @@ Script::Script(BoardPlan plan)
 
 Script::Step Script::next()
 {
+    if (!stream.streaming())
+        return stopped();
     while (!events.empty() && events.front().at <= stream.time()) {
         perform(events.front());
         events.erase(events.begin());
@@ -37,14 +39,24 @@ Script::Step Script::next()
     }
     if (vanishing)
         return vanish();
-    return bursts.empty() ? regular() : burst();
+    return bursts.empty() || stream.answerDue() ? regular() : burst();
+}
+
+/// Time goes on for an answer and nothing else.
+Script::Step Script::stopped()
+{
+    if (stream.answerDue())
+        return {stream.next({})};
+    const auto wait = stream.untilAnswer();
+    stream.skip(wait);
+    return {std::nullopt, wait};
 }
 
 Script::Step Script::regular()
 {
     const auto before = stream.time();
     const Report report = stream.next(period);
-    return {report, stream.time() - before}; // the greeting takes no time
+    return {report, stream.time() - before}; // an answer takes no time
 }
 
 void Script::add(BoardEvent event)

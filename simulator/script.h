@@ -25,11 +25,11 @@ public:
     Step next();
     /// Lets something happen from now on: the event's time counts from here.
     void add(BoardEvent event);
-    /// Carries out commands.
-    /// \return the answers as reports, to be sent at once
-    std::vector<Report> command(std::string_view bytes) { return stream.command(bytes); }
+    /// Carries out commands; next() returns their answers when they are due.
+    void command(std::string_view bytes) { stream.command(bytes); }
 
-    bool streaming() const { return stream.streaming(); }
+    /// Whether next() may be called: a board that is stopped only answers.
+    bool active() const { return stream.streaming() || stream.answering(); }
     bool somethingOnBoard() const { return stream.somethingOnBoard(); }
 
 private:
@@ -40,6 +40,7 @@ private:
     };
 
     void perform(const BoardEvent &event);
+    Step stopped();
     Step regular();
     Step burst();
     Step vanish();

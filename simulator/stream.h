@@ -6,7 +6,10 @@
 #include "simulator/oddreports.h"
 #include "simulator/sensor.h"
 
+#include <algorithm>
 #include <chrono>
+#include <deque>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -18,14 +21,18 @@ class Stream
 public:
     explicit Stream(BoardPlan plan);
 
-    /// The next report. The first of all is a text: the tool lets most kinds through only after one.
+    /// The next report. The first of all is a greeting: the tool lets most kinds through only after a text.
     Report next(std::chrono::nanoseconds period);
     /// A report out of turn.
     Report ofKind(Kind kind);
 
-    /// Carries out commands.
-    /// \return the answers as reports, to be sent at once
-    std::vector<Report> command(std::string_view bytes);
+    /// Carries out commands and queues their answers, which next() returns when they are due. Holds back all
+    /// other texts meanwhile, also when `bytes` is empty: another board is about to answer.
+    void command(std::string_view bytes);
+    bool answering() const { return !answers.empty(); }
+    bool answerDue() const { return answering() && clock >= nextAnswer; }
+    /// How long it is to the next answer, when there is one.
+    std::chrono::nanoseconds untilAnswer() const { return std::max(nextAnswer - clock, Time::zero()); }
 
     void skip(std::chrono::nanoseconds time) { clock += time; }
     std::chrono::nanoseconds time() const { return clock; }
@@ -36,9 +43,10 @@ public:
 private:
     using Time = std::chrono::nanoseconds;
 
-    void postponeText();
+    Time lineDelay();
+    void holdTexts(Time until);
     bool due(Time &at, Time again);
-    Report greeting();
+    Report answer();
     Report scheduled();
     void shuffleDeck();
     Kind nextKind();
@@ -49,12 +57,13 @@ private:
     Sensor sensor;
     Firmware firmware;
     OddReports odd;
-    std::vector<Kind> deck; ///< shuffled; dealt from the back
+    std::vector<Kind> deck;          ///< shuffled; dealt from the back
+    std::deque<std::string> answers; ///< not sent yet; at first the greeting
     Time clock{0};
-    Time nextText{0};
+    Time nextAnswer{0};
+    Time nextLine{0};
     Time nextStatus{0};
     Time nextVoltage{0};
     Time nextUnknown{0};
-    bool greeted = false;
     bool penOnBoard = false;
 };

@@ -16,6 +16,7 @@ private slots:
     void aLockedFrequencyStands();
     void resetIsAsAtFirst();
     void noAnswerIsTakenForASignalLine();
+    void noTwoAnswersInARowAreTheSame();
 };
 
 using Answers = std::vector<std::string>;
@@ -145,6 +146,15 @@ void tst_firmware::noAnswerIsTakenForASignalLine()
         QVERIFY(answers.front().size() != 74);
         QCOMPARE(answers.front().find('!'), answers.front().size() - 1);
     }
+}
+
+// The Monitor drops the second of two equal reports.
+void tst_firmware::noTwoAnswersInARowAreTheSame()
+{
+    Sensor sensor(1);
+    Firmware firmware(sensor);
+    QCOMPARE(firmware.take("BBBU8B"), (Answers{"[B] streaming!", "[B] again: streaming!", "[B] streaming!",
+                                               "[U8] frequency locked!", "[B] streaming!"}));
 }
 
 QTEST_APPLESS_MAIN(tst_firmware)

@@ -38,6 +38,37 @@ QVector<Kind> sentKinds()
     };
 }
 
+/// A window that shows its Monitor, and every row that comes there.
+struct Tool
+{
+    Tool()
+    {
+        window.resize(1000, 600);
+        window.show();
+        auto *tabs = window.findChild<QTabWidget *>();
+        tabs->setCurrentIndex(tabs->count() - 1);
+        const auto *model = window.findChild<QTreeView *>()->model();
+        QObject::connect(model, &QAbstractItemModel::dataChanged, &window,
+                         [this](const QModelIndex &index) { rows += index.data().toString(); });
+    }
+    ~Tool()
+    {
+        window.close();
+        // What waits now stays in the window, by design.
+        qDeleteAll(window.packetQueue);
+    }
+
+    void type(const char *command)
+    {
+        auto *line = window.findChild<QLineEdit *>();
+        line->setText(QLatin1String(command));
+        QTest::keyClick(line, Qt::Key_Return);
+    }
+
+    qorvexgraph window;
+    QStringList rows;
+};
+
 } // namespace
 
 /// The simulated board through the tool's own intake, at the settings of a first start.
@@ -46,40 +77,84 @@ class SimRows : public QObject
     Q_OBJECT
 
 private slots:
+    void init();
+    void cleanup();
     void everyKindShowsWithinHalfAMinute();
+    void theFirstAnswerIsARowOfItsOwn();
+    void answersAreRowsOfTheirOwn_data();
+    void answersAreRowsOfTheirOwn();
+
+private:
+    void *library = nullptr;
 };
+
+void SimRows::init()
+{
+    library = dlopen(SIMULATOR_FILE, RTLD_NOW);
+    QVERIFY2(library, dlerror());
+}
+
+void SimRows::cleanup()
+{
+    dlclose(library);
+    qunsetenv("ORVEXSIM_SCENARIO");
+}
 
 void SimRows::everyKindShowsWithinHalfAMinute()
 {
-    void *library = dlopen(SIMULATOR_FILE, RTLD_NOW);
-    QVERIFY2(library, dlerror());
-    {
-        qorvexgraph window;
-        window.resize(1000, 600);
-        window.show();
-        QVector<Kind> missing = sentKinds();
-        auto *view = window.findChild<QTreeView *>();
-        connect(view->model(), &QAbstractItemModel::dataChanged, this, [&](const QModelIndex &index) {
-            const QString row = index.data().toString();
-            for (int i = missing.size() - 1; i >= 0; --i) {
-                if (missing[i].row.match(row).hasMatch())
-                    missing.remove(i);
-            }
-        });
-        auto *tabs = window.findChild<QTabWidget *>();
-        tabs->setCurrentIndex(tabs->count() - 1);
-        QTest::keyClicks(window.findChild<QLineEdit *>(), QStringLiteral("?"));
-        QTest::keyClick(window.findChild<QLineEdit *>(), Qt::Key_Return);
-        const bool allSeen = QTest::qWaitFor([&] { return missing.isEmpty(); }, 30000);
-        QStringList names;
-        for (const Kind &kind : missing)
-            names += QLatin1String(kind.name);
-        QVERIFY2(allSeen, qPrintable(QStringLiteral("not shown: ") + names.join(QStringLiteral(", "))));
-        window.close();
-        // What waits now stays in the window, by design.
-        qDeleteAll(window.packetQueue);
+    Tool tool;
+    tool.type("?");
+    QStringList missing;
+    const auto allSeen = [&] {
+        missing.clear();
+        for (const Kind &kind : sentKinds()) {
+            if (tool.rows.filter(kind.row).isEmpty())
+                missing += QLatin1String(kind.name);
+        }
+        return missing.isEmpty();
+    };
+    QVERIFY2(QTest::qWaitFor(allSeen, 30000),
+             qPrintable(QStringLiteral("not shown: ") + missing.join(QStringLiteral(", "))));
+}
+
+// The command that attaches the tool is sent as soon as the board may greet.
+void SimRows::theFirstAnswerIsARowOfItsOwn()
+{
+    for (int attempt = 0; attempt < 5; ++attempt) {
+        Tool tool;
+        tool.type("B");
+        QTRY_VERIFY2(tool.rows.contains(QLatin1String("[B] streaming!")),
+                     qPrintable(tool.rows.join(QLatin1Char('\n'))));
+        const auto greeting = tool.rows.indexOf(QLatin1String("board 1001 ready!"));
+        QVERIFY2(greeting >= 0 && greeting < tool.rows.indexOf(QLatin1String("[B] streaming!")),
+                 qPrintable(tool.rows.join(QLatin1Char('\n'))));
     }
-    dlclose(library);
+}
+
+void SimRows::answersAreRowsOfTheirOwn_data()
+{
+    QTest::addColumn<QByteArray>("scenario");
+    QTest::newRow("one board") << QByteArray("default");
+    QTest::newRow("two boards") << QByteArray("two-pens");
+    QTest::newRow("texts among the kinds") << QByteArray("all-kinds");
+}
+
+void SimRows::answersAreRowsOfTheirOwn()
+{
+    QFETCH(QByteArray, scenario);
+    qputenv("ORVEXSIM_SCENARIO", scenario);
+    Tool tool;
+    tool.type("?");
+    QTest::qWait(3000); // until it sends texts of other sorts, too
+    for (const char *command : {"U8", ".", ".", "B"})
+        tool.type(command);
+    for (const char *row :
+         {"[?] commands: . B U8 U0 < > V T R ? K1 K2 K3 K4 K5 K6 KH KI KD KP K* :RMM :MDU0 :MDP0!",
+          "[U8] frequency locked!", "[.] streaming stopped!", "[.] again: streaming stopped!",
+          "[B] streaming!"})
+        QTRY_VERIFY2(tool.rows.contains(QLatin1String(row)),
+                     qPrintable(QLatin1String(row) + QLatin1String(" is not in\n") +
+                                tool.rows.join(QLatin1Char('\n'))));
 }
 
 PADSCOPE_TEST_MAIN(SimRows)
