@@ -5,8 +5,10 @@
 #include "simulator/pen.h"
 #include "simulator/sensor.h"
 
+#include <atomic>
 #include <chrono>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -47,4 +49,7 @@ struct BoardPlan
     PenPath pen{};
     int adcMax = usualAdcMax;         ///< the highest voltage reading, `adcMin` to 1023
     std::vector<BoardEvent> events{}; ///< in the order of their times
+    /// How many of the events have happened. Shared by all copies: when the board comes back, none happens
+    /// again.
+    std::shared_ptr<std::atomic<std::size_t>> happened = std::make_shared<std::atomic<std::size_t>>(0);
 };

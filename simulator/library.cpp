@@ -47,20 +47,18 @@ int Library::attach()
 /// Starts the boards and what happens to them.
 void Library::power()
 {
-    standing = {};
     timeline = std::make_shared<Timeline>(
         [this](const Timeline &source, const LibraryEvent &event) { happen(source, event); });
-    for (const BoardPlan &plan : plugged)
-        addSocket(plan);
+    for (Socket &socket : sockets)
+        powerBoard(socket);
     startEvents();
 }
 
-void Library::addSocket(const BoardPlan &plan)
+void Library::powerBoard(Socket &socket)
 {
-    auto board = std::make_shared<Board>(plan, tally, [this](const Board &gone) { vanish(gone); });
-    board->start();
-    tally.know(plan.id);
-    sockets.push_back({plan, std::move(board)});
+    socket.board = std::make_shared<Board>(socket.plan, tally, [this](const Board &gone) { vanish(gone); });
+    socket.board->start();
+    tally.know(socket.plan.id);
 }
 
 void Library::detach()
@@ -96,7 +94,10 @@ void Library::letGo()
 Library::Leaving Library::takeOut()
 {
     Leaving leaving;
-    leaving.sockets.swap(sockets);
+    for (Socket &socket : sockets) {
+        if (socket.board)
+            leaving.boards.push_back(std::move(socket.board));
+    }
     leaving.timeline.swap(timeline);
     return leaving;
 }
@@ -106,8 +107,8 @@ Library::Threads Library::stop(const Leaving &leaving)
     Threads ending;
     if (leaving.timeline)
         ending.push_back(leaving.timeline->stop());
-    for (const Socket &socket : leaving.sockets)
-        ending.push_back(socket.board->stop());
+    for (const auto &board : leaving.boards)
+        ending.push_back(board->stop());
     return ending;
 }
 
@@ -131,8 +132,10 @@ std::vector<std::shared_ptr<Board>> Library::boards() const
 {
     const std::lock_guard lock(mutex);
     std::vector<std::shared_ptr<Board>> found;
-    for (const Socket &socket : sockets)
-        found.push_back(socket.board);
+    for (const Socket &socket : sockets) {
+        if (socket.board)
+            found.push_back(socket.board);
+    }
     return found;
 }
 

@@ -21,9 +21,9 @@
 
 /// The library's one state: the boards that are plugged in and, while somebody is attached, their threads.
 ///
-/// Which boards are plugged in outlives a detach; what the scenario's timeline plugs and unplugs does not.
-/// Threads are never joined under the lock, nor from within a callback: there they are put aside, for the
-/// next attach or detach or the end of the library to join.
+/// Which boards are plugged in outlives a detach, and so does what the scenario's timeline has done: it
+/// happens once. Threads are never joined under the lock, nor from within a callback: there they are put
+/// aside, for the next attach or detach or the end of the library to join.
 class Library
 {
 public:
@@ -78,7 +78,7 @@ private:
     struct Socket
     {
         BoardPlan plan;
-        std::shared_ptr<Board> board;
+        std::shared_ptr<Board> board; ///< null while nobody is attached
     };
     using Threads = std::vector<std::thread>;
     struct StandingFaults
@@ -91,20 +91,21 @@ private:
     Library();
     void readEnvironment();
     BoardPlan planFor(int id) const;
-    void addSocket(const BoardPlan &plan);
+    void usePlaces();
+    void powerBoard(Socket &socket);
     void power();
     void startEvents();
     struct Leaving
     {
-        std::vector<Socket> sockets;
+        std::vector<std::shared_ptr<Board>> boards;
         std::shared_ptr<Timeline> timeline;
     };
     Leaving takeOut();
     static Threads stop(const Leaving &leaving);
     void letGo();
     void finish(Threads ending);
-    bool plugLocked(int id, bool lasting);
-    std::thread pullOut(int id);
+    bool plugLocked(int id);
+    std::optional<std::thread> pullOut(int id);
     void vanish(const Board &board);
     void happen(const Timeline &source, const LibraryEvent &event);
     void change(const LibraryEvent &event);
@@ -115,8 +116,7 @@ private:
     Scenario scenario;
     std::string scenarioName;
     std::string error;
-    std::vector<BoardPlan> plugged; ///< what is there at an attach
-    std::vector<Socket> sockets;    ///< what is there now; empty while nobody is attached
+    std::vector<Socket> sockets; ///< what is plugged in
     int serialPort = -1;
     StandingFaults standing;
     std::shared_ptr<Notices> currentNotices;

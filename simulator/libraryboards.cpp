@@ -16,59 +16,46 @@ std::vector<int> Library::ids() const
 {
     const std::lock_guard lock(mutex);
     std::vector<int> found;
-    if (currentNotices)
-        for (const Socket &socket : sockets)
-            found.push_back(socket.plan.id);
-    else
-        for (const BoardPlan &plan : plugged)
-            found.push_back(plan.id);
+    for (const Socket &socket : sockets)
+        found.push_back(socket.plan.id);
     return found;
 }
 
 bool Library::plug(int id)
 {
     const std::lock_guard lock(mutex);
-    return plugLocked(id, true);
+    return plugLocked(id);
 }
 
-/// \param lasting beyond the next detach
-bool Library::plugLocked(int id, bool lasting)
+bool Library::plugLocked(int id)
 {
-    const BoardPlan plan = planFor(id);
-    const auto sum = [](int total, const BoardPlan &other) { return total + other.rate; };
-    const int total = std::accumulate(plugged.begin(), plugged.end(), plan.rate, sum);
-    if (plugged.size() >= mostBoards || sockets.size() >= mostBoards || total > highestTotalRate)
+    Socket socket{planFor(id), nullptr};
+    const auto sum = [](int total, const Socket &other) { return total + other.plan.rate; };
+    const int total = std::accumulate(sockets.begin(), sockets.end(), socket.plan.rate, sum);
+    if (sockets.size() >= mostBoards || total > highestTotalRate)
         return false;
     if (currentNotices) {
-        addSocket(plan);
+        powerBoard(socket);
         currentNotices->post();
     }
-    if (lasting)
-        plugged.push_back(plan);
+    sockets.push_back(std::move(socket));
     return true;
 }
 
 bool Library::unplug(int id)
 {
-    bool known = false;
-    {
-        const std::lock_guard lock(mutex);
-        const auto match = std::find_if(plugged.begin(), plugged.end(),
-                                        [id](const BoardPlan &plan) { return plan.id == id; });
-        known = match != plugged.end();
-        if (known)
-            plugged.erase(match);
-    }
+    auto pulledOut = pullOut(id);
+    if (!pulledOut)
+        return false;
     Threads ending;
-    ending.push_back(pullOut(id));
-    known = known || ending.front().joinable();
+    ending.push_back(std::move(*pulledOut));
     finish(std::move(ending));
-    return known;
+    return true;
 }
 
-/// Stops the first board with this id and notifies.
-/// \return its thread; none when there is no such board
-std::thread Library::pullOut(int id)
+/// Takes out the first board with this id, stops it and notifies.
+/// \return its thread, which there is while somebody is attached; nothing when there is no such board
+std::optional<std::thread> Library::pullOut(int id)
 {
     std::shared_ptr<Board> leaving;
     {
@@ -76,10 +63,12 @@ std::thread Library::pullOut(int id)
         const auto match = std::find_if(sockets.begin(), sockets.end(),
                                         [id](const Socket &socket) { return socket.plan.id == id; });
         if (match == sockets.end())
-            return {};
+            return std::nullopt;
         leaving = std::move(match->board);
         sockets.erase(match);
     }
+    if (!leaving)
+        return std::thread();
     std::thread ending = leaving->stop();
     if (const auto current = notices())
         current->post();
@@ -113,23 +102,19 @@ bool Library::setRate(int id, int perSecond)
     if (perSecond < 1 || perSecond > highestRate)
         return false;
     const std::lock_guard lock(mutex);
-    const auto total = [&](int sum, const BoardPlan &plan) {
-        return sum + (plan.id == id ? perSecond : plan.rate);
+    const auto total = [&](int sum, const Socket &socket) {
+        return sum + (socket.plan.id == id ? perSecond : socket.plan.rate);
     };
-    if (std::accumulate(plugged.begin(), plugged.end(), 0, total) > highestTotalRate)
+    if (std::accumulate(sockets.begin(), sockets.end(), 0, total) > highestTotalRate)
         return false;
     bool found = false;
-    for (BoardPlan &plan : plugged) {
-        if (plan.id == id) {
-            plan.rate = perSecond;
-            found = true;
-        }
-    }
-    for (const Socket &socket : sockets) {
-        if (socket.plan.id == id) {
+    for (Socket &socket : sockets) {
+        if (socket.plan.id != id)
+            continue;
+        found = true;
+        socket.plan.rate = perSecond;
+        if (socket.board)
             socket.board->happen({{}, BoardEvent::What::Rate, perSecond});
-            found = true;
-        }
     }
     return found;
 }
@@ -137,7 +122,7 @@ bool Library::setRate(int id, int perSecond)
 bool Library::connectSerial(int port)
 {
     const std::lock_guard lock(mutex);
-    if (port < 0 || port > highestSerialPort || serialPort >= 0 || !plugLocked(firstSerialBoard + port, true))
+    if (port < 0 || port > highestSerialPort || serialPort >= 0 || !plugLocked(firstSerialBoard + port))
         return false;
     serialPort = port;
     return true;

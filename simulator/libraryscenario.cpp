@@ -21,16 +21,6 @@ Scenario defaultScenario()
     return {"One board", {{{firstBoardId, firstBoardId}}}, {}};
 }
 
-std::vector<BoardPlan> pluggedAtFirst(const Scenario &scenario)
-{
-    std::vector<BoardPlan> plans;
-    for (const Scenario::Place &place : scenario.boards) {
-        if (place.plugged)
-            plans.push_back(place.plan);
-    }
-    return plans;
-}
-
 std::optional<Scenario> load(const std::string &nameOrPath, std::string &complaint)
 {
     const std::string file = scenariofolder::fileOf(nameOrPath);
@@ -55,7 +45,17 @@ void Library::readEnvironment()
         if (!loaded)
             std::fputs((error + '\n').c_str(), stderr);
     }
-    plugged = pluggedAtFirst(scenario);
+    usePlaces();
+}
+
+/// Plugs in what the scenario has there at first, and nothing else.
+void Library::usePlaces()
+{
+    sockets.clear();
+    for (const Scenario::Place &place : scenario.boards) {
+        if (place.plugged)
+            sockets.push_back({place.plan, nullptr});
+    }
 }
 
 bool Library::choose(const std::string &nameOrPath)
@@ -72,7 +72,8 @@ bool Library::choose(const std::string &nameOrPath)
         leaving = takeOut();
         scenario = std::move(*loaded);
         scenarioName = nameOrPath;
-        plugged = pluggedAtFirst(scenario);
+        usePlaces();
+        standing = {};
         serialPort = -1;
         if (currentNotices) {
             power();
@@ -104,16 +105,9 @@ void Library::complain(const std::string &line)
 /// A board as the scenario describes it, unless that one is there already.
 BoardPlan Library::planFor(int id) const
 {
-    std::vector<BoardPlan> present = plugged;
-    if (currentNotices) {
-        present.clear();
-        for (const Socket &socket : sockets)
-            present.push_back(socket.plan);
-    }
-    const auto isThere = [&present](const BoardPlan &plan) {
-        return std::any_of(present.begin(), present.end(), [&plan](const BoardPlan &other) {
-            return other.id == plan.id && other.seed == plan.seed;
-        });
+    const auto isThere = [this](const BoardPlan &plan) {
+        return std::any_of(sockets.begin(), sockets.end(),
+                           [&plan](const Socket &socket) { return socket.plan.happened == plan.happened; });
     };
     for (const Scenario::Place &place : scenario.boards) {
         if (place.plan.id == id && !isThere(place.plan))
@@ -132,6 +126,7 @@ void Library::startEvents()
         else
             later.push_back(event);
     }
+    scenario.events = later;
     timeline->add(later);
 }
 
@@ -140,24 +135,30 @@ void Library::happen(const Timeline &source, const LibraryEvent &event)
 {
     {
         const std::lock_guard lock(mutex);
-        if (timeline.get() != &source) // of a scenario that is over
+        if (timeline.get() != &source) // of an attach that is over
             return;
+        const auto same = [&event](const LibraryEvent &other) {
+            return other.at == event.at && other.what == event.what && other.value == event.value;
+        };
+        const auto match = std::find_if(scenario.events.begin(), scenario.events.end(), same);
+        if (match != scenario.events.end())
+            scenario.events.erase(match);
         if (event.what != LibraryEvent::What::Unplug) {
             change(event);
             return;
         }
     }
     // Joins not what others have put aside: that may be this very thread.
-    std::thread ending = pullOut(event.value);
-    if (ending.joinable())
-        ending.join();
+    auto ending = pullOut(event.value);
+    if (ending && ending->joinable())
+        ending->join();
 }
 
 void Library::change(const LibraryEvent &event)
 {
     switch (event.what) {
     case LibraryEvent::What::Plug:
-        plugLocked(event.value, false);
+        plugLocked(event.value);
         break;
     case LibraryEvent::What::Notice:
         currentNotices->post();
@@ -197,9 +198,11 @@ bool Library::trigger(const std::string &name)
         return false;
     }
     if (!concernsBoards) {
+        const auto events = libraryEvents(*fault, {});
         const std::lock_guard lock(mutex);
+        scenario.events.insert(scenario.events.end(), events.begin(), events.end());
         if (timeline)
-            timeline->add(libraryEvents(*fault, {}));
+            timeline->add(events);
         return true;
     }
     const bool every = fault->scope == Fault::Scope::EveryBoard;
@@ -232,7 +235,7 @@ int Library::reportedCount() const
 std::optional<int> Library::reportedId(int index) const
 {
     const std::lock_guard lock(mutex);
-    const bool known = index >= 0 && static_cast<std::size_t>(index) < sockets.size();
+    const bool known = currentNotices && index >= 0 && static_cast<std::size_t>(index) < sockets.size();
     if (!known || standing.failingIndexes.count(index) > 0)
         return std::nullopt;
     return sockets[static_cast<std::size_t>(index)].plan.id;

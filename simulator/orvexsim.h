@@ -101,7 +101,8 @@ const char *orvexsim_fault_text(const char *fault);
 int orvexsim_fault_is_on(const char *fault);
 
 /// Lets a fault happen now, with the amounts in the table of faults in README.md: to every board, or to the
-/// first one where that table says so. Faults that last are switched off by being triggered again.
+/// first one where that table says so. Faults that last are switched off by being triggered again, or by
+/// another scenario.
 /// \return 0, or -1 with a line in orvexsim_last_error() when there is no such fault, or nobody is attached
 int orvexsim_trigger(const char *fault);
 

@@ -10,13 +10,24 @@ std::chrono::nanoseconds periodOf(int rate)
     return std::chrono::nanoseconds(std::chrono::seconds(1)) / rate;
 }
 
+/// The rate that the events so far have left.
+int rateOf(const BoardPlan &plan)
+{
+    int rate = plan.rate;
+    for (std::size_t i = 0; i < *plan.happened; ++i) {
+        const BoardEvent &event = plan.events[i];
+        if (event.what == BoardEvent::What::Rate)
+            rate = event.amount ? event.amount : plan.rate;
+    }
+    return rate;
+}
+
 } // namespace
 
-Script::Script(BoardPlan plan)
-    : events(plan.events)
-    , plannedRate(plan.rate)
-    , period(periodOf(plan.rate))
-    , stream(std::move(plan))
+Script::Script(BoardPlan plan_)
+    : plan(std::move(plan_))
+    , period(periodOf(rateOf(plan)))
+    , stream(plan)
 {
 }
 
@@ -24,10 +35,7 @@ Script::Step Script::next()
 {
     if (!stream.streaming())
         return stopped();
-    while (!events.empty() && events.front().at <= stream.time()) {
-        perform(events.front());
-        events.erase(events.begin());
-    }
+    performDue();
     if (pause.count() > 0) {
         stream.skip(pause);
         return {std::nullopt, std::exchange(pause, {})};
@@ -40,6 +48,18 @@ Script::Step Script::next()
     if (vanishing)
         return vanish();
     return bursts.empty() || stream.answerDue() ? regular() : burst();
+}
+
+void Script::performDue()
+{
+    // A board that was unplugged from within a callback may still be at its last step when it is back.
+    std::size_t next = *plan.happened;
+    while (next < plan.events.size() && plan.events[next].at <= stream.time()) {
+        if (plan.happened->compare_exchange_strong(next, next + 1))
+            perform(plan.events[next++]);
+    }
+    for (; !added.empty() && added.front().at <= stream.time(); added.erase(added.begin()))
+        perform(added.front());
 }
 
 /// Time goes on for an answer and nothing else.
@@ -63,7 +83,7 @@ void Script::add(BoardEvent event)
 {
     event.at += stream.time();
     const auto later = [](const BoardEvent &a, const BoardEvent &b) { return a.at < b.at; };
-    events.insert(std::upper_bound(events.begin(), events.end(), event, later), std::move(event));
+    added.insert(std::upper_bound(added.begin(), added.end(), event, later), std::move(event));
 }
 
 void Script::perform(const BoardEvent &event)
@@ -79,7 +99,7 @@ void Script::perform(const BoardEvent &event)
         out.push_back(event.bytes);
         break;
     case BoardEvent::What::Rate:
-        period = periodOf(event.amount ? event.amount : plannedRate);
+        period = periodOf(event.amount ? event.amount : plan.rate);
         break;
     case BoardEvent::What::Vanish:
         vanishing = true;

@@ -20,7 +20,7 @@ public:
         bool vanishes = false;            ///< the board is gone after this report
     };
 
-    explicit Script(BoardPlan plan);
+    explicit Script(BoardPlan plan_);
 
     Step next();
     /// Lets something happen from now on: the event's time counts from here.
@@ -39,14 +39,15 @@ private:
         std::optional<Kind> kind;
     };
 
+    void performDue();
     void perform(const BoardEvent &event);
     Step stopped();
     Step regular();
     Step burst();
     Step vanish();
 
-    std::vector<BoardEvent> events; ///< to come, in the order of their times
-    const int plannedRate;
+    const BoardPlan plan;
+    std::vector<BoardEvent> added; ///< from outside, to come, in the order of their times
     std::chrono::nanoseconds period;
     Stream stream;
     std::deque<Report> out; ///< of the events, to be sent first

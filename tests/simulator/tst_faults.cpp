@@ -21,6 +21,7 @@ private slots:
     void oneIndexCannotBeEnumerated();
     void theCountLies();
     void aBoardVanishesInMidReport();
+    void aBoardVanishesOnce();
     void aBoardVanishesFromUnderItsCallbacks();
     void thePlugStorm();
     void theFloodComesFromEightThreads();
@@ -29,6 +30,9 @@ private slots:
     void aSlowCommand();
     void aCallbackWithinACommand();
     void detachInAStorm();
+    void aStormGoesOnAfterADetach();
+    void standingFaultsOutliveADetach();
+    void aSlowCommandIsOne();
 };
 
 namespace {
@@ -191,6 +195,24 @@ void tst_faults::aBoardVanishesInMidReport()
     QCOMPARE(library.orvexSendCommand(1001, "?"), -1);
 }
 
+void tst_faults::aBoardVanishesOnce()
+{
+    SimulatedLibrary library;
+    library.choose("vanish");
+    library.orvexAttach();
+    library.orvexSetCallback(1001, ignore, nullptr);
+    QTRY_COMPARE(library.boardIds(), std::vector<int>{1002});
+    library.orvexDetach();
+    library.orvexAttach();
+    QCOMPARE(library.boardIds(), std::vector<int>{1002}); // it stays away
+    library.plug(1001);
+    Recorder recorder;
+    library.orvexSetCallback(1001, Recorder::data, &recorder);
+    QTRY_VERIFY(recorder.count() > 350); // three seconds are over
+    QCOMPARE(library.boardIds(), (std::vector<int>{1002, 1001}));
+    library.orvexDetach();
+}
+
 void tst_faults::aBoardVanishesFromUnderItsCallbacks()
 {
     SimulatedLibrary library;
@@ -323,6 +345,51 @@ void tst_faults::detachInAStorm()
         const std::size_t last = recorder.notices();
         QTest::qWait(20);
         QCOMPARE(recorder.notices(), last);
+    }
+}
+
+void tst_faults::aStormGoesOnAfterADetach()
+{
+    Recorder recorder;
+    SimulatedLibrary library;
+    library.orvexAttach();
+    library.trigger("plug-storm");
+    QTRY_COMPARE(library.boardIds(), (std::vector<int>{1001, 9999}));
+    library.orvexDetach();
+    library.orvexAttach();
+    library.orvexSetPnpCallback(Recorder::pnp, &recorder);
+    // The last of ten times that board 9999 comes or goes is the 451st of 500 notices.
+    QTRY_COMPARE(library.boardIds(), std::vector<int>{1001});
+    QVERIFY(recorder.notices() < 500);
+}
+
+void tst_faults::standingFaultsOutliveADetach()
+{
+    SimulatedLibrary library;
+    library.choose("lying-count");
+    for (int attach = 0; attach < 3; ++attach) {
+        library.orvexAttach();
+        QCOMPARE(library.orvexGetDeviceCount(), 3);
+        library.orvexDetach();
+    }
+    library.choose("default");
+    library.orvexAttach();
+    QCOMPARE(library.orvexGetDeviceCount(), 1);
+}
+
+void tst_faults::aSlowCommandIsOne()
+{
+    SimulatedLibrary library;
+    library.choose("slow-command");
+    library.orvexAttach();
+    library.orvexDetach(); // without a command
+    QElapsedTimer timer;
+    for (const bool slow : {true, false}) {
+        library.orvexAttach();
+        timer.start();
+        QCOMPARE(library.orvexSendCommand(1001, "?"), 0);
+        QCOMPARE(timer.elapsed() >= 1990, slow);
+        library.orvexDetach();
     }
 }
 

@@ -1,6 +1,7 @@
 #include "tests/simulator/simulatedlibrary.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -22,7 +23,10 @@ private slots:
     void sameBytesInEveryRun_data();
     void sameBytesInEveryRun();
     void boardsOfTheTimelineComeAndGo();
-    void theTimelineStartsAnewWithAnAttach();
+    void whatTheTimelineUnplugsStaysUnplugged();
+    void whatHappensToABoardHappensOnce_data();
+    void whatHappensToABoardHappensOnce();
+    void aRateOutlivesADetach();
     void aBoardComesBackAsDescribed();
     void variants_data();
     void variants();
@@ -210,18 +214,70 @@ void tst_scenarios::boardsOfTheTimelineComeAndGo()
     QTRY_COMPARE(recorder.notices(), std::size_t{2});
 }
 
-void tst_scenarios::theTimelineStartsAnewWithAnAttach()
+void tst_scenarios::whatTheTimelineUnplugsStaysUnplugged()
 {
     QTemporaryDir folder;
     qputenv(variable, written(folder, R"({"title": "t", "boards": [{"id": 1}],
         "timeline": [{"at": 0.1, "do": "unplug", "board": 1}]})"));
     SimulatedLibrary library;
-    for (int i = 0; i < 3; ++i) {
-        library.orvexAttach();
-        QCOMPARE(library.orvexGetDeviceCount(), 1);
-        QTRY_COMPARE(library.orvexGetDeviceCount(), 0);
+    library.orvexAttach();
+    QCOMPARE(library.orvexGetDeviceCount(), 1);
+    QTRY_COMPARE(library.orvexGetDeviceCount(), 0);
+    library.orvexDetach();
+    QCOMPARE(library.boardIds(), std::vector<int>{});
+    library.plug(1);
+    library.orvexAttach();
+    QTest::qWait(300); // and is not unplugged again
+    QCOMPARE(library.boardIds(), std::vector<int>{1});
+}
+
+void tst_scenarios::whatHappensToABoardHappensOnce_data()
+{
+    QTest::addColumn<bool>("unplugged");
+    QTest::newRow("attached anew") << false;
+    QTest::newRow("plugged in anew") << true;
+}
+
+void tst_scenarios::whatHappensToABoardHappensOnce()
+{
+    QFETCH(bool, unplugged);
+    QTemporaryDir folder;
+    qputenv(variable, written(folder, R"({"title": "t", "boards": [{"id": 1}], "timeline": [
+        {"at": 0.1, "do": "raw", "board": 1, "hex": "03 de 01"},
+        {"at": 0.8, "do": "raw", "board": 1, "hex": "03 de 02"}]})"));
+    Recorder recorder;
+    SimulatedLibrary library;
+    library.orvexAttach();
+    library.orvexSetCallback(1, Recorder::data, &recorder);
+    QTRY_COMPARE(recorder.timesSeen(Bytes{3, 0xDE, 1}), 1);
+    if (unplugged) {
+        library.unplug(1);
+        library.plug(1);
+    } else {
         library.orvexDetach();
-        QCOMPARE(library.boardIds(), std::vector<int>{1});
+        library.orvexAttach();
+    }
+    library.orvexSetCallback(1, Recorder::data, &recorder);
+    QTRY_COMPARE(recorder.timesSeen(Bytes{3, 0xDE, 2}), 1);
+    QCOMPARE(recorder.timesSeen(Bytes{3, 0xDE, 1}), 1);
+}
+
+void tst_scenarios::aRateOutlivesADetach()
+{
+    QTemporaryDir folder;
+    qputenv(variable, written(folder, R"({"title": "t", "boards": [{"id": 1}],
+        "timeline": [{"at": 0.05, "do": "rate", "board": 1, "rate": 1000}]})"));
+    SimulatedLibrary library;
+    for (int attach = 0; attach < 2; ++attach) {
+        Recorder recorder;
+        library.orvexAttach();
+        QElapsedTimer timer;
+        timer.start();
+        library.orvexSetCallback(1, Recorder::data, &recorder);
+        QTRY_VERIFY(recorder.count() >= 1000);
+        // At the planned rate it would be ten seconds.
+        QVERIFY2(timer.elapsed() < 3000, QByteArray::number(timer.elapsed()));
+        library.orvexDetach();
     }
 }
 

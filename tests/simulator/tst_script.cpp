@@ -104,8 +104,11 @@ void tst_script::sameStepsFromTheSamePlan_data()
 void tst_script::sameStepsFromTheSamePlan()
 {
     QFETCH(QByteArray, scenario);
-    for (const Scenario::Place &place : shipped(scenario.constData()).boards) {
-        Script first(place.plan), second(place.plan);
+    // Read twice: an event of a plan happens once.
+    const Scenario one = shipped(scenario.constData());
+    const Scenario other = shipped(scenario.constData());
+    for (std::size_t board = 0; board < one.boards.size(); ++board) {
+        Script first(one.boards[board].plan), second(other.boards[board].plan);
         for (int i = 0; i < 3000; ++i) {
             if (i == 1000) {
                 first.command("VT>K1");
