@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include <QCheckBox>
+#include <QEvent>
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -73,6 +74,23 @@ void bargraph::addFrequencyControls(QHBoxLayout *row)
     freqSpin->setRange(0, 500000);
     connect(freqSpin, SIGNAL(valueChanged(int)), this, SLOT(OnSpinFrequency(int)));
     row->addWidget(freqSpin);
+}
+
+bool bargraph::event(QEvent *event)
+{
+    const bool known = qorvexwidget::event(event);
+    if (event->type() == QEvent::Polish || event->type() == QEvent::StyleChange)
+        keepFrameTransparent();
+    return known;
+}
+
+/// A host's style sheet may give every widget a background, and the frame's is painted over the picture.
+/// Without a host's, the frame must have no sheet either: it would no longer inherit its palette.
+void bargraph::keepFrameTransparent()
+{
+    const QLatin1String sheet(testAttribute(Qt::WA_StyleSheet) ? "background: transparent" : "");
+    if (drawFrame->styleSheet() != sheet)
+        drawFrame->setStyleSheet(sheet);
 }
 
 void bargraph::OnClickedClassicMode(int c)

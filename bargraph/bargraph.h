@@ -43,11 +43,13 @@ public slots:
     void on_displayThresholdSlider_valueChanged(int val);
 
 protected:
+    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
     void addModeControls(QHBoxLayout *row);
     void addFrequencyControls(QHBoxLayout *row);
+    void keepFrameTransparent();
     void takeText(const _DataPacket &packet);
     void parseTextLine();
     void takeFullSignal(const reports::Bytes &bytes);
