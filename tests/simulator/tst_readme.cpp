@@ -6,10 +6,14 @@
 #include <algorithm>
 #include <QDir>
 #include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QRegularExpression>
+#include <QTemporaryFile>
 #include <QtTest>
 
-/// The tables of the simulator's page name what there is: no more, no less, and each once.
+/// The tables of the simulator's pages name what there is: no more, no less, and each once.
 class tst_readme : public QObject
 {
     Q_OBJECT
@@ -20,14 +24,40 @@ private slots:
     void scenarios();
     void faultsAndTheirAmounts();
     void commands();
+    void theExampleIsAScenario();
+    void theExampleHasEveryEvent();
+    void defaultsOfABoard();
+    void defaultWeights();
 
 private:
-    QStringList rowsOf(const QString &section) const;
-
     QString page;
+    QString scenarioPage;
+    QJsonObject schema;
 };
 
 namespace {
+
+QByteArray contentsOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// The rows of the table in a section, without its head.
+QStringList rowsOf(const QString &page, const QString &section)
+{
+    const int start = page.indexOf("\n## " + section + "\n");
+    const QString body = page.mid(start, page.indexOf("\n## ", start + 1) - start);
+    return start < 0 ? QStringList() : body.split('\n').filter(QRegularExpression("^\\|")).mid(2);
+}
+
+/// The example as its page says: without what follows "//".
+QString exampleIn(const QString &page)
+{
+    const QString begin = "```jsonc\n";
+    const int start = page.indexOf(begin) + begin.size();
+    return page.mid(start, page.indexOf("```", start) - start).remove(QRegularExpression(" *//[^\n]*"));
+}
 
 /// Everything in backticks, in order of the alphabet.
 QStringList quotedIn(const QStringList &texts)
@@ -55,17 +85,10 @@ QStringList cells(const QStringList &rows, int column)
 
 void tst_readme::initTestCase()
 {
-    QFile file(SIMULATOR_FOLDER "/README.md");
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    page = QString::fromUtf8(file.readAll());
-}
-
-/// The rows of the table in a section, without its head.
-QStringList tst_readme::rowsOf(const QString &section) const
-{
-    const int start = page.indexOf("\n## " + section + "\n");
-    const QString body = page.mid(start, page.indexOf("\n## ", start + 1) - start);
-    return start < 0 ? QStringList() : body.split('\n').filter(QRegularExpression("^\\|")).mid(2);
+    page = QString::fromUtf8(contentsOf(SIMULATOR_FOLDER "/README.md"));
+    scenarioPage = QString::fromUtf8(contentsOf(SIMULATOR_FOLDER "/../docs/scenarios.md"));
+    schema = QJsonDocument::fromJson(contentsOf(SCENARIO_FOLDER "/schema.json")).object();
+    QVERIFY(!page.isEmpty() && !scenarioPage.isEmpty() && !schema.isEmpty());
 }
 
 void tst_readme::entryPoints()
@@ -76,7 +99,7 @@ void tst_readme::entryPoints()
 #undef APPEND
     expected.sort();
     QCOMPARE(expected.size(), 47);
-    QCOMPARE(quotedIn(cells(rowsOf("Entry points"), 1)), expected);
+    QCOMPARE(quotedIn(cells(rowsOf(page, "Entry points"), 1)), expected);
 }
 
 void tst_readme::scenarios()
@@ -92,7 +115,7 @@ void tst_readme::scenarios()
         expected.append("| `" + file.chopped(5) + "` | " + QString::fromStdString(scenario->title) + " |");
     }
     expected.sort();
-    QStringList rows = rowsOf("Scenarios");
+    QStringList rows = rowsOf(page, "Scenarios");
     rows.sort();
     QCOMPARE(rows, expected);
 }
@@ -100,7 +123,7 @@ void tst_readme::scenarios()
 void tst_readme::faultsAndTheirAmounts()
 {
     QStringList names;
-    const QStringList rows = rowsOf("Faults");
+    const QStringList rows = rowsOf(page, "Faults");
     for (const Fault &fault : faults) {
         const QString name = QString::fromUtf8(fault.name.data());
         names.append(name);
@@ -127,7 +150,70 @@ void tst_readme::commands()
     for (const char *name : {"K2", "K3", "K4", "K5"}) // "K1 to K6"
         QVERIFY(expected.removeOne(name));
     expected.sort();
-    QCOMPARE(quotedIn(cells(rowsOf("Commands"), 1)), expected);
+    QCOMPARE(quotedIn(cells(rowsOf(page, "Commands"), 1)), expected);
+}
+
+void tst_readme::theExampleIsAScenario()
+{
+    QTemporaryFile file;
+    QVERIFY(file.open());
+    file.write(exampleIn(scenarioPage).toUtf8());
+    file.close();
+    std::string complaint;
+    const auto scenario = readScenario(file.fileName().toStdString(), complaint);
+    QVERIFY2(scenario, complaint.c_str());
+    QCOMPARE(scenario->boards.size(), std::size_t{2});
+    QCOMPARE(scenario->boards[0].plan.rate, 200);
+    QVERIFY(!scenario->boards[1].plugged);
+}
+
+void tst_readme::theExampleHasEveryEvent()
+{
+    QStringList expected;
+    const QJsonArray events = schema["$defs"].toObject()["event"].toObject()["oneOf"].toArray();
+    for (const QJsonValue &event : events)
+        expected.append(event["properties"]["do"]["const"].toString());
+    QStringList found;
+    const QJsonArray timeline =
+        QJsonDocument::fromJson(exampleIn(scenarioPage).toUtf8())["timeline"].toArray();
+    for (const QJsonValue &event : timeline)
+        found.append(event["do"].toString());
+    expected.sort();
+    found.sort();
+    found.removeDuplicates();
+    QVERIFY(expected.size() > 5);
+    QCOMPARE(found, expected);
+}
+
+void tst_readme::defaultsOfABoard()
+{
+    const QStringList rows = rowsOf(scenarioPage, "What a board does unless it is told otherwise");
+    QStringList keys = schema["$defs"].toObject()["board"].toObject()["properties"].toObject().keys();
+    keys.sort();
+    QCOMPARE(quotedIn(cells(rows, 1)), keys);
+    const Scenario::Place usual{{1, 1}};
+    const auto tells = [&rows](const QString &key, const QString &value) {
+        return rows.filter("| `" + key + "` | `" + value + "` |").size() == 1;
+    };
+    QVERIFY(tells("rate", QString::number(usual.plan.rate)));
+    QVERIFY(tells("adcMax", QString::number(usual.plan.adcMax)));
+    QVERIFY(tells("plugged", usual.plugged ? "true" : "false"));
+    QVERIFY(tells("lines", usual.plan.lines ? "true" : "false"));
+    QVERIFY(tells("unknowns", usual.plan.unknowns ? "true" : "false"));
+    QVERIFY(tells("pen", usual.plan.pen.away ? "\"away\"" : "\"writing\""));
+}
+
+void tst_readme::defaultWeights()
+{
+    QMap<QString, int> found;
+    for (const QString &row : rowsOf(scenarioPage, "Weights")) {
+        for (const QString &kind : quotedIn(cells({row}, 1)))
+            found[kind] = cells({row}, 2).value(0).toInt();
+    }
+    QMap<QString, int> expected;
+    for (std::size_t kind = 0; kind < kindCount; ++kind)
+        expected[QString::fromUtf8(kindNames[kind].data())] = usualWeights[kind];
+    QCOMPARE(found, expected);
 }
 
 QTEST_APPLESS_MAIN(tst_readme)
