@@ -166,10 +166,10 @@ def sessions(build, smoke):
 def stream_lines(build, smoke):
     ratios, lines = stream_pairs(build, 1000, 2 if smoke else 20, 1 if smoke else 3)
     each = ", ".join(f"{ratio:.2f}" for ratio in ratios["stream"])
-    return [f"- **f**: 1,000 rows a second, tool and X server together beside CuteCom: "
-            f"**{statistics.median(ratios['stream']):.2f}** (bound 0.33; pairs: {each}). "
-            f"{lines:,} rows in the tool and lines in CuteCom a run. A bare window that takes one queued call a report, "
-            f"and shows nothing, costs {statistics.median(ratios['wake']):.2f} of CuteCom."]
+    return [f"- **f**: At 1,000 rows a second tool and X server together take "
+            f"**{statistics.median(ratios['stream']):.2f}** times CuteCom's processor time (bound 0.33). The pairs of runs "
+            f"gave {each}, each with {lines:,} rows on either side. A bare window that takes one queued call a report, "
+            f"and shows nothing, takes {statistics.median(ratios['wake']):.2f} times CuteCom's."]
 
 
 def flood_lines(build, smoke):
@@ -183,21 +183,23 @@ def flood_lines(build, smoke):
     whole = longest["rowsMeanwhile"] * longest["secondsPerRow"] * 1000
     grown = (second["heapBytes"] - first["heapBytes"]) / 1048576
     clicks = session(build, "clicks", "--rate", 5000, "--seconds", 2 if smoke else 30)
-    return [f"- **g**: {reports:,} reports from four threads, twice: none lost, none out of order in its thread. Heap in "
-            f"use after the second flood {grown:+.3f} MiB beside after the first (bound 1). The longest deaf time is "
-            f"{longest['deafMs'] / whole if whole else 0:.2f} of what the {longest['rowsMeanwhile']:,} rows drained "
-            f"in it cost on average.",
-            f"- **g**: at 5,000 reports a second the slowest of {clicks['clicks']} clicks was answered within "
-            f"{clicks['longest'] / 100:.2f} of the 100 ms allowed, the median within {clicks['median'] / 100:.3f}; "
-            f"{clicks['rows']:,} rows."]
+    return [f"- **g**: Of {reports:,} reports from four threads, sent twice, none is lost, and none leaves its thread's "
+            f"order. The heap in use changes by {grown:+.3f} MiB from the first time to the second (bound 1 MiB). The "
+            f"longest time without an event handled is {longest['deafMs'] / whole if whole else 0:.2f} times what the "
+            f"{longest['rowsMeanwhile']:,} rows shown in it cost on average.",
+            f"- **g**: At 5,000 reports a second the slowest of {clicks['clicks']} clicks is answered after "
+            f"{clicks['longest']:.1f} ms (bound 100 ms), the median after {clicks['median']:.1f} ms. "
+            f"{clicks['rows']:,} rows are shown meanwhile."]
 
 
 def idle_lines(build, smoke):
     counts = idle_pairs(build, 3 if smoke else 20, 1 if smoke else 3)
     middle = {which: statistics.median(values) for which, values in counts.items()}
-    return [f"- **h**: wake-ups while nothing arrives, beside a bare window with a focused line edit: Monitor "
-            f"{middle['rows'] - middle['bare']:+g}, Bar Graph {middle['bars'] - middle['bare']:+g} (bound 0; "
-            f"all counts: {counts})."]
+    each = "; ".join(f"{name} {', '.join(map(str, counts[which]))}"
+                     for which, name in (("rows", "Monitor"), ("bars", "Bar Graph"), ("bare", "bare window")))
+    return [f"- **h**: While nothing arrives the tool's thread wakes up as often as that of a bare window with a focused "
+            f"line edit, but for {middle['rows'] - middle['bare']:+g} in the Monitor and "
+            f"{middle['bars'] - middle['bare']:+g} in the Bar Graph (bound 0). Counts of the runs: {each}."]
 
 
 def growth_lines(build, smoke):
@@ -212,6 +214,7 @@ def growth_lines(build, smoke):
     one = cost(1, 1)
     boards = ", ".join(f"{cost(count, 1) / one:.2f} with {count}" for count in (4, 16, 32))
     attaches = ", ".join(f"{cost(1, count) / one:.2f} after {count:,}" for count in ((10,) if smoke else (10, 100, 1000)))
-    return [f"- **j**: cost of a report as rows come, beside that up to row 10,000: {told}.",
-            f"- **j**: beside one board: {boards}. Beside one attach: {attaches}; each attach adds a connection, by "
-            f"design, and so each report one more call that finds the queue empty."]
+    return [f"- **j**: Cost of a report as a multiple of that up to row 10,000: {told}.",
+            f"- **j**: Cost of a report as a multiple of that with one board: {boards}.",
+            f"- **j**: Cost of a report as a multiple of that after one attach: {attaches}. Each attach adds a "
+            f"connection, by design, so each report makes one more call that finds the queue empty."]
