@@ -28,6 +28,10 @@ private slots:
     void cleanupTestCase();
 
 private:
+    void startDisplay();
+    void startTool();
+    /// Ends the whole program, since no step works without this one.
+    void failIfItEnds(QProcess &process, const char *message);
     /// The rest of the state's line that begins with this.
     QString state(const QString &name) const;
     QStringList calls() const;
@@ -48,11 +52,12 @@ namespace {
 
 constexpr int patienceMs = 20000;
 
-/// The number of the display that the server has chosen.
+/// The number of the display that the server has chosen. By default a server resets when its last client
+/// leaves, and closes the connection that the manager is about to open.
 QByteArray startServer(QProcess &server)
 {
     server.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    server.start("Xvfb", {"-displayfd", "1", "-screen", "0", "1280x800x24", "-nolisten", "tcp"});
+    server.start("Xvfb", {"-displayfd", "1", "-noreset", "-screen", "0", "1280x800x24", "-nolisten", "tcp"});
     QByteArray number;
     while (!number.endsWith('\n') && server.waitForReadyRead(patienceMs))
         number += server.readAllStandardOutput();
@@ -61,6 +66,8 @@ QByteArray startServer(QProcess &server)
 
 void stop(QProcess &process)
 {
+    if (process.state() == QProcess::NotRunning)
+        return;
     process.terminate();
     if (!process.waitForFinished(5000))
         process.kill();
@@ -90,24 +97,46 @@ QStringList Display::calls() const
     return lines.replaceInStrings(QRegularExpression("^call "), QString());
 }
 
+/// What it prints; nothing if it fails, when it may still print a zero.
 QByteArray Display::xdotool(const QStringList &arguments)
 {
     QProcess process;
     process.start("xdotool", arguments);
-    if (!process.waitForFinished(patienceMs) || process.exitCode() != 0)
-        qWarning() << "xdotool" << arguments << process.readAllStandardError();
-    return process.readAllStandardOutput().trimmed();
+    // Events are handled meanwhile, so that the end of the manager is noticed.
+    const bool isDone = QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, patienceMs);
+    if (isDone && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0)
+        return process.readAllStandardOutput().trimmed();
+    qWarning() << "xdotool" << arguments << process.readAllStandardError();
+    return {};
 }
 
-void Display::initTestCase()
+void Display::failIfItEnds(QProcess &process, const char *message)
+{
+    connect(&process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this, [this, message] {
+        QTest::qFail(message, __FILE__, __LINE__);
+        cleanupTestCase();
+        home.remove();
+        std::exit(EXIT_FAILURE);
+    });
+}
+
+void Display::startDisplay()
 {
     const QByteArray number = startServer(server);
     QVERIFY(!number.isEmpty());
+    failIfItEnds(server, "the display server ended");
     qputenv("DISPLAY", ':' + number);
-    manager.start("openbox", QStringList());
+    QStringList command = qEnvironmentVariable("TST_DISPLAY_MANAGER", "openbox").split(' ');
+    manager.setProcessChannelMode(QProcess::ForwardedChannels);
+    failIfItEnds(manager, "the window manager ended");
+    manager.start(command.takeFirst(), command);
     QVERIFY(manager.waitForStarted(patienceMs));
     // The manager tells how many desktops there are once it manages.
     QTRY_VERIFY_WITH_TIMEOUT(!xdotool({"get_num_desktops"}).isEmpty(), patienceMs);
+}
+
+void Display::startTool()
+{
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("HOME", home.path());
     environment.insert("XDG_CONFIG_HOME", home.filePath("config"));
@@ -119,17 +148,20 @@ void Display::initTestCase()
     QTRY_COMPARE_WITH_TIMEOUT(state("tab"), QString("Bar Graph"), patienceMs);
 }
 
+void Display::initTestCase()
+{
+    startDisplay();
+    if (!QTest::currentTestFailed())
+        startTool();
+}
+
 void Display::title()
 {
     const QStringList search{"search", "--sync", "--onlyvisible", "--name", "Tendro Host$"};
     window = QString::fromLatin1(xdotool(search)).section('\n', 0, 0);
     QTRY_COMPARE(xdotool({"getwindowname", window}), QByteArray("TendroPadscope - Tendro Host"));
-    // The manager may not be ready for it at once.
-    const auto isActivated = [this] {
-        xdotool({"windowactivate", "--sync", window});
-        return xdotool({"getactivewindow"}) == window.toLatin1();
-    };
-    QTRY_VERIFY_WITH_TIMEOUT(isActivated(), patienceMs);
+    xdotool({"windowactivate", "--sync", window});
+    QTRY_COMPARE(xdotool({"getactivewindow"}), window.toLatin1());
     QCOMPARE(state("status"), QString("Devices found"));
     QCOMPARE(calls(), QStringList());
 }
@@ -203,7 +235,7 @@ void Display::minimisedStaysAttached()
 void Display::closingDetaches()
 {
     xdotool({"key", "alt+F4"});
-    QVERIFY(tool.waitForFinished(patienceMs));
+    QTRY_COMPARE_WITH_TIMEOUT(tool.state(), QProcess::NotRunning, patienceMs);
     QCOMPARE(tool.exitStatus(), QProcess::NormalExit);
     QCOMPARE(tool.exitCode(), 0);
     const QStringList last = calls();
@@ -224,6 +256,8 @@ void Display::settingsAreKept()
 
 void Display::cleanupTestCase()
 {
+    manager.disconnect(this);
+    server.disconnect(this);
     stop(tool);
     stop(manager);
     stop(server);
