@@ -30,9 +30,8 @@ private:
     QPluginLoader loader{QStringLiteral(PADSCOPE_PLUGIN_FILE)};
 };
 
-namespace {
-
 /// The host's view of the interface, written down a second time: the order of the slots is binary interface.
+/// Not in an unnamed namespace, where the compiler would see that no class implements it.
 class InterfaceInOrder
 {
 public:
@@ -46,6 +45,8 @@ public:
     virtual QAction *seventh() = 0;
     virtual QWidget *eighth() = 0;
 };
+
+namespace {
 
 /// What the five texts are, and whether the last three operations work on one window.
 [[gnu::no_sanitize("undefined")]] QStringList useInOrder(void *address)
