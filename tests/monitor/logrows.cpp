@@ -1,11 +1,24 @@
-// Logs its first argument, and its second once the date has changed. Run with a clock that is set to a day.
+// Logs a row at each of some times, to which it sets the clock by the file that the clock's library reads.
+//   logrows TIME ROW [TIME ROW]...
 
 #include <QApplication>
-#include <QDate>
-#include <QThread>
+#include <QDateTime>
+#include <QFile>
 
 #include "mainwindow/qorvexgraph.h"
 #include "monitor/monitor.h"
+
+namespace {
+
+void setClock(const QString &time)
+{
+    const qint64 seconds = QDateTime::fromString(time, Qt::ISODate).toSecsSinceEpoch();
+    QFile file(qEnvironmentVariable("FAKETIME_TIMESTAMP_FILE"));
+    if (!file.open(QIODevice::WriteOnly) || file.write("@" + QByteArray::number(seconds) + "\n") < 0)
+        qFatal("the clock cannot be set");
+}
+
+} // namespace
 
 int main(int argc, char **argv)
 {
@@ -13,12 +26,9 @@ int main(int argc, char **argv)
     const QStringList arguments = QApplication::arguments();
     qorvexgraph window;
     window.monitorView->LogToFile(true);
-    const QDate firstDay = QDate::currentDate();
-    window.monitorView->AddData(arguments.value(1), QString());
-    if (arguments.size() < 3)
-        return 0;
-    while (QDate::currentDate() == firstDay)
-        QThread::msleep(5);
-    window.monitorView->AddData(arguments.at(2), QString());
+    for (int i = 1; i < arguments.size(); i += 2) {
+        setClock(arguments.at(i));
+        window.monitorView->AddData(arguments.value(i + 1), QString());
+    }
     return 0;
 }
