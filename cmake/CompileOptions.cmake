@@ -23,6 +23,11 @@ if(NOT PADSCOPE_SANITIZE)
     add_compile_options($<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE> $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=2>)
 endif()
 add_link_options(-Wl,-z,relro,-z,now)
+# Tests are many programs. What is installed is linked as the rest of the system is.
+find_program(PADSCOPE_LLD ld.lld)
+if(PADSCOPE_LLD AND CMAKE_BUILD_TYPE STREQUAL "Debug")
+    add_link_options(-fuse-ld=lld)
+endif()
 # Programs are position-independent as well as compiled so, which takes a flag of the linker's.
 include(CheckPIESupported)
 check_pie_supported(LANGUAGES CXX)
