@@ -1,70 +1,90 @@
 #include "mainwindow/livewindows.h"
 
-#include <atomic>
-#include <pthread.h>
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <thread>
+#include <type_traits>
 
 namespace livewindows {
-
-namespace {
-
-// Prefers the one that waits for it exclusively: boards that stream without a pause would keep it out
-// forever.
-pthread_rwlock_t lock = PTHREAD_RWLOCK_WRITER_NONRECURSIVE_INITIALIZER_NP;
-std::atomic<pthread_t> guiThread;
 
 struct Entry
 {
     const void *window;
     Entry *next;
+    std::thread::id guiThread;
+    int users = 1; ///< the list, and each callback in progress on another thread; the last one deletes this
+    std::condition_variable userLeft{};
 };
 
-/// A plain pointer, which needs no destructor: threads of the driver library may outlive the statics.
-Entry *first = nullptr;
+namespace {
 
-/// Where the entry of a window hangs; where the list ends without one.
+// Neither has a destructor: threads of the driver library may outlive the static objects.
+std::mutex mutex;
+Entry *first = nullptr;
+static_assert(std::is_trivially_destructible_v<std::mutex>);
+
+/// The link to the entry of a window, or the null link at the end. The mutex is held.
 Entry **find(const void *window)
 {
-    Entry **place = &first;
-    while (*place && (*place)->window != window)
-        place = &(*place)->next;
-    return place;
+    Entry **link = &first;
+    while (*link && (*link)->window != window)
+        link = &(*link)->next;
+    return link;
+}
+
+/// The mutex is held.
+void release(Entry *entry)
+{
+    if (--entry->users == 0)
+        delete entry;
+    else
+        entry->userLeft.notify_all();
 }
 
 } // namespace
 
 void add(const qorvexgraph *window)
 {
-    guiThread = pthread_self();
-    pthread_rwlock_wrlock(&lock);
-    first = new Entry{window, first};
-    pthread_rwlock_unlock(&lock);
+    const std::lock_guard lock(mutex);
+    first = new Entry{window, first, std::this_thread::get_id()};
 }
 
-void remove(const qorvexgraph *window)
+void remove(const qorvexgraph *window, bool hostListens)
 {
-    pthread_rwlock_wrlock(&lock);
-    Entry **place = find(window);
-    Entry *entry = *place;
-    if (entry)
-        *place = entry->next;
-    pthread_rwlock_unlock(&lock);
-    delete entry;
+    std::unique_lock lock(mutex);
+    Entry **link = find(window);
+    Entry *entry = *link;
+    if (!entry)
+        return;
+    *link = entry->next;
+    const auto isUnused = [entry] { return entry->users == 1; };
+    if (hostListens)
+        entry->userLeft.wait_for(lock, std::chrono::seconds(1), isUnused);
+    else
+        entry->userLeft.wait(lock, isUnused);
+    release(entry);
 }
 
 Guard::Guard(void *context)
-    : onForeignThread(pthread_self() != guiThread.load(std::memory_order_relaxed))
 {
-    // On the GUI thread nothing changes the list meanwhile, and a callback may lead to the next one.
-    if (onForeignThread)
-        pthread_rwlock_rdlock(&lock);
-    if (*find(context))
-        listed = static_cast<qorvexgraph *>(context);
+    const std::lock_guard lock(mutex);
+    Entry *entry = *find(context);
+    if (!entry)
+        return;
+    listed = static_cast<qorvexgraph *>(context);
+    if (entry->guiThread != std::this_thread::get_id()) {
+        counted = entry;
+        ++entry->users;
+    }
 }
 
 Guard::~Guard()
 {
-    if (onForeignThread)
-        pthread_rwlock_unlock(&lock);
+    if (!counted)
+        return;
+    const std::lock_guard lock(mutex);
+    release(counted);
 }
 
 } // namespace livewindows

@@ -5,18 +5,23 @@ class qorvexgraph;
 /// The windows that exist, in the whole process.
 ///
 /// The driver library keeps the callbacks of a window for as long as it is loaded, so it may call them with a
-/// window that is gone. Windows are built, destroyed and listed on the GUI thread; a callback on any other
-/// thread holds off their destruction with a lock that the callbacks share.
+/// window that is gone. No lock is held while a callback runs: it is counted, and the destructor of its
+/// window waits for it.
 namespace livewindows {
 
-/// Lists a window. GUI thread; waits for the callbacks that are in progress on other threads.
-void add(const qorvexgraph *window);
-/// Takes a window off the list; afterwards no callback on another thread is at work on it. Nothing
-/// happens to one that is not listed. GUI thread.
-void remove(const qorvexgraph *window);
+struct Entry;
 
-/// What a callback was registered with, kept from destruction while this lives. Any thread; not to be nested
-/// on a thread other than the GUI thread.
+/// Lists a window; waits for no callback. On the thread that will remove it, the GUI thread.
+void add(const qorvexgraph *window);
+
+/// Takes a window off the list and waits for its callbacks in progress on other threads. Does nothing for a
+/// window that is not listed. GUI thread.
+/// \param hostListens the host has connected slots to the window's signals. Such a slot may itself wait for
+///        the GUI thread, so the wait ends after a second: QObject allows the destruction of a sender while
+///        one of its slots runs.
+void remove(const qorvexgraph *window, bool hostListens);
+
+/// Keeps a callback's window alive while in scope. Any thread; may be nested.
 class Guard
 {
 public:
@@ -30,8 +35,8 @@ public:
     qorvexgraph *window() const { return listed; }
 
 private:
-    bool onForeignThread;
     qorvexgraph *listed = nullptr;
+    Entry *counted = nullptr; ///< null on the GUI thread, which can't wait for itself
 };
 
 } // namespace livewindows

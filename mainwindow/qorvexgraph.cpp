@@ -28,7 +28,10 @@ qorvexgraph::qorvexgraph()
 
 qorvexgraph::~qorvexgraph()
 {
-    livewindows::remove(this);
+    disconnect(this, nullptr, this, nullptr);
+    // What is still connected is the host's.
+    const bool hostListens = receivers(SIGNAL(DataReceived())) > 0 || receivers(SIGNAL(PnpHappened())) > 0;
+    livewindows::remove(this, hostListens);
 }
 
 void qorvexgraph::buildTabs()

@@ -26,7 +26,8 @@ class qorvexgraph : public QWidget
 
 public:
     qorvexgraph();
-    /// Makes no driver call and frees no packet: a host closes or hides the window first.
+    /// Makes no driver call and frees no packet: a host closes or hides the window first. Waits for this
+    /// window's callbacks in progress on other threads.
     ~qorvexgraph() override;
 
     /// Sends a text as it stands to the first board; does nothing without a board or while detached.
