@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 
 #include "plugin/tendroplugininterface.h"
 
@@ -25,6 +26,6 @@ public:
     QWidget *widget() override;
 
 private:
-    qorvexgraph *widget_ = nullptr; ///< the window; deleted by the host
-    QAction *action_ = nullptr;     ///< child of this object
+    QPointer<qorvexgraph> widget_; ///< the window; deleted by the host
+    QAction *action_ = nullptr;    ///< child of this object
 };

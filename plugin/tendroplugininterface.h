@@ -23,13 +23,14 @@ public:
     /// Place in the host's menus: an ordering number, a group and the tool's own key, joined by slashes.
     virtual QString category() const = 0;
 
-    /// Closes the tool's window, which stays alive and can be shown again. Does nothing before widget().
+    /// Closes the tool's window, which stays alive and can be shown again. Does nothing without one.
     virtual void closeWidget() = 0;
 
     /// The launch button, created once and owned by the plugin object.
     virtual QAction *action() = 0;
 
-    /// The tool's window, created once, without a parent; the host deletes it before it unloads the plugin.
+    /// The tool's window, without a parent; created by the first call, and anew once the host has deleted it.
+    /// The host deletes it before it unloads the plugin.
     virtual QWidget *widget() = 0;
 };
 

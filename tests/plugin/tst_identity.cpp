@@ -1,3 +1,6 @@
+#include <memory>
+#include <vector>
+
 #include <QAction>
 #include <QLabel>
 #include <QLineEdit>
@@ -25,12 +28,39 @@ private slots:
     void closeWidgetBeforeWidgetDoesNothing();
     void closeWidgetKeepsTheWindow();
     void closeWidgetDetachesTheBoards();
+    void closeWidgetAfterTheHostHasDeletedTheWindow();
+    void widgetAfterTheHostHasDeletedTheWindow();
     void pluginLeavesTheWindowToTheHost();
 
 private:
     QPluginLoader loader{QStringLiteral(PADSCOPE_PLUGIN_FILE)};
     TendroPluginInterface *plugin = nullptr;
 };
+
+namespace {
+
+/// Fills freed blocks of a window's size again, so that a use of them shows without a sanitizer too.
+void overwriteFreedMemory()
+{
+    std::vector<std::unique_ptr<char[]>> blocks;
+    for (std::size_t size = 64; size <= 1024; size += 16) {
+        for (int i = 0; i < 20; ++i)
+            blocks.push_back(std::make_unique<char[]>(size));
+    }
+}
+
+/// The tool's windows that exist, shown or not.
+QWidgetList toolWindows()
+{
+    QWidgetList windows;
+    for (QWidget *widget : QApplication::topLevelWidgets()) {
+        if (widget->inherits("qorvexgraph"))
+            windows += widget;
+    }
+    return windows;
+}
+
+} // namespace
 
 void IdentityTests::init()
 {
@@ -141,6 +171,30 @@ void IdentityTests::closeWidgetDetachesTheBoards()
     library.close();
     QVERIFY(!DriverLibrary::isLoaded());
     delete widget;
+}
+
+void IdentityTests::closeWidgetAfterTheHostHasDeletedTheWindow()
+{
+    delete plugin->widget();
+    overwriteFreedMemory();
+    const int before = QApplication::allWidgets().size();
+    plugin->closeWidget();
+    QCOMPARE(QApplication::allWidgets().size(), before);
+}
+
+void IdentityTests::widgetAfterTheHostHasDeletedTheWindow()
+{
+    delete plugin->widget();
+    for (int round = 0; round < 3; ++round) {
+        QWidget *widget = plugin->widget();
+        QCOMPARE(toolWindows(), QWidgetList{widget});
+        QCOMPARE(plugin->widget(), widget);
+        widget->show();
+        QVERIFY(widget->isVisible());
+        plugin->closeWidget();
+        QVERIFY(!widget->isVisible());
+        delete widget;
+    }
 }
 
 void IdentityTests::pluginLeavesTheWindowToTheHost()
