@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <dlfcn.h>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -25,9 +26,8 @@ public:
     {
         if (--callsInProgress > 0)
             return;
-        for (void *library : librariesToClose)
+        for (void *library : std::exchange(librariesToClose, {}))
             dlclose(library);
-        librariesToClose.clear();
     }
 
     CallInProgress(const CallInProgress &) = delete;

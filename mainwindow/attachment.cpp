@@ -1,12 +1,7 @@
 #include "mainwindow/qorvexgraph.h"
 
-#include <utility>
-
-#include <QEvent>
 #include <QLabel>
-#include <QPointer>
 #include <QScopedValueRollback>
-#include <QTimer>
 
 #include "driver/orvexwrapper.h"
 #include "mainwindow/livewindows.h"
@@ -19,15 +14,21 @@ constexpr unsigned char quietDebugMode = 1;
 
 } // namespace
 
-// The library may run the event loop in any call, and so have the window closed there: after each call the
-// binding may be gone. A notice that comes from within an attach waits for its end.
+// The library may run the event loop in any call, and so have the window closed there: after each call of an
+// attach the binding may be gone. An attach that is asked for inside an attach or a detach follows it.
 
 void qorvexgraph::AttachHardware()
 {
-    if (isStaleNotice())
-        return;
-    if (isAttaching) {
-        attachAgain = true;
+    const bool isNotification =
+        sender() == this && senderSignalIndex() == metaObject()->indexOfSignal("PnpHappened()");
+    if (!ignoresNotifications || !isNotification)
+        attach();
+}
+
+void qorvexgraph::attach()
+{
+    if (isAttaching || isDetaching) {
+        attachLater();
         return;
     }
     const QScopedValueRollback<bool> mark(isAttaching, true);
@@ -40,58 +41,30 @@ void qorvexgraph::AttachHardware()
     if (hardware)
         enumerateDevices();
     ShowDevices();
-    attachAgain = attachAgain && hardware;
-    // Not at once: a library that gives notice of every attach must leave time for everything else.
-    if (attachAgain)
-        QTimer::singleShot(1, this, [this] { attachOnceMore(); });
 }
 
-void qorvexgraph::attachOnceMore()
+void qorvexgraph::attachLater()
 {
-    if (std::exchange(attachAgain, false))
-        AttachHardware();
+    // Not at once: a library that notifies of every attach must leave time for everything else.
+    attachTimer.start(1, this);
 }
 
-bool qorvexgraph::event(QEvent *event)
+void qorvexgraph::attachAgain()
 {
-    if (event->type() != QEvent::MetaCall)
-        return QWidget::event(event);
-    const QPointer<qorvexgraph> self(this);
-    isQueuedCall = true;
-    const bool known = QWidget::event(event);
-    if (self)
-        isQueuedCall = false;
-    return known;
-}
-
-/// Whether this call is a notice that was queued before the last detach, and must not attach the window
-/// again.
-bool qorvexgraph::isStaleNotice()
-{
-    return std::exchange(isQueuedCall, false) && sender() == this && dropsNotices;
-}
-
-void qorvexgraph::dropQueuedNotices()
-{
-    dropsNotices = true;
-    // Comes after all that is queued now, and before what will be.
-    QMetaObject::invokeMethod(
-        this,
-        [this, number = ++detaches] {
-            if (number == detaches)
-                dropsNotices = false;
-        },
-        Qt::QueuedConnection);
+    if (isAttaching || isDetaching)
+        return;
+    attachTimer.stop();
+    attach();
 }
 
 void qorvexgraph::openLibrary()
 {
-    dropsNotices = false;
+    ignoresNotifications = false;
     paused = false;
     // Kept when the library can't be loaded, too: every operation then falls back.
     auto *wrapper = new OrvexWrapper;
     wrapper->Attach();
-    if (paused) { // closed from within
+    if (paused) { // detached from within
         delete wrapper;
         return;
     }
@@ -125,20 +98,19 @@ void qorvexgraph::pnp(void *context)
 
 void qorvexgraph::detachFromHardware()
 {
+    attachTimer.stop();
+    if (isDetaching)
+        return;
+    if (hardware || isAttaching)
+        ignoresNotifications = true;
     if (hardware) {
+        const QScopedValueRollback<bool> mark(isDetaching, true);
         quietBoards();
-        if (hardware)
-            hardware->Detach();
-        dropQueuedNotices();
-        // Taken first, so that a close from within the deletion finds it gone.
-        delete std::exchange(hardware, nullptr);
+        hardware->Detach();
+        delete hardware;
+        hardware = nullptr;
     }
-    // Unless the deletion led to the next attach.
-    if (!hardware) {
-        paused = true;
-        attachAgain = false;
-        dropQueuedNotices();
-    }
+    paused = true;
     ShowDevices();
 }
 
@@ -146,12 +118,9 @@ void qorvexgraph::quietBoards()
 {
     const QList<int> ids = deviceIds;
     for (int id : ids) {
-        if (hardware)
-            hardware->SetDriverDebugMode(id, quietDebugMode, everyDebugBit);
-        for (const char *command : {":MDU0\r", ":MDP0\r"}) {
-            if (hardware)
-                hardware->SendCommand(id, command);
-        }
+        hardware->SetDriverDebugMode(id, quietDebugMode, everyDebugBit);
+        hardware->SendCommand(id, ":MDU0\r");
+        hardware->SendCommand(id, ":MDP0\r");
     }
 }
 

@@ -121,7 +121,6 @@ void qorvexgraph::enqueue(_DataPacket *packet)
 
 void qorvexgraph::OnDataReceived()
 {
-    isQueuedCall = false;
     queueMutex.lock();
     std::size_t count = packetQueue.size();
     queueMutex.unlock();

@@ -72,6 +72,12 @@ void qorvexgraph::hideEvent(QHideEvent *event)
         detachFromHardware();
 }
 
+void qorvexgraph::timerEvent(QTimerEvent *event)
+{
+    if (event->timerId() == attachTimer.timerId())
+        attachAgain();
+}
+
 void qorvexgraph::saveMonitorSettings()
 {
     settings.setValue(QLatin1String("Monitor Font"), monitorView->rowFont().family());

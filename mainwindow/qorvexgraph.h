@@ -2,6 +2,7 @@
 
 #include <deque>
 
+#include <QBasicTimer>
 #include <QList>
 #include <QMutex>
 #include <QSettings>
@@ -49,7 +50,8 @@ signals:
     void PnpHappened();
 
 public slots:
-    /// Attaches, or re-enumerates the boards when attached.
+    /// Attaches, or re-enumerates the boards when attached. Called by PnpHappened(), it does nothing from a
+    /// detach until the next binding is created.
     void AttachHardware();
     /// Sends the line just typed, with a carriage return, to the first board; attaches first if need be.
     void TypedCommand();
@@ -59,13 +61,16 @@ public slots:
     void ShowDevices();
 
 protected:
-    bool event(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
     void hideEvent(QHideEvent *event) override;
+    void timerEvent(QTimerEvent *event) override;
 
 private:
     void buildTabs();
     void arrangeWidgets();
+    void attach();
+    void attachLater();
+    void attachAgain();
     void openLibrary();
     void enumerateDevices();
     void detachFromHardware();
@@ -77,9 +82,6 @@ private:
     void enqueue(_DataPacket *packet);
     _DataPacket *takeFirstPacket();
     void showPacket(_DataPacket *packet);
-    void attachOnceMore();
-    bool isStaleNotice();
-    void dropQueuedNotices();
     bool isPaused() const;
     int rateLimitMs() const;
 
@@ -95,11 +97,10 @@ private:
     QList<int> deviceIds; ///< in the order of enumeration; survives a detach
     bargraph *barGraphView = nullptr;
     monitor *monitorView = nullptr;
-    bool isQueuedCall = false; ///< the slot that is about to run was called by an event
-    bool dropsNotices = false; ///< those that are queued are from before the last detach
-    int detaches = 0;
+    bool ignoresNotifications = false; ///< from a detach until the next binding is created
     bool isAttaching = false;
-    bool attachAgain = false;
+    bool isDetaching = false;
+    QBasicTimer attachTimer; ///< active while an attach waits for the one, or the detach, in progress
     int handOffDepth = 0;
     bool heldBack = false; ///< packets wait until all hand-offs have returned
 };

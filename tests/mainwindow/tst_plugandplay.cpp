@@ -1,8 +1,13 @@
 #include <QLabel>
+#include <QTimer>
 
+#include "mainwindow/qlineupdownedit.h"
 #include "mainwindow/qorvexgraph.h"
-#include "tests/support/driverlibrary.h"
+#include "tests/support/observedcalls.h"
 #include "tests/support/testmain.h"
+
+using Call = void (*)(qorvexgraph &);
+Q_DECLARE_METATYPE(Call)
 
 /// Boards that come and go, which a thread of the driver tells.
 class PlugAndPlayTests : public QObject
@@ -13,7 +18,14 @@ private slots:
     void noticeIsHandledOnTheGuiThread();
     void noticeStillQueuedAtDetachIsDropped_data();
     void noticeStillQueuedAtDetachIsDropped();
-    void directNoticeStillAttachesAfterADetach();
+    void noticeAfterADetachIsIgnored_data();
+    void noticeAfterADetachIsIgnored();
+    void noticeAfterAnAttachThatWasBrokenOffIsIgnored();
+    void noticeReachesTheOtherWindows();
+    void noticeAttachesAWindowThatNeverWas_data();
+    void noticeAttachesAWindowThatNeverWas();
+    void callOfTheSlotAlwaysAttaches_data();
+    void callOfTheSlotAlwaysAttaches();
 };
 
 void PlugAndPlayTests::noticeIsHandledOnTheGuiThread()
@@ -66,14 +78,112 @@ void PlugAndPlayTests::noticeStillQueuedAtDetachIsDropped()
     QVERIFY(window.paused);
 }
 
-void PlugAndPlayTests::directNoticeStillAttachesAfterADetach()
+void PlugAndPlayTests::noticeAfterADetachIsIgnored_data()
+{
+    QTest::addColumn<bool>("close");
+    QTest::addColumn<bool>("ownThread");
+    QTest::newRow("closed; on the caller's own thread") << true << true;
+    QTest::newRow("closed; on another thread") << true << false;
+    QTest::newRow("hidden; on the caller's own thread") << false << true;
+    QTest::newRow("hidden; on another thread") << false << false;
+}
+
+void PlugAndPlayTests::noticeAfterADetachIsIgnored()
+{
+    QFETCH(bool, close);
+    QFETCH(bool, ownThread);
+    // Keeps the library loaded, with the callbacks that it knows.
+    const DriverLibrary library("complete");
+    library.setBoards({11});
+    qorvexgraph window;
+    window.show();
+    window.AttachHardware();
+    if (close)
+        window.close();
+    else
+        window.hide();
+    library.takeCalls();
+
+    for (int notices = 0; notices < 2; ++notices) {
+        if (ownThread)
+            qorvexgraph::pnp(&window);
+        else
+            library->plug();
+        QTest::qWait(10); // longer than a repeated attach waits
+    }
+    QCOMPARE(library.takeCalls(), QStringList());
+    QVERIFY(!window.hardware);
+    QVERIFY(window.paused);
+    QCOMPARE(window.statusLabel->text(), QStringLiteral("<b>1 device found.</b> <i>Paused</i>"));
+
+    window.AttachHardware();
+    library.setBoards({11, 12});
+    library->plug();
+    QTRY_COMPARE(window.deviceIds, QList<int>({11, 12}));
+    window.close();
+}
+
+void PlugAndPlayTests::noticeAfterAnAttachThatWasBrokenOffIsIgnored()
 {
     const DriverLibrary library("complete");
     library.setBoards({11});
     qorvexgraph window;
-    window.AttachHardware();
-    window.detachFromHardware();
+    window.show();
+    {
+        const ObservedCalls observed(library, [&](const QString &call) {
+            if (call == QLatin1String("orvexAttach()"))
+                window.close();
+        });
+        window.AttachHardware();
+    }
+    QVERIFY(!window.hardware);
     library.takeCalls();
+    qorvexgraph::pnp(&window);
+    QCOMPARE(library.takeCalls(), QStringList());
+    QVERIFY(!window.hardware);
+    QVERIFY(window.paused);
+}
+
+void PlugAndPlayTests::noticeReachesTheOtherWindows()
+{
+    const DriverLibrary library("complete");
+    library.setBoards({11});
+    qorvexgraph closed;
+    closed.AttachHardware();
+    qorvexgraph attached;
+    attached.AttachHardware();
+    closed.close();
+    closed.detachFromHardware();
+
+    library.setBoards({11, 12});
+    library->plug();
+    QTRY_COMPARE(attached.deviceIds, QList<int>({11, 12}));
+    QCoreApplication::processEvents();
+    QVERIFY(!closed.hardware);
+    QVERIFY(closed.paused);
+    attached.detachFromHardware();
+}
+
+void PlugAndPlayTests::noticeAttachesAWindowThatNeverWas_data()
+{
+    QTest::addColumn<bool>("shown");
+    QTest::addColumn<bool>("hidden");
+    QTest::newRow("never shown") << false << false;
+    QTest::newRow("shown") << true << false;
+    QTest::newRow("shown, then hidden") << true << true;
+}
+
+void PlugAndPlayTests::noticeAttachesAWindowThatNeverWas()
+{
+    QFETCH(bool, shown);
+    QFETCH(bool, hidden);
+    const DriverLibrary library("complete");
+    library.setBoards({11});
+    qorvexgraph window;
+    if (shown)
+        window.show();
+    if (hidden)
+        window.hide();
 
     emit window.PnpHappened();
     const QStringList calls = library.takeCalls();
@@ -82,7 +192,40 @@ void PlugAndPlayTests::directNoticeStillAttachesAfterADetach()
     QVERIFY(calls.at(1).startsWith("orvexSetPnpCallback("));
     QVERIFY(calls.last().startsWith("orvexSetCallback(11, "));
     QVERIFY(!window.paused);
-    window.close();
+    window.detachFromHardware();
+}
+
+void PlugAndPlayTests::callOfTheSlotAlwaysAttaches_data()
+{
+    QTest::addColumn<Call>("call");
+    QTest::newRow("plain") << Call([](qorvexgraph &window) { window.AttachHardware(); });
+    QTest::newRow("queued") << Call([](qorvexgraph &window) {
+        QMetaObject::invokeMethod(&window, "AttachHardware", Qt::QueuedConnection);
+    });
+    QTest::newRow("through a timer of the host")
+        << Call([](qorvexgraph &window) { QTimer::singleShot(1, &window, SLOT(AttachHardware())); });
+    QTest::newRow("through another signal of the window") << Call([](qorvexgraph &window) {
+        connect(&window, SIGNAL(windowTitleChanged(QString)), &window, SLOT(AttachHardware()));
+        window.setWindowTitle("title");
+    });
+    QTest::newRow("a typed command") << Call([](qorvexgraph &window) {
+        window.commandLine->setText("A");
+        QTest::keyClick(window.commandLine, Qt::Key_Return);
+    });
+}
+
+void PlugAndPlayTests::callOfTheSlotAlwaysAttaches()
+{
+    QFETCH(Call, call);
+    const DriverLibrary library("complete");
+    library.setBoards({11});
+    qorvexgraph window;
+    window.AttachHardware();
+    window.detachFromHardware();
+    call(window);
+    QTRY_VERIFY(window.hardware);
+    QVERIFY(!window.paused);
+    window.detachFromHardware();
 }
 
 PADSCOPE_TEST_MAIN(PlugAndPlayTests)

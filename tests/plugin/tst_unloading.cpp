@@ -5,6 +5,7 @@
 #include <QPluginLoader>
 
 #include "plugin/tendroplugininterface.h"
+#include "tests/support/observedcalls.h"
 #include "tests/support/testmain.h"
 
 /// A host that removes the plugin from memory and goes on. Qt, which stays, must hold nothing of it: what it
@@ -16,6 +17,7 @@ class UnloadingTests : public QObject
 private slots:
     void nothingIsLeftOfTheFile();
     void pluginCanBeLoadedAgain();
+    void unloadedWhileAnAttachIsToBeRepeated();
 };
 
 namespace {
@@ -47,6 +49,33 @@ bool useOnce()
     return loader.unload();
 }
 
+/// Attaches in a way that makes the tool attach once more, and unloads the plugin before that is due.
+/// \return whether all of it worked
+bool unloadBeforeRepeatedAttach()
+{
+    const DriverLibrary library("complete");
+    library.setBoards({1});
+    QPluginLoader loader(QStringLiteral(PADSCOPE_PLUGIN_FILE));
+    loader.setLoadHints({});
+    auto *plugin = qobject_cast<TendroPluginInterface *>(loader.instance());
+    if (!plugin)
+        return false;
+    QWidget *widget = plugin->widget();
+    bool isNotified = false;
+    {
+        const ObservedCalls observed(library, [&](const QString &call) {
+            if (!call.startsWith("orvexSetXferMask") || std::exchange(isNotified, true))
+                return;
+            library->plug();
+            QCoreApplication::processEvents();
+        });
+        QMetaObject::invokeMethod(widget, "AttachHardware", Qt::DirectConnection);
+    }
+    plugin->closeWidget();
+    delete widget;
+    return isNotified && loader.unload();
+}
+
 } // namespace
 
 void UnloadingTests::nothingIsLeftOfTheFile()
@@ -62,6 +91,14 @@ void UnloadingTests::pluginCanBeLoadedAgain()
     QVERIFY(useOnce());
     QVERIFY(useOnce());
     QVERIFY(!isInMemory());
+}
+
+void UnloadingTests::unloadedWhileAnAttachIsToBeRepeated()
+{
+    QVERIFY(unloadBeforeRepeatedAttach());
+    QVERIFY(!isInMemory());
+    // Longer than the repeated attach would wait.
+    QTest::qWait(20);
 }
 
 PADSCOPE_TEST_MAIN(UnloadingTests)
