@@ -1,5 +1,7 @@
 #include "mainwindow/qorvexgraph.h"
 
+#include <utility>
+
 #include <QLabel>
 #include <QScopedValueRollback>
 
@@ -54,7 +56,13 @@ void qorvexgraph::attachAgain()
     if (isAttaching || isDetaching)
         return;
     attachTimer.stop();
-    attach();
+    const QStringList commands = std::exchange(waitingCommands, {});
+    if (commands.isEmpty())
+        attach();
+    else
+        attachForCommand();
+    for (const QString &command : commands)
+        sendTypedCommand(command);
 }
 
 void qorvexgraph::openLibrary()
@@ -99,6 +107,7 @@ void qorvexgraph::pnp(void *context)
 void qorvexgraph::detachFromHardware()
 {
     attachTimer.stop();
+    waitingCommands.clear();
     if (isDetaching)
         return;
     if (hardware || isAttaching)

@@ -18,14 +18,30 @@ constexpr int lastLineWritten = 30;
 
 void qorvexgraph::TypedCommand()
 {
-    QString command = commandLine->displayText();
-    if (!hardware) {
-        AttachHardware();
-        if (hardware && !deviceIds.isEmpty())
-            hardware->SetDriverDebugMode(deviceIds.first(), typedCommandDebugMode, everyDebugBit);
+    const QString command = commandLine->displayText() + QLatin1Char('\r');
+    // Typed while the library is being opened, it is sent after the attach that follows, and so are those
+    // behind it.
+    const bool waits = (isAttaching && !hardware) || !waitingCommands.isEmpty();
+    if (waits) {
+        waitingCommands += command;
+        attachLater();
+    } else if (!hardware) {
+        attachForCommand();
     }
-    command += QLatin1Char('\r');
     commandLine->selectAll();
+    if (!waits)
+        sendTypedCommand(command);
+}
+
+void qorvexgraph::attachForCommand()
+{
+    attach();
+    if (hardware && !deviceIds.isEmpty())
+        hardware->SetDriverDebugMode(deviceIds.first(), typedCommandDebugMode, everyDebugBit);
+}
+
+void qorvexgraph::sendTypedCommand(const QString &command)
+{
     if (deviceIds.isEmpty() || !hardware)
         return;
     if (command == QLatin1String(":RMM\r")) {

@@ -6,6 +6,7 @@
 #include <QList>
 #include <QMutex>
 #include <QSettings>
+#include <QStringList>
 #include <QTime>
 #include <QWidget>
 
@@ -71,10 +72,12 @@ private:
     void attach();
     void attachLater();
     void attachAgain();
+    void attachForCommand();
     void openLibrary();
     void enumerateDevices();
     void detachFromHardware();
     void quietBoards();
+    void sendTypedCommand(const QString &command);
     void loadHistory();
     void saveHistory();
     void saveMonitorSettings();
@@ -100,7 +103,8 @@ private:
     bool ignoresNotifications = false; ///< from a detach until the next binding is created
     bool isAttaching = false;
     bool isDetaching = false;
-    QBasicTimer attachTimer; ///< active while an attach waits for the one, or the detach, in progress
+    QBasicTimer attachTimer;     ///< active while an attach waits for the one, or the detach, in progress
+    QStringList waitingCommands; ///< typed while the library was being opened
     int handOffDepth = 0;
     bool heldBack = false; ///< packets wait until all hand-offs have returned
 };
