@@ -1,11 +1,11 @@
 #include "mainwindow/qorvexgraph.h"
 
 #include <limits>
-#include <utility>
+#include <memory>
 
 #include <QMutexLocker>
+#include <QScopedValueRollback>
 #include <QTabWidget>
-#include <QTimer>
 
 #include "mainwindow/datapacket.h"
 #include "mainwindow/livewindows.h"
@@ -54,8 +54,8 @@ bool isRateLimited(unsigned char reportType)
 }
 
 // A command that the library answers on the caller's own thread leads from one view's Display() into the
-// next. Answers to answers are shown so deep and no deeper; the rest waits until all have returned.
-constexpr int deepestHandOff = 4;
+// next. At the max depth the rest waits until all of them have returned.
+constexpr int maxDispatchDepth = 4;
 
 QByteArray copyOf(const unsigned char *data, unsigned int length)
 {
@@ -124,21 +124,19 @@ void qorvexgraph::OnDataReceived()
     queueMutex.lock();
     std::size_t count = packetQueue.size();
     queueMutex.unlock();
-    if (!hardware)
+    if (count == 0 || !hardware)
         return;
-    heldBack = heldBack || handOffDepth == deepestHandOff;
-    if (heldBack)
+    if (dispatchDepth == maxDispatchDepth)
+        dispatchTimer.start(0, this);
+    if (dispatchTimer.isActive())
         return;
-    ++handOffDepth;
+    const QScopedValueRollback<int> depth(dispatchDepth, dispatchDepth + 1);
     // Packets that arrive meanwhile wait for the next signal.
     for (; count > 0; --count) {
-        if (_DataPacket *packet = takeFirstPacket()) {
-            showPacket(packet);
-            delete packet;
-        }
+        const std::unique_ptr<_DataPacket> packet(takeFirstPacket());
+        if (packet)
+            showPacket(packet.get());
     }
-    if (--handOffDepth == 0 && std::exchange(heldBack, false))
-        QTimer::singleShot(0, this, SLOT(OnDataReceived()));
 }
 
 _DataPacket *qorvexgraph::takeFirstPacket()

@@ -74,8 +74,12 @@ void qorvexgraph::hideEvent(QHideEvent *event)
 
 void qorvexgraph::timerEvent(QTimerEvent *event)
 {
-    if (event->timerId() == attachTimer.timerId())
+    if (event->timerId() == attachTimer.timerId()) {
         attachAgain();
+    } else if (event->timerId() == dispatchTimer.timerId() && dispatchDepth == 0) {
+        dispatchTimer.stop();
+        OnDataReceived();
+    }
 }
 
 void qorvexgraph::saveMonitorSettings()

@@ -105,6 +105,6 @@ private:
     bool isDetaching = false;
     QBasicTimer attachTimer;     ///< active while an attach waits for the one, or the detach, in progress
     QStringList waitingCommands; ///< typed while the library was being opened
-    int handOffDepth = 0;
-    bool heldBack = false; ///< packets wait until all hand-offs have returned
+    int dispatchDepth = 0;
+    QBasicTimer dispatchTimer; ///< active while packets wait for all dispatches to return
 };

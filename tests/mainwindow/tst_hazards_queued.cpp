@@ -7,6 +7,7 @@
 #include "mainwindow/qorvexgraph.h"
 #include "monitor/monitor.h"
 #include "tests/support/observedcalls.h"
+#include "tests/support/recordingview.h"
 #include "tests/support/testmain.h"
 
 /// What is queued for a window at a detach, and what two windows do at the same time: none takes what is
@@ -22,7 +23,9 @@ private slots:
     void noticeHeardWhileTheLibraryIsUnloaded();
     void libraryThatGivesNoticeOfEveryAttach();
     void noticeOfOneWindowInsideTheAttachOfAnother();
-    void reportOfOneWindowInsideTheHandOffsOfAnother();
+    void reportOfOneWindowInsideTheDispatchesOfAnother();
+    void exceptionPassesADispatch();
+    void exceptionPassesTheDeepestDispatch();
 };
 
 namespace {
@@ -43,6 +46,18 @@ void showMonitor(qorvexgraph &window)
 {
     window.tabs->setCurrentWidget(window.monitorView);
 }
+
+RecordingView *showRecordingView(qorvexgraph &window)
+{
+    auto *view = new RecordingView(&window);
+    window.tabs->setCurrentIndex(window.tabs->addTab(view, "Recording"));
+    return view;
+}
+
+/// What a slot of the host's throws, and its notify() catches.
+struct HostError
+{
+};
 
 } // namespace
 
@@ -159,7 +174,7 @@ void QueuedHazards::noticeOfOneWindowInsideTheAttachOfAnother()
     inner.detachFromHardware();
 }
 
-void QueuedHazards::reportOfOneWindowInsideTheHandOffsOfAnother()
+void QueuedHazards::reportOfOneWindowInsideTheDispatchesOfAnother()
 {
     const DriverLibrary library("complete");
     library.setBoards({1});
@@ -168,15 +183,60 @@ void QueuedHazards::reportOfOneWindowInsideTheHandOffsOfAnother()
     qorvexgraph inner;
     showMonitor(inner);
     inner.AttachHardware();
-    outer.handOffDepth = 4; // as deep as hand-offs go
+    outer.dispatchDepth = 4; // the max
     library.deliver(1, rawReport);
     QCOMPARE(rowsOf(inner), QStringList{".!ab   04 21 61 62 "});
     QVERIFY(inner.packetQueue.empty());
     QCOMPARE(outer.packetQueue.size(), std::size_t(1));
-    outer.handOffDepth = 0;
+    outer.dispatchDepth = 0;
     outer.detachFromHardware();
     inner.detachFromHardware();
     qDeleteAll(std::exchange(outer.packetQueue, {}));
+}
+
+void QueuedHazards::exceptionPassesADispatch()
+{
+    const DriverLibrary library("complete");
+    library.setBoards({1});
+    qorvexgraph window;
+    auto *view = showRecordingView(window);
+    window.AttachHardware();
+    view->onDisplay = [] { throw HostError(); };
+    constexpr int rounds = 6; // more than dispatches are deep
+    for (int round = 0; round < rounds; ++round)
+        QVERIFY_EXCEPTION_THROWN(library.deliver(1, rawReport), HostError);
+    QCOMPARE(view->packets.size(), rounds);
+    view->onDisplay = nullptr;
+    library.deliver(1, rawReport);
+    QCOMPARE(view->packets.size(), rounds + 1);
+    QVERIFY(window.packetQueue.empty());
+    window.detachFromHardware();
+}
+
+void QueuedHazards::exceptionPassesTheDeepestDispatch()
+{
+    const DriverLibrary library("complete");
+    library.setBoards({1});
+    qorvexgraph window;
+    auto *view = showRecordingView(window);
+    window.AttachHardware();
+    int shown = 0;
+    view->onDisplay = [&] {
+        const bool isDeepest = ++shown == 4;
+        if (shown <= 4)
+            library.deliver(1, rawReport);
+        if (isDeepest)
+            throw HostError();
+    };
+    QVERIFY_EXCEPTION_THROWN(library.deliver(1, rawReport), HostError);
+    QCOMPARE(shown, 4);
+    // The answer to the fourth waits until all have returned.
+    QCOMPARE(window.packetQueue.size(), std::size_t(1));
+    QTRY_COMPARE(shown, 5);
+    library.deliver(1, rawReport);
+    QCOMPARE(shown, 6);
+    QVERIFY(window.packetQueue.empty());
+    window.detachFromHardware();
 }
 
 PADSCOPE_TEST_MAIN(QueuedHazards)
