@@ -2,11 +2,10 @@
 
 class QSettings;
 
-/// Makes settings safe to read and write, whatever their file holds at the start.
+/// Reads all settings once, so that a file that Qt can't decode shows here and not while the window is used.
 ///
-/// Qt decodes every value of a file when the first is asked for, and again when one is written. A value that
-/// promises more than there is memory for then ends the program with an exception, and one that is nested
-/// without end with its stack. Such a file is renamed to end in ".damaged-1" or a higher number, and the
-/// settings start empty; one that is shared with other programs is left alone and not read. Does nothing
-/// about a file in a folder that can't be written. Silent. GUI thread.
+/// A value that promises more entries than there is memory for makes Qt throw std::bad_alloc. Such a file is
+/// renamed to end in ".damaged-1" or a higher number, and the settings start empty; one that is shared with
+/// other programs is left alone and not read. Does nothing about a file in a folder that can't be written,
+/// nor about values that are nested so deeply that Qt exhausts the stack. Silent. GUI thread.
 void setAsideDamagedFile(QSettings &settings);
