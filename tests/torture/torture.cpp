@@ -1,5 +1,8 @@
 #include "tests/torture/torture.h"
 
+#include <chrono>
+#include <thread>
+
 #include <QAbstractSlider>
 #include <QApplication>
 #include <QCheckBox>
@@ -19,6 +22,7 @@ namespace {
 constexpr int mostWindows = 3;
 constexpr std::size_t mostQueued = 5000; ///< in a window, before the flood pauses
 constexpr int threads = 8;
+constexpr std::chrono::milliseconds floodLimit{100}; ///< of a flood within one step
 
 } // namespace
 
@@ -76,8 +80,24 @@ void Torture::step()
     for (const Weighted &entry : operations)
         weights.push_back(entry.weight);
     std::discrete_distribution<std::size_t> choice(weights.begin(), weights.end());
-    (this->*operations[choice(random)].operation)();
+    const Operation operation = operations[choice(random)].operation;
+    std::promise<void> isDone;
+    std::thread watcher;
+    if (isFlooding)
+        watcher = std::thread(&Torture::limitFlood, this, isDone.get_future());
+    (this->*operation)();
+    isDone.set_value();
+    if (watcher.joinable())
+        watcher.join();
     ++stepCount;
+}
+
+// Each attach adds a connection, so a flood may post events and queue packets faster than the tool takes
+// them, and a step would never end.
+void Torture::limitFlood(std::future<void> isDone)
+{
+    if (isDone.wait_for(floodLimit) == std::future_status::timeout)
+        stopFlood();
 }
 
 QString Torture::account()
@@ -153,9 +173,9 @@ void Torture::switchFlood()
 
 void Torture::stopFlood()
 {
-    if (isFlooding)
+    const std::lock_guard lock(floodMutex);
+    if (isFlooding.exchange(false))
         (*library)->stopFlood();
-    isFlooding = false;
 }
 
 void Torture::plug()

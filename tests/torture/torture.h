@@ -1,6 +1,9 @@
 #pragma once
 
+#include <atomic>
+#include <future>
 #include <memory>
+#include <mutex>
 #include <random>
 #include <vector>
 
@@ -44,6 +47,7 @@ private:
     void deliverOnThreads();
     void switchFlood();
     void stopFlood();
+    void limitFlood(std::future<void> isDone);
     void plug();
     void notice();
     void attach();
@@ -69,7 +73,8 @@ private:
     std::mt19937 random;
     std::unique_ptr<DriverLibrary> library;
     std::vector<qorvexgraph *> windows;
-    bool isFlooding = false;
+    std::mutex floodMutex; ///< held while the flood is stopped
+    std::atomic<bool> isFlooding{false};
     long leftInDestroyed = 0;
     long stepCount = 0;
 };
