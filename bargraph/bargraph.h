@@ -4,7 +4,7 @@
 #include <QString>
 
 #include "bargraph/geometry.h"
-#include "mainwindow/qorvexwidget.h"
+#include "mainwindow/tab/qorvexwidget.h"
 #include "monitor/reportformats.h"
 
 class QFrame;

@@ -9,7 +9,7 @@
 #include <QTime>
 #include <QTimer>
 
-#include "mainwindow/datapacket.h"
+#include "mainwindow/tab/datapacket.h"
 
 // This view reads some reports otherwise than the monitor does, on purpose: it tells the short signal reports
 // by their length byte alone, takes every type-119 report with an ADC length byte for a voltage, reads text

@@ -3,8 +3,8 @@
 #include <QByteArray>
 
 #include "bargraph/bargraph.h"
-#include "mainwindow/datapacket.h"
 #include "mainwindow/qorvexgraph.h"
+#include "mainwindow/tab/datapacket.h"
 #include "monitor/monitor.h"
 
 /// The tool's window, detached; the benchmarks hand it what a board would send.

@@ -7,9 +7,9 @@
 #include <QScopedValueRollback>
 #include <QTabWidget>
 
-#include "mainwindow/datapacket.h"
 #include "mainwindow/livewindows.h"
-#include "mainwindow/qorvexwidget.h"
+#include "mainwindow/tab/datapacket.h"
+#include "mainwindow/tab/qorvexwidget.h"
 #include "monitor/reportformats.h"
 
 namespace {

@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <iterator>
 
-#include "mainwindow/datapacket.h"
+#include "mainwindow/tab/datapacket.h"
 #include "monitor/rowformats.h"
 
 namespace {

@@ -5,7 +5,7 @@
 #include <QString>
 #include <QTimer>
 
-#include "mainwindow/qorvexwidget.h"
+#include "mainwindow/tab/qorvexwidget.h"
 
 class FramePacer;
 class QCheckBox;

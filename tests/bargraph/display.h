@@ -6,8 +6,8 @@
 #include <QVector>
 
 #include "bargraph/bargraph.h"
-#include "mainwindow/datapacket.h"
 #include "mainwindow/qorvexgraph.h"
+#include "mainwindow/tab/datapacket.h"
 
 // What the tests of the bar graph share: packets that come at a time of day, and a look at all of its state.
 

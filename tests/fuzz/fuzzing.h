@@ -6,7 +6,7 @@
 #include <QByteArray>
 #include <QTime>
 
-#include "mainwindow/datapacket.h"
+#include "mainwindow/tab/datapacket.h"
 
 // What the fuzz targets share. A target defines LLVMFuzzerInitialize() and LLVMFuzzerTestOneInput(), which
 // libFuzzer calls, or a replay of stored inputs.

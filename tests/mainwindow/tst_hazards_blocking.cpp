@@ -8,9 +8,9 @@
 #include <QElapsedTimer>
 #include <QPointer>
 
-#include "mainwindow/datapacket.h"
 #include "mainwindow/livewindows.h"
 #include "mainwindow/qorvexgraph.h"
+#include "mainwindow/tab/datapacket.h"
 #include "tests/support/driverlibrary.h"
 #include "tests/support/testmain.h"
 

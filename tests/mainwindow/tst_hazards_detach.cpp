@@ -2,9 +2,9 @@
 #include <QStandardItemModel>
 #include <QTabWidget>
 
-#include "mainwindow/datapacket.h"
 #include "mainwindow/qlineupdownedit.h"
 #include "mainwindow/qorvexgraph.h"
+#include "mainwindow/tab/datapacket.h"
 #include "monitor/monitor.h"
 #include "tests/support/observedcalls.h"
 #include "tests/support/testmain.h"

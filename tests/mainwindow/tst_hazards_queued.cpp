@@ -3,8 +3,8 @@
 #include <QTabWidget>
 #include <QTimer>
 
-#include "mainwindow/datapacket.h"
 #include "mainwindow/qorvexgraph.h"
+#include "mainwindow/tab/datapacket.h"
 #include "monitor/monitor.h"
 #include "tests/support/observedcalls.h"
 #include "tests/support/recordingview.h"

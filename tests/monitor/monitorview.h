@@ -4,8 +4,8 @@
 #include <QStandardItemModel>
 #include <QStringList>
 
-#include "mainwindow/datapacket.h"
 #include "mainwindow/qorvexgraph.h"
+#include "mainwindow/tab/datapacket.h"
 #include "monitor/monitor.h"
 
 /// A detached main window and its "Monitor" tab, with what a board would send it.

@@ -4,8 +4,8 @@
 #include <QTabWidget>
 #include <QTreeView>
 
-#include "mainwindow/datapacket.h"
 #include "mainwindow/qorvexgraph.h"
+#include "mainwindow/tab/datapacket.h"
 #include "monitor/monitor.h"
 #include "tests/support/countingpaintdevice.h"
 #include "tests/support/testmain.h"

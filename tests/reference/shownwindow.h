@@ -8,9 +8,9 @@
 #include <QTreeView>
 
 #include "bargraph/bargraph.h"
-#include "mainwindow/datapacket.h"
 #include "mainwindow/qlineupdownedit.h"
 #include "mainwindow/qorvexgraph.h"
+#include "mainwindow/tab/datapacket.h"
 #include "monitor/framepacer.h"
 #include "monitor/monitor.h"
 #include "monitor/rowdelegate.h"

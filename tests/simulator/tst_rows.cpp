@@ -6,8 +6,8 @@
 #include <QTest>
 #include <QTreeView>
 
-#include "mainwindow/datapacket.h"
 #include "mainwindow/qorvexgraph.h"
+#include "mainwindow/tab/datapacket.h"
 #include "tests/support/testmain.h"
 
 namespace {

@@ -4,9 +4,9 @@
 
 #include <QVector>
 
-#include "mainwindow/datapacket.h"
 #include "mainwindow/qorvexgraph.h"
-#include "mainwindow/qorvexwidget.h"
+#include "mainwindow/tab/datapacket.h"
+#include "mainwindow/tab/qorvexwidget.h"
 
 /// A view that keeps a copy of every packet it is shown.
 class RecordingView : public qorvexwidget

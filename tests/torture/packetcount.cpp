@@ -4,8 +4,8 @@
 #include <cstdlib>
 #include <new>
 
-#include "mainwindow/datapacket.h"
 #include "mainwindow/qorvexgraph.h"
+#include "mainwindow/tab/datapacket.h"
 
 namespace {
 

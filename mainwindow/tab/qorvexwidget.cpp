@@ -1,4 +1,4 @@
-#include "mainwindow/qorvexwidget.h"
+#include "mainwindow/tab/qorvexwidget.h"
 
 #include "mainwindow/qorvexgraph.h"
 
