@@ -6,8 +6,8 @@
 #include <QTimerEvent>
 #include <QTreeView>
 
-#include "monitor/framepacer.h"
 #include "monitor/reportformats.h"
+#include "monitor/rowview/framepacer.h"
 
 Tool::Tool()
     : window(new qorvexgraph)

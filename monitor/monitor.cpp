@@ -9,10 +9,10 @@
 #include <QSlider>
 #include <QStandardItemModel>
 
-#include "monitor/boundedtext.h"
-#include "monitor/rowdelegate.h"
-#include "monitor/rowview.h"
-#include "monitor/steadylayout.h"
+#include "monitor/rowview/boundedtext.h"
+#include "monitor/rowview/rowdelegate.h"
+#include "monitor/rowview/rowview.h"
+#include "monitor/rowview/steadylayout.h"
 
 namespace {
 

@@ -7,11 +7,11 @@
 #include <QStandardItemModel>
 #include <QTreeView>
 
-#include "monitor/boundedtext.h"
-#include "monitor/framepacer.h"
-#include "monitor/rowdelegate.h"
 #include "monitor/rowformats.h"
-#include "monitor/steadylayout.h"
+#include "monitor/rowview/boundedtext.h"
+#include "monitor/rowview/framepacer.h"
+#include "monitor/rowview/rowdelegate.h"
+#include "monitor/rowview/steadylayout.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <QTreeView>
 
 #include "mainwindow/qlineupdownedit.h"
-#include "monitor/framepacer.h"
+#include "monitor/rowview/framepacer.h"
 #include "tests/monitor/monitorview.h"
 #include "tests/support/testmain.h"
 

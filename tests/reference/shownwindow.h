@@ -11,9 +11,9 @@
 #include "mainwindow/qlineupdownedit.h"
 #include "mainwindow/qorvexgraph.h"
 #include "mainwindow/tab/datapacket.h"
-#include "monitor/framepacer.h"
 #include "monitor/monitor.h"
-#include "monitor/rowdelegate.h"
+#include "monitor/rowview/framepacer.h"
+#include "monitor/rowview/rowdelegate.h"
 
 /// A detached main window with settings of its own.
 class ShownWindow

@@ -1,4 +1,4 @@
-#include "monitor/rowdelegate.h"
+#include "monitor/rowview/rowdelegate.h"
 #include "tests/reference/reference.h"
 #include "tests/reference/shownwindow.h"
 #include "tests/support/testmain.h"

@@ -1,4 +1,4 @@
-#include "monitor/boundedtext.h"
+#include "monitor/rowview/boundedtext.h"
 
 #include <QPainter>
 #include <QStyle>

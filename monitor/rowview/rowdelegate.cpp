@@ -1,4 +1,4 @@
-#include "monitor/rowdelegate.h"
+#include "monitor/rowview/rowdelegate.h"
 
 #include <algorithm>
 #include <cstring>
@@ -8,7 +8,7 @@
 #include <QPainter>
 #include <QStyle>
 
-#include "monitor/boundedtext.h"
+#include "monitor/rowview/boundedtext.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "monitor/framepacer.h"
+#include "monitor/rowview/framepacer.h"
 
 #include <QHeaderView>
 #include <QScrollBar>

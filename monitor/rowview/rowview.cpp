@@ -1,4 +1,4 @@
-#include "monitor/rowview.h"
+#include "monitor/rowview/rowview.h"
 
 void RowView::doItemsLayout()
 {
