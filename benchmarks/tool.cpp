@@ -6,7 +6,7 @@
 #include <QTimerEvent>
 #include <QTreeView>
 
-#include "monitor/reportformats.h"
+#include "monitor/reports/reportformats.h"
 #include "monitor/rowview/framepacer.h"
 
 Tool::Tool()

@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "monitor/reportformats.h"
+#include "monitor/reports/reportformats.h"
 
 namespace {
 
@@ -56,7 +56,7 @@ int main()
               "that a short report lacks reads as zero. Bytes that no table names are not read. Reports of "
               "type 50,\n"
               "and those of type 119 that are no AdcReport, carry text from byte 2 on.\n\n"
-              "This page is printed from `monitor/reportformats.h`; a test compares the two.");
+              "This page is printed from `monitor/reports/reportformats.h`; a test compares the two.");
     for (const reports::Layout &layout : reports::layouts)
         printLayout(layout);
     return 0;

@@ -10,7 +10,7 @@
 #include "mainwindow/livewindows.h"
 #include "mainwindow/tab/datapacket.h"
 #include "mainwindow/tab/qorvexwidget.h"
-#include "monitor/reportformats.h"
+#include "monitor/reports/reportformats.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <iterator>
 
 #include "mainwindow/tab/datapacket.h"
-#include "monitor/rowformats.h"
+#include "monitor/reports/rowformats.h"
 
 namespace {
 

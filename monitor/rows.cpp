@@ -7,7 +7,7 @@
 #include <QStandardItemModel>
 #include <QTreeView>
 
-#include "monitor/rowformats.h"
+#include "monitor/reports/rowformats.h"
 #include "monitor/rowview/boundedtext.h"
 #include "monitor/rowview/framepacer.h"
 #include "monitor/rowview/rowdelegate.h"

@@ -1,6 +1,6 @@
 #include "simulator/textlines.h"
 
-#include "monitor/reportformats.h"
+#include "monitor/reports/reportformats.h"
 
 #include <array>
 #include <cstdio>

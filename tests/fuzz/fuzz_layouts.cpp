@@ -1,5 +1,5 @@
-#include "monitor/reportformats.h"
-#include "monitor/rowformats.h"
+#include "monitor/reports/reportformats.h"
+#include "monitor/reports/rowformats.h"
 #include "tests/fuzz/fuzzing.h"
 
 // Every field of every layout, against an input of any length: a missing byte reads as zero, a value stays in

@@ -2,7 +2,7 @@
 
 #include <QTest>
 
-#include "monitor/reportformats.h"
+#include "monitor/reports/reportformats.h"
 #include "tests/support/testmain.h"
 
 Q_DECLARE_METATYPE(reports::Field)

@@ -3,7 +3,7 @@
 
 #include <QTest>
 
-#include "monitor/reportformats.h"
+#include "monitor/reports/reportformats.h"
 #include "tests/support/testmain.h"
 
 using namespace reports;

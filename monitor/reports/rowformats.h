@@ -2,7 +2,7 @@
 
 #include <cctype>
 
-#include "monitor/reportformats.h"
+#include "monitor/reports/reportformats.h"
 
 /// The rows of text that the monitor makes of reports: a format, and the fields that fill its placeholders.
 namespace rows {
