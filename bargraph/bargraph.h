@@ -5,7 +5,7 @@
 
 #include "bargraph/geometry.h"
 #include "mainwindow/tab/qorvexwidget.h"
-#include "monitor/reports/reportformats.h"
+#include "monitor/reports/field.h"
 
 class QFrame;
 class QHBoxLayout;

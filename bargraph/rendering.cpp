@@ -4,6 +4,7 @@
 #include <QPainter>
 
 #include "bargraph/integermath.h"
+#include "monitor/reports/layouts.h"
 
 namespace {
 
@@ -117,7 +118,7 @@ void bargraph::DoVoltageMeter(QPainter *painter, const QRect &area, int raw)
     painter->drawLine(meter.bar.bottomLeft(), meter.bar.bottomRight());
     painter->setFont(viewFont);
     painter->drawText(meter.rawText, tr("Raw: %1").arg(raw));
-    painter->drawText(meter.voltsText, tr("Volts: %1").arg(reports::adc::volts(raw), 0, 'g', 4));
+    painter->drawText(meter.voltsText, tr("Volts: %1").arg(reports::adcVolts.of(raw), 0, 'g', 4));
     painter->drawText(
         meter.extremesText,
         tr("Min: %1 Max: %2 Delta: %3").arg(voltageMin).arg(voltageMax).arg(voltageMax - voltageMin));

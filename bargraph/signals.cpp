@@ -1,7 +1,6 @@
 #include "bargraph/bargraph.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <iterator>
 
 #include <QLabel>
@@ -10,6 +9,8 @@
 #include <QTimer>
 
 #include "mainwindow/tab/datapacket.h"
+#include "monitor/reports/layouts.h"
+#include "monitor/reports/signalline.h"
 
 // This view reads some reports otherwise than the monitor does, on purpose: it tells the short signal reports
 // by their length byte alone, takes every type-119 report with an ADC length byte for a voltage, reads text
@@ -17,38 +18,34 @@
 
 namespace {
 
-constexpr int fullLength = 40;
-constexpr int fullSubType = 1;
-constexpr int integratorLength = 10;
-constexpr int normalisedLength = 16;
-
-constexpr int textLineLength = 74; ///< with the "!" that ends it
-constexpr int frequencyIndex = 67; ///< of the frequency's first character in a text line
-constexpr int textPauseMs = 20;    ///< for so long after a picture no text line makes another
+constexpr int textPauseMs = 20; ///< after a repaint a text line requests none for so long
 constexpr int sampleStepMs = 100;
 
 /// The channels in their order: X fine, Y fine, X coarse, Y coarse.
 constexpr reports::Field channelFields[] = {
-    reports::signal1::xFine0,   reports::signal1::xFine60,   reports::signal1::xFine120,
-    reports::signal1::yFine0,   reports::signal1::yFine60,   reports::signal1::yFine120,
-    reports::signal1::xCoarse0, reports::signal1::xCoarse60, reports::signal1::xCoarse120,
-    reports::signal1::yCoarse0, reports::signal1::yCoarse60, reports::signal1::yCoarse120,
+    reports::signal1["xFine0"],   reports::signal1["xFine60"],   reports::signal1["xFine120"],
+    reports::signal1["yFine0"],   reports::signal1["yFine60"],   reports::signal1["yFine120"],
+    reports::signal1["xCoarse0"], reports::signal1["xCoarse60"], reports::signal1["xCoarse120"],
+    reports::signal1["yCoarse0"], reports::signal1["yCoarse60"], reports::signal1["yCoarse120"],
 };
+constexpr reports::Field frequencyField = reports::signal1["frequencyRaw"];
+constexpr reports::Field wordFields[] = {reports::signal1["reportWord8"], reports::signal1["reportWord10"]};
 
 /// The short reports fill the first channel and, when they are normalised, the third.
 constexpr reports::Field integratorFields[] = {
-    reports::signal5::integrator0,
-    reports::signal5::integrator60,
-    reports::signal5::integrator120,
+    reports::signal5["integrator0"],
+    reports::signal5["integrator60"],
+    reports::signal5["integrator120"],
 };
 constexpr reports::Field normalisedFields[] = {
-    reports::signal5::norm0,
-    reports::signal5::norm60,
-    reports::signal5::norm120,
+    reports::signal5["norm0"],
+    reports::signal5["norm60"],
+    reports::signal5["norm120"],
 };
 constexpr int thirdChannel = 6;
+constexpr reports::Field voltageField = reports::adc["adcRaw"];
 
-/// A voltage report that volts() counts down. Shared by all views and never wound up again.
+/// A voltage report that volts() counts down. Shared by all views and never reset.
 unsigned char sampleReport[32] = {52, reports::TextOrAdcReport, 0, 255, 241};
 
 /// Packet time of the last picture; shared by all views.
@@ -67,18 +64,7 @@ void copyFields(const reports::Field (&fields)[Count], const reports::Bytes &byt
 
 bool isShortLength(std::int64_t length)
 {
-    return length == integratorLength || length == normalisedLength;
-}
-
-/// Scans twelve hexadecimal words; those that are not reached keep their values.
-void scanSignals(const char *line, qint16 (&values)[12])
-{
-    unsigned short words[12];
-    std::copy(std::begin(values), std::end(values), words);
-    std::sscanf(line, "%hx %hx %hx %hx %hx %hx *%hx %hx %hx %hx %hx %hx\r\n", &words[0], &words[1], &words[2],
-                &words[3], &words[4], &words[5], &words[6], &words[7], &words[8], &words[9], &words[10],
-                &words[11]);
-    std::copy(std::begin(words), std::end(words), values);
+    return length == reports::signal4.sentLength || length == reports::signal5.sentLength;
 }
 
 } // namespace
@@ -86,14 +72,13 @@ void scanSignals(const char *line, qint16 (&values)[12])
 void bargraph::Display(_DataPacket *packet)
 {
     lastDisplayTime();
-    const reports::Bytes bytes{reinterpret_cast<const unsigned char *>(packet->data.constData()),
-                               static_cast<std::size_t>(packet->data.size())};
+    const reports::Bytes bytes{packet->bytes(), packet->byteCount()};
     const auto type = read(reports::reportType, bytes);
     const auto length = read(reports::reportLength, bytes);
     if (type == reports::TextReport) {
         takeText(*packet);
-    } else if (type == reports::SignalReport && length == fullLength &&
-               read(reports::reportSubType, bytes) == fullSubType) {
+    } else if (type == reports::SignalReport && length == reports::signal1.sentLength &&
+               read(reports::reportSubType, bytes) == reports::signal1.subType) {
         takeFullSignal(bytes);
         publish(*packet);
     } else if (type == reports::SignalReport && isShortLength(length)) {
@@ -112,9 +97,9 @@ void bargraph::takeText(const _DataPacket &packet)
     for (int i = static_cast<int>(reports::textOffset); i < packet.data.size(); ++i) {
         const char character = packet.data.at(i);
         textLine += QLatin1Char(character);
-        if (character != '!')
+        if (character != reports::signalLineEnd)
             continue;
-        if (textLine.size() == textLineLength) {
+        if (textLine.size() == int{reports::signalLineLength}) {
             // The packet's last line decides; lines that are not due change the state all the same.
             due = lastDisplayTime().msecsTo(packet.time) > textPauseMs;
             parseTextLine();
@@ -127,36 +112,35 @@ void bargraph::takeText(const _DataPacket &packet)
 
 void bargraph::parseTextLine()
 {
-    const QByteArray line = textLine.toLatin1();
-    scanSignals(line.constData(), channelSignals);
-    // The "!" at the end makes sure that a character follows.
-    const int lineFeed = line.indexOf('\n');
-    if (lineFeed >= 0)
-        proxChar = line.at(lineFeed + 1);
-    auto word = static_cast<unsigned short>(frequencyRaw);
-    std::sscanf(line.constData() + frequencyIndex, "%hx", &word);
-    takeFrequency(static_cast<qint16>(word));
+    reports::SignalLine line;
+    std::copy(std::begin(channelSignals), std::end(channelSignals), line.components);
+    line.proximity = proxChar;
+    line.frequencyRaw = frequencyRaw;
+    reports::readSignalLine(textLine.toLatin1().toStdString(), line);
+    std::copy(std::begin(line.components), std::end(line.components), channelSignals);
+    proxChar = line.proximity;
+    takeFrequency(line.frequencyRaw);
 }
 
 void bargraph::takeFullSignal(const reports::Bytes &bytes)
 {
     copyFields(channelFields, bytes, channelSignals);
     proxChar = 'O';
-    takeFrequency(static_cast<qint16>(read(reports::signal1::frequencyRaw, bytes)));
-    reportWord8 = static_cast<int>(read(reports::signal1::reportWord8, bytes));
-    reportWord10 = static_cast<int>(read(reports::signal1::reportWord10, bytes));
+    takeFrequency(static_cast<qint16>(read(frequencyField, bytes)));
+    reportWord8 = static_cast<int>(read(wordFields[0], bytes));
+    reportWord10 = static_cast<int>(read(wordFields[1], bytes));
 }
 
 void bargraph::takeShortSignal(const reports::Bytes &bytes)
 {
     copyFields(integratorFields, bytes, channelSignals);
-    if (read(reports::reportLength, bytes) == normalisedLength)
+    if (read(reports::reportLength, bytes) == reports::signal5.sentLength)
         copyFields(normalisedFields, bytes, channelSignals + thirdChannel);
 }
 
 void bargraph::takeVoltage(const reports::Bytes &bytes)
 {
-    voltageRaw = reports::adc::adcRaw(bytes);
+    voltageRaw = static_cast<int>(read(voltageField, bytes));
     if (voltageRaw < voltageMin || voltageMin < 0)
         voltageMin = voltageRaw;
     if (voltageRaw > voltageMax || voltageMax < 0)
@@ -166,7 +150,7 @@ void bargraph::takeVoltage(const reports::Bytes &bytes)
 void bargraph::takeFrequency(qint16 raw)
 {
     frequencyRaw = raw;
-    frequency = qint64{raw} * 225 / 4;
+    frequency = reports::frequencyOf(raw);
 }
 
 void bargraph::publish(const _DataPacket &packet)
@@ -184,7 +168,7 @@ void bargraph::publish(const _DataPacket &packet)
 
 void bargraph::volts()
 {
-    unsigned char &level = sampleReport[reports::adc::adcLow.offset];
+    unsigned char &level = sampleReport[voltageField.offset];
     if (level == 0)
         return;
     --level;
@@ -198,7 +182,7 @@ void bargraph::takeSample()
 {
     const reports::Bytes bytes{sampleReport, sizeof sampleReport};
     const auto length = read(reports::reportLength, bytes);
-    if (length == fullLength)
+    if (length == reports::signal1.sentLength)
         takeFullSignal(bytes);
     else if (isShortLength(length))
         takeShortSignal(bytes);

@@ -16,7 +16,7 @@
 #include <qwt_round_scale_draw.h>
 
 #include "benchmarks/tool.h"
-#include "monitor/reports/reportformats.h"
+#include "monitor/reports/layouts.h"
 
 // Twelve bars and four dials of 800 by 500 pixels, painted into an image, with other values each time.
 

@@ -6,7 +6,7 @@
 #include <QTimerEvent>
 #include <QTreeView>
 
-#include "monitor/reports/reportformats.h"
+#include "monitor/reports/layouts.h"
 #include "monitor/rowview/framepacer.h"
 
 Tool::Tool()
@@ -48,11 +48,11 @@ QByteArray positionReport(int number)
     auto *bytes = reinterpret_cast<unsigned char *>(report.data());
     write(reports::reportLength, 31, bytes);
     write(reports::reportType, reports::PositionReport, bytes);
-    write(reports::position::quality, 900 + number % 90, bytes);
-    write(reports::position::x, 12000 + 7 * number, bytes);
-    write(reports::position::y, -8000 + 5 * number, bytes);
-    write(reports::position::fineX, number % 4096, bytes);
-    write(reports::position::fineY, number % 2048, bytes);
+    write(reports::position["quality"], 900 + number % 90, bytes);
+    write(reports::position["x"], 12000 + 7 * number, bytes);
+    write(reports::position["y"], -8000 + 5 * number, bytes);
+    write(reports::position["fineX"], number % 4096, bytes);
+    write(reports::position["fineY"], number % 2048, bytes);
     return report;
 }
 

@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "monitor/reports/reportformats.h"
+#include "monitor/reports/layouts.h"
 
 namespace {
 
@@ -30,7 +30,14 @@ void printField(const reports::Field &field)
                     field.order == reports::BigEndian ? "BE" : "LE");
     if (field.mask != 0xFFFFFFFF)
         std::printf(", only bits 0x%02X", static_cast<unsigned>(field.mask));
-    std::printf(" | `%s` | %s |\n", field.name, field.label);
+    std::printf(" | `%s` | %s", field.name, field.label);
+    if (field.scale)
+        std::printf(", × %g / %g %s", field.scale->factor, field.scale->divisor, field.scale->unit);
+    if (field.names) {
+        for (std::size_t i = 0; i < field.names->count; ++i)
+            std::printf(", %d %s", static_cast<int>(field.names->names[i].value), field.names->names[i].name);
+    }
+    std::puts(" |");
 }
 
 void printLayout(const reports::Layout &layout)
@@ -56,8 +63,8 @@ int main()
               "that a short report lacks reads as zero. Bytes that no table names are not read. Reports of "
               "type 50,\n"
               "and those of type 119 that are no AdcReport, carry text from byte 2 on.\n\n"
-              "This page is printed from `monitor/reports/reportformats.h`; a test compares the two.");
-    for (const reports::Layout &layout : reports::layouts)
-        printLayout(layout);
+              "This page is printed from `monitor/reports/layouts.h`; a test compares the two.");
+    for (const reports::Layout *layout : reports::layouts)
+        printLayout(*layout);
     return 0;
 }

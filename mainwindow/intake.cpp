@@ -10,7 +10,7 @@
 #include "mainwindow/livewindows.h"
 #include "mainwindow/tab/datapacket.h"
 #include "mainwindow/tab/qorvexwidget.h"
-#include "monitor/reports/reportformats.h"
+#include "monitor/reports/decoding.h"
 
 namespace {
 
@@ -37,20 +37,6 @@ void restartRateLimit(QTime keptTime)
     // The clock went back, as it does at midnight.
     if (keptTime.msecsTo(now) < 0)
         setLastKept(now);
-}
-
-bool isRateLimited(unsigned char reportType)
-{
-    switch (reportType) {
-    case reports::SignalReport:
-    case reports::PhaseReport:
-    case reports::PenIdentityReport:
-    case reports::DualPenReport:
-    case reports::PositionReport:
-        return true;
-    default:
-        return false;
-    }
 }
 
 // A command that the library answers on the caller's own thread leads from one view's Display() into the
@@ -100,15 +86,15 @@ void qorvexgraph::DataCallback(int device, const unsigned char *data, unsigned i
     qorvexgraph *window = guard.window();
     if (!window || window->isPaused())
         return;
-    const auto type = static_cast<unsigned char>(read(reports::reportType, {data, data ? length : 0}));
-    const bool limited = isRateLimited(type);
-    if (limited && window->isDroppedByRateLimit())
+    const reports::RateLimit limit =
+        reports::rateLimitOf(read(reports::reportType, {data, data ? length : 0}));
+    if (limit == reports::RateLimit::Limited && window->isDroppedByRateLimit())
         return;
     _DataPacket *packet = newPacket(device, data, length);
     // Once queued the packet belongs to the GUI thread and may be gone.
     const QTime arrival = packet->time;
     window->enqueue(packet);
-    if (limited || type == reports::TextReport)
+    if (limit != reports::RateLimit::None)
         restartRateLimit(arrival);
     emit window->DataReceived();
 }

@@ -1,22 +1,9 @@
 #include "monitor/monitor.h"
 
-#include <charconv>
-#include <cstdlib>
-#include <iterator>
-
 #include "mainwindow/tab/datapacket.h"
-#include "monitor/reports/rowformats.h"
+#include "monitor/reports/decoding.h"
 
 namespace {
-
-constexpr int restOfLineMs = 300;
-constexpr int closestLineMs = 30;
-
-reports::Bytes bytesOf(const _DataPacket &packet)
-{
-    return {reinterpret_cast<const unsigned char *>(packet.data.constData()),
-            static_cast<std::size_t>(packet.data.size())};
-}
 
 /// Stands in for the packet before the first one. Never freed, by design.
 _DataPacket *newDummyPacket()
@@ -30,128 +17,14 @@ _DataPacket *newDummyPacket()
     return packet;
 }
 
-bool isKnown(std::int64_t type)
-{
-    switch (type) {
-    case reports::SignalReport:
-    case reports::TextReport:
-    case reports::PhaseReport:
-    case reports::TextOrAdcReport:
-    case reports::PenIdentityReport:
-    case reports::DualPenReport:
-    case reports::PositionReport:
-        return true;
-    default:
-        return false;
-    }
-}
+/// The names of values in reports, for the translators.
+constexpr const char *valueNames[] = {QT_TRANSLATE_NOOP("monitor", "Teacher"),
+                                      QT_TRANSLATE_NOOP("monitor", "Student"),
+                                      QT_TRANSLATE_NOOP("monitor", "Unknown: %1")};
 
-bool isAdc(const reports::Bytes &bytes)
+std::string translated(const char *english)
 {
-    return read(reports::reportType, bytes) == reports::TextOrAdcReport &&
-           reports::isAdcLength(read(reports::reportLength, bytes)) &&
-           read(reports::reportSubType, bytes) == reports::adcSubType;
-}
-
-bool isText(const reports::Bytes &bytes)
-{
-    const auto type = read(reports::reportType, bytes);
-    return type == reports::TextReport || (type == reports::TextOrAdcReport && !isAdc(bytes));
-}
-
-/// Whether the length byte fits the type; only two types have a rule.
-bool hasValidLength(const reports::Bytes &bytes)
-{
-    const auto length = read(reports::reportLength, bytes);
-    switch (read(reports::reportType, bytes)) {
-    case reports::SignalReport:
-        return reports::isSignalLength(length);
-    case reports::PhaseReport:
-        return length == reports::phaseReportLength;
-    default:
-        return true;
-    }
-}
-
-void appendPadded(QByteArray &text, std::int64_t value, int width)
-{
-    char digits[24];
-    const auto length =
-        static_cast<int>(std::to_chars(std::begin(digits), std::end(digits), value).ptr - digits);
-    text.append(qMax(0, width - length), ' ').append(digits, length);
-}
-
-/// Gives what one QString::arg() for each column would, in a single pass. Placeholders beyond the columns
-/// stay.
-QString filled(const rows::Text &text, const reports::Bytes &bytes)
-{
-    QByteArray result;
-    for (const char *at = text.format; *at != '\0';) {
-        char *end = nullptr;
-        const unsigned long number = *at == '%' ? std::strtoul(at + 1, &end, 10) : 0;
-        if (number == 0 || number > text.columnCount) {
-            result += *at++;
-            continue;
-        }
-        const rows::Column &column = text.columns[number - 1];
-        appendPadded(result, read(column.field, bytes), column.width);
-        at = end;
-    }
-    return QString::fromLatin1(result);
-}
-
-QString penName(std::int64_t kind)
-{
-    switch (kind) {
-    case 0:
-        return monitor::tr("Teacher");
-    case 1:
-        return monitor::tr("Student");
-    default:
-        return monitor::tr("Unknown: %1").arg(static_cast<qlonglong>(kind));
-    }
-}
-
-QString adcText(int raw)
-{
-    return QString(QLatin1String(rows::adcFormat)).arg(raw).arg(reports::adc::volts(raw), 0, 'g', 4);
-}
-
-/// The texts of a row.
-struct RowTexts
-{
-    QString first;
-    QString second;
-};
-
-RowTexts fieldRowTexts(const reports::Bytes &bytes)
-{
-    const auto type = read(reports::reportType, bytes);
-    const auto subType = read(reports::reportSubType, bytes);
-    for (const rows::Row &row : rows::fieldRows) {
-        if (row.type == type && (row.subType == rows::anySubType || row.subType == subType))
-            return {filled(row.first, bytes), filled(row.second, bytes)};
-    }
-    // A SignalReport of a sub-type without fields makes an empty row.
-    return {};
-}
-
-RowTexts rowTexts(const reports::Bytes &bytes)
-{
-    switch (read(reports::reportType, bytes)) {
-    case reports::PenIdentityReport:
-        return {filled(rows::penIdentity, bytes).arg(penName(read(reports::penIdentity::penKind, bytes))),
-                {}};
-    case reports::TextOrAdcReport:
-        return {adcText(reports::adc::adcRaw(bytes)), {}};
-    case reports::SignalReport:
-        if (read(reports::reportSubType, bytes) == rows::signal1SubType)
-            return {filled(rows::signal1Fine, bytes) + filled(rows::signal1Coarse, bytes), {}};
-        break;
-    default:
-        break;
-    }
-    return fieldRowTexts(bytes);
+    return monitor::tr(english).toStdString();
 }
 
 } // namespace
@@ -162,39 +35,52 @@ void monitor::Display(_DataPacket *packet)
         previousPacket = newDummyPacket();
         OnChangedFont(monitorFont);
     }
-    const reports::Bytes bytes = bytesOf(*packet);
-    const bool known = isKnown(read(reports::reportType, bytes));
+    const reports::Bytes bytes{packet->bytes(), packet->byteCount()};
+    const bool known = reports::ruleOf(read(reports::reportType, bytes));
     if (known && packet->checksum == previousPacket->checksum)
         return;
-    if (!known || !hasValidLength(bytes)) {
+    switch (reports::formOf(bytes)) {
+    case reports::Form::Raw:
         AddData(bytes.data, qMin(packet->length, static_cast<unsigned int>(bytes.length)));
-    } else if (isText(bytes)) {
+        break;
+    case reports::Form::Text:
         addText(*packet);
-    } else {
-        const RowTexts texts = rowTexts(bytes);
-        AddData(texts.first, texts.second);
+        break;
+    case reports::Form::Row:
+        addRow(reports::fieldRow(bytes, translated));
+        break;
     }
     *previousPacket = *packet;
+}
+
+void monitor::addRow(const reports::Row &row)
+{
+    AddData(QString::fromStdString(row.first), QString::fromStdString(row.second));
 }
 
 void monitor::addText(const _DataPacket &packet)
 {
     pendingTextTimer.stop();
-    const reports::Bytes bytes = bytesOf(packet);
+    const reports::Bytes bytes{packet.bytes(), packet.byteCount()};
+    std::string characters;
     for (std::size_t i = reports::textOffset; i < bytes.length; ++i) {
-        const unsigned char byte = bytes.data[i];
-        pendingText += QLatin1Char(rows::printable(byte));
-        if (byte == '\n')
-            completeLine(packet);
+        reports::appendPrintable(characters, bytes.data[i]);
+        if (bytes.data[i] != '\n')
+            continue;
+        pendingText += QString::fromStdString(characters);
+        characters.clear();
+        completeLine(packet);
     }
+    if (!characters.empty())
+        pendingText += QString::fromStdString(characters);
     if (!pendingText.isEmpty())
-        pendingTextTimer.start(restOfLineMs);
+        pendingTextTimer.start(reports::lineFlushDelayMs);
 }
 
 void monitor::completeLine(const _DataPacket &packet)
 {
-    // A line that ends too soon after the packet before it is thrown away unshown.
-    if (previousPacket->time.msecsTo(packet.time) > closestLineMs) {
+    // A line that ends too soon after the packet before it is dropped.
+    if (previousPacket->time.msecsTo(packet.time) > reports::lineGapMs) {
         AddData(pendingText, QString());
         *previousPacket = packet;
     }

@@ -7,6 +7,10 @@
 
 #include "mainwindow/tab/qorvexwidget.h"
 
+namespace reports {
+struct Row;
+}
+
 class FramePacer;
 class QCheckBox;
 class QComboBox;
@@ -60,6 +64,7 @@ private:
     void addThresholdControl(QHBoxLayout *bar);
     void applyStoredFont(QFontComboBox *fontBox, QComboBox *sizeBox);
     void showLastRow(const QString &text);
+    void addRow(const reports::Row &row);
     void addText(const _DataPacket &packet);
     void completeLine(const _DataPacket &packet);
 

@@ -7,7 +7,7 @@
 #include <QStandardItemModel>
 #include <QTreeView>
 
-#include "monitor/reports/rowformats.h"
+#include "monitor/reports/decoding.h"
 #include "monitor/rowview/boundedtext.h"
 #include "monitor/rowview/framepacer.h"
 #include "monitor/rowview/rowdelegate.h"
@@ -77,19 +77,7 @@ void monitor::showLastRow(const QString &text)
 
 void monitor::AddData(const unsigned char *bytes, unsigned int length)
 {
-    static constexpr char digits[] = "0123456789abcdef";
-    QString text;
-    QString hexadecimal;
-    for (unsigned int i = 0; i < length; ++i) {
-        text += QLatin1Char(rows::printable(bytes[i]));
-        hexadecimal += QLatin1Char(digits[bytes[i] >> 4]);
-        hexadecimal += QLatin1Char(digits[bytes[i] & 15]);
-        hexadecimal += QLatin1Char(' ');
-        // The first group has nine bytes, every later one eight.
-        if (i != 0 && i % 8 == 0)
-            hexadecimal += QLatin1Char(' ');
-    }
-    AddData(text, hexadecimal);
+    addRow(reports::rawRow({bytes, length}));
 }
 
 void monitor::OnTimerAddRest()

@@ -13,7 +13,7 @@ static_assert(std::size(layouts) == layoutKindCount, "a kind for each layout");
 
 const Layout &layoutOf(Kind kind)
 {
-    return layouts[static_cast<std::size_t>(kind)];
+    return *layouts[static_cast<std::size_t>(kind)];
 }
 
 /// A report of a kind whose fields have the given values, in the order of their bytes.
@@ -115,7 +115,7 @@ Report positionReport(const Measurement &m)
 
 Report adcReport(const Measurement &m)
 {
-    return filled(Kind::Adc, {m.adcRaw % 256, m.adcRaw / 256});
+    return filled(Kind::Adc, {m.adcRaw});
 }
 
 using Encoder = Report (*)(const Measurement &);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "monitor/reports/reportformats.h"
+#include "monitor/reports/layouts.h"
 #include "simulator/kinds.h"
 #include "simulator/sensor.h"
 

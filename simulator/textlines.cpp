@@ -1,36 +1,25 @@
 #include "simulator/textlines.h"
 
-#include "monitor/reports/reportformats.h"
-
-#include <array>
-#include <cstdio>
-
-namespace {
-
-constexpr std::size_t signalLineLength = 74;
-
-unsigned word(int value)
-{
-    return static_cast<std::uint16_t>(value);
-}
-
-} // namespace
+#include "monitor/reports/layouts.h"
+#include "monitor/reports/signalline.h"
 
 std::string signalLine(const Measurement &m)
 {
-    std::array<char, signalLineLength + 1> line{};
-    std::snprintf(line.data(), line.size(),
-                  "%04x %04x %04x %04x %04x %04x *%04x %04x %04x %04x %04x %04x\r\n%c F: %04x  !",
-                  word(m.xFine.c0), word(m.xFine.c60), word(m.xFine.c120), word(m.yFine.c0),
-                  word(m.yFine.c60), word(m.yFine.c120), word(m.xCoarse.c0), word(m.xCoarse.c60),
-                  word(m.xCoarse.c120), word(m.yCoarse.c0), word(m.yCoarse.c60), word(m.yCoarse.c120),
-                  m.proximity, word(m.frequencyRaw));
-    return line.data();
+    const auto word = [](int value) { return static_cast<std::int16_t>(value); };
+    reports::SignalLine line;
+    std::int16_t *component = line.components;
+    for (const Phases *phases : {&m.xFine, &m.yFine, &m.xCoarse, &m.yCoarse}) {
+        for (const int value : {phases->c0, phases->c60, phases->c120})
+            *component++ = word(value);
+    }
+    line.proximity = m.proximity;
+    line.frequencyRaw = word(m.frequencyRaw);
+    return reports::writeSignalLine(line);
 }
 
 std::string plainLine(const std::string &text)
 {
-    const bool taken = text.size() + 1 == signalLineLength;
+    const bool taken = text.size() + 1 == reports::signalLineLength;
     return text + (taken ? ".!" : "!");
 }
 

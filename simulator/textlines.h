@@ -4,12 +4,7 @@
 
 #include <string>
 
-/// The line of text from which the bar graph takes its signals: 74 characters that end in "!". Twelve
-/// hexadecimal words (fine x, fine y, coarse x, coarse y, three components each), a line feed, the proximity
-/// character right behind it and the frequency as a hexadecimal word at index 67:
-/// \code
-/// 0bb8 05dc fa24 0000 0001 ffff *0000 0000 0000 0000 0000 0000\r\nO F: 07d0  !
-/// \endcode
+/// The line of text from which the bar graph takes its signals.
 std::string signalLine(const Measurement &measurement);
 
 /// Any other text of the board. It ends in "!" as well and never has 74 characters, so that the bar graph

@@ -1,5 +1,4 @@
-#include "monitor/reports/reportformats.h"
-#include "monitor/reports/rowformats.h"
+#include "monitor/reports/layouts.h"
 #include "tests/fuzz/fuzzing.h"
 
 // Every field of every layout, against an input of any length: a missing byte reads as zero, a value stays in
@@ -42,11 +41,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
 {
     const QByteArray bytes = fuzz::Input(data, size).bytes(size);
     const auto *first = reinterpret_cast<const unsigned char *>(bytes.constData());
-    for (const reports::Layout &layout : reports::layouts) {
-        for (std::size_t i = 0; i < layout.fieldCount; ++i)
-            checkField(layout.fields[i], bytes);
+    for (const reports::Layout *layout : reports::layouts) {
+        for (std::size_t i = 0; i < layout->fieldCount; ++i)
+            checkField(layout->fields[i], bytes);
     }
-    const int adc = reports::adc::adcRaw({first, size});
-    fuzz::require(adc >= 0 && adc <= 1023, "a reading has ten bits");
+    const auto adc = read(reports::adc["adcRaw"], {first, size});
+    fuzz::require(adc <= 1023, "a reading has ten bits");
     return 0;
 }

@@ -2,7 +2,7 @@
 
 #include <QTest>
 
-#include "monitor/reports/reportformats.h"
+#include "monitor/reports/decoding.h"
 #include "tests/support/testmain.h"
 
 Q_DECLARE_METATYPE(reports::Field)
@@ -127,7 +127,8 @@ void ReportFormats::signalLengths()
 {
     QList<int> allowed;
     for (int length = 0; length < 256; ++length) {
-        if (isSignalLength(length))
+        const unsigned char report[] = {static_cast<unsigned char>(length), 47, 1};
+        if (formOf({report, 3}) == Form::Row)
             allowed.append(length);
     }
     QCOMPARE(allowed, (QList<int>{10, 14, 16, 25, 40}));
@@ -137,7 +138,8 @@ void ReportFormats::adcLengths()
 {
     QList<int> allowed;
     for (int length = 0; length < 256; ++length) {
-        if (isAdcLength(length))
+        const unsigned char report[] = {static_cast<unsigned char>(length), 119, 12};
+        if (formOf({report, 3}) == Form::Row)
             allowed.append(length);
     }
     QCOMPARE(allowed, (QList<int>{52, 58}));
@@ -164,9 +166,9 @@ void ReportFormats::adcReading()
 {
     QFETCH(QByteArray, bytes);
     const auto *data = reinterpret_cast<const unsigned char *>(bytes.constData());
-    const int raw = adc::adcRaw({data, static_cast<std::size_t>(bytes.size())});
-    QTEST(raw, "raw");
-    QTEST(adc::volts(raw), "volts");
+    const auto raw = reports::read(adc["adcRaw"], {data, static_cast<std::size_t>(bytes.size())});
+    QTEST(static_cast<int>(raw), "raw");
+    QTEST(adc["volts"].scale->of(raw), "volts");
 }
 
 PADSCOPE_TEST_MAIN(ReportFormats)

@@ -3,7 +3,7 @@
 
 #include <QTest>
 
-#include "monitor/reports/reportformats.h"
+#include "monitor/reports/layouts.h"
 #include "tests/support/testmain.h"
 
 using namespace reports;
@@ -23,9 +23,9 @@ struct Distinct
 
 const Layout *layoutOf(Type type, int subType)
 {
-    for (const Layout &candidate : layouts) {
-        if (candidate.type == type && candidate.subType == subType)
-            return &candidate;
+    for (const Layout *candidate : layouts) {
+        if (candidate->type == type && candidate->subType == subType)
+            return candidate;
     }
     return nullptr;
 }
@@ -213,8 +213,8 @@ const std::vector<ExpectedLayout> &expectedLayouts()
          12,
          52,
          {
-             {"adcLow", 0x83, 'u'},
-             {"adcHigh", 0x00, 'u'},
+             {"adcRaw", 0x0083, 'u'},
+             {"volts", 0x0083, 'u'},
          }},
     };
     return all;

@@ -306,7 +306,8 @@ void tst_script::allKindsUseEveryField()
     std::set<int> types;
     for (const Sent &one : sentIn(script, 30s)) {
         types.insert(one.bytes[1]);
-        for (const reports::Layout &layout : reports::layouts) {
+        for (const reports::Layout *each : reports::layouts) {
+            const reports::Layout &layout = *each;
             if (layout.type != one.bytes[1] || (layout.subType && layout.subType != one.bytes[2]) ||
                 layout.sentLength != one.bytes[0])
                 continue;

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "monitor/reports/field.h"
+
+namespace reports {
+
+/// Turns an English name of a value into the reader's language, in UTF-8.
+using Translate = std::string (*)(const char *english);
+
+/// Called only while the compiler evaluates a row text that is wrong, and so makes it an error.
+void rowTextIsWrong();
+
+/// One text of a row: literal text, and fields by name with the width to which their values are padded
+/// with blanks on the left. A value that is wider is never cut. Checked by the compiler.
+/// \code
+/// RowText("Raw 0: {raw0:5}   60: {raw60:5}", fields) // "Raw 0:   -12   60:  1034"
+/// \endcode
+class RowText
+{
+public:
+    constexpr RowText() = default;
+
+    template <std::size_t Count>
+    constexpr RowText(const char *format, const Field (&fields)[Count])
+    {
+        const char *literal = format;
+        for (const char *at = format; *at != '\0'; ++at) {
+            if (*at != '{')
+                continue;
+            const char *end = at;
+            while (*end != '}')
+                *end == '\0' ? rowTextIsWrong() : void(++end);
+            addPart(literal, at, {at + 1, static_cast<std::size_t>(end - at - 1)}, fields);
+            at = end;
+            literal = end + 1;
+        }
+        rest = literal;
+    }
+
+    /// \return UTF-8
+    std::string filled(const Bytes &bytes, Translate translate) const;
+
+private:
+    struct Part
+    {
+        const char *literal = nullptr;
+        std::size_t literalLength = 0;
+        const Field *field = nullptr;
+        std::size_t width = 0;
+    };
+
+    template <std::size_t Count>
+    constexpr void addPart(const char *literal, const char *literalEnd, std::string_view placeholder,
+                           const Field (&fields)[Count])
+    {
+        if (partCount == maxParts)
+            rowTextIsWrong();
+        Part &part = parts[partCount++];
+        part.literal = literal;
+        part.literalLength = static_cast<std::size_t>(literalEnd - literal);
+        const std::size_t colon = placeholder.find(':');
+        for (const Field &field : fields) {
+            if (placeholder.substr(0, colon) == field.name)
+                part.field = &field;
+        }
+        if (!part.field)
+            rowTextIsWrong();
+        for (std::size_t i = colon; i != std::string_view::npos && ++i < placeholder.size();)
+            part.width = 10 * part.width + static_cast<std::size_t>(placeholder[i] - '0');
+    }
+
+    static constexpr std::size_t maxParts = 16;
+    Part parts[maxParts];
+    std::size_t partCount = 0;
+    const char *rest = "";
+};
+
+} // namespace reports
