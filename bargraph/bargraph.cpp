@@ -12,9 +12,11 @@
 #include <QSpinBox>
 #include <QVBoxLayout>
 
-#include "mainwindow/qorvexgraph.h"
+#include "mainwindow/tab/tabwindow.h"
 
 namespace {
+
+constexpr char thresholdKey[] = "bargraph.displayThreshold";
 
 /// Keeps a control at the size that it asks for.
 template <typename Control>
@@ -26,12 +28,12 @@ Control *fixedSize(Control *control)
 
 } // namespace
 
-bargraph::bargraph(qorvexgraph *window)
+bargraph::bargraph(TabWindow *window)
     : qorvexwidget(window)
 {
     auto *layout = new QVBoxLayout;
     auto *row = new QHBoxLayout;
-    displayThreshold = settings->value(QLatin1String("bargraph.displayThreshold"), 50).toInt();
+    displayThreshold = settings->value(QLatin1String(thresholdKey), 50).toInt();
     addModeControls(row);
     row->addStretch();
     addFrequencyControls(row);
@@ -119,6 +121,12 @@ void bargraph::OnSpinFrequency(int s)
     spinFrequency = s;
 }
 
+void bargraph::CommandTyped(const QString &command)
+{
+    if (command == QLatin1String(":RMM\r"))
+        resetMinMaxVoltage();
+}
+
 void bargraph::resetMinMaxVoltage()
 {
     voltageMin = -1;
@@ -128,5 +136,5 @@ void bargraph::resetMinMaxVoltage()
 void bargraph::on_displayThresholdSlider_valueChanged(int val)
 {
     displayThreshold = val;
-    settings->setValue(QLatin1String("bargraph.displayThreshold"), val);
+    settings->setValue(QLatin1String(thresholdKey), val);
 }

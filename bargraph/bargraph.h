@@ -21,10 +21,12 @@ class bargraph : public qorvexwidget
     Q_OBJECT
 
 public:
-    explicit bargraph(qorvexgraph *window);
+    explicit bargraph(TabWindow *window);
 
     /// Takes signals, frequency and voltage from the reports that carry them; ignores all others.
     void Display(_DataPacket *packet) override;
+    /// Forgets the extremes of the voltage when the command is ":RMM".
+    void CommandTyped(const QString &command) override;
 
     /// Forgets the extremes of the voltage. Shows at the next repaint, which this does not request.
     void resetMinMaxVoltage();

@@ -2,17 +2,13 @@
 
 #include <QTabWidget>
 
-#include "bargraph/bargraph.h"
 #include "driver/orvexwrapper.h"
 #include "mainwindow/qlineupdownedit.h"
+#include "mainwindow/tab/qorvexwidget.h"
 
 namespace {
 
 constexpr unsigned char typedCommandDebugMode = 4;
-
-// 31 lines are written and 30 read back; reading puts each line in front, which reverses them. As designed.
-constexpr int mostLinesRead = 30;
-constexpr int lastLineWritten = 30;
 
 } // namespace
 
@@ -44,10 +40,8 @@ void qorvexgraph::sendTypedCommand(const QString &command)
 {
     if (deviceIds.isEmpty() || !hardware)
         return;
-    if (command == QLatin1String(":RMM\r")) {
-        if (auto *view = qobject_cast<bargraph *>(tabs->currentWidget()))
-            view->resetMinMaxVoltage();
-    }
+    if (auto *view = qobject_cast<qorvexwidget *>(tabs->currentWidget()))
+        view->CommandTyped(command);
     hardware->SendCommand(deviceIds.first(), command.toLatin1().constData());
 }
 
@@ -57,21 +51,4 @@ void qorvexgraph::SendCommand(const char *command)
     if (deviceIds.isEmpty() || !hardware)
         return;
     hardware->SendCommand(deviceIds.first(), command);
-}
-
-void qorvexgraph::loadHistory()
-{
-    for (int index = 0; index < mostLinesRead; ++index) {
-        const QString line = settings.value(tr("history/%1").arg(index)).toString();
-        if (line.isNull())
-            break;
-        commandLine->addToHistory(line);
-    }
-}
-
-void qorvexgraph::saveHistory()
-{
-    const QList<QString> &lines = commandLine->historyLines();
-    for (int index = 0; index < lines.size() && index <= lastLineWritten; ++index)
-        settings.setValue(tr("history/%1").arg(index), lines.at(index));
 }

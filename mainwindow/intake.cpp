@@ -8,36 +8,12 @@
 #include <QTabWidget>
 
 #include "mainwindow/livewindows.h"
+#include "mainwindow/ratelimiter.h"
 #include "mainwindow/tab/datapacket.h"
 #include "mainwindow/tab/qorvexwidget.h"
 #include "monitor/reports/decoding.h"
 
 namespace {
-
-// `paused`, `displayThreshold` and `lastKeptTime` are read by the callbacks without a lock, on purpose:
-// a stale value keeps or drops one report more. Each is read through an accessor of its own that is
-// never inlined, so that a thread sanitizer can be told of these three and of nothing else.
-
-QTime lastKeptTime; ///< when a report last restarted the rate limit; shared by all windows
-
-[[gnu::noinline]] QTime lastKept()
-{
-    return lastKeptTime;
-}
-
-[[gnu::noinline]] void setLastKept(QTime time)
-{
-    lastKeptTime = time;
-}
-
-void restartRateLimit(QTime keptTime)
-{
-    setLastKept(keptTime);
-    const QTime now = QTime::currentTime();
-    // The clock went back, as it does at midnight.
-    if (keptTime.msecsTo(now) < 0)
-        setLastKept(now);
-}
 
 // A command that the library answers on the caller's own thread leads from one view's Display() into the
 // next. At the max depth the rest waits until all of them have returned.
@@ -64,6 +40,9 @@ _DataPacket *newPacket(int device, const unsigned char *data, unsigned int lengt
 
 } // namespace
 
+// Read by the callbacks without a lock, on purpose: a stale value keeps or drops one report more. Never
+// inlined, so that a thread sanitizer can be told of these two and of nothing else.
+
 [[gnu::noinline]] bool qorvexgraph::isPaused() const
 {
     return paused;
@@ -74,12 +53,6 @@ _DataPacket *newPacket(int device, const unsigned char *data, unsigned int lengt
     return displayThreshold;
 }
 
-bool qorvexgraph::isDroppedByRateLimit() const
-{
-    // A null time is 0 ms from any other, so nothing limited is kept before the first text report.
-    return lastKept().msecsTo(QTime::currentTime()) <= rateLimitMs();
-}
-
 void qorvexgraph::DataCallback(int device, const unsigned char *data, unsigned int length, void *context)
 {
     const livewindows::Guard guard(context);
@@ -88,14 +61,14 @@ void qorvexgraph::DataCallback(int device, const unsigned char *data, unsigned i
         return;
     const reports::RateLimit limit =
         reports::rateLimitOf(read(reports::reportType, {data, data ? length : 0}));
-    if (limit == reports::RateLimit::Limited && window->isDroppedByRateLimit())
+    if (limit == reports::RateLimit::Limited && ratelimiter::comesTooSoon(window->rateLimitMs()))
         return;
     _DataPacket *packet = newPacket(device, data, length);
     // Once queued the packet belongs to the GUI thread and may be gone.
     const QTime arrival = packet->time;
     window->enqueue(packet);
     if (limit != reports::RateLimit::None)
-        restartRateLimit(arrival);
+        ratelimiter::restart(arrival);
     emit window->DataReceived();
 }
 

@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 
 #include "bargraph/bargraph.h"
+#include "mainwindow/history.h"
 #include "mainwindow/livewindows.h"
 #include "mainwindow/qlineupdownedit.h"
 #include "mainwindow/settingsfile.h"
@@ -18,7 +19,7 @@ qorvexgraph::qorvexgraph()
     setAsideDamagedFile(settings);
     buildTabs();
     commandLine = new QLineUpDownEdit;
-    loadHistory();
+    loadHistory(*commandLine, settings);
     connect(commandLine, SIGNAL(returnPressed()), this, SLOT(TypedCommand()));
     arrangeWidgets();
     connect(this, SIGNAL(PnpHappened()), this, SLOT(AttachHardware()));
@@ -59,9 +60,9 @@ void qorvexgraph::closeEvent(QCloseEvent *event)
 {
     detachFromHardware();
     if (monitorView)
-        saveMonitorSettings();
+        monitorView->saveSettings();
     if (commandLine)
-        saveHistory();
+        saveHistory(*commandLine, settings);
     event->accept();
 }
 
@@ -80,11 +81,4 @@ void qorvexgraph::timerEvent(QTimerEvent *event)
         dispatchTimer.stop();
         OnDataReceived();
     }
-}
-
-void qorvexgraph::saveMonitorSettings()
-{
-    settings.setValue(QLatin1String("Monitor Font"), monitorView->rowFont().family());
-    settings.setValue(QLatin1String("Monitor Font Size"), monitorView->rowFont().pointSize());
-    settings.setValue(QLatin1String("Log To File"), monitorView->isLogging());
 }

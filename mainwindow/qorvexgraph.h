@@ -10,6 +10,8 @@
 #include <QTime>
 #include <QWidget>
 
+#include "mainwindow/tab/tabwindow.h"
+
 class OrvexWrapper;
 class QLabel;
 class QLineUpDownEdit;
@@ -22,7 +24,7 @@ struct _DataPacket;
 ///
 /// Detached when built; attaches when the first command is typed. Closing it, or hiding it other than by
 /// the window system, detaches. Everything runs on the GUI thread but the two callbacks.
-class qorvexgraph : public QWidget
+class qorvexgraph : public QWidget, public TabWindow
 {
     Q_OBJECT
 
@@ -33,10 +35,10 @@ public:
     ~qorvexgraph() override;
 
     /// Sends a text as it stands to the first board; does nothing without a board or while detached.
-    void SendCommand(const char *command);
+    void SendCommand(const char *command) override;
 
     /// Store that the views share for their own settings.
-    QSettings *settingsStore() { return &settings; }
+    QSettings *settingsStore() override { return &settings; }
 
     /// Takes one report on a thread of the driver library.
     /// \param data `length` bytes, or null for none
@@ -78,10 +80,6 @@ private:
     void detachFromHardware();
     void quietBoards();
     void sendTypedCommand(const QString &command);
-    void loadHistory();
-    void saveHistory();
-    void saveMonitorSettings();
-    bool isDroppedByRateLimit() const;
     void enqueue(_DataPacket *packet);
     _DataPacket *takeFirstPacket();
     void showPacket(_DataPacket *packet);

@@ -16,6 +16,11 @@
 
 namespace {
 
+constexpr char thresholdKey[] = "monitor.displayThreshold";
+constexpr char logKey[] = "Log To File";
+constexpr char fontKey[] = "Monitor Font";
+constexpr char fontSizeKey[] = "Monitor Font Size";
+
 QLabel *newLastRowLabel()
 {
     auto *label = new BoundedLabel;
@@ -69,12 +74,12 @@ bool select(QComboBox *box, const QString &text)
 
 } // namespace
 
-monitor::monitor(qorvexgraph *window)
+monitor::monitor(TabWindow *window)
     : qorvexwidget(window)
 {
     column = new SteadyLayout;
     auto *bar = new QHBoxLayout;
-    displayThreshold = settings->value(QLatin1String("monitor.displayThreshold"), 100).toInt();
+    displayThreshold = settings->value(QLatin1String(thresholdKey), 100).toInt();
     addLogControl(bar);
     addThresholdControl(bar);
     bar->addStretch();
@@ -108,7 +113,7 @@ monitor::monitor(qorvexgraph *window)
 void monitor::addLogControl(QHBoxLayout *bar)
 {
     logCheckBox = new QCheckBox(tr("Log to file"));
-    logEnabled = settings->value(QLatin1String("Log To File"), false).toBool();
+    logEnabled = settings->value(QLatin1String(logKey), false).toBool();
     logCheckBox->setChecked(logEnabled);
     connect(logCheckBox, SIGNAL(stateChanged(int)), this, SLOT(LogToFile(int)));
     bar->addWidget(logCheckBox);
@@ -127,9 +132,8 @@ void monitor::addThresholdControl(QHBoxLayout *bar)
 
 void monitor::applyStoredFont(QFontComboBox *fontBox, QComboBox *sizeBox)
 {
-    const QString family =
-        settings->value(QLatin1String("Monitor Font"), QLatin1String("Courier")).toString();
-    const QString size = settings->value(QLatin1String("Monitor Font Size"), QLatin1String("10")).toString();
+    const QString family = settings->value(QLatin1String(fontKey), QLatin1String("Courier")).toString();
+    const QString size = settings->value(QLatin1String(fontSizeKey), QLatin1String("10")).toString();
     // Pixels here and points in the boxes: both are set, and Qt settles which holds.
     setStyleSheet(QString::fromLatin1("QTreeView {color: white; background-color: black; font-size: %1px; "
                                       "font-family: \"%2\";}")
@@ -173,5 +177,12 @@ void monitor::LogToFile(bool on)
 void monitor::on_displayThresholdSlider_valueChanged(int value)
 {
     displayThreshold = value;
-    settings->setValue(QLatin1String("monitor.displayThreshold"), value);
+    settings->setValue(QLatin1String(thresholdKey), value);
+}
+
+void monitor::saveSettings()
+{
+    settings->setValue(QLatin1String(fontKey), monitorFont.family());
+    settings->setValue(QLatin1String(fontSizeKey), monitorFont.pointSize());
+    settings->setValue(QLatin1String(logKey), logEnabled);
 }

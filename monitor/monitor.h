@@ -29,7 +29,7 @@ class monitor : public qorvexwidget
     Q_OBJECT
 
 public:
-    explicit monitor(qorvexgraph *window);
+    explicit monitor(TabWindow *window);
 
     /// Shows a packet as text: decoded when its type is known, otherwise as characters and hexadecimal.
     /// A packet of a known type with the checksum of the packet before it is dropped.
@@ -42,10 +42,8 @@ public:
     /// Adds one row that shows bytes as characters and in hexadecimal.
     void AddData(const unsigned char *bytes, unsigned int length);
 
-    /// Font chosen for the rows; what the window saves.
-    const QFont &rowFont() const { return monitorFont; }
-    /// Whether rows also go to the log file; what the window saves.
-    bool isLogging() const { return logEnabled; }
+    /// Writes font, font size and logging to the settings. Called when the window closes.
+    void saveSettings();
 
 public slots:
     /// Shows the text that the board left without a line end.

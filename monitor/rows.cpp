@@ -1,12 +1,10 @@
 #include "monitor/monitor.h"
 
-#include <QDateTime>
-#include <QDir>
-#include <QFile>
 #include <QLabel>
 #include <QStandardItemModel>
 #include <QTreeView>
 
+#include "monitor/daylog.h"
 #include "monitor/reports/decoding.h"
 #include "monitor/rowview/boundedtext.h"
 #include "monitor/rowview/framepacer.h"
@@ -18,30 +16,6 @@ namespace {
 constexpr int lastRowKept = 150;
 constexpr int lastRowThatWidens = 14;
 constexpr int scrollStep = 5;
-
-QString dayLogPath(const QDateTime &now)
-{
-    const QString folder = QDir::homePath() + QDir::separator() + QLatin1String("qorvexgraph logs");
-    if (!QDir(folder).exists())
-        QDir().mkpath(folder);
-    return folder + QDir::separator() + now.toString(QLatin1String("ddd-MMM-d-yy.log"));
-}
-
-void writeLine(QFile &file, const QString &text)
-{
-    file.write((text + QLatin1Char('\n')).toLatin1());
-}
-
-/// Opened anew for each row, so that a row after midnight goes to the next day's file.
-void appendToDayLog(const QString &first, const QString &second)
-{
-    QFile file(dayLogPath(QDateTime::currentDateTime()));
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Text))
-        return;
-    writeLine(file, first);
-    if (!second.isEmpty())
-        writeLine(file, second);
-}
 
 } // namespace
 

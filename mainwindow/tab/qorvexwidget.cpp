@@ -1,9 +1,11 @@
 #include "mainwindow/tab/qorvexwidget.h"
 
-#include "mainwindow/qorvexgraph.h"
+#include "mainwindow/tab/tabwindow.h"
 
-qorvexwidget::qorvexwidget(qorvexgraph *window)
+qorvexwidget::qorvexwidget(TabWindow *window)
     : graph(window)
     , settings(window->settingsStore())
 {
 }
+
+void qorvexwidget::CommandTyped(const QString &) {}

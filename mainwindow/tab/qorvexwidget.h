@@ -3,10 +3,10 @@
 #include <QWidget>
 
 class QSettings;
-class qorvexgraph;
+class TabWindow;
 struct _DataPacket;
 
-/// Base of the views on the tabs of the main window.
+/// Base of the views on the tabs of the main window. GUI thread only.
 class qorvexwidget : public QWidget
 {
     Q_OBJECT
@@ -14,16 +14,20 @@ class qorvexwidget : public QWidget
 public:
     qorvexwidget() = default;
     /// Built without a Qt parent: the tab widget adopts the view.
-    explicit qorvexwidget(qorvexgraph *window);
+    explicit qorvexwidget(TabWindow *window);
 
-    /// Shows one packet, which stays the caller's. GUI thread.
+    /// Shows one packet, which stays the caller's.
     virtual void Display(_DataPacket *packet) = 0;
+
+    /// Called on the current tab before a typed command is sent. Does nothing unless a view overrides it.
+    /// \param command with its carriage return
+    virtual void CommandTyped(const QString &command);
 
     /// Shortest time between two rate-limited reports while this view is shown, in milliseconds.
     int displayThresholdMs() const { return displayThreshold; }
 
 protected:
-    qorvexgraph *graph = nullptr;
+    TabWindow *graph = nullptr;
     QSettings *settings = nullptr; ///< the main window's store
     int displayThreshold = 0;
 };

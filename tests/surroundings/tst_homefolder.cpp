@@ -89,7 +89,7 @@ void HomeFolder::diskIsFull()
         monitorView.view->AddData(QString::number(row), QString(5000, 'x'));
     // 152 rows, cut back to one, and 48 more.
     QCOMPARE(monitorView.rows().size(), 49);
-    QVERIFY(monitorView.view->isLogging());
+    QVERIFY(monitorView.view->logEnabled);
     // There is room again.
     QVERIFY(QFile::remove(log));
     monitorView.view->AddData("room", QString());
@@ -131,7 +131,7 @@ void HomeFolder::settings()
     {
         MonitorView monitorView;
         monitorView.window.show();
-        QVERIFY(!monitorView.view->isLogging());
+        QVERIFY(!monitorView.view->logEnabled);
         QCOMPARE(monitorView.window.commandLine->historyLines(), QStringList());
         monitorView.window.commandLine->addToHistory("line");
         monitorView.view->AddData("A", QString());

@@ -1,0 +1,17 @@
+#pragma once
+
+class QSettings;
+
+/// What a tab needs of the window that it belongs to. GUI thread.
+class TabWindow
+{
+public:
+    /// Sends a text as it stands to the first board; does nothing without a board or while detached.
+    virtual void SendCommand(const char *command) = 0;
+
+    /// Store of the tab's own settings; lives as long as the window.
+    virtual QSettings *settingsStore() = 0;
+
+protected:
+    ~TabWindow() = default;
+};
