@@ -1,4 +1,4 @@
-#include "bargraph/bargraph.h"
+#include "bargraph.h"
 
 #include <cstdio>
 
@@ -12,7 +12,7 @@
 #include <QSpinBox>
 #include <QVBoxLayout>
 
-#include "mainwindow/tab/tabwindow.h"
+#include "tabwindow.h"
 
 namespace {
 

@@ -3,9 +3,9 @@
 #include <QFont>
 #include <QString>
 
-#include "bargraph/geometry.h"
-#include "mainwindow/tab/qorvexwidget.h"
-#include "monitor/reports/field.h"
+#include "field.h"
+#include "geometry.h"
+#include "qorvexwidget.h"
 
 class QFrame;
 class QHBoxLayout;

@@ -1,6 +1,6 @@
-#include "bargraph/geometry.h"
+#include "geometry.h"
 
-#include "bargraph/integermath.h"
+#include "integermath.h"
 
 namespace geometry {
 

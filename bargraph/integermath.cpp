@@ -1,4 +1,4 @@
-#include "bargraph/integermath.h"
+#include "integermath.h"
 
 #include <array>
 #include <cmath>

@@ -1,10 +1,10 @@
-#include "bargraph/bargraph.h"
+#include "bargraph.h"
 
 #include <QFrame>
 #include <QPainter>
 
-#include "bargraph/integermath.h"
-#include "monitor/reports/layouts.h"
+#include "integermath.h"
+#include "layouts.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "bargraph/bargraph.h"
+#include "bargraph.h"
 
 #include <algorithm>
 #include <iterator>
@@ -8,9 +8,9 @@
 #include <QTime>
 #include <QTimer>
 
-#include "mainwindow/tab/datapacket.h"
-#include "monitor/reports/layouts.h"
-#include "monitor/reports/signalline.h"
+#include "datapacket.h"
+#include "layouts.h"
+#include "signalline.h"
 
 // This view reads some reports otherwise than the monitor does, on purpose: it tells the short signal reports
 // by their length byte alone, takes every type-119 report with an ADC length byte for a voltage, reads text

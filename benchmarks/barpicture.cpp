@@ -15,8 +15,8 @@
 #include <qwt_plot_canvas.h>
 #include <qwt_round_scale_draw.h>
 
-#include "benchmarks/tool.h"
-#include "monitor/reports/layouts.h"
+#include "layouts.h"
+#include "tool.h"
 
 // Twelve bars and four dials of 800 by 500 pixels, painted into an image, with other values each time.
 

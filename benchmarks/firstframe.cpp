@@ -12,8 +12,8 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 
-#include "benchmarks/paints.h"
-#include "benchmarks/tool.h"
+#include "paints.h"
+#include "tool.h"
 
 // From the call that builds the widget to its first painted frame.
 

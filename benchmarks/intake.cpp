@@ -7,7 +7,7 @@
 #include <QMutex>
 #include <QThread>
 
-#include "benchmarks/tool.h"
+#include "tool.h"
 
 // What the driver library's thread pays for one report. The callback runs on a thread that is not the
 // GUI's, so that the signal is queued; the queue and the posted events are cleared untimed.

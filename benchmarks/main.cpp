@@ -3,7 +3,7 @@
 #include <QApplication>
 #include <QTemporaryDir>
 
-#include "tests/support/testmain.h"
+#include "support/testmain.h"
 
 int main(int argc, char **argv)
 {

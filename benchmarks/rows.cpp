@@ -11,7 +11,7 @@
 #include <QStandardItemModel>
 #include <QTreeView>
 
-#include "benchmarks/tool.h"
+#include "tool.h"
 
 // One report to one row, with the event loop served once in a hundred rows, as when many come at once. The
 // tool's frame is over with each hundred, however soon they came, so that it paints as often as its peers.

@@ -6,8 +6,8 @@
 #include <QStandardItemModel>
 #include <QTreeView>
 
-#include "benchmarks/paints.h"
-#include "benchmarks/tool.h"
+#include "paints.h"
+#include "tool.h"
 
 namespace {
 

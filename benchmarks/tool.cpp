@@ -1,4 +1,4 @@
-#include "benchmarks/tool.h"
+#include "tool.h"
 
 #include <QCoreApplication>
 #include <QStandardItemModel>
@@ -6,8 +6,8 @@
 #include <QTimerEvent>
 #include <QTreeView>
 
-#include "monitor/reports/layouts.h"
-#include "monitor/rowview/framepacer.h"
+#include "framepacer.h"
+#include "layouts.h"
 
 Tool::Tool()
     : window(new qorvexgraph)

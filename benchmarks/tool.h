@@ -2,10 +2,10 @@
 
 #include <QByteArray>
 
-#include "bargraph/bargraph.h"
-#include "mainwindow/qorvexgraph.h"
-#include "mainwindow/tab/datapacket.h"
-#include "monitor/monitor.h"
+#include "bargraph.h"
+#include "datapacket.h"
+#include "monitor.h"
+#include "qorvexgraph.h"
 
 /// The tool's window, detached; the benchmarks hand it what a board would send.
 class Tool

@@ -11,7 +11,6 @@ set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 
 add_library(padscope_options INTERFACE)
-target_include_directories(padscope_options INTERFACE ${PROJECT_SOURCE_DIR})
 target_compile_options(padscope_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion
     $<$<BOOL:${PADSCOPE_WARNINGS_AS_ERRORS}>:-Werror>)

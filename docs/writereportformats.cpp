@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "monitor/reports/layouts.h"
+#include "layouts.h"
 
 namespace {
 

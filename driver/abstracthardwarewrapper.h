@@ -1,26 +1,6 @@
 #pragma once
 
-#include <cstdint>
-
-/// Called by the driver library on a thread of its own for each report of a board.
-using OrvexDataCallback = void (*)(int device, const unsigned char *data, unsigned int length, void *context);
-
-/// Called by the driver library on a thread of its own when boards come or go.
-using OrvexPnpCallback = void (*)(void *context);
-
-/// What the driver library tells of one board. The caller zero-fills the record and sets `recordKind`;
-/// the library fills in the rest, of which only the device id is known here.
-struct _ORVEX_DEVICE_INFO
-{
-    std::uint32_t recordKind; ///< set to 6 by the caller
-    std::uint8_t reserved4[16];
-    std::int32_t deviceId; ///< names the board in every per-device operation
-    std::uint8_t reserved24[816];
-};
-static_assert(sizeof(_ORVEX_DEVICE_INFO) == 840, "the driver library writes 840 bytes");
-
-/// Mask of SetDriverDebugMode() with all bits set.
-inline constexpr unsigned int everyDebugBit = 0xFFFFFFFF;
+#include "entrypoints.h"
 
 /// The road to the boards: one operation for each entry point of the driver library.
 ///

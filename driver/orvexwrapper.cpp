@@ -1,4 +1,4 @@
-#include "driver/orvexwrapper.h"
+#include "orvexwrapper.h"
 
 #include <cstdio>
 #include <dlfcn.h>
@@ -6,8 +6,6 @@
 #include <vector>
 
 namespace {
-
-constexpr char libraryName[] = "liborvexboardex.so.1";
 
 #define COUNT_NAME(name) +1
 static_assert(ORVEX_LOOKUPS(COUNT_NAME) == 47, "every name is looked up, each once");
@@ -68,7 +66,7 @@ OrvexWrapper::~OrvexWrapper()
 int OrvexWrapper::Attach()
 {
     if (!libraryHandle)
-        libraryHandle = dlopen(libraryName, RTLD_NOW);
+        libraryHandle = dlopen(orvexLibraryName, RTLD_NOW);
     if (!libraryHandle) {
         std::fputs(dlerror(), stderr);
         return 0;

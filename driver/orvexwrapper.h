@@ -1,6 +1,6 @@
 #pragma once
 
-#include "driver/entrypoints.h"
+#include "abstracthardwarewrapper.h"
 
 /// Binding to the board maker's driver library "liborvexboardex.so.1", which is opened at run time.
 ///
@@ -75,7 +75,7 @@ private:
     void lookUpEntryPoints();
 
     void *libraryHandle = nullptr;
-#define DECLARE_POINTER(name, returns, parameters) returns(*name) parameters = nullptr;
-    ORVEX_POINTERS(DECLARE_POINTER)
+#define DECLARE_POINTER(name, returns, parameters, arguments) returns(*name) parameters = nullptr;
+    ORVEX_POINTERS(DECLARE_POINTER, DECLARE_POINTER)
 #undef DECLARE_POINTER
 };

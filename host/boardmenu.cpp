@@ -1,8 +1,8 @@
-#include "host/boardmenu.h"
+#include "boardmenu.h"
 
-#include "host/faultmenu.h"
-#include "host/hostwindow.h"
-#include "host/scenariomenu.h"
+#include "faultmenu.h"
+#include "hostwindow.h"
+#include "scenariomenu.h"
 
 #include <algorithm>
 #include <QAction>

@@ -1,4 +1,4 @@
-#include "host/category.h"
+#include "category.h"
 
 #include <limits>
 #include <tuple>

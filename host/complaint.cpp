@@ -1,4 +1,4 @@
-#include "host/complaint.h"
+#include "complaint.h"
 
 #include <cstdio>
 

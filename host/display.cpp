@@ -1,6 +1,6 @@
-#include "host/display.h"
+#include "display.h"
 
-#include "host/complaint.h"
+#include "complaint.h"
 
 #include <cstdio>
 #include <cstdlib>

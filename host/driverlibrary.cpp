@@ -1,6 +1,6 @@
-#include "host/driverlibrary.h"
+#include "driverlibrary.h"
 
-#include "host/paths.h"
+#include "paths.h"
 
 #include <dlfcn.h>
 #include <QFile>

@@ -1,6 +1,6 @@
-#include "host/faultmenu.h"
+#include "faultmenu.h"
 
-#include "host/captions.h"
+#include "captions.h"
 
 #include <QAction>
 

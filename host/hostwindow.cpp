@@ -1,9 +1,9 @@
-#include "host/hostwindow.h"
+#include "hostwindow.h"
 
-#include "host/captions.h"
-#include "host/complaint.h"
-#include "host/thrown.h"
-#include "plugin/tendroplugininterface.h"
+#include "captions.h"
+#include "complaint.h"
+#include "tendroplugininterface.h"
+#include "thrown.h"
 
 #include <algorithm>
 #include <QAction>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/pluginloading.h"
+#include "pluginloading.h"
 
 #include <QHash>
 #include <QMainWindow>

@@ -1,6 +1,6 @@
-#include "host/options.h"
+#include "options.h"
 
-#include "host/paths.h"
+#include "paths.h"
 
 #include <QCommandLineParser>
 

@@ -1,4 +1,4 @@
-#include "host/paths.h"
+#include "paths.h"
 
 #include <cerrno>
 #include <cstring>

@@ -1,8 +1,8 @@
-#include "host/pluginloading.h"
+#include "pluginloading.h"
 
-#include "host/paths.h"
-#include "host/thrown.h"
-#include "plugin/tendroplugininterface.h"
+#include "paths.h"
+#include "tendroplugininterface.h"
+#include "thrown.h"
 
 #include <algorithm>
 #include <QCoreApplication>

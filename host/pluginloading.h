@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/category.h"
+#include "category.h"
 
 #include <memory>
 #include <QStringList>

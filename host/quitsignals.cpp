@@ -1,4 +1,4 @@
-#include "host/quitsignals.h"
+#include "quitsignals.h"
 
 #include <csignal>
 #include <fcntl.h>

@@ -1,4 +1,4 @@
-#include "host/reportrates.h"
+#include "reportrates.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
-#include "host/scenariomenu.h"
+#include "scenariomenu.h"
 
-#include "host/captions.h"
+#include "captions.h"
 
 #include <algorithm>
 #include <QActionGroup>

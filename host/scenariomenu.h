@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/simulation.h"
+#include "simulation.h"
 
 #include <QMenu>
 

@@ -1,10 +1,10 @@
-#include "host/script.h"
+#include "script.h"
 
-#include "host/complaint.h"
-#include "host/hostwindow.h"
-#include "host/options.h"
-#include "host/snapshots.h"
-#include "host/toolparts.h"
+#include "complaint.h"
+#include "hostwindow.h"
+#include "options.h"
+#include "snapshots.h"
+#include "toolparts.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,6 +1,6 @@
-#include "host/simulation.h"
+#include "simulation.h"
 
-#include "host/driverlibrary.h"
+#include "driverlibrary.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
-#include "host/snapshots.h"
+#include "snapshots.h"
 
-#include "host/paths.h"
-#include "host/toolparts.h"
+#include "paths.h"
+#include "toolparts.h"
 
 #include <filesystem>
 #include <QBuffer>

@@ -1,4 +1,4 @@
-#include "host/thrown.h"
+#include "thrown.h"
 
 #include <exception>
 

@@ -1,4 +1,4 @@
-#include "host/toolparts.h"
+#include "toolparts.h"
 
 #include <QAbstractItemView>
 #include <QAbstractSpinBox>

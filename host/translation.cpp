@@ -1,4 +1,4 @@
-#include "host/translation.h"
+#include "translation.h"
 
 #include <memory>
 #include <QCoreApplication>

@@ -1,6 +1,6 @@
-#include "host/windowmemory.h"
+#include "windowmemory.h"
 
-#include "host/hostwindow.h"
+#include "hostwindow.h"
 
 #include <algorithm>
 #include <QSettings>

@@ -1,16 +1,15 @@
-#include "mainwindow/qorvexgraph.h"
+#include "qorvexgraph.h"
 
 #include <utility>
 
 #include <QLabel>
 #include <QScopedValueRollback>
 
-#include "driver/orvexwrapper.h"
-#include "mainwindow/livewindows.h"
+#include "livewindows.h"
+#include "orvexwrapper.h"
 
 namespace {
 
-constexpr std::uint32_t deviceInfoKind = 6;
 constexpr unsigned char everyTransfer = 255;
 constexpr unsigned char quietDebugMode = 1;
 

@@ -1,10 +1,10 @@
-#include "mainwindow/qorvexgraph.h"
+#include "qorvexgraph.h"
 
 #include <QTabWidget>
 
-#include "driver/orvexwrapper.h"
-#include "mainwindow/qlineupdownedit.h"
-#include "mainwindow/tab/qorvexwidget.h"
+#include "orvexwrapper.h"
+#include "qlineupdownedit.h"
+#include "qorvexwidget.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
-#include "mainwindow/history.h"
+#include "history.h"
 
 #include <QSettings>
 
-#include "mainwindow/qlineupdownedit.h"
-#include "mainwindow/qorvexgraph.h"
+#include "qlineupdownedit.h"
+#include "qorvexgraph.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "mainwindow/qorvexgraph.h"
+#include "qorvexgraph.h"
 
 #include <limits>
 #include <memory>
@@ -7,11 +7,11 @@
 #include <QScopedValueRollback>
 #include <QTabWidget>
 
-#include "mainwindow/livewindows.h"
-#include "mainwindow/ratelimiter.h"
-#include "mainwindow/tab/datapacket.h"
-#include "mainwindow/tab/qorvexwidget.h"
-#include "monitor/reports/decoding.h"
+#include "datapacket.h"
+#include "decoding.h"
+#include "livewindows.h"
+#include "qorvexwidget.h"
+#include "ratelimiter.h"
 
 namespace {
 

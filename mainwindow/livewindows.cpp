@@ -1,4 +1,4 @@
-#include "mainwindow/livewindows.h"
+#include "livewindows.h"
 
 #include <chrono>
 #include <condition_variable>

@@ -1,4 +1,4 @@
-#include "mainwindow/qlineupdownedit.h"
+#include "qlineupdownedit.h"
 
 #include <QKeyEvent>
 

@@ -1,4 +1,4 @@
-#include "mainwindow/qorvexgraph.h"
+#include "qorvexgraph.h"
 
 #include <QCloseEvent>
 #include <QHBoxLayout>
@@ -7,12 +7,12 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
-#include "bargraph/bargraph.h"
-#include "mainwindow/history.h"
-#include "mainwindow/livewindows.h"
-#include "mainwindow/qlineupdownedit.h"
-#include "mainwindow/settingsfile.h"
-#include "monitor/monitor.h"
+#include "bargraph.h"
+#include "history.h"
+#include "livewindows.h"
+#include "monitor.h"
+#include "qlineupdownedit.h"
+#include "settingsfile.h"
 
 qorvexgraph::qorvexgraph()
 {

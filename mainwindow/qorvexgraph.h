@@ -10,7 +10,7 @@
 #include <QTime>
 #include <QWidget>
 
-#include "mainwindow/tab/tabwindow.h"
+#include "tabwindow.h"
 
 class OrvexWrapper;
 class QLabel;

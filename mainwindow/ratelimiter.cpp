@@ -1,4 +1,4 @@
-#include "mainwindow/ratelimiter.h"
+#include "ratelimiter.h"
 
 namespace ratelimiter {
 

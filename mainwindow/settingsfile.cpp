@@ -1,4 +1,4 @@
-#include "mainwindow/settingsfile.h"
+#include "settingsfile.h"
 
 #include <new>
 

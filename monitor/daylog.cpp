@@ -1,4 +1,4 @@
-#include "monitor/daylog.h"
+#include "daylog.h"
 
 #include <QDateTime>
 #include <QDir>

@@ -1,7 +1,7 @@
-#include "monitor/monitor.h"
+#include "monitor.h"
 
-#include "mainwindow/tab/datapacket.h"
-#include "monitor/reports/decoding.h"
+#include "datapacket.h"
+#include "decoding.h"
 
 namespace {
 

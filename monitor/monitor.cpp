@@ -1,4 +1,4 @@
-#include "monitor/monitor.h"
+#include "monitor.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -9,10 +9,10 @@
 #include <QSlider>
 #include <QStandardItemModel>
 
-#include "monitor/rowview/boundedtext.h"
-#include "monitor/rowview/rowdelegate.h"
-#include "monitor/rowview/rowview.h"
-#include "monitor/rowview/steadylayout.h"
+#include "boundedtext.h"
+#include "rowdelegate.h"
+#include "rowview.h"
+#include "steadylayout.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <QString>
 #include <QTimer>
 
-#include "mainwindow/tab/qorvexwidget.h"
+#include "qorvexwidget.h"
 
 namespace reports {
 struct Row;

@@ -1,15 +1,15 @@
-#include "monitor/monitor.h"
+#include "monitor.h"
 
 #include <QLabel>
 #include <QStandardItemModel>
 #include <QTreeView>
 
-#include "monitor/daylog.h"
-#include "monitor/reports/decoding.h"
-#include "monitor/rowview/boundedtext.h"
-#include "monitor/rowview/framepacer.h"
-#include "monitor/rowview/rowdelegate.h"
-#include "monitor/rowview/steadylayout.h"
+#include "boundedtext.h"
+#include "daylog.h"
+#include "decoding.h"
+#include "framepacer.h"
+#include "rowdelegate.h"
+#include "steadylayout.h"
 
 namespace {
 

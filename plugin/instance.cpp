@@ -1,6 +1,6 @@
 #include <QtPlugin>
 
-#include "plugin/tendropadscope.h"
+#include "tendropadscope.h"
 
 // The metadata stand in a form that a host of an older Qt reads, which the moc no longer writes.
 QT_PLUGIN_METADATA_SECTION

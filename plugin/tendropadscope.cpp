@@ -1,10 +1,10 @@
-#include "plugin/tendropadscope.h"
+#include "tendropadscope.h"
 
 #include <QAction>
 #include <QIcon>
 #include <QPixmap>
 
-#include "mainwindow/qorvexgraph.h"
+#include "qorvexgraph.h"
 
 QString TendroPadscope::id() const
 {

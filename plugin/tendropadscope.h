@@ -3,7 +3,7 @@
 #include <QObject>
 #include <QPointer>
 
-#include "plugin/tendroplugininterface.h"
+#include "tendroplugininterface.h"
 
 class qorvexgraph;
 

@@ -1,4 +1,4 @@
-#include "simulator/board.h"
+#include "board.h"
 
 #include <new>
 

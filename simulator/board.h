@@ -1,10 +1,10 @@
 #pragma once
 
-#include "simulator/channels.h"
-#include "simulator/listeners.h"
-#include "simulator/script.h"
-#include "simulator/settings.h"
-#include "simulator/tally.h"
+#include "channels.h"
+#include "listeners.h"
+#include "script.h"
+#include "settings.h"
+#include "tally.h"
 
 #include <atomic>
 #include <chrono>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "simulator/encoding.h"
-#include "simulator/kinds.h"
-#include "simulator/pen.h"
-#include "simulator/sensor.h"
+#include "encoding.h"
+#include "kinds.h"
+#include "pen.h"
+#include "sensor.h"
 
 #include <atomic>
 #include <chrono>

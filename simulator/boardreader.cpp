@@ -1,6 +1,6 @@
-#include "simulator/boardreader.h"
+#include "boardreader.h"
 
-#include "simulator/jsonvalues.h"
+#include "jsonvalues.h"
 
 namespace {
 

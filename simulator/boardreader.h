@@ -1,7 +1,7 @@
 #pragma once
 
-#include "simulator/scenario.h"
-#include "simulator/strictjson.h"
+#include "scenario.h"
+#include "strictjson.h"
 
 /// One of the boards of a scenario, without its seed and its events.
 Scenario::Place readBoard(const JsonNode &node);

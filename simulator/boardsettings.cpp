@@ -1,5 +1,5 @@
-#include "simulator/boundary.h"
-#include "simulator/orvexsim.h"
+#include "boundary.h"
+#include "orvexsim.h"
 
 #include <cstring>
 

@@ -1,15 +1,18 @@
 #pragma once
 
-#include "driver/entrypoints.h"
-#include "simulator/library.h"
+#include "entrypoints.h"
+#include "library.h"
 
 /// The C boundary: what every exported function is made with.
 
 #define ORVEXSIM_EXPORT __attribute__((visibility("default")))
 
-#define DECLARE_ENTRY_POINT(name, returns, parameters) extern "C" ORVEXSIM_EXPORT returns name parameters;
-ORVEX_POINTERS(DECLARE_ENTRY_POINT)
+#define DECLARE_ENTRY_POINT(name, returns, parameters, arguments)                                            \
+    extern "C" ORVEXSIM_EXPORT returns name parameters;
+#define NO_ENTRY_POINT(name, returns, parameters, arguments)
+ORVEX_POINTERS(DECLARE_ENTRY_POINT, NO_ENTRY_POINT)
 #undef DECLARE_ENTRY_POINT
+#undef NO_ENTRY_POINT
 
 namespace boundary {
 

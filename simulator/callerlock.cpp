@@ -1,4 +1,4 @@
-#include "simulator/callerlock.h"
+#include "callerlock.h"
 
 void CallerLock::take()
 {

@@ -1,4 +1,4 @@
-#include "simulator/boundary.h"
+#include "boundary.h"
 
 // The entry points of the synchronous channels.
 

@@ -1,4 +1,4 @@
-#include "simulator/channels.h"
+#include "channels.h"
 
 #include <algorithm>
 #include <chrono>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "driver/abstracthardwarewrapper.h"
-#include "simulator/encoding.h"
-#include "simulator/listeners.h"
+#include "encoding.h"
+#include "entrypoints.h"
+#include "listeners.h"
 
 #include <condition_variable>
 #include <deque>

@@ -1,8 +1,8 @@
-#include "simulator/boundary.h"
-#include "simulator/ctext.h"
-#include "simulator/orvexsim.h"
-#include "simulator/scenariofolder.h"
-#include "simulator/scenarioreader.h"
+#include "boundary.h"
+#include "ctext.h"
+#include "orvexsim.h"
+#include "scenariofolder.h"
+#include "scenarioreader.h"
 
 #include <algorithm>
 #include <iterator>

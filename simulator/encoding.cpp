@@ -1,4 +1,4 @@
-#include "simulator/encoding.h"
+#include "encoding.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "monitor/reports/layouts.h"
-#include "simulator/kinds.h"
-#include "simulator/sensor.h"
+#include "kinds.h"
+#include "layouts.h"
+#include "sensor.h"
 
 #include <string_view>
 #include <vector>

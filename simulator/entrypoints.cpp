@@ -1,5 +1,5 @@
-#include "simulator/boundary.h"
-#include "simulator/textlines.h"
+#include "boundary.h"
+#include "textlines.h"
 
 #include <chrono>
 #include <thread>
@@ -11,7 +11,6 @@ using namespace boundary;
 namespace {
 
 /// What the caller must have put into a record before it is filled.
-constexpr std::uint32_t knownRecordKind = 6;
 
 constexpr int usbInterface = 1;
 
@@ -137,7 +136,7 @@ std::uint8_t orvexEnumDeviceInfo(int index, _ORVEX_DEVICE_INFO *info)
     called(__func__, index, info);
     return guarded(std::uint8_t{0}, [&]() -> std::uint8_t {
         const auto id = Library::instance().reportedId(index);
-        if (!id || !info || info->recordKind != knownRecordKind)
+        if (!id || !info || info->recordKind != deviceInfoKind)
             return 0;
         info->deviceId = *id;
         return 1;

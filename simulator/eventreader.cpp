@@ -1,7 +1,7 @@
-#include "simulator/eventreader.h"
+#include "eventreader.h"
 
-#include "simulator/faults.h"
-#include "simulator/jsonvalues.h"
+#include "faults.h"
+#include "jsonvalues.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "simulator/scenario.h"
-#include "simulator/strictjson.h"
+#include "scenario.h"
+#include "strictjson.h"
 
 /// Adds an entry of the timeline to the boards that it names, or to the library's events. The scenario's
 /// boards must be known.

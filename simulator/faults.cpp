@@ -1,4 +1,4 @@
-#include "simulator/faults.h"
+#include "faults.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
-#include "simulator/firmware.h"
+#include "firmware.h"
 
-#include "simulator/textlines.h"
+#include "textlines.h"
 
 #include <algorithm>
 #include <iterator>

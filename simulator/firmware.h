@@ -1,7 +1,7 @@
 #pragma once
 
-#include "simulator/kinds.h"
-#include "simulator/sensor.h"
+#include "kinds.h"
+#include "sensor.h"
 
 #include <bitset>
 #include <string>

@@ -1,6 +1,6 @@
-#include "simulator/journal.h"
+#include "journal.h"
 
-#include "simulator/ctext.h"
+#include "ctext.h"
 
 #include <algorithm>
 #include <iterator>

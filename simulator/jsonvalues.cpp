@@ -1,4 +1,4 @@
-#include "simulator/jsonvalues.h"
+#include "jsonvalues.h"
 
 #include <cmath>
 #include <limits>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "simulator/encoding.h"
-#include "simulator/strictjson.h"
+#include "encoding.h"
+#include "strictjson.h"
 
 #include <chrono>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "simulator/kinds.h"
+#include "kinds.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,4 +1,4 @@
-#include "simulator/library.h"
+#include "library.h"
 
 #include <algorithm>
 #include <iterator>

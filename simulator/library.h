@@ -1,13 +1,13 @@
 #pragma once
 
-#include "simulator/board.h"
-#include "simulator/callerlock.h"
-#include "simulator/faults.h"
-#include "simulator/journal.h"
-#include "simulator/notices.h"
-#include "simulator/scenario.h"
-#include "simulator/tally.h"
-#include "simulator/timeline.h"
+#include "board.h"
+#include "callerlock.h"
+#include "faults.h"
+#include "journal.h"
+#include "notices.h"
+#include "scenario.h"
+#include "tally.h"
+#include "timeline.h"
 
 #include <atomic>
 #include <condition_variable>

@@ -1,7 +1,7 @@
-#include "simulator/library.h"
-#include "simulator/scenariofolder.h"
-#include "simulator/scenarioreader.h"
-#include "simulator/strictjson.h"
+#include "library.h"
+#include "scenariofolder.h"
+#include "scenarioreader.h"
+#include "strictjson.h"
 
 #include <algorithm>
 #include <cstdio>

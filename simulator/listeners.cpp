@@ -1,4 +1,4 @@
-#include "simulator/listeners.h"
+#include "listeners.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
-#include "simulator/notices.h"
+#include "notices.h"
 
-#include "driver/abstracthardwarewrapper.h"
+#include "entrypoints.h"
 
 #include <new>
 

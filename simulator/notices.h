@@ -1,6 +1,6 @@
 #pragma once
 
-#include "simulator/listeners.h"
+#include "listeners.h"
 
 #include <condition_variable>
 #include <memory>

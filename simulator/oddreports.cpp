@@ -1,4 +1,4 @@
-#include "simulator/oddreports.h"
+#include "oddreports.h"
 
 #include <string>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "simulator/encoding.h"
-#include "simulator/random.h"
+#include "encoding.h"
+#include "random.h"
 
 /// Reports that no healthy board sends.
 class OddReports

@@ -1,4 +1,4 @@
-#include "simulator/pen.h"
+#include "pen.h"
 
 #include <cmath>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "simulator/boardplan.h"
+#include "boardplan.h"
 
 #include <chrono>
 #include <string>

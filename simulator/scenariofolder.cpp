@@ -1,4 +1,4 @@
-#include "simulator/scenariofolder.h"
+#include "scenariofolder.h"
 
 #include <algorithm>
 #include <dlfcn.h>

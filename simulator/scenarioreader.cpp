@@ -1,8 +1,8 @@
-#include "simulator/scenarioreader.h"
+#include "scenarioreader.h"
 
-#include "simulator/boardreader.h"
-#include "simulator/eventreader.h"
-#include "simulator/jsonvalues.h"
+#include "boardreader.h"
+#include "eventreader.h"
+#include "jsonvalues.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "simulator/scenario.h"
+#include "scenario.h"
 
 #include <optional>
 #include <string>

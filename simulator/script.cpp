@@ -1,4 +1,4 @@
-#include "simulator/script.h"
+#include "script.h"
 
 #include <algorithm>
 #include <utility>

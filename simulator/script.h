@@ -1,6 +1,6 @@
 #pragma once
 
-#include "simulator/stream.h"
+#include "stream.h"
 
 #include <chrono>
 #include <deque>

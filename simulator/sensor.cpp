@@ -1,4 +1,4 @@
-#include "simulator/sensor.h"
+#include "sensor.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "simulator/pen.h"
-#include "simulator/random.h"
-#include "simulator/signals.h"
+#include "pen.h"
+#include "random.h"
+#include "signals.h"
 
 #include <cstdint>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "simulator/signals.h"
+#include "signals.h"
 
 #include <cmath>
 

@@ -1,6 +1,6 @@
-#include "simulator/stream.h"
+#include "stream.h"
 
-#include "simulator/textlines.h"
+#include "textlines.h"
 
 using namespace std::chrono_literals;
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "simulator/boardplan.h"
-#include "simulator/encoding.h"
-#include "simulator/firmware.h"
-#include "simulator/oddreports.h"
-#include "simulator/sensor.h"
+#include "boardplan.h"
+#include "encoding.h"
+#include "firmware.h"
+#include "oddreports.h"
+#include "sensor.h"
 
 #include <algorithm>
 #include <chrono>

@@ -1,4 +1,4 @@
-#include "simulator/strictjson.h"
+#include "strictjson.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "simulator/tally.h"
+#include "tally.h"
 
 #include <chrono>
 

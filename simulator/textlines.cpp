@@ -1,7 +1,7 @@
-#include "simulator/textlines.h"
+#include "textlines.h"
 
-#include "monitor/reports/layouts.h"
-#include "monitor/reports/signalline.h"
+#include "layouts.h"
+#include "signalline.h"
 
 std::string signalLine(const Measurement &m)
 {

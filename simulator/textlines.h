@@ -1,6 +1,6 @@
 #pragma once
 
-#include "simulator/sensor.h"
+#include "sensor.h"
 
 #include <string>
 

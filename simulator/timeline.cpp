@@ -1,4 +1,4 @@
-#include "simulator/timeline.h"
+#include "timeline.h"
 
 #include <new>
 #include <system_error>

@@ -1,4 +1,4 @@
-#include "benchmarks/sessions/session.h"
+#include "session.h"
 
 #include <array>
 #include <memory>

@@ -1,4 +1,4 @@
-#include "benchmarks/sessions/session.h"
+#include "session.h"
 
 #include <memory>
 
@@ -8,7 +8,7 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
-#include "mainwindow/qlineupdownedit.h"
+#include "qlineupdownedit.h"
 
 namespace {
 

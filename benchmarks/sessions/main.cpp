@@ -5,8 +5,8 @@
 #include <QJsonDocument>
 #include <QTemporaryDir>
 
-#include "benchmarks/sessions/session.h"
-#include "tests/support/testmain.h"
+#include "session.h"
+#include "support/testmain.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "benchmarks/sessions/session.h"
+#include "session.h"
 
 #include <chrono>
 #include <thread>
@@ -8,7 +8,7 @@
 #include <QTimer>
 #include <sys/resource.h>
 
-#include "driver/orvexwrapper.h"
+#include "orvexwrapper.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <QJsonObject>
 #include <QThread>
 
-#include "benchmarks/tool.h"
+#include "tool.h"
 
 /// The tool attached to the boards of the simulated library, which are told to send nothing: reports come
 /// from the benchmark alone. The monitor is shown.

@@ -1,4 +1,4 @@
-#include "benchmarks/sessions/session.h"
+#include "session.h"
 
 #include <algorithm>
 #include <vector>
@@ -10,7 +10,7 @@
 #include <QStandardItemModel>
 #include <QTreeView>
 
-#include "benchmarks/paints.h"
+#include "paints.h"
 
 namespace {
 

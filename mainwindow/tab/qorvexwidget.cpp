@@ -1,6 +1,6 @@
-#include "mainwindow/tab/qorvexwidget.h"
+#include "qorvexwidget.h"
 
-#include "mainwindow/tab/tabwindow.h"
+#include "tabwindow.h"
 
 qorvexwidget::qorvexwidget(TabWindow *window)
     : graph(window)

@@ -1,4 +1,4 @@
-#include "monitor/reports/decoding.h"
+#include "decoding.h"
 
 #include <cctype>
 #include <cstdlib>

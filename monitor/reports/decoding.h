@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "monitor/reports/layouts.h"
+#include "layouts.h"
 
 namespace reports {
 

@@ -2,8 +2,8 @@
 
 #include <string_view>
 
-#include "monitor/reports/field.h"
-#include "monitor/reports/rowtext.h"
+#include "field.h"
+#include "rowtext.h"
 
 /// The reports that boards send: for each kind its fields and its row of text.
 ///

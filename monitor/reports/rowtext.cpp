@@ -1,4 +1,4 @@
-#include "monitor/reports/rowtext.h"
+#include "rowtext.h"
 
 #include <charconv>
 #include <iterator>

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "monitor/reports/field.h"
+#include "field.h"
 
 namespace reports {
 

@@ -1,4 +1,4 @@
-#include "monitor/reports/signalline.h"
+#include "signalline.h"
 
 #include <algorithm>
 #include <array>

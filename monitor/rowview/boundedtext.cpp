@@ -1,4 +1,4 @@
-#include "monitor/rowview/boundedtext.h"
+#include "boundedtext.h"
 
 #include <QPainter>
 #include <QStyle>

@@ -1,4 +1,4 @@
-#include "monitor/rowview/framepacer.h"
+#include "framepacer.h"
 
 #include <QHeaderView>
 #include <QScrollBar>

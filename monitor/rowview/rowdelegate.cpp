@@ -1,4 +1,4 @@
-#include "monitor/rowview/rowdelegate.h"
+#include "rowdelegate.h"
 
 #include <algorithm>
 #include <cstring>
@@ -8,7 +8,7 @@
 #include <QPainter>
 #include <QStyle>
 
-#include "monitor/rowview/boundedtext.h"
+#include "boundedtext.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "monitor/rowview/rowview.h"
+#include "rowview.h"
 
 void RowView::doItemsLayout()
 {

@@ -2,7 +2,7 @@
 
 #include <QTreeView>
 
-#include "monitor/rowview/framepacer.h"
+#include "framepacer.h"
 
 /// A tree view whose own requests for repaints are coalesced to one per frame. GUI thread only.
 class RowView : public QTreeView

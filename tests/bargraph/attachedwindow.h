@@ -3,9 +3,9 @@
 #include <QCoreApplication>
 #include <QSpinBox>
 
-#include "bargraph/bargraph.h"
-#include "mainwindow/qorvexgraph.h"
-#include "tests/support/driverlibrary.h"
+#include "bargraph.h"
+#include "qorvexgraph.h"
+#include "support/driverlibrary.h"
 
 /// The tool's window, attached to board 7 of the recording driver library.
 class AttachedWindow

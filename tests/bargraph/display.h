@@ -5,9 +5,9 @@
 #include <QStringList>
 #include <QVector>
 
-#include "bargraph/bargraph.h"
-#include "mainwindow/qorvexgraph.h"
-#include "mainwindow/tab/datapacket.h"
+#include "bargraph.h"
+#include "datapacket.h"
+#include "qorvexgraph.h"
 
 // What the tests of the bar graph share: packets that come at a time of day, and a look at all of its state.
 

@@ -7,8 +7,8 @@
 #include <QPaintEvent>
 #include <QTest>
 
-#include "bargraph/bargraph.h"
-#include "mainwindow/qorvexgraph.h"
+#include "bargraph.h"
+#include "qorvexgraph.h"
 
 /// Counts how often the picture of the bar graph is painted.
 ///

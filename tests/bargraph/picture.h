@@ -6,7 +6,7 @@
 #include <QImage>
 #include <QLayout>
 
-#include "tests/bargraph/display.h"
+#include "bargraph/display.h"
 
 // What the tests of the painting share. What nothing paints is magenta.
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/bargraph/display.h"
+#include "bargraph/display.h"
 
 /// A line of 74 characters: twelve words, the proximity behind the first line feed, the frequency at 67.
 inline const char *const goodLine =

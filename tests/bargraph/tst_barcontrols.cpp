@@ -7,9 +7,9 @@
 #include <QSlider>
 #include <QTabWidget>
 
-#include "tests/bargraph/display.h"
-#include "tests/bargraph/paintcounter.h"
-#include "tests/support/testmain.h"
+#include "bargraph/display.h"
+#include "bargraph/paintcounter.h"
+#include "support/testmain.h"
 
 class TestBarControls : public QObject
 {

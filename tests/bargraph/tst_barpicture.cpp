@@ -1,7 +1,7 @@
 #include <memory>
 
-#include "tests/bargraph/picture.h"
-#include "tests/support/testmain.h"
+#include "bargraph/picture.h"
+#include "support/testmain.h"
 
 namespace {
 

@@ -3,11 +3,11 @@
 #include <QTabWidget>
 #include <QTranslator>
 
-#include "mainwindow/qlineupdownedit.h"
-#include "monitor/monitor.h"
-#include "tests/bargraph/attachedwindow.h"
-#include "tests/bargraph/display.h"
-#include "tests/support/testmain.h"
+#include "bargraph/attachedwindow.h"
+#include "bargraph/display.h"
+#include "monitor.h"
+#include "qlineupdownedit.h"
+#include "support/testmain.h"
 
 namespace {
 

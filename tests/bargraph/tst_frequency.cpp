@@ -1,7 +1,7 @@
-#include "tests/bargraph/attachedwindow.h"
-#include "tests/bargraph/display.h"
-#include "tests/bargraph/standardoutput.h"
-#include "tests/support/testmain.h"
+#include "bargraph/attachedwindow.h"
+#include "bargraph/display.h"
+#include "bargraph/standardoutput.h"
+#include "support/testmain.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
-#include "bargraph/geometry.h"
-#include "tests/support/testmain.h"
+#include "geometry.h"
+#include "support/testmain.h"
 
 class TestGeometry : public QObject
 {

@@ -2,8 +2,8 @@
 #include <QRandomGenerator>
 #include <QStyleFactory>
 
-#include "tests/bargraph/picture.h"
-#include "tests/support/testmain.h"
+#include "bargraph/picture.h"
+#include "support/testmain.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include <climits>
 #include <cmath>
 
-#include "bargraph/integermath.h"
-#include "tests/support/testmain.h"
+#include "integermath.h"
+#include "support/testmain.h"
 
 class TestIntegerMath : public QObject
 {

@@ -1,8 +1,8 @@
 #include <memory>
 
-#include "tests/bargraph/picture.h"
-#include "tests/bargraph/recordingcanvas.h"
-#include "tests/support/testmain.h"
+#include "bargraph/picture.h"
+#include "bargraph/recordingcanvas.h"
+#include "support/testmain.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include <memory>
 
-#include "tests/bargraph/paintcounter.h"
-#include "tests/bargraph/textline.h"
-#include "tests/support/testmain.h"
+#include "bargraph/paintcounter.h"
+#include "bargraph/textline.h"
+#include "support/testmain.h"
 
 class TestTextPause : public QObject
 {

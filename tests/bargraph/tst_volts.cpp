@@ -1,8 +1,8 @@
 #include <QElapsedTimer>
 
-#include "tests/bargraph/display.h"
-#include "tests/bargraph/paintcounter.h"
-#include "tests/support/testmain.h"
+#include "bargraph/display.h"
+#include "bargraph/paintcounter.h"
+#include "support/testmain.h"
 
 class TestVolts : public QObject
 {

@@ -13,10 +13,10 @@
 #include <QTabWidget>
 #include <QTimer>
 
-#include "host/hostwindow.h"
-#include "host/pluginloading.h"
-#include "host/toolparts.h"
-#include "tests/simulator/simulatedlibrary.h"
+#include "hostwindow.h"
+#include "pluginloading.h"
+#include "simulator/simulatedlibrary.h"
+#include "toolparts.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "tests/support/testmain.h"
+#include "support/testmain.h"
 
 /// The tool from end to end on a display server with a window manager, by key and mouse events that come from
 /// the server. Each step needs the one before it.

@@ -1,4 +1,4 @@
-#include "tests/driver/operationrows.h"
+#include "driver/operationrows.h"
 
 namespace operationrows {
 

@@ -4,8 +4,8 @@
 
 #include <QVector>
 
-#include "driver/orvexwrapper.h"
-#include "tests/support/driverlibrary.h"
+#include "orvexwrapper.h"
+#include "support/driverlibrary.h"
 
 namespace operationrows {
 

@@ -1,6 +1,6 @@
-#include "driver/orvexwrapper.h"
-#include "tests/support/driverlibrary.h"
-#include "tests/support/testmain.h"
+#include "orvexwrapper.h"
+#include "support/driverlibrary.h"
+#include "support/testmain.h"
 
 /// The library's boolean answers are bytes.
 class ByteTests : public QObject

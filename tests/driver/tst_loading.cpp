@@ -1,10 +1,10 @@
 #include <dlfcn.h>
 
-#include "driver/orvexwrapper.h"
-#include "tests/support/capturedstderr.h"
-#include "tests/support/driverlibrary.h"
-#include "tests/support/entrypointnames.h"
-#include "tests/support/testmain.h"
+#include "orvexwrapper.h"
+#include "support/capturedstderr.h"
+#include "support/driverlibrary.h"
+#include "support/entrypointnames.h"
+#include "support/testmain.h"
 
 // The linker sends the loader's functions through these, so that the binding's use of them is seen.
 extern "C" {

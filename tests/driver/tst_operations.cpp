@@ -1,5 +1,5 @@
-#include "tests/driver/operationrows.h"
-#include "tests/support/testmain.h"
+#include "driver/operationrows.h"
+#include "support/testmain.h"
 
 using operationrows::Row;
 

@@ -6,9 +6,9 @@
 #include <QSpinBox>
 #include <QTabWidget>
 
-#include "bargraph/bargraph.h"
-#include "mainwindow/qorvexgraph.h"
-#include "tests/fuzz/fuzzing.h"
+#include "bargraph.h"
+#include "fuzz/fuzzing.h"
+#include "qorvexgraph.h"
 
 // A stream of packets into the Bar Graph tab. Each step is an operation, then what it needs:
 //   0 to 247  a packet that comes so many milliseconds after the last: length, bytes

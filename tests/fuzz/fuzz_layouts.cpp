@@ -1,5 +1,5 @@
-#include "monitor/reports/layouts.h"
-#include "tests/fuzz/fuzzing.h"
+#include "fuzz/fuzzing.h"
+#include "layouts.h"
 
 // Every field of every layout, against an input of any length: a missing byte reads as zero, a value stays in
 // the range of its width, and what is written is read back.

@@ -3,9 +3,9 @@
 #include <QTabWidget>
 #include <QTreeView>
 
-#include "mainwindow/qorvexgraph.h"
-#include "monitor/monitor.h"
-#include "tests/fuzz/fuzzing.h"
+#include "fuzz/fuzzing.h"
+#include "monitor.h"
+#include "qorvexgraph.h"
 
 // A stream of packets into the Monitor tab. Each step is an operation, then what it needs:
 //   0 to 247  a packet that comes so many milliseconds after the last: length, bytes

@@ -3,9 +3,9 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include "simulator/scenarioreader.h"
-#include "simulator/stream.h"
-#include "tests/fuzz/fuzzing.h"
+#include "fuzz/fuzzing.h"
+#include "scenarioreader.h"
+#include "stream.h"
 
 // An arbitrary scenario file: it is refused in one line, or read whole, and then played.
 

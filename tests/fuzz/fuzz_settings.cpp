@@ -4,11 +4,11 @@
 #include <QLabel>
 #include <QSpinBox>
 
-#include "bargraph/bargraph.h"
-#include "mainwindow/qlineupdownedit.h"
-#include "mainwindow/qorvexgraph.h"
-#include "monitor/monitor.h"
-#include "tests/fuzz/fuzzing.h"
+#include "bargraph.h"
+#include "fuzz/fuzzing.h"
+#include "monitor.h"
+#include "qlineupdownedit.h"
+#include "qorvexgraph.h"
 
 // An arbitrary settings file at the start of the window, which is then used and closed, and so writes it
 // again. Values that may be nested deeper than 100 are skipped: Qt exhausts the stack on a file that somebody

@@ -2,10 +2,10 @@
 
 #include <QStandardItemModel>
 
-#include "bargraph/bargraph.h"
-#include "mainwindow/qorvexgraph.h"
-#include "monitor/monitor.h"
-#include "tests/fuzz/fuzzing.h"
+#include "bargraph.h"
+#include "fuzz/fuzzing.h"
+#include "monitor.h"
+#include "qorvexgraph.h"
 
 // One text cut into packets, whose lengths come first: byte 0 is their number modulo 16. Both views collect
 // the lines that the whole text has.

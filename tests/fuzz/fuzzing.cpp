@@ -1,4 +1,4 @@
-#include "tests/fuzz/fuzzing.h"
+#include "fuzz/fuzzing.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -6,7 +6,7 @@
 #include <QByteArray>
 #include <QTime>
 
-#include "mainwindow/tab/datapacket.h"
+#include "datapacket.h"
 
 // What the fuzz targets share. A target defines LLVMFuzzerInitialize() and LLVMFuzzerTestOneInput(), which
 // libFuzzer calls, or a replay of stored inputs.

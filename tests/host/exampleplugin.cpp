@@ -2,7 +2,7 @@
 // the operation that EXAMPLE_THROWS names, and returns null from the one that EXAMPLE_RETURNS_NULL names, as
 // in "Second.widget".
 
-#include "plugin/tendroplugininterface.h"
+#include "tendroplugininterface.h"
 
 #include <dlfcn.h>
 #include <QAction>

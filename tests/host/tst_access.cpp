@@ -1,6 +1,6 @@
-#include "host/hostwindow.h"
-#include "tests/host/examplefolder.h"
-#include "tests/support/testmain.h"
+#include "host/examplefolder.h"
+#include "hostwindow.h"
+#include "support/testmain.h"
 
 #include <QAccessible>
 #include <QMenuBar>

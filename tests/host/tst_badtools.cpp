@@ -1,8 +1,8 @@
-#include "host/hostwindow.h"
-#include "plugin/tendroplugininterface.h"
-#include "tests/host/examplefolder.h"
-#include "tests/support/capturedstderr.h"
-#include "tests/support/testmain.h"
+#include "host/examplefolder.h"
+#include "hostwindow.h"
+#include "support/capturedstderr.h"
+#include "support/testmain.h"
+#include "tendroplugininterface.h"
 
 #include <QAction>
 #include <QMenuBar>

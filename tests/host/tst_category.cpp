@@ -1,5 +1,5 @@
-#include "host/category.h"
-#include "tests/support/testmain.h"
+#include "category.h"
+#include "support/testmain.h"
 
 #include <limits>
 

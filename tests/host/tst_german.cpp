@@ -1,8 +1,8 @@
-#include "host/boardmenu.h"
-#include "host/hostwindow.h"
-#include "tests/host/examplefolder.h"
-#include "tests/simulator/simulatedlibrary.h"
-#include "tests/support/testmain.h"
+#include "boardmenu.h"
+#include "host/examplefolder.h"
+#include "hostwindow.h"
+#include "simulator/simulatedlibrary.h"
+#include "support/testmain.h"
 
 #include <QMenu>
 #include <QMenuBar>

@@ -1,7 +1,7 @@
-#include "host/hostwindow.h"
-#include "plugin/tendroplugininterface.h"
-#include "tests/host/examplefolder.h"
-#include "tests/support/testmain.h"
+#include "host/examplefolder.h"
+#include "hostwindow.h"
+#include "support/testmain.h"
+#include "tendroplugininterface.h"
 
 #include <QAction>
 #include <QLineEdit>

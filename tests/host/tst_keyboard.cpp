@@ -1,8 +1,8 @@
-#include "host/hostwindow.h"
-#include "host/toolparts.h"
-#include "tests/simulator/simulatedlibrary.h"
-#include "tests/support/testmain.h"
-#include "tests/support/waitingpackets.h"
+#include "hostwindow.h"
+#include "simulator/simulatedlibrary.h"
+#include "support/testmain.h"
+#include "support/waitingpackets.h"
+#include "toolparts.h"
 
 #include <QLabel>
 #include <QLineEdit>

@@ -1,5 +1,5 @@
-#include "host/options.h"
-#include "tests/support/testmain.h"
+#include "options.h"
+#include "support/testmain.h"
 
 #include <QCommandLineParser>
 

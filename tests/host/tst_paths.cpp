@@ -1,6 +1,6 @@
-#include "host/paths.h"
-#include "tests/host/examplefolder.h"
-#include "tests/support/testmain.h"
+#include "host/examplefolder.h"
+#include "paths.h"
+#include "support/testmain.h"
 
 #include <sys/stat.h>
 #include <unistd.h>

@@ -1,7 +1,7 @@
-#include "host/pluginloading.h"
-#include "plugin/tendroplugininterface.h"
-#include "tests/host/examplefolder.h"
-#include "tests/support/testmain.h"
+#include "host/examplefolder.h"
+#include "pluginloading.h"
+#include "support/testmain.h"
+#include "tendroplugininterface.h"
 
 #include <QPluginLoader>
 

@@ -1,6 +1,6 @@
-#include "tests/host/examplefolder.h"
-#include "tests/host/hostrun.h"
-#include "tests/support/testmain.h"
+#include "host/examplefolder.h"
+#include "host/hostrun.h"
+#include "support/testmain.h"
 
 #include <QElapsedTimer>
 

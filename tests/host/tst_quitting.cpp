@@ -1,5 +1,5 @@
-#include "tests/host/examplefolder.h"
-#include "tests/support/testmain.h"
+#include "host/examplefolder.h"
+#include "support/testmain.h"
 
 #include <csignal>
 #include <QProcess>

@@ -1,7 +1,7 @@
-#include "host/scenariomenu.h"
-#include "tests/host/menuactions.h"
-#include "tests/simulator/simulatedlibrary.h"
-#include "tests/support/testmain.h"
+#include "host/menuactions.h"
+#include "scenariomenu.h"
+#include "simulator/simulatedlibrary.h"
+#include "support/testmain.h"
 
 #include <QActionGroup>
 #include <QFileDialog>

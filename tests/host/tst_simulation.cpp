@@ -1,10 +1,10 @@
-#include "host/boardmenu.h"
-#include "host/hostwindow.h"
-#include "host/reportrates.h"
-#include "host/simulation.h"
-#include "tests/host/menuactions.h"
-#include "tests/simulator/simulatedlibrary.h"
-#include "tests/support/testmain.h"
+#include "boardmenu.h"
+#include "host/menuactions.h"
+#include "hostwindow.h"
+#include "reportrates.h"
+#include "simulation.h"
+#include "simulator/simulatedlibrary.h"
+#include "support/testmain.h"
 
 #include <QMenuBar>
 #include <QPluginLoader>

@@ -1,5 +1,5 @@
-#include "tests/host/hostrun.h"
-#include "tests/support/testmain.h"
+#include "host/hostrun.h"
+#include "support/testmain.h"
 
 #include <QImage>
 

@@ -1,6 +1,6 @@
-#include "host/snapshots.h"
-#include "host/toolparts.h"
-#include "tests/support/testmain.h"
+#include "snapshots.h"
+#include "support/testmain.h"
+#include "toolparts.h"
 
 #include <csignal>
 #include <QComboBox>

@@ -1,7 +1,7 @@
-#include "host/hostwindow.h"
-#include "host/windowmemory.h"
-#include "tests/host/examplefolder.h"
-#include "tests/support/testmain.h"
+#include "host/examplefolder.h"
+#include "hostwindow.h"
+#include "support/testmain.h"
+#include "windowmemory.h"
 
 #include <QPluginLoader>
 #include <QSettings>

@@ -1,10 +1,10 @@
 #include <QLabel>
 
-#include "driver/orvexwrapper.h"
-#include "mainwindow/qorvexgraph.h"
-#include "tests/support/capturedstderr.h"
-#include "tests/support/driverlibrary.h"
-#include "tests/support/testmain.h"
+#include "orvexwrapper.h"
+#include "qorvexgraph.h"
+#include "support/capturedstderr.h"
+#include "support/driverlibrary.h"
+#include "support/testmain.h"
 
 /// How boards come under the tool's control, and go.
 class AttachmentTests : public QObject

@@ -4,11 +4,11 @@
 #include <QLabel>
 #include <QWindow>
 
-#include "mainwindow/qlineupdownedit.h"
-#include "mainwindow/qorvexgraph.h"
-#include "monitor/monitor.h"
-#include "tests/support/driverlibrary.h"
-#include "tests/support/testmain.h"
+#include "monitor.h"
+#include "qlineupdownedit.h"
+#include "qorvexgraph.h"
+#include "support/driverlibrary.h"
+#include "support/testmain.h"
 
 /// Closing and hiding the window.
 class ClosingTests : public QObject

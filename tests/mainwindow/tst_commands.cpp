@@ -1,12 +1,12 @@
 #include <QLabel>
 #include <QTabWidget>
 
-#include "mainwindow/qlineupdownedit.h"
-#include "mainwindow/qorvexgraph.h"
-#include "monitor/monitor.h"
-#include "tests/support/capturedstderr.h"
-#include "tests/support/driverlibrary.h"
-#include "tests/support/testmain.h"
+#include "monitor.h"
+#include "qlineupdownedit.h"
+#include "qorvexgraph.h"
+#include "support/capturedstderr.h"
+#include "support/driverlibrary.h"
+#include "support/testmain.h"
 
 /// What is typed, and what views send, on its way to the first board.
 class CommandTests : public QObject

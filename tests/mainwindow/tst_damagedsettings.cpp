@@ -6,9 +6,9 @@
 #include <QSettings>
 #include <QTest>
 
-#include "mainwindow/qlineupdownedit.h"
-#include "mainwindow/qorvexgraph.h"
-#include "tests/support/testmain.h"
+#include "qlineupdownedit.h"
+#include "qorvexgraph.h"
+#include "support/testmain.h"
 
 /// Settings files that Qt cannot decode without ending the program.
 class DamagedSettings : public QObject

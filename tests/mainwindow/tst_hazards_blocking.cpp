@@ -8,11 +8,11 @@
 #include <QElapsedTimer>
 #include <QPointer>
 
-#include "mainwindow/livewindows.h"
-#include "mainwindow/qorvexgraph.h"
-#include "mainwindow/tab/datapacket.h"
-#include "tests/support/driverlibrary.h"
-#include "tests/support/testmain.h"
+#include "datapacket.h"
+#include "livewindows.h"
+#include "qorvexgraph.h"
+#include "support/driverlibrary.h"
+#include "support/testmain.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
 #include <QLabel>
 #include <QSpinBox>
 
-#include "bargraph/bargraph.h"
-#include "mainwindow/qlineupdownedit.h"
-#include "mainwindow/qorvexgraph.h"
-#include "tests/support/observedcalls.h"
-#include "tests/support/testmain.h"
+#include "bargraph.h"
+#include "qlineupdownedit.h"
+#include "qorvexgraph.h"
+#include "support/observedcalls.h"
+#include "support/testmain.h"
 
 namespace {
 

@@ -2,12 +2,12 @@
 #include <QStandardItemModel>
 #include <QTabWidget>
 
-#include "mainwindow/qlineupdownedit.h"
-#include "mainwindow/qorvexgraph.h"
-#include "mainwindow/tab/datapacket.h"
-#include "monitor/monitor.h"
-#include "tests/support/observedcalls.h"
-#include "tests/support/testmain.h"
+#include "datapacket.h"
+#include "monitor.h"
+#include "qlineupdownedit.h"
+#include "qorvexgraph.h"
+#include "support/observedcalls.h"
+#include "support/testmain.h"
 
 namespace {
 

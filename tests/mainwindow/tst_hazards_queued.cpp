@@ -3,12 +3,12 @@
 #include <QTabWidget>
 #include <QTimer>
 
-#include "mainwindow/qorvexgraph.h"
-#include "mainwindow/tab/datapacket.h"
-#include "monitor/monitor.h"
-#include "tests/support/observedcalls.h"
-#include "tests/support/recordingview.h"
-#include "tests/support/testmain.h"
+#include "datapacket.h"
+#include "monitor.h"
+#include "qorvexgraph.h"
+#include "support/observedcalls.h"
+#include "support/recordingview.h"
+#include "support/testmain.h"
 
 /// What is queued for a window at a detach, and what two windows do at the same time: none takes what is
 /// another's.

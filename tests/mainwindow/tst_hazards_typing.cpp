@@ -1,9 +1,9 @@
 #include <QRegularExpression>
 
-#include "mainwindow/qlineupdownedit.h"
-#include "mainwindow/qorvexgraph.h"
-#include "tests/support/observedcalls.h"
-#include "tests/support/testmain.h"
+#include "qlineupdownedit.h"
+#include "qorvexgraph.h"
+#include "support/observedcalls.h"
+#include "support/testmain.h"
 
 namespace {
 

@@ -3,9 +3,9 @@
 
 #include <QLabel>
 
-#include "tests/support/abandonedwindow.h"
-#include "tests/support/driverlibrary.h"
-#include "tests/support/testmain.h"
+#include "support/abandonedwindow.h"
+#include "support/driverlibrary.h"
+#include "support/testmain.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include <QSettings>
 
-#include "mainwindow/qlineupdownedit.h"
-#include "mainwindow/qorvexgraph.h"
-#include "tests/support/testmain.h"
+#include "qlineupdownedit.h"
+#include "qorvexgraph.h"
+#include "support/testmain.h"
 
 /// The command history in the settings store.
 class HistoryTests : public QObject

@@ -1,10 +1,10 @@
 #include <QSignalSpy>
 #include <QTabWidget>
 
-#include "tests/support/driverlibrary.h"
-#include "tests/support/recordingview.h"
-#include "tests/support/testclock.h"
-#include "tests/support/testmain.h"
+#include "support/driverlibrary.h"
+#include "support/recordingview.h"
+#include "support/testclock.h"
+#include "support/testmain.h"
 
 /// What becomes of a report: the packet, the queue and the hand-off to a view.
 class IntakeTests : public QObject

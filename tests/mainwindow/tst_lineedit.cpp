@@ -1,7 +1,7 @@
 #include <QSignalSpy>
 
-#include "mainwindow/qlineupdownedit.h"
-#include "tests/support/testmain.h"
+#include "qlineupdownedit.h"
+#include "support/testmain.h"
 
 /// The command line and what it recalls.
 class LineEditTests : public QObject

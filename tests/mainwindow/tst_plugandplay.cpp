@@ -1,10 +1,10 @@
 #include <QLabel>
 #include <QTimer>
 
-#include "mainwindow/qlineupdownedit.h"
-#include "mainwindow/qorvexgraph.h"
-#include "tests/support/observedcalls.h"
-#include "tests/support/testmain.h"
+#include "qlineupdownedit.h"
+#include "qorvexgraph.h"
+#include "support/observedcalls.h"
+#include "support/testmain.h"
 
 using Call = void (*)(qorvexgraph &);
 Q_DECLARE_METATYPE(Call)

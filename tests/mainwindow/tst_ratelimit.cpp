@@ -1,8 +1,8 @@
 #include <QSignalSpy>
 
-#include "tests/support/recordingview.h"
-#include "tests/support/testclock.h"
-#include "tests/support/testmain.h"
+#include "support/recordingview.h"
+#include "support/testclock.h"
+#include "support/testmain.h"
 
 /// Which reports the callback keeps, by a clock that the tests set.
 ///

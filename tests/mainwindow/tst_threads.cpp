@@ -5,10 +5,10 @@
 #include <QStandardItemModel>
 #include <QTabWidget>
 
-#include "monitor/monitor.h"
-#include "tests/support/driverlibrary.h"
-#include "tests/support/recordingview.h"
-#include "tests/support/testmain.h"
+#include "monitor.h"
+#include "support/driverlibrary.h"
+#include "support/recordingview.h"
+#include "support/testmain.h"
 
 /// Reports from several threads of the driver at once, while the GUI thread attaches, plugs and detaches.
 class ThreadTests : public QObject

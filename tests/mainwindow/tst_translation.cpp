@@ -2,12 +2,12 @@
 #include <QSettings>
 #include <QTabWidget>
 
-#include "mainwindow/qlineupdownedit.h"
-#include "mainwindow/qorvexgraph.h"
-#include "monitor/monitor.h"
-#include "tests/support/driverlibrary.h"
-#include "tests/support/markingtranslator.h"
-#include "tests/support/testmain.h"
+#include "monitor.h"
+#include "qlineupdownedit.h"
+#include "qorvexgraph.h"
+#include "support/driverlibrary.h"
+#include "support/markingtranslator.h"
+#include "support/testmain.h"
 
 /// Which texts of the window a translation changes, and in which context.
 class TranslationTests : public QObject

@@ -3,11 +3,11 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
-#include "mainwindow/qlineupdownedit.h"
-#include "monitor/monitor.h"
-#include "tests/support/driverlibrary.h"
-#include "tests/support/recordingview.h"
-#include "tests/support/testmain.h"
+#include "monitor.h"
+#include "qlineupdownedit.h"
+#include "support/driverlibrary.h"
+#include "support/recordingview.h"
+#include "support/testmain.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 #include <QDateTime>
 #include <QFile>
 
-#include "mainwindow/qorvexgraph.h"
-#include "monitor/monitor.h"
+#include "monitor.h"
+#include "qorvexgraph.h"
 
 namespace {
 

@@ -4,9 +4,9 @@
 #include <QStandardItemModel>
 #include <QStringList>
 
-#include "mainwindow/qorvexgraph.h"
-#include "mainwindow/tab/datapacket.h"
-#include "monitor/monitor.h"
+#include "datapacket.h"
+#include "monitor.h"
+#include "qorvexgraph.h"
 
 /// A detached main window and its "Monitor" tab, with what a board would send it.
 class MonitorView

@@ -1,7 +1,7 @@
 #include <QTest>
 
-#include "tests/monitor/monitorview.h"
-#include "tests/support/testmain.h"
+#include "monitor/monitorview.h"
+#include "support/testmain.h"
 
 /// Which reports are voltage readings, and the rows that those make.
 class AdcRows : public QObject

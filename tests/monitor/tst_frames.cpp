@@ -6,10 +6,10 @@
 #include <QTest>
 #include <QTreeView>
 
-#include "mainwindow/qlineupdownedit.h"
-#include "monitor/rowview/framepacer.h"
-#include "tests/monitor/monitorview.h"
-#include "tests/support/testmain.h"
+#include "framepacer.h"
+#include "monitor/monitorview.h"
+#include "qlineupdownedit.h"
+#include "support/testmain.h"
 
 /// Rows that come in quick succession are painted together; the first after a rest is painted at once.
 class Frames : public QObject

@@ -5,8 +5,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "tests/monitor/monitorview.h"
-#include "tests/support/testmain.h"
+#include "monitor/monitorview.h"
+#include "support/testmain.h"
 
 namespace {
 

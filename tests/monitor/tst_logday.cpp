@@ -3,7 +3,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "tests/support/testmain.h"
+#include "support/testmain.h"
 
 /// The log file's name on a given day, in a process whose clock is set to it.
 class LogDay : public QObject

@@ -4,11 +4,11 @@
 #include <QTabWidget>
 #include <QTreeView>
 
-#include "mainwindow/qorvexgraph.h"
-#include "mainwindow/tab/datapacket.h"
-#include "monitor/monitor.h"
-#include "tests/support/countingpaintdevice.h"
-#include "tests/support/testmain.h"
+#include "datapacket.h"
+#include "monitor.h"
+#include "qorvexgraph.h"
+#include "support/countingpaintdevice.h"
+#include "support/testmain.h"
 
 namespace {
 

@@ -3,8 +3,8 @@
 #include <QTest>
 #include <QTreeView>
 
-#include "tests/monitor/monitorview.h"
-#include "tests/support/testmain.h"
+#include "monitor/monitorview.h"
+#include "support/testmain.h"
 
 namespace {
 

@@ -5,9 +5,9 @@
 #include <QTabWidget>
 #include <QTest>
 
-#include "driver/orvexwrapper.h"
-#include "tests/monitor/monitorview.h"
-#include "tests/support/testmain.h"
+#include "monitor/monitorview.h"
+#include "orvexwrapper.h"
+#include "support/testmain.h"
 
 namespace {
 

@@ -8,8 +8,8 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 
-#include "tests/monitor/monitorview.h"
-#include "tests/support/testmain.h"
+#include "monitor/monitorview.h"
+#include "support/testmain.h"
 
 /// How the tab is built when nothing was ever stored.
 class MonitorTab : public QObject

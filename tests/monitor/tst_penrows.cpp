@@ -1,7 +1,7 @@
 #include <QTest>
 
-#include "tests/monitor/monitorview.h"
-#include "tests/support/testmain.h"
+#include "monitor/monitorview.h"
+#include "support/testmain.h"
 
 /// The rows that reports about pens make, blank by blank. Bytes that are not read hold 0xee.
 class PenRows : public QObject

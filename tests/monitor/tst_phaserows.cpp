@@ -1,7 +1,7 @@
 #include <QTest>
 
-#include "tests/monitor/monitorview.h"
-#include "tests/support/testmain.h"
+#include "monitor/monitorview.h"
+#include "support/testmain.h"
 
 /// The row and the two texts of a PhaseReport, blank by blank.
 class PhaseRows : public QObject

@@ -1,7 +1,7 @@
 #include <QTest>
 
-#include "tests/monitor/monitorview.h"
-#include "tests/support/testmain.h"
+#include "monitor/monitorview.h"
+#include "support/testmain.h"
 
 /// Bytes shown as characters and in hexadecimal.
 class RawForm : public QObject

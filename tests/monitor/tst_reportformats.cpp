@@ -2,8 +2,8 @@
 
 #include <QTest>
 
-#include "monitor/reports/decoding.h"
-#include "tests/support/testmain.h"
+#include "decoding.h"
+#include "support/testmain.h"
 
 Q_DECLARE_METATYPE(reports::Field)
 

@@ -3,8 +3,8 @@
 
 #include <QTest>
 
-#include "monitor/reports/layouts.h"
-#include "tests/support/testmain.h"
+#include "layouts.h"
+#include "support/testmain.h"
 
 using namespace reports;
 

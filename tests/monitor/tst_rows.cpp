@@ -4,8 +4,8 @@
 #include <QTest>
 #include <QTreeView>
 
-#include "tests/monitor/monitorview.h"
-#include "tests/support/testmain.h"
+#include "monitor/monitorview.h"
+#include "support/testmain.h"
 
 /// Adding rows: how many stay, when the view follows, and what the window does not do.
 class Rows : public QObject

@@ -2,8 +2,8 @@
 
 #include <QTest>
 
-#include "tests/monitor/monitorview.h"
-#include "tests/support/testmain.h"
+#include "monitor/monitorview.h"
+#include "support/testmain.h"
 
 /// Reports that are shorter than their fields: a missing byte counts as zero.
 class ShortReports : public QObject

@@ -2,8 +2,8 @@
 #include <QTest>
 #include <QThread>
 
-#include "tests/monitor/monitorview.h"
-#include "tests/support/testmain.h"
+#include "monitor/monitorview.h"
+#include "support/testmain.h"
 
 namespace {
 

@@ -7,10 +7,10 @@
 #include <QPluginLoader>
 #include <QTabWidget>
 
-#include "plugin/tendroplugininterface.h"
-#include "tests/support/driverlibrary.h"
-#include "tests/support/markingtranslator.h"
-#include "tests/support/testmain.h"
+#include "support/driverlibrary.h"
+#include "support/markingtranslator.h"
+#include "support/testmain.h"
+#include "tendroplugininterface.h"
 
 /// What the plugin's object tells the host, and the window and the action that it gives.
 class IdentityTests : public QObject

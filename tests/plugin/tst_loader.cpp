@@ -8,8 +8,8 @@
 #include <QPointer>
 #include <QProcess>
 
-#include "plugin/tendroplugininterface.h"
-#include "tests/support/testmain.h"
+#include "support/testmain.h"
+#include "tendroplugininterface.h"
 
 /// The plugin file, as a host's loader sees it.
 class LoaderTests : public QObject

@@ -4,9 +4,9 @@
 #include <QFile>
 #include <QPluginLoader>
 
-#include "plugin/tendroplugininterface.h"
-#include "tests/support/observedcalls.h"
-#include "tests/support/testmain.h"
+#include "support/observedcalls.h"
+#include "support/testmain.h"
+#include "tendroplugininterface.h"
 
 /// A host that removes the plugin from memory and goes on. Qt, which stays, must hold nothing of it: what it
 /// does hold it reads at the latest when the program ends.

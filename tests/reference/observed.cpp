@@ -1,4 +1,4 @@
-#include "tests/reference/observed.h"
+#include "reference/observed.h"
 
 #include <QDebug>
 #include <QHeaderView>
@@ -7,8 +7,8 @@
 #include <QStandardItemModel>
 #include <QTreeView>
 
-#include "tests/reference/reference.h"
-#include "tests/reference/shownwindow.h"
+#include "reference/reference.h"
+#include "reference/shownwindow.h"
 
 Observed observe(const ShownWindow &shown, qreal pixelRatio)
 {

@@ -1,4 +1,4 @@
-#include "tests/reference/plainrows.h"
+#include "reference/plainrows.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -6,7 +6,7 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 
-#include "monitor/monitor.h"
+#include "monitor.h"
 
 namespace plainrows {
 

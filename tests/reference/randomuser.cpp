@@ -1,4 +1,4 @@
-#include "tests/reference/randomuser.h"
+#include "reference/randomuser.h"
 
 #include <utility>
 

@@ -6,8 +6,8 @@
 #include <QRandomGenerator>
 #include <QString>
 
-#include "tests/reference/observed.h"
-#include "tests/reference/shownwindow.h"
+#include "reference/observed.h"
+#include "reference/shownwindow.h"
 
 /// Drives the "Monitor" tab as users, boards and hosts do. The actions follow from the seed alone, and not
 /// from what the tab does.

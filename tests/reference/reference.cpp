@@ -1,4 +1,4 @@
-#include "tests/reference/reference.h"
+#include "reference/reference.h"
 
 #include <QFile>
 

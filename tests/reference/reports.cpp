@@ -1,4 +1,4 @@
-#include "tests/reference/reports.h"
+#include "reference/reports.h"
 
 namespace {
 

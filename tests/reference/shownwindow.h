@@ -7,13 +7,13 @@
 #include <QTest>
 #include <QTreeView>
 
-#include "bargraph/bargraph.h"
-#include "mainwindow/qlineupdownedit.h"
-#include "mainwindow/qorvexgraph.h"
-#include "mainwindow/tab/datapacket.h"
-#include "monitor/monitor.h"
-#include "monitor/rowview/framepacer.h"
-#include "monitor/rowview/rowdelegate.h"
+#include "bargraph.h"
+#include "datapacket.h"
+#include "framepacer.h"
+#include "monitor.h"
+#include "qlineupdownedit.h"
+#include "qorvexgraph.h"
+#include "rowdelegate.h"
 
 /// A detached main window with settings of its own.
 class ShownWindow

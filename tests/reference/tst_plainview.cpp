@@ -1,7 +1,7 @@
-#include "tests/reference/plainrows.h"
-#include "tests/reference/randomuser.h"
-#include "tests/reference/reference.h"
-#include "tests/support/testmain.h"
+#include "reference/plainrows.h"
+#include "reference/randomuser.h"
+#include "reference/reference.h"
+#include "support/testmain.h"
 
 #include <functional>
 #include <vector>

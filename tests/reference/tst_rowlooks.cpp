@@ -1,7 +1,7 @@
-#include "monitor/rowview/rowdelegate.h"
-#include "tests/reference/reference.h"
-#include "tests/reference/shownwindow.h"
-#include "tests/support/testmain.h"
+#include "reference/reference.h"
+#include "reference/shownwindow.h"
+#include "rowdelegate.h"
+#include "support/testmain.h"
 
 #include <QHeaderView>
 #include <QLabel>

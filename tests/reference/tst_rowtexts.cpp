@@ -1,7 +1,7 @@
-#include "tests/reference/reference.h"
-#include "tests/reference/reports.h"
-#include "tests/reference/shownwindow.h"
-#include "tests/support/testmain.h"
+#include "reference/reference.h"
+#include "reference/reports.h"
+#include "reference/shownwindow.h"
+#include "support/testmain.h"
 
 #include <QDir>
 #include <QHeaderView>

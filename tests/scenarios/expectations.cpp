@@ -1,4 +1,4 @@
-#include "tests/scenarios/expectations.h"
+#include "scenarios/expectations.h"
 
 namespace {
 

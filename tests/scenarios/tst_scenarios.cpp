@@ -1,10 +1,10 @@
-#include "host/hostwindow.h"
-#include "host/simulation.h"
-#include "host/toolparts.h"
-#include "tests/scenarios/expectations.h"
-#include "tests/simulator/simulatedlibrary.h"
-#include "tests/support/testmain.h"
-#include "tests/support/waitingpackets.h"
+#include "hostwindow.h"
+#include "scenarios/expectations.h"
+#include "simulation.h"
+#include "simulator/simulatedlibrary.h"
+#include "support/testmain.h"
+#include "support/waitingpackets.h"
+#include "toolparts.h"
 
 #include <QDir>
 #include <QImage>

@@ -3,9 +3,9 @@
 #include <QTextDocument>
 #include <QTreeView>
 
-#include "bargraph/bargraph.h"
-#include "tests/monitor/monitorview.h"
-#include "tests/support/testmain.h"
+#include "bargraph.h"
+#include "monitor/monitorview.h"
+#include "support/testmain.h"
 
 /// What a board says is shown as it stands: nothing of it is markup, a file name, a style or a command.
 class BoardText : public QObject

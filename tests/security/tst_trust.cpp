@@ -5,13 +5,13 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "mainwindow/qlineupdownedit.h"
-#include "mainwindow/qorvexgraph.h"
-#include "monitor/monitor.h"
-#include "tests/host/hostrun.h"
-#include "tests/support/capturedstderr.h"
-#include "tests/support/driverlibrary.h"
-#include "tests/support/testmain.h"
+#include "host/hostrun.h"
+#include "monitor.h"
+#include "qlineupdownedit.h"
+#include "qorvexgraph.h"
+#include "support/capturedstderr.h"
+#include "support/driverlibrary.h"
+#include "support/testmain.h"
 
 /// What crosses into the tool from files that it does not trust.
 class Trust : public QObject

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "driver/entrypoints.h"
-#include "simulator/orvexsim.h"
+#include "entrypoints.h"
+#include "orvexsim.h"
 
 #include <mutex>
 #include <string>
@@ -45,8 +45,10 @@ public:
     void unload();
     static bool isLoaded();
 
-#define DECLARE_POINTER(name, returns, parameters) returns(*name) parameters = nullptr;
-    ORVEX_POINTERS(DECLARE_POINTER)
+#define DECLARE_POINTER(name, returns, parameters, arguments) returns(*name) parameters = nullptr;
+#define NO_POINTER(name, returns, parameters, arguments)
+    ORVEX_POINTERS(DECLARE_POINTER, NO_POINTER)
+#undef NO_POINTER
 #undef DECLARE_POINTER
 #define DECLARE_POINTER(member, name) decltype(::name) *member = nullptr;
     ORVEXSIM_FUNCTIONS(DECLARE_POINTER)

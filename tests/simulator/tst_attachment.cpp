@@ -1,4 +1,4 @@
-#include "tests/simulator/simulatedlibrary.h"
+#include "simulator/simulatedlibrary.h"
 
 #include <QDir>
 #include <QElapsedTimer>

@@ -1,5 +1,5 @@
-#include "simulator/encoding.h"
-#include "simulator/oddreports.h"
+#include "encoding.h"
+#include "oddreports.h"
 
 #include <QtTest>
 

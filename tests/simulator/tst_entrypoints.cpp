@@ -1,4 +1,4 @@
-#include "tests/simulator/simulatedlibrary.h"
+#include "simulator/simulatedlibrary.h"
 
 #include <atomic>
 #include <QtTest>

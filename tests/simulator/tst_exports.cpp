@@ -1,5 +1,5 @@
-#include "tests/simulator/simulatedlibrary.h"
-#include "tests/support/entrypointnames.h"
+#include "simulator/simulatedlibrary.h"
+#include "support/entrypointnames.h"
 
 #include <QProcess>
 #include <QtTest>

@@ -1,4 +1,4 @@
-#include "simulator/firmware.h"
+#include "firmware.h"
 
 #include <QtTest>
 

@@ -1,7 +1,7 @@
-#include "driver/entrypoints.h"
-#include "simulator/faults.h"
-#include "simulator/firmware.h"
-#include "simulator/scenarioreader.h"
+#include "entrypoints.h"
+#include "faults.h"
+#include "firmware.h"
+#include "scenarioreader.h"
 
 #include <algorithm>
 #include <QDir>

@@ -6,9 +6,9 @@
 #include <QTest>
 #include <QTreeView>
 
-#include "mainwindow/qorvexgraph.h"
-#include "mainwindow/tab/datapacket.h"
-#include "tests/support/testmain.h"
+#include "datapacket.h"
+#include "qorvexgraph.h"
+#include "support/testmain.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "simulator/scenarioreader.h"
+#include "scenarioreader.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,5 +1,5 @@
-#include "simulator/scenarioreader.h"
-#include "simulator/script.h"
+#include "scenarioreader.h"
+#include "script.h"
 
 #include <algorithm>
 #include <map>

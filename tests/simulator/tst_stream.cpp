@@ -1,4 +1,4 @@
-#include "simulator/stream.h"
+#include "stream.h"
 
 #include <algorithm>
 #include <map>

@@ -1,4 +1,4 @@
-#include "simulator/textlines.h"
+#include "textlines.h"
 
 #include <QtTest>
 

@@ -1,4 +1,4 @@
-#include "tests/soak/clicker.h"
+#include "soak/clicker.h"
 
 #include <QAbstractButton>
 #include <QEvent>

@@ -1,9 +1,9 @@
 // Clicks on the tool while reports stream, and tells how fast it answers and whether its memory grows.
 
-#include "host/driverlibrary.h"
-#include "host/simulation.h"
-#include "tests/soak/session.h"
-#include "tests/support/waitingpackets.h"
+#include "driverlibrary.h"
+#include "simulation.h"
+#include "soak/session.h"
+#include "support/waitingpackets.h"
 
 #include <algorithm>
 #include <cstdio>

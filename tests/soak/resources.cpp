@@ -1,4 +1,4 @@
-#include "tests/soak/resources.h"
+#include "soak/resources.h"
 
 #include <QByteArray>
 #include <QDir>

@@ -1,4 +1,4 @@
-#include "tests/soak/sender.h"
+#include "soak/sender.h"
 
 #include <array>
 #include <chrono>

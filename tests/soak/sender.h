@@ -1,6 +1,6 @@
 #pragma once
 
-#include "simulator/orvexsim.h"
+#include "orvexsim.h"
 
 #include <atomic>
 #include <thread>

@@ -1,7 +1,7 @@
-#include "tests/soak/session.h"
+#include "soak/session.h"
 
-#include "host/simulation.h"
-#include "host/toolparts.h"
+#include "simulation.h"
+#include "toolparts.h"
 
 #include <dlfcn.h>
 #include <QCheckBox>

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "host/hostwindow.h"
-#include "host/pluginloading.h"
-#include "tests/soak/clicker.h"
-#include "tests/soak/resources.h"
-#include "tests/soak/sender.h"
+#include "hostwindow.h"
+#include "pluginloading.h"
+#include "soak/clicker.h"
+#include "soak/resources.h"
+#include "soak/sender.h"
 
 #include <memory>
 #include <optional>

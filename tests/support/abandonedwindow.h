@@ -1,9 +1,9 @@
 #pragma once
 
-#include "driver/orvexwrapper.h"
-#include "mainwindow/livewindows.h"
-#include "mainwindow/qorvexgraph.h"
-#include "mainwindow/tab/datapacket.h"
+#include "datapacket.h"
+#include "livewindows.h"
+#include "orvexwrapper.h"
+#include "qorvexgraph.h"
 
 /// Destroys a window, and frees what it leaves behind by design: the packets still queued, and the binding if
 /// it is attached.

@@ -4,7 +4,7 @@
 
 #include <QStringList>
 
-#include "tests/driver/fake/fakeboards.h"
+#include "driver/fake/fakeboards.h"
 
 /// Loads a variant of the fake driver library by its path; the tool's own look-up by name then finds it.
 ///

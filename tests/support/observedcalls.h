@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "tests/support/driverlibrary.h"
+#include "support/driverlibrary.h"
 
 /// Does something inside the calls that the fake driver library receives, while it lives; one at a time.
 ///

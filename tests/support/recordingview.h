@@ -4,9 +4,9 @@
 
 #include <QVector>
 
-#include "mainwindow/qorvexgraph.h"
-#include "mainwindow/tab/datapacket.h"
-#include "mainwindow/tab/qorvexwidget.h"
+#include "datapacket.h"
+#include "qorvexgraph.h"
+#include "qorvexwidget.h"
 
 /// A view that keeps a copy of every packet it is shown.
 class RecordingView : public qorvexwidget

@@ -1,4 +1,4 @@
-#include "tests/support/testclock.h"
+#include "support/testclock.h"
 
 namespace {
 

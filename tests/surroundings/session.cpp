@@ -8,9 +8,9 @@
 #include <QLayout>
 #include <QTabWidget>
 
-#include "bargraph/bargraph.h"
-#include "tests/monitor/monitorview.h"
-#include "tests/support/testmain.h"
+#include "bargraph.h"
+#include "monitor/monitorview.h"
+#include "support/testmain.h"
 
 namespace {
 

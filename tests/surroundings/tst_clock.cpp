@@ -3,8 +3,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "tests/support/testmain.h"
-#include "tests/surroundings/childrun.h"
+#include "support/testmain.h"
+#include "surroundings/childrun.h"
 
 /// A clock that is set back while boards stream: what is not rate-limited is kept, and the rest is from the
 /// next text on.

@@ -3,8 +3,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "tests/support/testmain.h"
-#include "tests/surroundings/childrun.h"
+#include "support/testmain.h"
+#include "surroundings/childrun.h"
 
 /// Locales, fonts, directions, sizes and resolutions: the same rows in all of them, and pictures of the size.
 class Desktop : public QObject

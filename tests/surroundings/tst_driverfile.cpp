@@ -3,8 +3,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "tests/support/testmain.h"
-#include "tests/surroundings/childrun.h"
+#include "support/testmain.h"
+#include "surroundings/childrun.h"
 
 /// A driver library that is missing or damaged: the host starts, opens the tool, types and closes all the
 /// same.

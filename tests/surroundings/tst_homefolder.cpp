@@ -4,9 +4,9 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "mainwindow/qlineupdownedit.h"
-#include "tests/monitor/monitorview.h"
-#include "tests/support/testmain.h"
+#include "monitor/monitorview.h"
+#include "qlineupdownedit.h"
+#include "support/testmain.h"
 
 /// Log folder and settings that cannot be used: the rows are shown, the window works, nothing else is
 /// touched. The tests may run as root, to whom permissions mean nothing.

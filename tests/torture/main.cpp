@@ -5,10 +5,10 @@
 #include <QElapsedTimer>
 #include <QTemporaryDir>
 
-#include "tests/support/capturedstderr.h"
-#include "tests/support/testmain.h"
-#include "tests/torture/packetcount.h"
-#include "tests/torture/torture.h"
+#include "support/capturedstderr.h"
+#include "support/testmain.h"
+#include "torture/packetcount.h"
+#include "torture/torture.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
-#include "tests/torture/packetcount.h"
+#include "torture/packetcount.h"
 
 #include <atomic>
 #include <cstdlib>
 #include <new>
 
-#include "mainwindow/qorvexgraph.h"
-#include "mainwindow/tab/datapacket.h"
+#include "datapacket.h"
+#include "qorvexgraph.h"
 
 namespace {
 

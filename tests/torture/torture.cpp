@@ -1,4 +1,4 @@
-#include "tests/torture/torture.h"
+#include "torture/torture.h"
 
 #include <chrono>
 #include <thread>
@@ -11,11 +11,11 @@
 #include <QTabWidget>
 #include <QTest>
 
-#include "bargraph/bargraph.h"
-#include "mainwindow/qlineupdownedit.h"
-#include "monitor/monitor.h"
-#include "tests/support/abandonedwindow.h"
-#include "tests/torture/packetcount.h"
+#include "bargraph.h"
+#include "monitor.h"
+#include "qlineupdownedit.h"
+#include "support/abandonedwindow.h"
+#include "torture/packetcount.h"
 
 namespace {
 

@@ -9,8 +9,8 @@
 
 #include <QString>
 
-#include "mainwindow/qorvexgraph.h"
-#include "tests/support/driverlibrary.h"
+#include "qorvexgraph.h"
+#include "support/driverlibrary.h"
 
 /// Random things that a user, boards and a driver library do, in an order that a seed gives; the threads of
 /// the library run as they will.

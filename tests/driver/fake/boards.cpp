@@ -1,4 +1,4 @@
-#include "tests/driver/fake/boards.h"
+#include "driver/fake/boards.h"
 
 #include <algorithm>
 #include <array>
@@ -12,8 +12,8 @@
 #include <tuple>
 #include <vector>
 
-#include "tests/driver/fake/fakeboards.h"
-#include "tests/driver/fake/journal.h"
+#include "driver/fake/fakeboards.h"
+#include "driver/fake/journal.h"
 
 namespace boards {
 

@@ -1,7 +1,7 @@
 #include <cstdint>
 
-#include "tests/driver/fake/boards.h"
-#include "tests/driver/fake/journal.h"
+#include "driver/fake/boards.h"
+#include "driver/fake/journal.h"
 
 // The 47 entry points. Each writes down how it was called, and answers what the test has set.
 

@@ -1,4 +1,4 @@
-#include "tests/driver/fake/journal.h"
+#include "driver/fake/journal.h"
 
 #include <atomic>
 #include <cstdio>
