@@ -72,7 +72,7 @@ int OrvexWrapper::Attach()
         return 0;
     }
     lookUpEntryPoints();
-    return callOr(0, orvexAttach);
+    return callOr(fallback::orvexAttach(), orvexAttach);
 }
 
 void OrvexWrapper::lookUpEntryPoints()
@@ -89,7 +89,7 @@ void OrvexWrapper::Detach()
 
 int OrvexWrapper::Interface()
 {
-    return callOr(0, orvexInterface);
+    return callOr(fallback::orvexInterface(), orvexInterface);
 }
 
 void OrvexWrapper::SetCallback(int device, OrvexDataCallback callback, void *context)
@@ -116,12 +116,12 @@ void OrvexWrapper::ClearPnpCallback(OrvexPnpCallback callback, void *context)
 
 int OrvexWrapper::SendCommand(int device, const char *command)
 {
-    return callOr(-1, orvexSendCommand, device, command);
+    return callOr(fallback::orvexSendCommand(), orvexSendCommand, device, command);
 }
 
 int OrvexWrapper::WritePacket(int device, const void *data, int length)
 {
-    return callOr(-1, orvexWritePacket, device, data, length);
+    return callOr(fallback::orvexWritePacket(), orvexWritePacket, device, data, length);
 }
 
 void OrvexWrapper::SetXferMask(int device, unsigned char mask)
@@ -131,12 +131,12 @@ void OrvexWrapper::SetXferMask(int device, unsigned char mask)
 
 int OrvexWrapper::GetDeviceCount()
 {
-    return callOr(0, orvexGetDeviceCount);
+    return callOr(fallback::orvexGetDeviceCount(), orvexGetDeviceCount);
 }
 
 bool OrvexWrapper::EnumDeviceInfo(int index, _ORVEX_DEVICE_INFO *info)
 {
-    return callOr(std::uint8_t{0}, orvexEnumDeviceInfo, index, info) != 0;
+    return callOr(fallback::orvexEnumDeviceInfo(), orvexEnumDeviceInfo, index, info) != 0;
 }
 
 void OrvexWrapper::SetPointingDeviceDestination(int device, unsigned char pen, bool toSystem,
@@ -156,7 +156,8 @@ void OrvexWrapper::SetPointingDeviceDestinationEx(int device, unsigned char pen,
 
 int OrvexWrapper::GetPointingDeviceDestination(int device, unsigned char pen, bool toSystem)
 {
-    return callOr(-1, orvexGetPointingDeviceDestination, device, pen, toSystem);
+    return callOr(fallback::orvexGetPointingDeviceDestination(), orvexGetPointingDeviceDestination, device,
+                  pen, toSystem);
 }
 
 void OrvexWrapper::SetTouchDestination(int device, unsigned char destination)
@@ -174,7 +175,7 @@ void OrvexWrapper::SetTouchDestinationEx(int device, unsigned char destination, 
 
 int OrvexWrapper::GetTouchDestination(int device)
 {
-    return callOr(-1, orvexGetTouchDestination, device);
+    return callOr(fallback::orvexGetTouchDestination(), orvexGetTouchDestination, device);
 }
 
 void OrvexWrapper::SetTouchEnabled(int device, bool enabled)
@@ -184,7 +185,7 @@ void OrvexWrapper::SetTouchEnabled(int device, bool enabled)
 
 bool OrvexWrapper::GetTouchEnabled(int device)
 {
-    return callOr(yes, orvexGetTouchEnabled, device) == yes;
+    return callOr(fallback::orvexGetTouchEnabled(), orvexGetTouchEnabled, device) == yes;
 }
 
 void OrvexWrapper::SetTouchSystemRedirectionEnabled(int device, bool enabled)
@@ -194,7 +195,8 @@ void OrvexWrapper::SetTouchSystemRedirectionEnabled(int device, bool enabled)
 
 bool OrvexWrapper::GetTouchSystemRedirectionEnabled(int device)
 {
-    return callOr(yes, orvexGetTouchSystemRedirectionEnabled, device) == yes;
+    return callOr(fallback::orvexGetTouchSystemRedirectionEnabled(), orvexGetTouchSystemRedirectionEnabled,
+                  device) == yes;
 }
 
 void OrvexWrapper::SetLATEDetection(int device, unsigned char mode)
@@ -204,12 +206,12 @@ void OrvexWrapper::SetLATEDetection(int device, unsigned char mode)
 
 int OrvexWrapper::GetLATEDetection(int device)
 {
-    return callOr(-1, orvexGetLATEDetection, device);
+    return callOr(fallback::orvexGetLATEDetection(), orvexGetLATEDetection, device);
 }
 
 int OrvexWrapper::IsSomethingOnBoard(int device)
 {
-    return callOr(0, orvexIsSomethingOnBoard, device);
+    return callOr(fallback::orvexIsSomethingOnBoard(), orvexIsSomethingOnBoard, device);
 }
 
 void OrvexWrapper::SetTwoFingerScroll(int device, unsigned char mode)
@@ -219,7 +221,8 @@ void OrvexWrapper::SetTwoFingerScroll(int device, unsigned char mode)
 
 int OrvexWrapper::OpenSynchronousChannel(int device, OrvexDataCallback callback, void *context)
 {
-    return callOr(-1, orvexOpenSynchronousChannel, device, callback, context);
+    return callOr(fallback::orvexOpenSynchronousChannel(), orvexOpenSynchronousChannel, device, callback,
+                  context);
 }
 
 void OrvexWrapper::CloseSynchronousChannel(int device, int channel)
@@ -229,12 +232,13 @@ void OrvexWrapper::CloseSynchronousChannel(int device, int channel)
 
 int OrvexWrapper::ReadSynchronousPacket(int device, int channel, void *buffer, int size, unsigned int timeout)
 {
-    return callOr(-1, orvexReadSynchronousPacket, device, channel, buffer, size, timeout);
+    return callOr(fallback::orvexReadSynchronousPacket(), orvexReadSynchronousPacket, device, channel, buffer,
+                  size, timeout);
 }
 
 int OrvexWrapper::SetCalibrationMode(int device, unsigned char mode)
 {
-    return callOr(0, orvexSetCalibrationMode, device, mode);
+    return callOr(fallback::orvexSetCalibrationMode(), orvexSetCalibrationMode, device, mode);
 }
 
 void OrvexWrapper::SetCalibrationData(int device, void *data)
@@ -259,7 +263,7 @@ void OrvexWrapper::GetCalibrationPoints(int device, int *columns, int *rows)
 
 int OrvexWrapper::GetHIDCoordinateReportMode(int device)
 {
-    return callOr(0, getHidCoordinateReportMode, device);
+    return callOr(fallback::getHidCoordinateReportMode(), getHidCoordinateReportMode, device);
 }
 
 void OrvexWrapper::SetHIDCoordinateReportMode(int device, unsigned char mode)
@@ -285,17 +289,17 @@ void OrvexWrapper::Unlock()
 
 int OrvexWrapper::SerialConnect(int port)
 {
-    return callOr(0, orvexSerialConnect, port);
+    return callOr(fallback::orvexSerialConnect(), orvexSerialConnect, port);
 }
 
 int OrvexWrapper::SerialDisconnect()
 {
-    return callOr(0, orvexSerialDisconnect);
+    return callOr(fallback::orvexSerialDisconnect(), orvexSerialDisconnect);
 }
 
 int OrvexWrapper::SerialGetConnected(int &port)
 {
-    return callOr(0, orvexSerialGetConnected, &port);
+    return callOr(fallback::orvexSerialGetConnected(), orvexSerialGetConnected, &port);
 }
 
 void OrvexWrapper::SerialSetStartupMode(int mode)
@@ -305,7 +309,7 @@ void OrvexWrapper::SerialSetStartupMode(int mode)
 
 int OrvexWrapper::SerialGetStartupMode()
 {
-    return callOr(0, orvexSerialGetStartupMode);
+    return callOr(fallback::orvexSerialGetStartupMode(), orvexSerialGetStartupMode);
 }
 
 void OrvexWrapper::SetDoubleClickDistance(int device, unsigned short distance)

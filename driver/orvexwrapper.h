@@ -75,7 +75,7 @@ private:
     void lookUpEntryPoints();
 
     void *libraryHandle = nullptr;
-#define DECLARE_POINTER(name, returns, parameters, arguments) returns(*name) parameters = nullptr;
+#define DECLARE_POINTER(name, returns, fallback, parameters, arguments) returns(*name) parameters = nullptr;
     ORVEX_POINTERS(DECLARE_POINTER, DECLARE_POINTER)
 #undef DECLARE_POINTER
 };

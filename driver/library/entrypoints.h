@@ -30,77 +30,79 @@ inline constexpr std::uint32_t deviceInfoKind = 6;
 /// Mask of SetDriverDebugMode() with all bits set.
 inline constexpr unsigned int everyDebugBit = 0xFFFFFFFF;
 
-/// X(name, returns, parameters, arguments), in the order in which the binding keeps its pointers.
+/// X(name, returns, fallback, parameters, arguments), in the order in which the binding keeps its pointers.
+/// The fallback is what the binding returns where the name is missing; 0 where it returns nothing.
 /// UNNAMED: the two operations of the HID coordinate report mode, which have a pointer and no name to look
 /// up.
 #define ORVEX_POINTERS(X, UNNAMED)                                                                           \
-    X(orvexAttach, int, (), ())                                                                              \
-    X(orvexDetach, void, (), ())                                                                             \
-    X(orvexInterface, int, (), ())                                                                           \
-    X(orvexSetCallback, void, (int device, OrvexDataCallback callback, void *context),                       \
+    X(orvexAttach, int, 0, (), ())                                                                           \
+    X(orvexDetach, void, 0, (), ())                                                                          \
+    X(orvexInterface, int, 0, (), ())                                                                        \
+    X(orvexSetCallback, void, 0, (int device, OrvexDataCallback callback, void *context),                    \
       (device, callback, context))                                                                           \
-    X(orvexClearCallback, void, (int device, OrvexDataCallback callback, void *context),                     \
+    X(orvexClearCallback, void, 0, (int device, OrvexDataCallback callback, void *context),                  \
       (device, callback, context))                                                                           \
-    X(orvexSendCommand, int, (int device, const char *command), (device, command))                           \
-    X(orvexWritePacket, int, (int device, const void *data, int length), (device, data, length))             \
-    X(orvexSetXferMask, void, (int device, std::uint8_t mask), (device, mask))                               \
-    X(orvexGetDeviceCount, int, (), ())                                                                      \
-    X(orvexEnumDeviceInfo, std::uint8_t, (int index, _ORVEX_DEVICE_INFO *info), (index, info))               \
-    X(orvexSetPnpCallback, void, (OrvexPnpCallback callback, void *context), (callback, context))            \
-    X(orvexSetPointingDeviceDestination, void,                                                               \
+    X(orvexSendCommand, int, -1, (int device, const char *command), (device, command))                       \
+    X(orvexWritePacket, int, -1, (int device, const void *data, int length), (device, data, length))         \
+    X(orvexSetXferMask, void, 0, (int device, std::uint8_t mask), (device, mask))                            \
+    X(orvexGetDeviceCount, int, 0, (), ())                                                                   \
+    X(orvexEnumDeviceInfo, std::uint8_t, 0, (int index, _ORVEX_DEVICE_INFO *info), (index, info))            \
+    X(orvexSetPnpCallback, void, 0, (OrvexPnpCallback callback, void *context), (callback, context))         \
+    X(orvexSetPointingDeviceDestination, void, 0,                                                            \
       (int device, std::uint8_t pen, std::uint8_t toSystem, std::uint8_t destination),                       \
       (device, pen, toSystem, destination))                                                                  \
-    X(orvexSetPointingDeviceDestinationEx, void,                                                             \
+    X(orvexSetPointingDeviceDestinationEx, void, 0,                                                          \
       (int device, std::uint8_t pen, std::uint8_t toSystem, std::uint8_t destination,                        \
        std::uint8_t extended),                                                                               \
       (device, pen, toSystem, destination, extended))                                                        \
-    X(orvexGetPointingDeviceDestination, int, (int device, std::uint8_t pen, std::uint8_t toSystem),         \
+    X(orvexGetPointingDeviceDestination, int, -1, (int device, std::uint8_t pen, std::uint8_t toSystem),     \
       (device, pen, toSystem))                                                                               \
-    X(orvexSetTouchDestination, void, (int device, std::uint8_t destination), (device, destination))         \
-    X(orvexSetTouchDestinationEx, void, (int device, std::uint8_t destination, std::uint8_t extended),       \
+    X(orvexSetTouchDestination, void, 0, (int device, std::uint8_t destination), (device, destination))      \
+    X(orvexSetTouchDestinationEx, void, 0, (int device, std::uint8_t destination, std::uint8_t extended),    \
       (device, destination, extended))                                                                       \
-    X(orvexGetTouchDestination, int, (int device), (device))                                                 \
-    X(orvexSetTouchEnabled, void, (int device, std::uint8_t enabled), (device, enabled))                     \
-    X(orvexGetTouchEnabled, std::uint8_t, (int device), (device))                                            \
-    X(orvexSetTouchSystemRedirectionEnabled, void, (int device, std::uint8_t enabled), (device, enabled))    \
-    X(orvexGetTouchSystemRedirectionEnabled, std::uint8_t, (int device), (device))                           \
-    X(orvexOpenSynchronousChannel, int, (int device, OrvexDataCallback callback, void *context),             \
+    X(orvexGetTouchDestination, int, -1, (int device), (device))                                             \
+    X(orvexSetTouchEnabled, void, 0, (int device, std::uint8_t enabled), (device, enabled))                  \
+    X(orvexGetTouchEnabled, std::uint8_t, 1, (int device), (device))                                         \
+    X(orvexSetTouchSystemRedirectionEnabled, void, 0, (int device, std::uint8_t enabled), (device, enabled)) \
+    X(orvexGetTouchSystemRedirectionEnabled, std::uint8_t, 1, (int device), (device))                        \
+    X(orvexOpenSynchronousChannel, int, -1, (int device, OrvexDataCallback callback, void *context),         \
       (device, callback, context))                                                                           \
-    X(orvexCloseSynchronousChannel, void, (int device, int channel), (device, channel))                      \
-    X(orvexReadSynchronousPacket, int,                                                                       \
+    X(orvexCloseSynchronousChannel, void, 0, (int device, int channel), (device, channel))                   \
+    X(orvexReadSynchronousPacket, int, -1,                                                                   \
       (int device, int channel, void *buffer, int size, unsigned int timeout),                               \
       (device, channel, buffer, size, timeout))                                                              \
-    X(orvexSetCalibrationMode, int, (int device, std::uint8_t mode), (device, mode))                         \
-    X(orvexSetCalibrationData, void, (int device, void *data), (device, data))                               \
-    X(orvexSetWirelessCalibrationData, void, (int device, void *data), (device, data))                       \
-    X(orvexSetCalibrationDataEx, void, (int device, std::uint8_t set, std::uint8_t kind, void *data),        \
+    X(orvexSetCalibrationMode, int, 0, (int device, std::uint8_t mode), (device, mode))                      \
+    X(orvexSetCalibrationData, void, 0, (int device, void *data), (device, data))                            \
+    X(orvexSetWirelessCalibrationData, void, 0, (int device, void *data), (device, data))                    \
+    X(orvexSetCalibrationDataEx, void, 0, (int device, std::uint8_t set, std::uint8_t kind, void *data),     \
       (device, set, kind, data))                                                                             \
-    X(orvexGetCalibrationPoints, void, (int device, int *columns, int *rows), (device, columns, rows))       \
-    UNNAMED(getHidCoordinateReportMode, int, (int device), (device))                                         \
-    UNNAMED(setHidCoordinateReportMode, void, (int device, std::uint8_t mode), (device, mode))               \
-    X(orvexLibraryVersionNumber, void,                                                                       \
+    X(orvexGetCalibrationPoints, void, 0, (int device, int *columns, int *rows), (device, columns, rows))    \
+    UNNAMED(getHidCoordinateReportMode, int, 0, (int device), (device))                                      \
+    UNNAMED(setHidCoordinateReportMode, void, 0, (int device, std::uint8_t mode), (device, mode))            \
+    X(orvexLibraryVersionNumber, void, 0,                                                                    \
       (unsigned char *major, unsigned char *minor, unsigned int *release, unsigned int *build),              \
       (major, minor, release, build))                                                                        \
-    X(orvexLock, void, (), ())                                                                               \
-    X(orvexUnlock, void, (), ())                                                                             \
-    X(orvexSerialGetConnected, int, (int *port), (port))                                                     \
-    X(orvexSerialConnect, int, (int port), (port))                                                           \
-    X(orvexSerialDisconnect, int, (), ())                                                                    \
-    X(orvexSerialSetStartupMode, void, (int mode), (mode))                                                   \
-    X(orvexSerialGetStartupMode, int, (), ())                                                                \
-    X(orvexSetDoubleClickDistance, void, (int device, std::uint16_t distance), (device, distance))           \
-    X(orvexSetDriverDebugMode, void, (int device, std::uint8_t mode, std::uint32_t mask),                    \
+    X(orvexLock, void, 0, (), ())                                                                            \
+    X(orvexUnlock, void, 0, (), ())                                                                          \
+    X(orvexSerialGetConnected, int, 0, (int *port), (port))                                                  \
+    X(orvexSerialConnect, int, 0, (int port), (port))                                                        \
+    X(orvexSerialDisconnect, int, 0, (), ())                                                                 \
+    X(orvexSerialSetStartupMode, void, 0, (int mode), (mode))                                                \
+    X(orvexSerialGetStartupMode, int, 0, (), ())                                                             \
+    X(orvexSetDoubleClickDistance, void, 0, (int device, std::uint16_t distance), (device, distance))        \
+    X(orvexSetDriverDebugMode, void, 0, (int device, std::uint8_t mode, std::uint32_t mask),                 \
       (device, mode, mask))                                                                                  \
-    X(orvexEcho, void, (int device, std::uint8_t length, const unsigned char *data), (device, length, data)) \
-    X(orvexInject, void, (int device, std::uint8_t length, const unsigned char *data),                       \
+    X(orvexEcho, void, 0, (int device, std::uint8_t length, const unsigned char *data),                      \
       (device, length, data))                                                                                \
-    X(orvexSendTouchPacketToSystem, void, (int device, std::uint8_t length, const unsigned char *data),      \
+    X(orvexInject, void, 0, (int device, std::uint8_t length, const unsigned char *data),                    \
       (device, length, data))                                                                                \
-    X(orvexSetLATEDetection, void, (int device, std::uint8_t mode), (device, mode))                          \
-    X(orvexGetLATEDetection, int, (int device), (device))                                                    \
-    X(orvexIsSomethingOnBoard, int, (int device), (device))                                                  \
-    X(orvexSetTwoFingerScroll, void, (int device, std::uint8_t mode), (device, mode))                        \
-    X(orvexReverseButtons, void, (int device, std::uint8_t reversed), (device, reversed))
+    X(orvexSendTouchPacketToSystem, void, 0, (int device, std::uint8_t length, const unsigned char *data),   \
+      (device, length, data))                                                                                \
+    X(orvexSetLATEDetection, void, 0, (int device, std::uint8_t mode), (device, mode))                       \
+    X(orvexGetLATEDetection, int, -1, (int device), (device))                                                \
+    X(orvexIsSomethingOnBoard, int, 0, (int device), (device))                                               \
+    X(orvexSetTwoFingerScroll, void, 0, (int device, std::uint8_t mode), (device, mode))                     \
+    X(orvexReverseButtons, void, 0, (int device, std::uint8_t reversed), (device, reversed))
 
 /// X(name), in the order in which the names are looked up: 47, each of them on every attach.
 #define ORVEX_LOOKUPS(X)                                                                                     \
@@ -151,3 +153,14 @@ inline constexpr unsigned int everyDebugBit = 0xFFFFFFFF;
     X(orvexIsSomethingOnBoard)                                                                               \
     X(orvexSetTwoFingerScroll)                                                                               \
     X(orvexReverseButtons)
+
+/// What an operation returns without its entry point, such as -1 for fallback::orvexSendCommand().
+namespace fallback {
+#define DEFINE_FALLBACK(name, returns, value, parameters, arguments)                                         \
+    constexpr returns name()                                                                                 \
+    {                                                                                                        \
+        return static_cast<returns>(value);                                                                  \
+    }
+ORVEX_POINTERS(DEFINE_FALLBACK, DEFINE_FALLBACK)
+#undef DEFINE_FALLBACK
+} // namespace fallback

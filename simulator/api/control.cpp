@@ -1,5 +1,7 @@
 #include "boundary.h"
 #include "ctext.h"
+#include "journal.h"
+#include "library.h"
 #include "orvexsim.h"
 #include "scenariofolder.h"
 #include "scenarioreader.h"
@@ -7,15 +9,20 @@
 #include <algorithm>
 #include <iterator>
 
-using namespace boundary;
-
 namespace {
+
+/// What `action(library)` returns, or the fallback when it throws.
+template <typename Result, typename Action>
+Result ask(Result fallback, Action action) noexcept
+{
+    return guarded([=] { return fallback; }, [&]() -> Result { return action(Library::instance()); });
+}
 
 /// 0 when the action is done, -1 when it is not.
 template <typename Action>
 int done(Action action) noexcept
 {
-    return guarded(-1, [&] { return action(Library::instance()) ? 0 : -1; });
+    return ask(-1, [&](Library &library) { return action(library) ? 0 : -1; });
 }
 
 int deliverTo(const std::vector<std::shared_ptr<Board>> &boards, const unsigned char *bytes,
@@ -36,12 +43,14 @@ int deliverOnNewThread(const std::vector<std::shared_ptr<Board>> &boards, const 
     return called;
 }
 
-void put(const Counts &counts, unsigned long long *sent, unsigned long long *delivered)
+/// \return whether there are counts
+bool put(const std::optional<Counts> &counts, unsigned long long *sent, unsigned long long *delivered)
 {
-    if (sent)
-        *sent = counts.sent;
-    if (delivered)
-        *delivered = counts.delivered;
+    if (counts && sent)
+        *sent = counts->sent;
+    if (counts && delivered)
+        *delivered = counts->delivered;
+    return counts.has_value();
 }
 
 std::string titleOf(const std::string &name)
@@ -72,10 +81,9 @@ ORVEXSIM_EXPORT int orvexsim_set_rate(int id, int perSecond)
 
 ORVEXSIM_EXPORT int orvexsim_boards(int *ids, int capacity)
 {
-    return guarded(0, [&] {
-        const std::vector<int> found = Library::instance().ids();
-        const auto count = std::clamp(capacity, 0, static_cast<int>(found.size()));
-        std::copy_n(found.begin(), count, ids);
+    return ask(0, [&](Library &library) {
+        const std::vector<int> found = library.ids();
+        std::copy_n(found.begin(), std::clamp(capacity, 0, static_cast<int>(found.size())), ids);
         return static_cast<int>(found.size());
     });
 }
@@ -87,8 +95,8 @@ ORVEXSIM_EXPORT int orvexsim_send(int id, const unsigned char *bytes, unsigned i
 
 ORVEXSIM_EXPORT int orvexsim_send_on(int thread, int id, const unsigned char *bytes, unsigned int length)
 {
-    return guarded(-1, [&] {
-        const auto boards = Library::instance().boardsWith(id);
+    return ask(-1, [&](Library &library) {
+        const auto boards = library.boardsWith(id);
         if (boards.empty())
             return -1;
         switch (thread) {
@@ -98,7 +106,7 @@ ORVEXSIM_EXPORT int orvexsim_send_on(int thread, int id, const unsigned char *by
             return deliverOnNewThread(boards, bytes, length);
         case ORVEXSIM_BOARDS_THREAD:
             for (const auto &board : boards)
-                board->loopBack(bytes, length);
+                board->send(Report(bytes, bytes + length));
             return 0;
         default:
             return -1;
@@ -108,40 +116,35 @@ ORVEXSIM_EXPORT int orvexsim_send_on(int thread, int id, const unsigned char *by
 
 ORVEXSIM_EXPORT void orvexsim_totals(unsigned long long *sent, unsigned long long *delivered)
 {
-    guarded([&] { put(Library::instance().tally.totals(), sent, delivered); });
+    done([&](Library &library) { return put(library.tally.totals(), sent, delivered); });
 }
 
 ORVEXSIM_EXPORT int orvexsim_counts(int id, unsigned long long *sent, unsigned long long *delivered)
 {
-    return done([&](Library &library) {
-        const auto counts = library.tally.of(id);
-        if (counts)
-            put(*counts, sent, delivered);
-        return counts.has_value();
-    });
+    return done([&](Library &library) { return put(library.tally.of(id), sent, delivered); });
 }
 
 ORVEXSIM_EXPORT int orvexsim_wait_delivered(unsigned long long count, unsigned int timeoutMs)
 {
-    return guarded(0, [&] { return Library::instance().tally.waitDelivered(count, timeoutMs) ? 1 : 0; });
+    return ask(0, [&](Library &library) { return library.tally.waitDelivered(count, timeoutMs) ? 1 : 0; });
 }
 
 ORVEXSIM_EXPORT int orvexsim_scenario_count()
 {
-    return guarded(0, [] { return static_cast<int>(scenariofolder::names().size()); });
+    return ask(0, [](Library &) { return static_cast<int>(scenariofolder::names().size()); });
 }
 
 ORVEXSIM_EXPORT int orvexsim_scenario(int index, char *name, unsigned int nameSize, char *title,
                                       unsigned int titleSize)
 {
-    return guarded(-1, [&] {
+    return done([&](Library &) {
         const auto names = scenariofolder::names();
         if (index < 0 || static_cast<std::size_t>(index) >= names.size())
-            return -1;
+            return false;
         const std::string &found = names[static_cast<std::size_t>(index)];
         copyText(found, name, nameSize);
         copyText(titleOf(found), title, titleSize);
-        return 0;
+        return true;
     });
 }
 
@@ -152,7 +155,7 @@ ORVEXSIM_EXPORT int orvexsim_choose(const char *scenario)
 
 ORVEXSIM_EXPORT int orvexsim_current_scenario(char *buffer, unsigned int size)
 {
-    return guarded(0, [&] { return copyText(Library::instance().currentScenario(), buffer, size); });
+    return ask(0, [&](Library &library) { return copyText(library.currentScenario(), buffer, size); });
 }
 
 ORVEXSIM_EXPORT const char *orvexsim_fault(int index)
@@ -169,8 +172,8 @@ ORVEXSIM_EXPORT const char *orvexsim_fault_text(const char *fault)
 
 ORVEXSIM_EXPORT int orvexsim_fault_is_on(const char *fault)
 {
-    return guarded(-1, [&] {
-        const std::optional<bool> on = Library::instance().isOn(fault ? fault : "");
+    return ask(-1, [&](Library &library) {
+        const std::optional<bool> on = library.isOn(fault ? fault : "");
         return on ? static_cast<int>(*on) : -1;
     });
 }
@@ -182,30 +185,22 @@ ORVEXSIM_EXPORT int orvexsim_trigger(const char *fault)
 
 ORVEXSIM_EXPORT int orvexsim_last_error(char *buffer, unsigned int size)
 {
-    return guarded(0, [&] { return copyText(Library::instance().lastError(), buffer, size); });
+    return ask(0, [&](Library &library) { return copyText(library.lastError(), buffer, size); });
 }
 
 ORVEXSIM_EXPORT unsigned long long orvexsim_journal_length()
 {
-    return guarded(0ULL, []() -> unsigned long long { return Library::instance().journal.length(); });
+    return ask(0ULL, [](Library &) { return Journal::instance().length(); });
 }
 
 ORVEXSIM_EXPORT int orvexsim_journal(unsigned long long from, OrvexsimCall *calls, int capacity)
 {
-    return guarded(0, [&] { return Library::instance().journal.read(from, calls, capacity); });
+    return ask(0, [&](Library &) { return Journal::instance().read(from, calls, capacity); });
 }
 
-ORVEXSIM_EXPORT int orvexsim_calibration(int id, int sort, unsigned char *bytes)
+ORVEXSIM_EXPORT int orvexsim_calibration(int, int, unsigned char *)
 {
-    return askBoard(id, -1, [&](Board &board) {
-        return board.withSettings([&](const Settings &settings) {
-            const auto match = settings.calibrations.find(sort);
-            if (match == settings.calibrations.end())
-                return -1;
-            std::copy(match->second.begin(), match->second.end(), bytes);
-            return static_cast<int>(match->second.size());
-        });
-    });
+    return -1;
 }
 
 } // extern "C"

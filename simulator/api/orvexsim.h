@@ -56,8 +56,8 @@ enum
 int orvexsim_send_on(int thread, int id, const unsigned char *bytes, unsigned int length);
 
 /// How many reports were sent since the library was loaded, and how many callbacks returned from one: with
-/// two callbacks a report that was sent is delivered twice, with a transfer mask of 0 not at all. A board's
-/// counts outlive it. Either pointer may be null.
+/// two callbacks a report that was sent is delivered twice. A board's counts outlive it. Either pointer may
+/// be null.
 void orvexsim_totals(unsigned long long *sent, unsigned long long *delivered);
 
 /// The same for the boards with one id, those that are gone included.
@@ -128,18 +128,7 @@ unsigned long long orvexsim_journal_length(void);
 /// \return how many were written, 0 to `capacity`
 int orvexsim_journal(unsigned long long from, struct OrvexsimCall *calls, int capacity);
 
-// What the driver was told.
-
-enum
-{
-    ORVEXSIM_CALIBRATION = 0,          ///< of orvexSetCalibrationData
-    ORVEXSIM_WIRELESS_CALIBRATION = 1, ///< of orvexSetWirelessCalibrationData
-    ORVEXSIM_CALIBRATION_EX = 2,       ///< of orvexSetCalibrationDataEx, the last set and kind
-};
-
-/// Calibration data as the first board with this id was given it: 4 by 3 points of two 32-bit numbers.
-/// \param bytes room for 96 bytes
-/// \return 96, or -1 when it was given none, or there is no such board
+/// \return -1: no board keeps calibration data
 int orvexsim_calibration(int id, int sort, unsigned char *bytes);
 
 #ifdef __cplusplus

@@ -30,7 +30,6 @@ public:
 
     /// Whether next() may be called: a board that is stopped only answers.
     bool active() const { return stream.streaming() || stream.answering(); }
-    bool somethingOnBoard() const { return stream.somethingOnBoard(); }
 
 private:
     struct Burst

@@ -130,9 +130,7 @@ Kind Stream::nextKind()
 
 Measurement Stream::measure()
 {
-    const Measurement now = sensor.measure(std::chrono::duration<double>(clock).count());
-    penOnBoard = now.pen.touches;
-    return now;
+    return sensor.measure(std::chrono::duration<double>(clock).count());
 }
 
 void Stream::command(std::string_view bytes)

@@ -37,8 +37,6 @@ public:
     void skip(std::chrono::nanoseconds time) { clock += time; }
     std::chrono::nanoseconds time() const { return clock; }
     bool streaming() const { return firmware.switches().streaming; }
-    /// Whether the pen of the last report touched the board.
-    bool somethingOnBoard() const { return penOnBoard; }
 
 private:
     using Time = std::chrono::nanoseconds;
@@ -65,5 +63,4 @@ private:
     Time nextStatus{0};
     Time nextVoltage{0};
     Time nextUnknown{0};
-    bool penOnBoard = false;
 };

@@ -8,21 +8,6 @@ namespace {
 
 constexpr auto greatestDelay = 250ms;
 
-/// The bits of the transfer mask; what none of them stands for belongs to the last.
-constexpr unsigned char maskedTypes[] = {
-    reports::SignalReport,   reports::PhaseReport, reports::PenIdentityReport, reports::DualPenReport,
-    reports::PositionReport, reports::TextReport,  reports::TextOrAdcReport};
-constexpr unsigned otherTypesBit = 7;
-
-unsigned maskBitOf(const Report &report)
-{
-    for (unsigned bit = 0; bit < otherTypesBit; ++bit) {
-        if (report.size() > 1 && report[1] == maskedTypes[bit])
-            return bit;
-    }
-    return otherTypesBit;
-}
-
 } // namespace
 
 Board::Board(const BoardPlan &plan, Tally &tally_, Vanish vanish_)
@@ -47,7 +32,6 @@ std::thread Board::stop()
         ended.swap(thread);
     }
     wake.notify_all();
-    channels.closeAll();
     listeners.removeAll();
     return ended;
 }
@@ -68,52 +52,13 @@ void Board::removeListener(Listeners::Function function, void *context)
     listeners.remove(function, context);
 }
 
-int Board::openChannel(OrvexDataCallback callback, void *context)
-{
-    int number = 0;
-    {
-        const std::lock_guard lock(mutex);
-        number = channels.open(callback, context);
-    }
-    wake.notify_all();
-    return number;
-}
-
-int Board::readChannel(int number, unsigned char *buffer, std::size_t size, unsigned int timeoutMs)
-{
-    return channels.read(number, buffer, size, timeoutMs);
-}
-
-void Board::call(Listeners::Function function, void *context, const unsigned char *bytes, unsigned int length)
-{
-    reinterpret_cast<OrvexDataCallback>(function)(id_, bytes, length, context);
-    tally.delivered(id_);
-}
-
 int Board::deliver(const unsigned char *bytes, unsigned int length)
 {
     tally.sent(id_);
-    return listeners.call(
-        [&](Listeners::Function function, void *context) { call(function, context, bytes, length); });
-}
-
-void Board::send(const Report &report)
-{
-    if (!passesMask(report)) {
-        tally.sent(id_);
-        return;
-    }
-    const auto length = static_cast<unsigned int>(report.size());
-    deliver(report.data(), length);
-    channels.put(report, [&](Listeners::Function function, void *context) {
-        call(function, context, report.data(), length);
+    return listeners.call([&](Listeners::Function function, void *context) {
+        reinterpret_cast<OrvexDataCallback>(function)(id_, bytes, length, context);
+        tally.delivered(id_);
     });
-}
-
-bool Board::passesMask(const Report &report)
-{
-    const unsigned mask = withSettings([](const Settings &now) -> unsigned { return now.xferMask; });
-    return (mask >> maskBitOf(report) & 1U) != 0;
 }
 
 void Board::command(std::string_view text)
@@ -121,9 +66,9 @@ void Board::command(std::string_view text)
     post(std::string(text));
 }
 
-void Board::loopBack(const unsigned char *bytes, std::size_t length)
+void Board::send(Report report)
 {
-    post(Report(bytes, bytes + length));
+    post(std::move(report));
 }
 
 void Board::happen(const BoardEvent &event)
@@ -165,7 +110,7 @@ void Board::step(std::unique_lock<std::mutex> &lock)
         lock.lock();
         return;
     }
-    if (!script.active() || !heard()) {
+    if (!script.active() || listeners.empty()) {
         listening = false;
         wake.wait(lock);
         return;
@@ -189,7 +134,7 @@ void Board::handle(const Message &message)
     if (const auto *text = std::get_if<std::string>(&message)) {
         script.command(*text);
     } else if (const auto *report = std::get_if<Report>(&message)) {
-        send(*report);
+        deliver(*report);
     } else {
         script.add(std::get<BoardEvent>(message));
     }
@@ -199,9 +144,8 @@ void Board::handle(const Message &message)
 std::chrono::nanoseconds Board::sendNext()
 {
     const Script::Step step = script.next();
-    penOnBoard = script.somethingOnBoard();
     if (step.report)
-        send(*step.report);
+        deliver(*step.report);
     if (step.vanishes)
         vanish(*this);
     return step.wait;

@@ -1,12 +1,10 @@
 #pragma once
 
-#include "channels.h"
+#include "entrypoints.h"
 #include "listeners.h"
 #include "script.h"
-#include "settings.h"
 #include "tally.h"
 
-#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <deque>
@@ -21,7 +19,7 @@
 /// One attached board with its thread. All functions may be called on any thread.
 ///
 /// The thread alone touches the script: commands wait in `inbox` until it takes them. It sends as long as
-/// somebody listens or has a channel open; otherwise time stands still for the board. A board that is kept
+/// somebody listens; otherwise time stands still for the board. A board that is kept
 /// waiting by its listeners catches up, unless it is late by more than a quarter of a second: then its time
 /// stretches.
 class Board : public std::enable_shared_from_this<Board>
@@ -33,7 +31,7 @@ public:
     Board(const BoardPlan &plan, Tally &tally, Vanish vanish);
 
     void start();
-    /// Tells the thread to end and forgets all listeners and channels.
+    /// Tells the thread to end and forgets all listeners.
     /// \return the thread, which the caller joins or keeps; it holds the board until it has ended
     std::thread stop();
 
@@ -41,52 +39,33 @@ public:
 
     void addListener(Listeners::Function function, void *context);
     void removeListener(Listeners::Function function, void *context);
-    /// \return the channel's number, or -1 when the board is gone
-    int openChannel(OrvexDataCallback callback, void *context);
-    void closeChannel(int number) { channels.close(number); }
-    int readChannel(int number, unsigned char *buffer, std::size_t size, unsigned int timeoutMs);
-    /// Hands a report to the listeners on the calling thread, whatever the transfer mask.
+    /// Hands a report to the listeners on the calling thread.
     /// \return how many there were
     int deliver(const unsigned char *bytes, unsigned int length);
 
     /// Queues command text for the board; empty text when another board is about to answer.
     void command(std::string_view text);
-    /// Queues bytes that come back as a report.
-    void loopBack(const unsigned char *bytes, std::size_t length);
+    /// Queues a report, which the board's thread delivers.
+    void send(Report report);
     /// Queues something that happens to the board; its time counts from when it is taken.
     void happen(const BoardEvent &event);
-
-    bool somethingOnBoard() const { return penOnBoard; }
-
-    /// `use(Settings &)` under the lock of the settings.
-    template <typename Use>
-    auto withSettings(Use use)
-    {
-        const std::lock_guard lock(settingsMutex);
-        return use(settings);
-    }
 
 private:
     using Clock = std::chrono::steady_clock;
     using Message = std::variant<std::string, Report, BoardEvent>; // a command, a report, an event
 
     void post(Message message);
-    bool heard() const { return !listeners.empty() || channels.anyOpen(); }
     void run();
     void step(std::unique_lock<std::mutex> &lock);
     void handle(const Message &message);
     std::chrono::nanoseconds sendNext();
-    void send(const Report &report);
-    bool passesMask(const Report &report);
-    void call(Listeners::Function function, void *context, const unsigned char *bytes, unsigned int length);
+    void deliver(const Report &report) { deliver(report.data(), static_cast<unsigned int>(report.size())); }
 
     const int id_;
     Tally &tally;
     const Vanish vanish;
     Listeners listeners;
-    Channels channels;
-    Script script;                       ///< of the thread alone
-    std::atomic<bool> penOnBoard{false}; ///< published by the thread
+    Script script; ///< of the thread alone
 
     std::mutex mutex; ///< of everything from here to `thread`
     std::condition_variable wake;
@@ -95,7 +74,4 @@ private:
     bool listening = false; ///< the deadline counts
     bool stopping = false;
     std::thread thread;
-
-    std::mutex settingsMutex;
-    Settings settings;
 };

@@ -1,15 +1,12 @@
 #pragma once
 
 #include "board.h"
-#include "callerlock.h"
 #include "faults.h"
-#include "journal.h"
 #include "notices.h"
 #include "scenario.h"
 #include "tally.h"
 #include "timeline.h"
 
-#include <atomic>
 #include <condition_variable>
 #include <memory>
 #include <mutex>
@@ -44,11 +41,6 @@ public:
     bool plug(int id);
     bool unplug(int id);
     bool setRate(int id, int perSecond);
-    /// Connects the board at a serial port, 0 to 255.
-    bool connectSerial(int port);
-    bool disconnectSerial();
-    /// -1 while none is connected.
-    int connectedSerial() const;
 
     /// What the entry points say of the boards, lies included.
     int reportedCount() const;
@@ -70,9 +62,6 @@ public:
     std::string lastError() const;
 
     Tally tally;
-    Journal journal;
-    CallerLock callerLock;
-    std::atomic<int> serialStartupMode{0};
 
 private:
     struct Socket
@@ -117,7 +106,6 @@ private:
     std::string scenarioName;
     std::string error;
     std::vector<Socket> sockets; ///< what is plugged in
-    int serialPort = -1;
     StandingFaults standing;
     std::shared_ptr<Notices> currentNotices;
     std::shared_ptr<Timeline> timeline; ///< there with `currentNotices`

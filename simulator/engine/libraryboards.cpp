@@ -5,13 +5,6 @@
 
 // Which boards are plugged in.
 
-namespace {
-
-constexpr int firstSerialBoard = 5000;
-constexpr int highestSerialPort = 255;
-
-} // namespace
-
 std::vector<int> Library::ids() const
 {
     const std::lock_guard lock(mutex);
@@ -117,29 +110,4 @@ bool Library::setRate(int id, int perSecond)
             socket.board->happen({{}, BoardEvent::What::Rate, perSecond});
     }
     return found;
-}
-
-bool Library::connectSerial(int port)
-{
-    const std::lock_guard lock(mutex);
-    if (port < 0 || port > highestSerialPort || serialPort >= 0 || !plugLocked(firstSerialBoard + port))
-        return false;
-    serialPort = port;
-    return true;
-}
-
-bool Library::disconnectSerial()
-{
-    int port = -1;
-    {
-        const std::lock_guard lock(mutex);
-        std::swap(port, serialPort);
-    }
-    return port >= 0 && (unplug(firstSerialBoard + port), true);
-}
-
-int Library::connectedSerial() const
-{
-    const std::lock_guard lock(mutex);
-    return serialPort;
 }

@@ -74,7 +74,6 @@ bool Library::choose(const std::string &nameOrPath)
         scenarioName = nameOrPath;
         usePlaces();
         standing = {};
-        serialPort = -1;
         if (currentNotices) {
             power();
             currentNotices->post();

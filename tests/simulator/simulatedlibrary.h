@@ -45,8 +45,8 @@ public:
     void unload();
     static bool isLoaded();
 
-#define DECLARE_POINTER(name, returns, parameters, arguments) returns(*name) parameters = nullptr;
-#define NO_POINTER(name, returns, parameters, arguments)
+#define DECLARE_POINTER(name, returns, value, parameters, arguments) returns(*name) parameters = nullptr;
+#define NO_POINTER(name, returns, value, parameters, arguments)
     ORVEX_POINTERS(DECLARE_POINTER, NO_POINTER)
 #undef NO_POINTER
 #undef DECLARE_POINTER

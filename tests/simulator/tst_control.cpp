@@ -21,7 +21,6 @@ private slots:
     void theJournalReadsFromANumberOn();
     void textsAreCutToTheBuffer();
     void totalRateIsLimited();
-    void calibrationDataIsKept();
 };
 
 namespace {
@@ -173,7 +172,7 @@ void tst_control::theJournalNamesCallsAndArguments()
         "orvexSendCommand(-1, \"a\\\"\\\\\\x07\")",
         "orvexSendCommand(1001, null)",
         "orvexSetDriverDebugMode(1001, 1, 4294967295)",
-        "orvexEcho(1001, 01ab)",
+        "orvexEcho(1001, 2, pointer)",
         "orvexSetTouchDestination(1001, 3)",
         "orvexReadSynchronousPacket(1001, 1, null, 4, 0)",
         "orvexDetach()",
@@ -234,32 +233,6 @@ void tst_control::totalRateIsLimited()
     QCOMPARE(library.plug(4), -1);
     QCOMPARE(library.setRate(2, 9800), 0);
     QCOMPARE(library.plug(4), 0);
-}
-
-void tst_control::calibrationDataIsKept()
-{
-    SimulatedLibrary library;
-    library.plug(2);
-    library.orvexAttach();
-    unsigned char given[96];
-    for (int i = 0; i < 96; ++i)
-        given[i] = static_cast<unsigned char>(i + 1);
-    unsigned char kept[96] = {};
-    QCOMPARE(library.calibration(1001, ORVEXSIM_CALIBRATION, kept), -1);
-    library.orvexSetCalibrationData(1001, given);
-    given[0] = 200;
-    library.orvexSetWirelessCalibrationData(1001, given);
-    given[0] = 201;
-    library.orvexSetCalibrationDataEx(1001, 1, 2, given);
-    library.orvexSetCalibrationData(1001, nullptr);
-    QCOMPARE(library.calibration(1001, ORVEXSIM_CALIBRATION, kept), 96);
-    QCOMPARE(static_cast<int>(kept[0]), 1);
-    QCOMPARE(static_cast<int>(kept[95]), 96);
-    library.calibration(1001, ORVEXSIM_WIRELESS_CALIBRATION, kept);
-    QCOMPARE(static_cast<int>(kept[0]), 200);
-    library.calibration(1001, ORVEXSIM_CALIBRATION_EX, kept);
-    QCOMPARE(static_cast<int>(kept[0]), 201);
-    QCOMPARE(library.calibration(2, ORVEXSIM_CALIBRATION, kept), -1);
 }
 
 QTEST_APPLESS_MAIN(tst_control)
