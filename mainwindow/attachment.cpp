@@ -15,8 +15,9 @@ constexpr unsigned char quietDebugMode = 1;
 
 } // namespace
 
-// The library may run the event loop in any call, and so have the window closed there: after each call of an
-// attach the binding may be gone. An attach that is asked for inside an attach or a detach follows it.
+// Reentrancy: the library may run the event loop in any call, and the window may be closed there. So after
+// each call of an attach the binding may be gone. An attach requested inside an attach or a detach is
+// deferred until that has ended.
 
 void qorvexgraph::AttachHardware()
 {
@@ -33,7 +34,7 @@ void qorvexgraph::attach()
         return;
     }
     const QScopedValueRollback<bool> mark(isAttaching, true);
-    // On purpose at every attach, so connections accumulate: the extra deliveries find an empty queue.
+    // At every attach, on purpose. Connections accumulate; the extra calls find an empty queue.
     connect(this, SIGNAL(DataReceived()), this, SLOT(OnDataReceived()));
     if (hardware)
         hardware->Attach();
@@ -46,7 +47,7 @@ void qorvexgraph::attach()
 
 void qorvexgraph::attachLater()
 {
-    // Not at once: a library that notifies of every attach must leave time for everything else.
+    // Deferred by a timer: a library that notifies of every attach must not starve the event loop.
     attachTimer.start(1, this);
 }
 
@@ -68,7 +69,7 @@ void qorvexgraph::openLibrary()
 {
     ignoresNotifications = false;
     paused = false;
-    // Kept when the library can't be loaded, too: every operation then falls back.
+    // Kept even if the library can't be loaded: every operation then returns its fallback.
     auto *wrapper = new OrvexWrapper;
     wrapper->Attach();
     if (paused) { // detached from within

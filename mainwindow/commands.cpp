@@ -15,8 +15,8 @@ constexpr unsigned char typedCommandDebugMode = 4;
 void qorvexgraph::TypedCommand()
 {
     const QString command = commandLine->displayText() + QLatin1Char('\r');
-    // Typed while the library is being opened, it is sent after the attach that follows, and so are those
-    // behind it.
+    // A command typed while the library is being opened waits for the attach that follows, and so do the
+    // commands after it.
     const bool waits = (isAttaching && !hardware) || !waitingCommands.isEmpty();
     if (waits) {
         waitingCommands += command;

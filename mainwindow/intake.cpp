@@ -15,8 +15,8 @@
 
 namespace {
 
-// A command that the library answers on the caller's own thread leads from one view's Display() into the
-// next. At the max depth the rest waits until all of them have returned.
+// Reentrancy: the library may answer a command on the caller's own thread, so that one dispatch runs inside
+// another. At the max depth the remaining packets wait until all dispatches have returned.
 constexpr int maxDispatchDepth = 4;
 
 QByteArray copyOf(const unsigned char *data, unsigned int length)
@@ -64,7 +64,7 @@ void qorvexgraph::DataCallback(int device, const unsigned char *data, unsigned i
     if (limit == reports::RateLimit::Limited && ratelimiter::comesTooSoon(window->rateLimitMs()))
         return;
     _DataPacket *packet = newPacket(device, data, length);
-    // Once queued the packet belongs to the GUI thread and may be gone.
+    // Once queued, the packet is owned by the GUI thread and may be deleted.
     const QTime arrival = packet->time;
     window->enqueue(packet);
     if (limit != reports::RateLimit::None)

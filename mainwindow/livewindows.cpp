@@ -13,7 +13,7 @@ struct Entry
     const void *window;
     Entry *next;
     std::thread::id guiThread;
-    int users = 1; ///< the list, and each callback in progress on another thread; the last one deletes this
+    int users = 1; ///< the list and each callback in progress on another thread; the last one deletes this
     std::condition_variable userLeft{};
 };
 

@@ -11,7 +11,7 @@ namespace livewindows {
 
 struct Entry;
 
-/// Lists a window; waits for no callback. On the thread that will remove it, the GUI thread.
+/// Adds a window to the list. Waits for no callback. GUI thread, the one that will remove it.
 void add(const qorvexgraph *window);
 
 /// Takes a window off the list and waits for its callbacks in progress on other threads. Does nothing for a

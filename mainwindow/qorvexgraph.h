@@ -37,14 +37,14 @@ public:
     /// Sends a text as it stands to the first board; does nothing without a board or while detached.
     void SendCommand(const char *command) override;
 
-    /// Store that the views share for their own settings.
+    /// Settings store that the views share.
     QSettings *settingsStore() override { return &settings; }
 
-    /// Takes one report on a thread of the driver library.
+    /// Data callback: queues one report. Runs on threads of the driver library.
     /// \param data `length` bytes, or null for none
     /// \param context the qorvexgraph
     static void DataCallback(int device, const unsigned char *data, unsigned int length, void *context);
-    /// Hears on a thread of the driver library that boards came or went.
+    /// Hot-plug callback. Runs on threads of the driver library.
     /// \param context the qorvexgraph
     static void pnp(void *context);
 
@@ -58,7 +58,7 @@ public slots:
     void AttachHardware();
     /// Sends the line just typed, with a carriage return, to the first board; attaches first if need be.
     void TypedCommand();
-    /// Hands the packets queued so far to the view on the current tab.
+    /// Dispatches the packets queued so far to the view on the current tab.
     void OnDataReceived();
     /// Shows the number of boards, and whether the tool is paused, in the status line.
     void ShowDevices();
@@ -86,7 +86,7 @@ private:
     bool isPaused() const;
     int rateLimitMs() const;
 
-    int displayThreshold = 50; ///< milliseconds; that of the view that got the last packet
+    int displayThreshold = 50; ///< milliseconds; that of the view that was given the last packet
     std::deque<_DataPacket *> packetQueue;
     QMutex queueMutex; ///< guards packetQueue
     bool paused = true;
@@ -101,8 +101,8 @@ private:
     bool ignoresNotifications = false; ///< from a detach until the next binding is created
     bool isAttaching = false;
     bool isDetaching = false;
-    QBasicTimer attachTimer;     ///< active while an attach waits for the one, or the detach, in progress
+    QBasicTimer attachTimer;     ///< runs while an attach is deferred by one, or by a detach, in progress
     QStringList waitingCommands; ///< typed while the library was being opened
     int dispatchDepth = 0;
-    QBasicTimer dispatchTimer; ///< active while packets wait for all dispatches to return
+    QBasicTimer dispatchTimer; ///< runs while packets wait for all dispatches to return
 };

@@ -2,17 +2,17 @@
 
 #include <QTime>
 
-/// Lets through at most one report in a time, with one clock for the whole process.
+/// Rate limit: at most one report passes per interval, by one clock for the whole process.
 ///
-/// Called by the driver's threads without a lock, on purpose: a stale value keeps or drops one report more.
+/// Called on the driver's threads without a lock, on purpose: a stale value keeps or drops one report more.
 namespace ratelimiter {
 
-/// Whether a report that arrives now comes too soon after the one that last restarted the clock. Before the
-/// first restart every report does.
-/// \param thresholdMs shortest time between two reports, exclusive
+/// Whether a report that arrives now comes too soon after the one that last restarted the clock. Always true
+/// before the first restart.
+/// \param thresholdMs a report that comes exactly this long after the last one still comes too soon
 bool comesTooSoon(int thresholdMs);
 
-/// Restarts the clock with a report that was kept.
+/// Restarts the clock when a report is kept.
 void restart(QTime keptTime);
 
 } // namespace ratelimiter

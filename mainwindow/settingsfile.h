@@ -4,8 +4,8 @@ class QSettings;
 
 /// Reads all settings once, so that a file that Qt can't decode shows here and not while the window is used.
 ///
-/// A value that promises more entries than there is memory for makes Qt throw std::bad_alloc. Such a file is
-/// renamed to end in ".damaged-1" or a higher number, and the settings start empty; one that is shared with
-/// other programs is left alone and not read. Does nothing about a file in a folder that can't be written,
-/// nor about values that are nested so deeply that Qt exhausts the stack. Silent. GUI thread.
+/// A value that announces more entries than there is memory for makes Qt throw std::bad_alloc. Such a file is
+/// renamed to end in ".damaged-1" or a higher number, and the settings start empty. A file that is shared
+/// with other programs is not renamed and not read. Not handled: a file in a folder that can't be written,
+/// and values nested so deeply that Qt exhausts the stack. Silent. GUI thread.
 void setAsideDamagedFile(QSettings &settings);

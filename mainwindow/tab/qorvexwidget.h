@@ -16,14 +16,14 @@ public:
     /// Built without a Qt parent: the tab widget adopts the view.
     explicit qorvexwidget(TabWindow *window);
 
-    /// Shows one packet, which stays the caller's.
+    /// Shows one packet. The caller keeps ownership.
     virtual void Display(_DataPacket *packet) = 0;
 
     /// Called on the current tab before a typed command is sent. Does nothing unless a view overrides it.
     /// \param command with its carriage return
     virtual void CommandTyped(const QString &command);
 
-    /// Shortest time between two rate-limited reports while this view is shown, in milliseconds.
+    /// Rate limit while this view is shown: milliseconds that must pass between two rate-limited reports.
     int displayThresholdMs() const { return displayThreshold; }
 
 protected:

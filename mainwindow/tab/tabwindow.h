@@ -9,7 +9,7 @@ public:
     /// Sends a text as it stands to the first board; does nothing without a board or while detached.
     virtual void SendCommand(const char *command) = 0;
 
-    /// Store of the tab's own settings; lives as long as the window.
+    /// Settings store, owned by the window.
     virtual QSettings *settingsStore() = 0;
 
 protected:
