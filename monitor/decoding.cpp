@@ -5,7 +5,7 @@
 
 namespace {
 
-/// Stands in for the packet before the first one. Never freed, by design.
+/// The previous packet of the first one. Never freed, by design.
 _DataPacket *newDummyPacket()
 {
     auto *packet = new _DataPacket;

@@ -106,7 +106,7 @@ monitor::monitor(TabWindow *window)
     pacer->addWidget(lastRowLabel);
     setLayout(column);
     connect(&pendingTextTimer, SIGNAL(timeout()), this, SLOT(OnTimerAddRest()));
-    // Only now are the controls children of this view, and found by their names.
+    // Finds the slider by its name, so only after setLayout() has made it a child of this view.
     QMetaObject::connectSlotsByName(this);
 }
 
@@ -134,7 +134,7 @@ void monitor::applyStoredFont(QFontComboBox *fontBox, QComboBox *sizeBox)
 {
     const QString family = settings->value(QLatin1String(fontKey), QLatin1String("Courier")).toString();
     const QString size = settings->value(QLatin1String(fontSizeKey), QLatin1String("10")).toString();
-    // Pixels here and points in the boxes: both are set, and Qt settles which holds.
+    // Pixels here, points in the boxes, by design. Qt decides which applies.
     setStyleSheet(QString::fromLatin1("QTreeView {color: white; background-color: black; font-size: %1px; "
                                       "font-family: \"%2\";}")
                       .arg(size, family));

@@ -46,7 +46,7 @@ public:
     void saveSettings();
 
 public slots:
-    /// Shows the text that the board left without a line end.
+    /// Shows pending text that the board left without a line end.
     void OnTimerAddRest();
     /// Takes over the family and keeps the size.
     void OnChangedFont(const QFont &font);
@@ -77,6 +77,6 @@ private:
     QList<QString> reservedTexts;   ///< read and written by nothing
     QList<QString> reservedNames;   ///< read and written by nothing
     bool logEnabled = false;
-    SteadyLayout *column = nullptr; ///< of the whole tab
-    FramePacer *pacer = nullptr;    ///< of what a row changes
+    SteadyLayout *column = nullptr; ///< layout of the whole tab
+    FramePacer *pacer = nullptr;    ///< coalesces the repaints that rows request
 };

@@ -34,14 +34,14 @@ void monitor::AddData(const QString &first, const QString &second)
         treeView->resizeColumnToContents(0);
     if (logEnabled)
         appendToDayLog(first, second);
-    // Emptied in one step rather than trimmed row by row.
+    // Emptied in one step rather than trimmed row by row, by design.
     if (row > lastRowKept)
         model->removeRows(0, row);
 }
 
 void monitor::showLastRow(const QString &text)
 {
-    // One line of plain text is as high as another, and the label's width asks for nothing.
+    // Lines of plain text have the same height, and the label's width is ignored: no new layout is needed.
     column->setSteady(RowDelegate::isPlain(shownPart(text)) &&
                       RowDelegate::isPlain(shownPart(lastRowLabel->text())));
     const UpdateBlocker blocker(*pacer);

@@ -41,9 +41,9 @@ Row rawRow(const Bytes &bytes);
 /// can print it, otherwise a dot.
 void appendPrintable(std::string &text, unsigned char byte);
 
-/// A line that ends this soon after the packet before it is dropped, and so are those before it.
+/// A line is shown only if its end comes more than this long after the packet before it.
 inline constexpr int lineGapMs = 30;
-/// Text without a line end is shown when nothing has followed for so long.
+/// Text without a line end is shown after this long without more text.
 inline constexpr int lineFlushDelayMs = 300;
 
 } // namespace reports

@@ -58,7 +58,7 @@ struct Field
     Width width;
     Sign sign;
     ByteOrder order = LittleEndian;
-    std::uint32_t mask = 0xFFFFFFFF; ///< the bits of the value that count
+    std::uint32_t mask = 0xFFFFFFFF; ///< bits of the value that are used
     const ValueNames *names = nullptr;
     const Scale *scale = nullptr;
 };

@@ -24,8 +24,8 @@ enum Type : std::uint8_t
 
 enum class RateLimit : std::uint8_t
 {
-    Limited,  ///< dropped when it comes too soon after a report that restarted the clock; restarts it when
-              ///< kept
+    Limited,  ///< dropped when it comes too soon after a report that restarted the clock; otherwise kept
+              ///< and restarts it
     Restarts, ///< always kept; restarts the clock
     None,     ///< always kept; leaves the clock alone
 };
@@ -50,7 +50,7 @@ inline constexpr TypeRule typeRules[] = {
     {PositionReport, "PositionReport", RateLimit::Limited, false},
 };
 
-/// Called only while the compiler looks up a field that does not exist, and so makes it an error.
+/// Not constexpr, so that looking up a missing field in a constant expression is a compile error.
 [[noreturn]] void noSuchField();
 
 /// One kind of report with fields, in the order of their bytes.

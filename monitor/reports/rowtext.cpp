@@ -9,7 +9,7 @@ namespace {
 
 std::string_view quantity(char (&digits)[32], double value)
 {
-    // Never in the digits and points of a locale.
+    // Independent of the locale, unlike printf's %g.
     const std::to_chars_result result =
         std::to_chars(std::begin(digits), std::end(digits), value, std::chars_format::general, 4);
     return {digits, static_cast<std::size_t>(result.ptr - digits)};

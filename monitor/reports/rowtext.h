@@ -11,11 +11,11 @@ namespace reports {
 /// Turns an English name of a value into the reader's language, in UTF-8.
 using Translate = std::string (*)(const char *english);
 
-/// Called only while the compiler evaluates a row text that is wrong, and so makes it an error.
+/// Not constexpr, so that a wrong row text in a constant expression is a compile error.
 void rowTextIsWrong();
 
-/// One text of a row: literal text, and fields by name with the width to which their values are padded
-/// with blanks on the left. A value that is wider is never cut. Checked by the compiler.
+/// One text of a row: literal text, and fields by name with the min width to which their values are padded
+/// with blanks on the left. Checked at compile time.
 /// \code
 /// RowText("Raw 0: {raw0:5}   60: {raw60:5}", fields) // "Raw 0:   -12   60:  1034"
 /// \endcode

@@ -11,7 +11,7 @@ constexpr QChar ellipsis(0x2026);
 QSize sizeOf(const QLabel *label, const QString &text)
 {
     constexpr int farAway = 1 << 20;
-    // Centred, half a pixel would make it one higher.
+    // Vertical centring would round half a pixel up.
     const int alignment = int(label->alignment() & Qt::AlignHorizontal_Mask);
     const QRect bounds = label->fontMetrics().boundingRect(QRect(0, 0, farAway, farAway), alignment, text);
     const int edge = 2 * (label->margin() + label->frameWidth());

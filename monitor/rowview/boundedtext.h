@@ -5,10 +5,10 @@
 // A board that sends text without line ends makes rows of a million characters. They are kept whole; laying
 // them out would stall the GUI thread for a second each, so only their beginning is measured and painted.
 
-/// The part of a text that is shown: all of it up to 8192 characters, otherwise so many and an ellipsis.
+/// The part of a text that is shown: all of it, or the first 8192 characters and an ellipsis.
 QString shownPart(const QString &text);
 
-/// Shows plain text on one line. text() is whole.
+/// Shows the beginning of plain text on one line. text() returns all of it.
 class BoundedLabel : public QLabel
 {
     // Without Q_OBJECT: to style sheets it is a QLabel.

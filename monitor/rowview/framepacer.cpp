@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr int frameMs = 16; ///< of a screen with 60 pictures a second
+constexpr int frameMs = 16; ///< a frame at 60 Hz
 
 } // namespace
 
@@ -26,7 +26,7 @@ void FramePacer::pace()
         frameEnd.start(frameMs - static_cast<int>(ms), Qt::PreciseTimer, this);
 }
 
-/// Asked for anew each time, since a host may replace header and scroll bars.
+/// Looked up each time, since a host may replace header and scroll bars.
 FramePacer::Widgets FramePacer::widgets() const
 {
     QScrollBar *vertical = view->verticalScrollBar();
@@ -43,7 +43,7 @@ FramePacer::Widgets FramePacer::widgets() const
 
 void FramePacer::timerEvent(QTimerEvent *)
 {
-    // A slot within a blocker's scope runs the event loop: the next tick tries again.
+    // Reentrancy: a slot in a blocker's scope runs the event loop. The next tick tries again.
     if (blockers > 0)
         return;
     frameEnd.stop();

@@ -37,7 +37,7 @@ int textMargin(const QWidget *view)
     return view->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, view) + 1;
 }
 
-/// Whether a font has the same size in pixels as on the view.
+/// Whether the device is a raster with the view's resolution, on which fonts have the same size in pixels.
 bool isScreen(const QPainter *painter, const QWidget *view)
 {
     return painter->paintEngine()->type() == QPaintEngine::Raster &&

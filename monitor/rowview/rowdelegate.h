@@ -5,11 +5,11 @@
 #include <QStaticText>
 #include <QStyledItemDelegate>
 
-/// Paints items of text as the style does, and keeps the layouts of plain rows from one paint to the next.
+/// Paints items of text as the style does, and caches the layouts of plain rows.
 ///
 /// A row is plain when it is printable ASCII, in one line from left to right, with neither selection, focus,
-/// decoration nor background, and no style sheet or style of the host has a say. Everything else is painted
-/// by the style. Of a text above 8192 characters only the beginning is measured and painted. GUI thread only.
+/// decoration nor background, and no style sheet or style of the host applies. Everything else is painted by
+/// the style. Of a text above 8192 characters only the beginning is measured and painted. GUI thread only.
 class RowDelegate : public QStyledItemDelegate
 {
 public:

@@ -2,13 +2,13 @@
 
 #include <QVBoxLayout>
 
-/// A column of widgets that can be told not to be laid out again for a change that can't move any of them.
+/// A vertical layout whose invalidation can be suppressed for a change that can't move any widget.
 class SteadyLayout : public QVBoxLayout
 {
     Q_OBJECT
 
 public:
-    /// While steady, widgets that ask for another size are not heard.
+    /// While steady, requests for a new layout are ignored.
     void setSteady(bool on) { steady = on; }
 
     void invalidate() override
