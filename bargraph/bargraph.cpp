@@ -18,7 +18,7 @@ namespace {
 
 constexpr char thresholdKey[] = "bargraph.displayThreshold";
 
-/// Keeps a control at the size that it asks for.
+/// Fixes a control at its size hint.
 template <typename Control>
 Control *fixedSize(Control *control)
 {
@@ -86,8 +86,8 @@ bool bargraph::event(QEvent *event)
     return known;
 }
 
-/// A host's style sheet may give every widget a background, and the frame's is painted over the picture.
-/// Without a host's, the frame must have no sheet either: it would no longer inherit its palette.
+/// A host's style sheet may give every widget a background, and the frame's would cover the picture. Without
+/// one the frame must have no style sheet of its own, or it would not inherit its palette.
 void bargraph::keepFrameTransparent()
 {
     const QLatin1String sheet(testAttribute(Qt::WA_StyleSheet) ? "background: transparent" : "");

@@ -25,22 +25,22 @@ public:
 
     /// Takes signals, frequency and voltage from the reports that carry them; ignores all others.
     void Display(_DataPacket *packet) override;
-    /// Forgets the extremes of the voltage when the command is ":RMM".
+    /// Resets the extremes of the voltage when the command is ":RMM".
     void CommandTyped(const QString &command) override;
 
-    /// Forgets the extremes of the voltage. Shows at the next repaint, which this does not request.
+    /// Resets the extremes of the voltage. Takes effect at the next repaint.
     void resetMinMaxVoltage();
 
 public slots:
-    /// Shows at the next repaint. The setting is only ever read, on purpose.
+    /// Takes effect at the next repaint. The setting is never written, on purpose.
     /// \param c a Qt::CheckState; Qt::PartiallyChecked is ignored
     void OnClickedClassicMode(int c);
     /// \param c a Qt::CheckState
     void OnLockFrequency(int c);
     /// Sends one step up or down, whatever the size of the change.
     void OnSpinFrequency(int s);
-    /// Simulates a falling voltage, ten readings a second, 255 in the life of the process. Nothing in the
-    /// tool starts it; it is reached by its name.
+    /// Simulates a falling voltage: ten readings a second, 255 per process. Nothing in the tool starts it; it
+    /// can be invoked by its name.
     void volts();
     void on_displayThresholdSlider_valueChanged(int val);
 
@@ -72,10 +72,10 @@ private:
     QSpinBox *freqSpin = nullptr;
     bool classicMode = true;
     QString textLine;               ///< characters of a text line so far
-    int spinFrequency = 0;          ///< what the spin box is known to hold
+    int spinFrequency = 0;          ///< value of the spin box that has been sent or shown
     qint16 channelSignals[12] = {}; ///< four channels of three components at 0, 60 and 120 degrees
     char proxChar = 0;
-    char unusedChar = 0; ///< handed to DoVectorFine(), set by nothing
+    char unusedChar = 0; ///< passed to DoVectorFine(), never set
     qint64 frequency = 0;
     qint16 frequencyRaw = 0;
     int reportWord8 = -1;  ///< kept, never drawn

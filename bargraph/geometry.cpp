@@ -58,7 +58,7 @@ Dial dial(const QRect &area, int channel)
 
 QPoint vectorOf(int c0, int c60, int c120)
 {
-    // 512 / 591 stands for half the square root of three.
+    // 512 / 591 approximates sqrt(3) / 2.
     const qint64 y = (qint64{c60} + c120) * 512 / 591;
     return {c0 + c60 / 2 - c120 / 2, static_cast<int>(y)};
 }

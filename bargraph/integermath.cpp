@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr int steps = 1024; ///< into which the tangent from 0 to 1 is divided
+constexpr int steps = 1024; ///< of the tangent from 0 to 1
 constexpr int eighthTurn = 1024;
 constexpr int quarterTurn = 2 * eighthTurn;
 constexpr int halfTurn = 4 * eighthTurn;
@@ -16,7 +16,7 @@ constexpr double pi = 3.14159265358979323846;
 
 using TangentTable = std::array<std::uint16_t, steps + 3>;
 
-/// Angles whose tangents are i / 1024, and two entries more that nothing reads.
+/// Angles whose tangents are i / 1024, and two more entries that are never read.
 TangentTable makeTangentTable()
 {
     TangentTable table{};
@@ -55,7 +55,7 @@ int ArcTan(int x, int y)
 
 int sqrt32(long v)
 {
-    // Digit by binary digit. The first trial bit is never above 2^30, so the result saturates.
+    // Bit by bit. The first trial bit is never above 2^30, so the result saturates.
     std::uint64_t rest = v < 0 ? 0 - static_cast<std::uint64_t>(v) : static_cast<std::uint64_t>(v);
     std::uint64_t bit = std::uint64_t{1} << 30;
     while (bit > rest)

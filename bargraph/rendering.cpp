@@ -28,7 +28,7 @@ QLinearGradient acrossBar(const QRect &bar, const QColor &left, const QColor &ri
     return gradient;
 }
 
-/// The length decides and not the value: one that is too small for a pixel has the colours of a falling bar.
+/// By length and not by value: a value too small for a pixel gets the colours of a falling bar.
 void setBarColours(QPainter *painter, const QRect &bar, int length, bool classic)
 {
     const bool rises = length < 0;
@@ -102,7 +102,7 @@ void bargraph::DoVectorFine(QPainter *painter, const QRect &area, int channel, i
     painter->drawEllipse(dial.ellipse());
     painter->setPen(solidPen(green, 2.0));
     painter->drawLine(dial.centre, dial.centre + geometry::needle(vector, magnitude));
-    // The texts keep the pen of the needle.
+    // The texts are drawn with the needle's pen.
     painter->setFont(viewFont);
     painter->drawText(dial.magnitudeText(), QString::fromLatin1("%1").arg(magnitude, 5));
     painter->drawText(dial.angleText(), QString::fromLatin1("%1").arg(angle, 5));

@@ -12,13 +12,13 @@
 #include "layouts.h"
 #include "signalline.h"
 
-// This view reads some reports otherwise than the monitor does, on purpose: it tells the short signal reports
-// by their length byte alone, takes every type-119 report with an ADC length byte for a voltage, reads text
-// of type 50 only, as rows of hexadecimal numbers, and keeps two words that the monitor does not show.
+// This view decodes some reports differently from the monitor, on purpose: it selects short signal reports by
+// their length byte alone, takes every type-119 report with an ADC length byte for a voltage, reads signal
+// lines from text of type 50 only, and stores two words that the monitor does not show.
 
 namespace {
 
-constexpr int textPauseMs = 20; ///< after a repaint a text line requests none for so long
+constexpr int textPauseMs = 20; ///< a text line requests a repaint only if the last was longer ago
 constexpr int sampleStepMs = 100;
 
 /// The channels in their order: X fine, Y fine, X coarse, Y coarse.
@@ -48,7 +48,7 @@ constexpr reports::Field voltageField = reports::adc["adcRaw"];
 /// A voltage report that volts() counts down. Shared by all views and never reset.
 unsigned char sampleReport[32] = {52, reports::TextOrAdcReport, 0, 255, 241};
 
-/// Packet time of the last picture; shared by all views.
+/// Arrival time of the packet that was shown last. One for all views.
 QTime &lastDisplayTime()
 {
     static QTime time = QTime::currentTime();
@@ -100,7 +100,7 @@ void bargraph::takeText(const _DataPacket &packet)
         if (character != reports::signalLineEnd)
             continue;
         if (textLine.size() == int{reports::signalLineLength}) {
-            // The packet's last line decides; lines that are not due change the state all the same.
+            // The packet's last line decides. Lines that are not due still change the state.
             due = lastDisplayTime().msecsTo(packet.time) > textPauseMs;
             parseTextLine();
         }
@@ -159,7 +159,7 @@ void bargraph::publish(const _DataPacket &packet)
     // Formatted and not shown, on purpose: the frequency reaches the user through the spin box alone.
     const QString unshown = QString::fromLatin1("Freq: %1").arg(static_cast<quint64>(frequency));
     Q_UNUSED(unshown)
-    // In this order, so that a value which the spin box clamps sends one step, on purpose, and no other does.
+    // In this order, so that only a value that the spin box clamps sends a step, on purpose.
     spinFrequency = static_cast<int>(frequency);
     freqSpin->setValue(static_cast<int>(frequency));
     lastDisplayTime() = packet.time;
@@ -177,7 +177,7 @@ void bargraph::volts()
     QTimer::singleShot(sampleStepMs, this, SLOT(volts()));
 }
 
-/// Tells the kind of the sample by its length byte, without the tests that reports undergo.
+/// Selects the kind by the length byte, without the other checks of Display().
 void bargraph::takeSample()
 {
     const reports::Bytes bytes{sampleReport, sizeof sampleReport};
