@@ -2,7 +2,7 @@
 
 #include "entrypoints.h"
 
-/// The road to the boards: one operation for each entry point of the driver library.
+/// Access to the boards: one operation for each entry point of the driver library.
 ///
 /// An operation whose entry point is missing does nothing and returns the fixed value named with it.
 /// Results are the library's own, passed on unchanged. All operations are called on the GUI thread.

@@ -11,10 +11,10 @@ namespace {
 static_assert(ORVEX_LOOKUPS(COUNT_NAME) == 47, "every name is looked up, each once");
 #undef COUNT_NAME
 
-/// A library that runs the event loop inside a call can have its binding deleted there, and its code must not
-/// go before the call has returned into it. GUI thread.
+/// Reentrancy: when the library runs the event loop inside a call, its binding may be deleted there. The
+/// library must stay loaded until the call has returned. GUI thread.
 int callsInProgress = 0;
-std::vector<void *> librariesToClose; ///< put off until no call is in progress
+std::vector<void *> librariesToClose; ///< as soon as no call is in progress
 
 class CallInProgress
 {
@@ -49,7 +49,7 @@ Result callOr(Result fallback, Result (*entryPoint)(Parameters...), Arguments...
     return entryPoint ? entryPoint(static_cast<Parameters>(arguments)...) : fallback;
 }
 
-/// The byte with which a boolean getter of the library says yes; any other byte is a no.
+/// What a boolean getter of the library returns for true; any other byte is false.
 constexpr std::uint8_t yes = 1;
 
 } // namespace
@@ -109,7 +109,7 @@ void OrvexWrapper::SetPnpCallback(OrvexPnpCallback callback, void *context)
 
 void OrvexWrapper::ClearPnpCallback(OrvexPnpCallback callback, void *context)
 {
-    // By way of a plain function type, since the two callbacks differ in their parameters.
+    // Through a plain function type, since the two callbacks differ in their parameters.
     const auto plain = reinterpret_cast<void (*)()>(callback);
     call(orvexClearCallback, 0, reinterpret_cast<OrvexDataCallback>(plain), context);
 }

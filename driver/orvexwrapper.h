@@ -4,8 +4,8 @@
 
 /// Binding to the board maker's driver library "liborvexboardex.so.1", which is opened at run time.
 ///
-/// Nothing is loaded before the first Attach(), which may be repeated: it looks every name up again, so
-/// a library that was missing can be found later. Without the library every operation falls back.
+/// Nothing is loaded before the first Attach(). Each Attach() looks up every name again, so a library that
+/// was missing can be found later. Without the library every operation returns its fallback.
 class OrvexWrapper : public AbstractHardwareWrapper
 {
 public:
