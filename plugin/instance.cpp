@@ -2,7 +2,7 @@
 
 #include "tendropadscope.h"
 
-// The metadata stand in a form that a host of an older Qt reads, which the moc no longer writes.
+// The metadata have a form that hosts of an older Qt read and the moc no longer writes.
 QT_PLUGIN_METADATA_SECTION
 static constexpr unsigned char qt_pluginMetaData[] = {
 #include "pluginmetadata.inc"

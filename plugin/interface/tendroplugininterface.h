@@ -6,7 +6,7 @@
 class QAction;
 class QWidget;
 
-/// What a host diagnostics application asks of each of its tools.
+/// The interface of a host diagnostics application to each of its tools.
 ///
 /// The order of the operations is part of the binary interface. All of them are called on the GUI thread.
 class TendroPluginInterface
