@@ -7,8 +7,8 @@
 class HostWindow;
 class QMenu;
 
-/// The menu "Board" of the host's window: plugs simulated boards in and out, makes faults happen, and changes
-/// the scenario. What happens is told in the status bar.
+/// The menu "Board" of the host's window: plugs simulated boards in and out, triggers faults, and changes the
+/// scenario. The status bar says what has happened.
 class BoardMenu : public QObject
 {
     Q_OBJECT

@@ -21,7 +21,7 @@ bool isFoundAsDriver(void *library)
 
 QString loadDriver(const QString &file)
 {
-    // A bare name would be searched in the system's folders instead of the current one.
+    // dlopen() would search a bare name in the system's folders instead of the current one.
     const QString path = QFileInfo(file).absoluteFilePath();
     const QString reason = reasonAgainstLibrary(path);
     if (!reason.isEmpty())

@@ -4,8 +4,8 @@
 
 #include <QMenu>
 
-/// The faults that the simulator knows, each with a sentence that says what it does. Those that last have a
-/// tick while they are on.
+/// The faults that the simulator knows, each with a sentence that says what it does. A fault that lasts has a
+/// tick box, checked while it is on.
 class FaultMenu : public QMenu
 {
     Q_OBJECT

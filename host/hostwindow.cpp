@@ -21,10 +21,10 @@
 namespace {
 
 constexpr QSize comfortableSize{900, 700};
-/// More than what window managers put around a window; how much is not known before it is shown.
+/// Room for the window manager's frame, whose size is not known before the window is shown.
 constexpr QSize frameRoom{16, 40};
 
-/// Puts the mark of keyboard access before the first letter that no other menu of the bar uses.
+/// Marks as mnemonic the first letter that no other menu of the bar uses.
 QString withMnemonic(QString caption, const QMenuBar &bar)
 {
     QString taken;
@@ -54,7 +54,7 @@ QString groupTitle(const QString &group)
     return title.at(0).toUpper() + title.mid(1);
 }
 
-/// What a call into a tool returns; nothing, with a line on standard error, when it throws.
+/// Result of a call into a tool. When it throws, a default value, with a line on standard error.
 template <typename Call>
 auto answer(const LoadedPlugin &plugin, const char *operation, Call call)
 {
@@ -169,7 +169,7 @@ void HostWindow::addToWorkArea(const LoadedPlugin &plugin, QWidget *widget)
 {
     if (workArea_->indexOf(widget) >= 0)
         return;
-    // Reparenting clears the widget's focus, so it is asked for before.
+    // Reparenting clears the widget's focus, so it is read first.
     initialFocus_[&plugin] = widget->focusWidget();
     workArea_->addWidget(widget);
 }
@@ -213,7 +213,7 @@ void HostWindow::growToFit()
 {
     const QSize room = screen()->availableSize() - frameRoom;
     const QSize wanted = sizeHint().expandedTo(comfortableSize).boundedTo(room);
-    // Before it is shown, the window has a size that nobody has asked for.
+    // Before the window is shown, its size is Qt's default.
     resize(wanted.expandedTo(isVisible() ? size() : minimumSizeHint()));
 }
 

@@ -12,8 +12,8 @@ class QToolBar;
 
 /// The host's window: menus, a tool bar, and a work area that shows one tool at a time.
 ///
-/// A tool is always told to close before its widget is hidden, replaced or deleted. The first nine tools open
-/// by Ctrl and their number, unless their actions have shortcuts already.
+/// A tool is always closed before its widget is hidden, replaced or deleted. The first nine tools open by
+/// Ctrl and their number, unless their actions have shortcuts already.
 class HostWindow : public QMainWindow
 {
     Q_OBJECT
@@ -30,7 +30,7 @@ public:
     /// The tool in the work area, or null.
     const LoadedPlugin *openPlugin() const { return open_; }
 
-    /// Adds an empty menu before "Help", with a letter of its own for the keyboard.
+    /// Adds an empty menu before "Help", with a mnemonic of its own.
     QMenu *addMenu(const QString &name);
 
     /// Id, description, copyright and version of each tool, as plain text.
@@ -42,7 +42,7 @@ public slots:
     void showAbout();
 
 signals:
-    /// The tool is about to be told to close; it still runs.
+    /// The tool is about to be closed; it still runs.
     void toolClosing(QWidget *widget);
     /// The window is about to close; its tool is still open.
     void closing();
@@ -58,8 +58,8 @@ private:
     QWidget *widgetOf(const LoadedPlugin &plugin);
     QAction *launchAction(const LoadedPlugin &plugin);
     void addToWorkArea(const LoadedPlugin &plugin, QWidget *widget);
-    /// Gives the keyboard to the widget that the tool gave it to when it was made; typing then replaces a
-    /// line edit's text.
+    /// Focuses the widget that had the focus when the tool's window was created. Selects the text of a line
+    /// edit, so that typing replaces it.
     void focusTool(const LoadedPlugin &plugin);
     void growToFit();
 

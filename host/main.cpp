@@ -22,8 +22,8 @@
 
 namespace {
 
-/// Takes out of the arguments what the widgets' application object takes for itself.
-/// \return empty, or which option has no value, of which that object would say nothing
+/// Removes the arguments that QApplication handles.
+/// \return empty, or which of them lacks its value, which QApplication does not report
 QString takeToolkitOptions(QStringList &arguments)
 {
     static const QRegularExpression alone(QStringLiteral("^--?(reverse|widgetcount|style(sheet)?=.*)$"));
@@ -81,7 +81,7 @@ int printList(const std::vector<LoadedPlugin> &plugins)
     return 0;
 }
 
-/// A status of 0 is kept only if all that was printed has arrived.
+/// Turns status 0 into an error unless all output has been written.
 int afterOutput(int status)
 {
     const bool arrived = std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
@@ -122,7 +122,7 @@ int runWindow(const std::vector<LoadedPlugin> &plugins, const std::optional<Simu
     const QString error = script.prepare();
     if (!error.isEmpty())
         return complain(error);
-    // What runs by itself looks the same every time.
+    // A scripted run does not depend on earlier runs.
     if (options.isScripted())
         return show(window, script);
     QSettings settings(QStringLiteral("tendro-host"), QStringLiteral("tendro-host"));
@@ -148,7 +148,7 @@ QString loadLibrary(const Options &options)
 {
     if (!options.simulate && !options.listScenarios)
         return options.driver.isEmpty() ? QString() : loadDriver(options.driver);
-    // The library would read that one first, and complain about it for nothing.
+    // The library would read this one first, and its errors would be irrelevant.
     if (!options.scenario.isEmpty())
         qunsetenv("ORVEXSIM_SCENARIO");
     QString error = loadSimulator();
@@ -191,7 +191,7 @@ int run(const Options &options)
         return complain(error);
     if (options.listScenarios)
         return printScenarios(*simulation);
-    // The simulator itself has told why it refused the one that the environment names.
+    // The simulator has printed why it refused the one that the environment names.
     if (options.simulate && simulation->currentScenario().isEmpty())
         return badInput;
     return runTools(options, simulation);
@@ -204,7 +204,7 @@ int main(int argc, char **argv)
     QCoreApplication::setApplicationName(QStringLiteral("tendro-host"));
     QCoreApplication::setApplicationVersion(QStringLiteral(TENDRO_HOST_VERSION));
 
-    // Without a display the widgets' application object would abort, even for a wrong option.
+    // Without a display QApplication would abort, even for a wrong option.
     auto application = std::make_unique<QCoreApplication>(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     Options options;

@@ -59,7 +59,7 @@ QString readTimes(const QCommandLineParser &parser, Options &options)
     return options.closeAfterMs ? QString() : wrongValue("for", duration, QLatin1String(secondsAllowed));
 }
 
-/// The value of a file option; an empty one is as wrong as a file that is not there.
+/// The value of a file option. An empty one is refused like a missing file.
 QString readFile(const QCommandLineParser &parser, const char *name, QString &file)
 {
     if (!parser.isSet(QLatin1String(name)))
@@ -83,7 +83,7 @@ QString readFolders(const QCommandLineParser &parser, Options &options)
     return {};
 }
 
-/// The parser knows no value that may be left out: gives "--simulate" an empty one.
+/// The parser has no optional values, so a "--simulate" without one gets an empty one.
 QStringList withScenario(QStringList arguments)
 {
     for (int i = 1; i < arguments.size(); ++i) {

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-// Why a path that was asked for is of no use, in a few words, or an empty text when it is.
+// Why a path cannot be used, in a few words; empty when it can.
 
 /// "no such file", "a folder, not a file", or what the system says.
 QString reasonAgainstFile(const QString &path);

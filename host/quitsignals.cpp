@@ -9,7 +9,7 @@ namespace {
 
 volatile int writeEnd = -1;
 
-/// A handler may do no more than this: the rest follows in the event loop.
+/// A signal handler may do little more than write(); the rest happens in the event loop.
 void passOn(int /*number*/)
 {
     const char byte = 0;

@@ -2,8 +2,8 @@
 
 #include <QObject>
 
-/// Turns SIGINT and SIGTERM into a signal of Qt's event loop. The second of a kind ends the process at once,
-/// in case the first finds it stuck. One object at a time.
+/// Turns SIGINT and SIGTERM into a Qt signal. The second of a kind ends the process at once, in case it
+/// hangs. One object at a time.
 class QuitSignals : public QObject
 {
     Q_OBJECT

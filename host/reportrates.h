@@ -6,8 +6,8 @@
 #include <QLabel>
 #include <QTimer>
 
-/// Tells, once a second, how many reports the simulated boards sent in the last one and how many of them the
-/// tool has taken.
+/// Shows, once a second, how many reports a second the simulated boards send and how many are delivered to
+/// the tool.
 class ReportRates : public QLabel
 {
     Q_OBJECT

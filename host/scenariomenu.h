@@ -6,8 +6,8 @@
 
 class QActionGroup;
 
-/// The scenarios that are shipped with the simulator, and one from a file of the user's own. The menu's title
-/// names the one in force.
+/// The scenarios that are shipped with the simulator, and the last one from a file of the user. The menu's
+/// title names the one in force.
 class ScenarioMenu : public QMenu
 {
     Q_OBJECT
@@ -24,13 +24,13 @@ private:
     QAction *addScenario(const QString &scenario, const QString &caption);
     void openFile();
     void choose(const QString &scenario);
-    /// The file of the user's own gets its action here.
+    /// Gives a file of the user the action ownFile_.
     QAction *actionOf(const QString &scenario);
     void markCurrent();
     void showError(const QString &error);
 
     const Simulation simulation_;
     QActionGroup *scenarios_;
-    /// The last one from a file of the user's own; hidden as long as there is none.
+    /// The last one from a file of the user; hidden while there is none.
     QAction *ownFile_;
 };

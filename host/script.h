@@ -9,8 +9,8 @@ class QTabWidget;
 struct LoadedPlugin;
 struct Options;
 
-/// Does with the host's window what the command line asks for: opens a tool, types, shows tabs in turn,
-/// waits, and closes. Before the tool closes, also by a user's hand, rows are printed and snapshots taken.
+/// Runs what the command line asks for: opens a tool, types, shows tabs in turn, waits, and closes. Before
+/// the tool closes, also when the user closes it, rows are printed and snapshots taken.
 class Script : public QObject
 {
     Q_OBJECT
@@ -19,14 +19,14 @@ public:
     /// All three must outlive the script.
     Script(HostWindow &window, const std::vector<LoadedPlugin> &plugins, const Options &options);
 
-    /// Opens the tool and finds in it what will be needed. Called once, before start().
+    /// Opens the tool and looks up the parts that the script needs. Called once, before start().
     /// \return empty, or what is missing and what there is
     QString prepare();
 
-    /// Begins with the first step as soon as the event loop runs; the window closes after the last one.
+    /// Begins as soon as the event loop runs. The window closes after the last step.
     void start();
 
-    /// Whether a step failed; its line is on standard error already.
+    /// Whether a step failed. Its error has been printed.
     bool failed() const { return failed_; }
 
 private:

@@ -18,7 +18,7 @@ void lookUp(void *library, const char *name, Function &function)
     function = reinterpret_cast<Function>(dlsym(library, name));
 }
 
-/// A text from a function that cuts it where there is no more room, and returns the length of the whole.
+/// The text of a function that truncates it to the buffer and returns its full length.
 QString text(int (*function)(char *, unsigned int))
 {
     const int length = function(nullptr, 0);
@@ -120,7 +120,7 @@ std::vector<int> Simulation::boards() const
 {
     std::vector<int> ids(static_cast<std::size_t>(boards_(nullptr, 0)));
     const int count = boards_(ids.data(), static_cast<int>(ids.size()));
-    // One may have been pulled out meanwhile.
+    // One may have been unplugged meanwhile.
     ids.resize(std::min(ids.size(), static_cast<std::size_t>(count)));
     return ids;
 }

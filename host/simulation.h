@@ -7,8 +7,8 @@
 #include <QStringList>
 #include <vector>
 
-/// The control of the stand-in driver library, by the functions that are looked up in it: the host is not
-/// linked with it, and works without it.
+/// Controls the stand-in driver library through functions that are looked up by name: the host does not link
+/// it, and works without it.
 class Simulation
 {
 public:

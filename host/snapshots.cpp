@@ -30,7 +30,7 @@ QStringList namesOf(const QTabWidget &tabs)
     return names;
 }
 
-/// Only a second write tells why the first one was cut short.
+/// Only a second write tells why the first one was short.
 bool writeAll(QIODevice &device, const QByteArray &bytes)
 {
     qint64 done = 0;
@@ -50,7 +50,7 @@ QString saveSnapshot(QWidget &window, const QString &folder, const QString &name
     QBuffer buffer(&picture);
     window.grab().save(&buffer, "PNG");
     QSaveFile file(QDir(folder).filePath(name + QStringLiteral(".png")));
-    // A buffered rest would fail in commit(), which misses that.
+    // Unbuffered: commit() does not notice when writing the buffer fails.
     if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && writeAll(file, picture) && file.commit())
         return {};
     return QStringLiteral("%1: can't be written: %2").arg(file.fileName(), file.errorString());

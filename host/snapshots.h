@@ -9,7 +9,7 @@ class QWidget;
 /// Runs of anything but letters and digits become one hyphen; a caption of nothing else gives "tab".
 QString snapshotName(const QString &caption);
 
-/// Makes the folder where it is missing.
+/// Creates the folder if it is missing.
 /// \return empty, or why no file can be written there, with the option's and the folder's name
 QString prepareSnapshotFolder(const QString &folder);
 

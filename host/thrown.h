@@ -2,6 +2,6 @@
 
 #include <QString>
 
-/// What the exception that is being handled says of itself; to be called in a handler only. No tool is meant
-/// to throw, but the host must outlive one that does.
+/// Text of the exception being handled. To be called in a handler only. No tool should throw, but the host
+/// must survive one that does.
 QString thrownText();

@@ -36,7 +36,7 @@ void pressKey(QWidget &target, uint key, Qt::KeyboardModifiers modifiers, const 
     QCoreApplication::sendEvent(&target, &release);
 }
 
-/// A view in the tool's own window: the list of a combo box has a window of its own.
+/// Whether the view is in the tool's own window: the list of a combo box has its own window.
 bool showsRows(const QAbstractItemView &view, const QWidget &tool)
 {
     return view.model() && view.window() == tool.window() && !qobject_cast<const QHeaderView *>(&view);

@@ -12,11 +12,11 @@ class QWidget;
 /// \return the first tab widget, or null
 QTabWidget *tabsOf(QWidget &tool);
 
-/// Captions of the tabs, without the marks of keyboard access.
+/// Captions of the tabs, without mnemonics.
 QStringList tabCaptions(const QTabWidget &tabs);
 
-/// The tab with this caption, as it is shown or as it stands in the tool's source: tools translate in the
-/// context of the class that makes the tabs, which is that of a widget around them. \return its index, or -1
+/// The tab with this caption, shown or untranslated. Tools translate it in the context of the class that
+/// makes the tabs, which is that of a widget around them. \return its index, or -1
 int indexOfTab(const QTabWidget &tabs, const QString &caption);
 
 /// \return the first line edit that takes text and is no part of a spin box or combo box, or null
@@ -25,6 +25,6 @@ QLineEdit *lineEditOf(QWidget &tool);
 /// Types the text and then Return into the line edit, key by key, as a user would.
 void typeLine(QLineEdit &line, const QString &text);
 
-/// A line for each top-level row of each item view, columns parted by tabs, without line ends;
-/// the lists of combo boxes are left out.
+/// A tab-separated line without line end for each top-level row of each item view, except the lists of combo
+/// boxes.
 QStringList itemRows(QWidget &tool);

@@ -7,7 +7,7 @@
 /// \return empty, or why it can't be used, with the file's name
 QString installTranslation(const QString &file);
 
-/// Installs catalogues ("padscope" for padscope_de.qm) in the first of the system's languages that there is
-/// one of them for, from where the build (../translations) and the installation put them, and with them the
-/// toolkit's own. English, which everything is written in, needs none.
+/// Installs catalogues ("padscope" for padscope_de.qm) and Qt's own, in the first of the system's languages
+/// that one of them exists for. Looks where the build (../translations) and the installation put them. Stops
+/// at English, the language of the source.
 void installSystemLanguage(const QStringList &catalogues);

@@ -22,11 +22,11 @@ WindowMemory::WindowMemory(HostWindow &window, const std::vector<LoadedPlugin> &
 
 void WindowMemory::restore(bool alsoTool)
 {
-    // A tool makes the window grow, which the user may have undone.
+    // Before the geometry: a tool makes the window grow, which the user may have undone.
     if (alsoTool)
         restoreTool();
     const QByteArray geometry = settings_.value(geometryKey).toByteArray();
-    // Qt takes a cut one too, and makes a tiny window of it.
+    // Qt also accepts a truncated geometry, and makes the window tiny.
     if (geometry.size() == window_.saveGeometry().size())
         window_.restoreGeometry(geometry);
 }

@@ -7,16 +7,16 @@
 class HostWindow;
 class QSettings;
 
-/// Keeps the window's place and size, and the tool that it shows, from one start to the next.
+/// Saves and restores the window's geometry and the tool that it shows.
 class WindowMemory : public QObject
 {
     Q_OBJECT
 
 public:
-    /// What is kept is written when the window closes. All three must outlive this.
+    /// Saves when the window closes. All three must outlive this.
     WindowMemory(HostWindow &window, const std::vector<LoadedPlugin> &plugins, QSettings &settings);
 
-    /// Gives the window its place and size back, and the tool too if it is asked for.
+    /// Restores the geometry, and the tool if asked to.
     void restore(bool alsoTool);
 
 private:
