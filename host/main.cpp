@@ -143,7 +143,7 @@ int printScenarios(const Simulation &simulation)
     return 0;
 }
 
-/// Loads the driver library that is asked for.
+/// Loads the driver library that the options name.
 QString loadLibrary(const Options &options)
 {
     if (!options.simulate && !options.listScenarios)

@@ -13,5 +13,5 @@ QString reasonAgainstLibrary(const QString &path);
 /// "no such folder", "a file, not a folder", or what the system says.
 QString reasonAgainstFolder(const QString &path);
 
-/// What the system says against new files in a folder that is there.
+/// Why no file can be created in an existing folder: what the system says.
 QString reasonAgainstWritingTo(const QString &folder);

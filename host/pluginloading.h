@@ -21,7 +21,7 @@ struct LoadedPlugin
     std::unique_ptr<QPluginLoader, UnloadPlugin> loader;
     /// Owned by the loader.
     TendroPluginInterface *tool;
-    // What the tool says of itself.
+    // The tool's answers.
     QString id;
     QString description;
     QString copyright;

@@ -41,7 +41,7 @@ _DataPacket *newPacket(int device, const unsigned char *data, unsigned int lengt
 } // namespace
 
 // Read by the callbacks without a lock, on purpose: a stale value keeps or drops one report more. Never
-// inlined, so that a thread sanitizer can be told of these two and of nothing else.
+// inlined, so that the thread sanitizer's suppressions name these two and nothing else.
 
 [[gnu::noinline]] bool qorvexgraph::isPaused() const
 {

@@ -6,8 +6,8 @@ namespace {
 
 QTime lastKeptTime;
 
-// Each access has a function of its own that is never inlined, so that a thread sanitizer can be told of
-// these and of nothing else.
+// Each access is a function that is never inlined, so that the thread sanitizer's suppressions name these two
+// and nothing else.
 
 [[gnu::noinline]] QTime lastKept()
 {

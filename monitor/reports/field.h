@@ -25,7 +25,7 @@ enum ByteOrder : std::uint8_t
     BigEndian,
 };
 
-/// What a value stands for, in English. Views translate it.
+/// A value's name in English. Views translate it.
 struct NamedValue
 {
     std::int64_t value;

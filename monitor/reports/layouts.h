@@ -317,7 +317,7 @@ inline constexpr Field adcFields[] = {
     {"adcRaw", "Raw ADC", 3, Width::Two, Unsigned, LittleEndian, 0x03FF},
     {"volts", "Voltage", 3, Width::Two, Unsigned, LittleEndian, 0x03FF, nullptr, &adcVolts},
 };
-// No blank stands between the reading and "Voltage", on purpose.
+// Without a blank between the reading and "Voltage", on purpose.
 inline constexpr Layout adc{
     "adc", "AdcReport", TextOrAdcReport, 12, 52, adcFields, "Raw ADC: {adcRaw}Voltage: {volts}V"};
 
@@ -333,7 +333,7 @@ constexpr bool isAdcLength(std::int64_t length)
 /// Index of the first character of a TextReport.
 inline constexpr std::size_t textOffset = 2;
 
-/// What the frequency word of a signal report stands for, truncated toward zero.
+/// Frequency in hertz of a signal report's frequency word, truncated toward zero.
 constexpr std::int64_t frequencyOf(std::int64_t frequencyRaw)
 {
     return frequencyRaw * 225 / 4;

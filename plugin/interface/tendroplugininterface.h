@@ -14,7 +14,7 @@ class TendroPluginInterface
 public:
     virtual ~TendroPluginInterface() = default;
 
-    /// Name by which the host tells its tools apart.
+    /// Unique name of the tool.
     virtual QString id() const = 0;
     virtual QString description() const = 0;
     virtual QString copyright() const = 0;
