@@ -14,7 +14,7 @@ using OrvexDataCallback = void (*)(int device, const unsigned char *data, unsign
 /// Called by the driver library on a thread of its own when boards come or go.
 using OrvexPnpCallback = void (*)(void *context);
 
-/// What the driver library tells of one board. The caller zero-fills the record and sets `recordKind`;
+/// The driver library's record of one board. The caller zero-fills it and sets `recordKind`;
 /// the library fills in the rest, of which only the device id is known here.
 struct _ORVEX_DEVICE_INFO
 {
