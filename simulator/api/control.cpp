@@ -160,8 +160,9 @@ ORVEXSIM_EXPORT int orvexsim_current_scenario(char *buffer, unsigned int size)
 
 ORVEXSIM_EXPORT const char *orvexsim_fault(int index)
 {
-    const bool known = index >= 0 && static_cast<std::size_t>(index) < std::size(faults);
-    return known ? faults[index].name.data() : nullptr; // literals, which end in a zero byte
+    const auto number = static_cast<std::size_t>(index);
+    return number < faults().size() ? faults()[number].name.data()
+                                    : nullptr; // literals, which end in a zero byte
 }
 
 ORVEXSIM_EXPORT const char *orvexsim_fault_text(const char *fault)

@@ -62,15 +62,15 @@ void Simulated::orvexClearCallback(int device, OrvexDataCallback callback, void 
 {
     for (const auto &board : Library::instance().boardsWith(device))
         board->removeListener(asFunction(callback), context);
-    const auto notices = Library::instance().notices();
-    if (notices && device == 0)
-        notices->removeListener(asFunction(callback), context);
+    const auto attachment = Library::instance().attachment();
+    if (attachment && device == 0)
+        attachment->removeListener(asFunction(callback), context);
 }
 
 void Simulated::orvexSetPnpCallback(OrvexPnpCallback callback, void *context)
 {
-    if (const auto notices = Library::instance().notices())
-        notices->addListener(asFunction(callback), context);
+    if (const auto attachment = Library::instance().attachment())
+        attachment->addListener(asFunction(callback), context);
 }
 
 /// What a library does that calls back before a call of its own has returned.
@@ -85,11 +85,11 @@ int Simulated::orvexSendCommand(int device, const char *command)
     if (!command)
         return -1;
     const auto wrong = Library::instance().takeCommandFaults();
-    std::this_thread::sleep_for(std::chrono::milliseconds(wrong.delayMs));
+    std::this_thread::sleep_for(std::chrono::milliseconds(wrong.commandDelayMs));
     int result = -1;
     for (const auto &board : Library::instance().boards()) {
         const bool addressed = board->id() == device;
-        if (addressed && wrong.callback)
+        if (addressed && wrong.callbackInCommand)
             deliverWithin(*board);
         board->command(addressed ? command : "");
         result = addressed ? 0 : result;

@@ -1,8 +1,9 @@
 #include "library.h"
 
 #include <algorithm>
-#include <iterator>
 #include <system_error>
+
+// Who is attached, and which boards there are.
 
 Library &Library::instance()
 {
@@ -10,33 +11,21 @@ Library &Library::instance()
     return library;
 }
 
-Library::Library()
-{
-    readEnvironment();
-}
-
 Library::~Library()
 {
     detach();
-    for (std::thread &thread : retired) {
-        // The process may be ending from within a callback, on this very thread.
-        if (thread.get_id() == std::this_thread::get_id())
-            thread.detach();
-        else
-            thread.join();
-    }
 }
 
 int Library::attach()
 {
-    finish({});
+    endingThreads.join();
     try {
         const std::lock_guard lock(mutex);
-        if (currentNotices)
+        if (current)
             return 1;
-        currentNotices = std::make_shared<Notices>();
-        currentNotices->start();
-        power();
+        current = std::make_shared<Attachment>([this](const LibraryEvent &event) { return happen(event); });
+        current->start();
+        powerAll();
         return 1;
     } catch (const std::system_error &) {
         detach();
@@ -44,17 +33,7 @@ int Library::attach()
     }
 }
 
-/// Starts the boards and what happens to them.
-void Library::power()
-{
-    timeline = std::make_shared<Timeline>(
-        [this](const Timeline &source, const LibraryEvent &event) { happen(source, event); });
-    for (Socket &socket : sockets)
-        powerBoard(socket);
-    startEvents();
-}
-
-void Library::powerBoard(Socket &socket)
+void Library::power(PluggedBoards::Socket &socket)
 {
     socket.board = std::make_shared<Board>(socket.plan, tally, [this](const Board &gone) { vanish(gone); });
     socket.board->start();
@@ -78,65 +57,25 @@ void Library::detach()
 
 void Library::letGo()
 {
-    Leaving leaving;
-    std::shared_ptr<Notices> notices;
+    std::vector<std::shared_ptr<Board>> leaving;
+    std::shared_ptr<Attachment> over;
     {
         const std::lock_guard lock(mutex);
-        leaving = takeOut();
-        notices.swap(currentNotices);
+        leaving = plugged.takeAttached();
+        over.swap(current);
     }
-    Threads ending = stop(leaving);
-    if (notices)
-        ending.push_back(notices->stop());
-    finish(std::move(ending));
-}
-
-Library::Leaving Library::takeOut()
-{
-    Leaving leaving;
-    for (Socket &socket : sockets) {
-        if (socket.board)
-            leaving.boards.push_back(std::move(socket.board));
-    }
-    leaving.timeline.swap(timeline);
-    return leaving;
-}
-
-Library::Threads Library::stop(const Leaving &leaving)
-{
     Threads ending;
-    if (leaving.timeline)
-        ending.push_back(leaving.timeline->stop());
-    for (const auto &board : leaving.boards)
+    if (over)
+        ending.push_back(over->stop());
+    for (const auto &board : leaving)
         ending.push_back(board->stop());
-    return ending;
-}
-
-/// Joins the threads and those put aside before, or puts them aside.
-void Library::finish(Threads ending)
-{
-    {
-        const std::lock_guard lock(mutex);
-        std::move(ending.begin(), ending.end(), std::back_inserter(retired));
-        ending.clear();
-        if (!Listeners::insideCallback())
-            ending.swap(retired);
-    }
-    for (std::thread &thread : ending) {
-        if (thread.joinable()) // what never started has none
-            thread.join();
-    }
+    endingThreads.join(std::move(ending));
 }
 
 std::vector<std::shared_ptr<Board>> Library::boards() const
 {
     const std::lock_guard lock(mutex);
-    std::vector<std::shared_ptr<Board>> found;
-    for (const Socket &socket : sockets) {
-        if (socket.board)
-            found.push_back(socket.board);
-    }
-    return found;
+    return plugged.attached();
 }
 
 std::vector<std::shared_ptr<Board>> Library::boardsWith(int id) const
@@ -147,8 +86,95 @@ std::vector<std::shared_ptr<Board>> Library::boardsWith(int id) const
     return found;
 }
 
-std::shared_ptr<Notices> Library::notices() const
+std::shared_ptr<Attachment> Library::attachment() const
 {
     const std::lock_guard lock(mutex);
-    return currentNotices;
+    return current;
+}
+
+std::vector<int> Library::ids() const
+{
+    const std::lock_guard lock(mutex);
+    std::vector<int> found;
+    for (const PluggedBoards::Socket &socket : plugged.all())
+        found.push_back(socket.plan.id);
+    return found;
+}
+
+bool Library::plug(int id)
+{
+    const std::lock_guard lock(mutex);
+    return plugLocked(id);
+}
+
+bool Library::plugLocked(int id)
+{
+    PluggedBoards::Socket *socket = plugged.plug(id, scenario);
+    if (socket && current) {
+        power(*socket);
+        current->notify();
+    }
+    return socket != nullptr;
+}
+
+bool Library::unplug(int id)
+{
+    auto socket = takeOut(id);
+    if (!socket)
+        return false;
+    endingThreads.join(pullOut(std::move(*socket)));
+    return true;
+}
+
+std::optional<PluggedBoards::Socket> Library::takeOut(int id)
+{
+    const std::lock_guard lock(mutex);
+    return plugged.takeOut([id](const PluggedBoards::Socket &socket) { return socket.plan.id == id; });
+}
+
+/// Stops a board that has been taken out, and notifies.
+/// \return its thread, which there is while somebody is attached
+std::thread Library::pullOut(PluggedBoards::Socket socket)
+{
+    if (!socket.board)
+        return {};
+    std::thread ending = socket.board->stop();
+    if (const auto attached = attachment())
+        attached->notify();
+    return ending;
+}
+
+/// Called on the board's own thread.
+void Library::vanish(const Board &board)
+{
+    const Listeners::Within within;
+    std::optional<PluggedBoards::Socket> socket;
+    {
+        const std::lock_guard lock(mutex);
+        socket = plugged.takeOut(
+            [&board](const PluggedBoards::Socket &other) { return other.board.get() == &board; });
+    }
+    if (socket)
+        endingThreads.join(pullOut(std::move(*socket)));
+}
+
+bool Library::setRate(int id, int perSecond)
+{
+    const std::lock_guard lock(mutex);
+    return plugged.setRate(id, perSecond);
+}
+
+int Library::reportedCount() const
+{
+    const std::lock_guard lock(mutex);
+    return current ? std::max(0, static_cast<int>(plugged.all().size()) + standing.countLie) : 0;
+}
+
+std::optional<int> Library::reportedId(int index) const
+{
+    const std::lock_guard lock(mutex);
+    const auto number = static_cast<std::size_t>(index);
+    if (!current || number >= plugged.all().size() || standing.failingIndexes.count(index) > 0)
+        return std::nullopt;
+    return plugged.all()[number].plan.id;
 }

@@ -1,26 +1,23 @@
 #pragma once
 
-#include "board.h"
+#include "attachment.h"
+#include "endingthreads.h"
 #include "faults.h"
-#include "notices.h"
-#include "scenario.h"
+#include "pluggedboards.h"
 #include "tally.h"
-#include "timeline.h"
 
 #include <condition_variable>
 #include <memory>
 #include <mutex>
 #include <optional>
-#include <set>
 #include <string>
-#include <thread>
 #include <vector>
 
-/// The library's one state: the boards that are plugged in and, while somebody is attached, their threads.
+/// The library's one state: the scenario, the boards that are plugged in and, while somebody is attached,
+/// what runs. All functions may be called on any thread.
 ///
 /// Which boards are plugged in outlives a detach, and so does what the scenario's timeline has done: it
-/// happens once. Threads are never joined under the lock, nor from within a callback: there they are put
-/// aside, for the next attach or detach or the end of the library to join.
+/// happens once. Threads are never joined under the lock.
 class Library
 {
 public:
@@ -31,10 +28,11 @@ public:
     int attach();
     void detach();
 
+    /// Those that are attached.
     std::vector<std::shared_ptr<Board>> boards() const;
     std::vector<std::shared_ptr<Board>> boardsWith(int id) const;
     /// Null while nobody is attached.
-    std::shared_ptr<Notices> notices() const;
+    std::shared_ptr<Attachment> attachment() const;
     /// Ids of the boards that are plugged in, attached or not.
     std::vector<int> ids() const;
 
@@ -45,13 +43,8 @@ public:
     /// What the entry points say of the boards, lies included.
     int reportedCount() const;
     std::optional<int> reportedId(int index) const;
-    struct CommandFaults
-    {
-        int delayMs = 0;
-        bool callback = false;
-    };
-    /// What goes wrong with this command. A delay is for one command only.
-    CommandFaults takeCommandFaults();
+    /// What is wrong with this command. A delay is for one command only.
+    StandingFaults takeCommandFaults();
 
     /// Replaces all boards by those of another scenario. On failure nothing has changed but lastError().
     bool choose(const std::string &nameOrPath);
@@ -64,51 +57,29 @@ public:
     Tally tally;
 
 private:
-    struct Socket
-    {
-        BoardPlan plan;
-        std::shared_ptr<Board> board; ///< null while nobody is attached
-    };
-    using Threads = std::vector<std::thread>;
-    struct StandingFaults
-    {
-        std::set<int> failingIndexes;
-        int countLie = 0;
-        CommandFaults commands;
-    };
-
     Library();
-    void readEnvironment();
-    BoardPlan planFor(int id) const;
-    void usePlaces();
-    void powerBoard(Socket &socket);
-    void power();
-    void startEvents();
-    struct Leaving
-    {
-        std::vector<std::shared_ptr<Board>> boards;
-        std::shared_ptr<Timeline> timeline;
-    };
-    Leaving takeOut();
-    static Threads stop(const Leaving &leaving);
+    void power(PluggedBoards::Socket &socket);
+    void powerAll();
+    void schedule(std::vector<LibraryEvent> events);
     void letGo();
-    void finish(Threads ending);
     bool plugLocked(int id);
-    std::optional<std::thread> pullOut(int id);
+    std::thread pullOut(PluggedBoards::Socket socket);
+    std::optional<PluggedBoards::Socket> takeOut(int id);
     void vanish(const Board &board);
-    void happen(const Timeline &source, const LibraryEvent &event);
+    bool happen(const LibraryEvent &event);
     void change(const LibraryEvent &event);
-    void complain(const std::string &line);
+    bool complain(const std::string &line);
 
     mutable std::mutex mutex; ///< of everything below
     std::condition_variable detached;
-    Scenario scenario;
+    Scenario scenario; ///< its events are those to come
     std::string scenarioName;
     std::string error;
-    std::vector<Socket> sockets; ///< what is plugged in
+    PluggedBoards plugged;
     StandingFaults standing;
-    std::shared_ptr<Notices> currentNotices;
-    std::shared_ptr<Timeline> timeline; ///< there with `currentNotices`
-    Threads retired;                    ///< told to end, and not yet joined
-    int detaching = 0;                  ///< detaches under way
+    std::shared_ptr<Attachment> current;
+    unsigned lastEvent = 0; ///< number of the event that was scheduled last
+    int detaching = 0;      ///< detaches under way
+
+    EndingThreads endingThreads; ///< the last member: whoever still runs uses the others
 };
