@@ -1,5 +1,6 @@
 #include "firmware.h"
 
+#include "layouts.h"
 #include "textlines.h"
 
 #include <algorithm>
@@ -43,7 +44,7 @@ std::string lockFrequency(Sensor &sensor, bool on)
 std::string stepFrequency(Sensor &sensor, int steps)
 {
     sensor.stepFrequency(steps);
-    return "frequency " + std::to_string(sensor.frequency() * 225 / 4) + " Hz";
+    return "frequency " + std::to_string(reports::frequencyOf(sensor.frequency())) + " Hz";
 }
 
 std::string resetExtremes(Switches &, Sensor &sensor)

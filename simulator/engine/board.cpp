@@ -54,10 +54,10 @@ void Board::removeListener(Listeners::Function function, void *context)
 
 int Board::deliver(const unsigned char *bytes, unsigned int length)
 {
-    tally.sent(id_);
+    tally.count(id_, {1, 0});
     return listeners.call([&](Listeners::Function function, void *context) {
         reinterpret_cast<OrvexDataCallback>(function)(id_, bytes, length, context);
-        tally.delivered(id_);
+        tally.count(id_, {0, 1});
     });
 }
 

@@ -37,7 +37,7 @@ void Library::power(PluggedBoards::Socket &socket)
 {
     socket.board = std::make_shared<Board>(socket.plan, tally, [this](const Board &gone) { vanish(gone); });
     socket.board->start();
-    tally.know(socket.plan.id);
+    tally.count(socket.plan.id, {});
 }
 
 void Library::detach()

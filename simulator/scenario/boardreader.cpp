@@ -1,7 +1,6 @@
 #include "boardreader.h"
 
 #include "jsonvalues.h"
-#include "listed.h"
 
 namespace {
 
@@ -10,16 +9,12 @@ constexpr int maxAdc = 1023;
 
 Weights weightsOf(const Json &node)
 {
-    if (!node.is_object())
-        allowKeys(node, {std::begin(kindNames), std::end(kindNames)});
+    allowKeys(node, {std::begin(kindNames), std::end(kindNames)});
     Weights weights{};
     int sum = 0;
-    for (const auto &[name, weight] : node.items()) {
-        const auto kind = kindNamed(name);
-        if (!kind)
-            refuse(weight, "this kind is not known; allowed are " + listed(kindNames));
-        sum += weights[static_cast<std::size_t>(*kind)] = static_cast<int>(integer(weight, 0, maxWeight));
-    }
+    for (const auto &[name, weight] : node.items())
+        sum += weights[static_cast<std::size_t>(*kindNamed(name))] =
+            static_cast<int>(integer(weight, 0, maxWeight));
     if (sum == 0)
         refuse(node, "no kind is left; allowed is an object with at least one number above 0");
     return weights;
@@ -32,8 +27,7 @@ PenPath::Point pointOf(const Json &node)
     point.seconds = number(need(node, "seconds"), 0.01, lastSecond);
     point.x = number(need(node, "x"), 0, boardWidth);
     point.y = number(need(node, "y"), 0, boardHeight);
-    if (const Json *touches = find(node, "touches"))
-        point.touches = boolean(*touches);
+    take(node, "touches", point.touches, boolean);
     return point;
 }
 
@@ -59,19 +53,13 @@ Scenario::Place readBoard(const Json &node)
     allowKeys(node, {"id", "rate", "seed", "plugged", "kinds", "lines", "unknowns", "pen", "adcMax"});
     Scenario::Place place{{readId(need(node, "id")), 0}};
     BoardPlan &plan = place.plan;
-    if (const Json *rate = find(node, "rate"))
-        plan.rate = readAmount(*rate, maxRate);
-    if (const Json *plugged = find(node, "plugged"))
-        place.plugged = boolean(*plugged);
-    if (const Json *kinds = find(node, "kinds"))
-        plan.weights = weightsOf(*kinds);
-    if (const Json *lines = find(node, "lines"))
-        plan.lines = boolean(*lines);
-    if (const Json *unknowns = find(node, "unknowns"))
-        plan.unknowns = boolean(*unknowns);
-    if (const Json *pen = find(node, "pen"))
-        plan.pen = penOf(*pen);
-    if (const Json *adcMax = find(node, "adcMax"))
-        plan.adcMax = static_cast<int>(integer(*adcMax, adcMin, maxAdc));
+    take(node, "rate", plan.rate, [](const Json &rate) { return readAmount(rate, maxRate); });
+    take(node, "plugged", place.plugged, boolean);
+    take(node, "kinds", plan.weights, weightsOf);
+    take(node, "lines", plan.lines, boolean);
+    take(node, "unknowns", plan.unknowns, boolean);
+    take(node, "pen", plan.pen, penOf);
+    take(node, "adcMax", plan.adcMax,
+         [](const Json &most) { return static_cast<int>(integer(most, adcMin, maxAdc)); });
     return place;
 }

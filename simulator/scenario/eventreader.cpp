@@ -105,8 +105,8 @@ void readFault(const Json &node, Scenario &scenario)
     allowKeys(node, keys);
     if (fault.scope != Fault::Scope::Library && scenario.boards.empty())
         refuse(node, "the fault " + std::string(fault.name) + " needs a board; there is none");
-    const Json *given = find(node, "at");
-    const auto at = given ? readSeconds(*given) : std::chrono::nanoseconds(0);
+    std::chrono::nanoseconds at{0};
+    take(node, "at", at, readSeconds);
     const FaultEvents events =
         fault.events(fault, amountIn(node, fault.amount), at, static_cast<int>(scenario.boards.size()));
     scenario.events.insert(scenario.events.end(), events.ofLibrary.begin(), events.ofLibrary.end());

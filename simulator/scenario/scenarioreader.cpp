@@ -17,22 +17,21 @@ constexpr std::size_t maxFileSize = 1048576;
 constexpr std::size_t maxEvents = 1000;
 constexpr std::uint32_t seedStep = 7919;
 
+[[noreturn]] void refuseFile(const std::string &reason)
+{
+    throw Refusal{"", "this cannot be read (" + reason + "); a scenario file is needed"};
+}
+
 std::string contentsOf(const std::string &path)
 {
     std::error_code error;
-    const auto status = std::filesystem::status(path, error);
-    if (status.type() == std::filesystem::file_type::none)
-        throw Refusal{"", "this cannot be read (" + error.message() + "); a file that can be read is needed"};
-    if (!std::filesystem::exists(status))
-        throw Refusal{"", "there is no such file; a scenario file is needed"};
-    if (!std::filesystem::is_regular_file(status))
-        throw Refusal{"", "this is not a file; a scenario file is needed"};
+    if (!std::filesystem::is_regular_file(path, error))
+        refuseFile(error ? error.message() : "it is not a regular file");
     errno = 0;
     std::ifstream file(path, std::ios::binary);
-    std::string contents(maxFileSize + 1, '\0');
     if (!file)
-        throw Refusal{"", "this cannot be read (" + std::string(std::strerror(errno)) +
-                              "); a file that can be read is needed"};
+        refuseFile(std::strerror(errno));
+    std::string contents(maxFileSize + 1, '\0');
     file.read(contents.data(), static_cast<std::streamsize>(contents.size()));
     contents.resize(static_cast<std::size_t>(file.gcount()));
     if (contents.size() > maxFileSize)
@@ -50,12 +49,12 @@ std::uint32_t usualSeed(std::uint32_t common, const std::vector<Scenario::Place>
 
 void readBoards(const Json &root, Scenario &scenario)
 {
-    const Json *seed = find(root, "seed");
-    const std::uint32_t common = seed ? readSeed(*seed) : 0;
+    std::uint32_t common = 0;
+    take(root, "seed", common, readSeed);
     for (const Json &node : items(need(root, "boards"), 0, maxBoards)) {
         Scenario::Place place = readBoard(node);
-        const Json *own = find(node, "seed");
-        place.plan.seed = own ? readSeed(*own) : usualSeed(common, scenario.boards, place.plan.id);
+        place.plan.seed = usualSeed(common, scenario.boards, place.plan.id);
+        take(node, "seed", place.plan.seed, readSeed);
         scenario.boards.push_back(std::move(place));
     }
 }

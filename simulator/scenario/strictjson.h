@@ -28,6 +28,13 @@ void allowKeys(const Json &object, const std::vector<std::string_view> &keys);
 /// Null when there is no such key.
 const Json *find(const Json &object, const char *key);
 const Json &need(const Json &object, const char *key);
+/// What is read of the key's value; when there is no such key, nothing changes.
+template <typename Value, typename Read>
+void take(const Json &object, const char *key, Value &value, Read read)
+{
+    if (const Json *found = find(object, key))
+        value = read(*found);
+}
 /// The list itself, which has `least` to `most` items.
 const Json &items(const Json &list, std::size_t least, std::size_t most);
 

@@ -203,17 +203,21 @@ void tst_scenariocomplaints::filesThatAreNone()
     std::string complaint;
     const std::string missing = folder.filePath("missing.json").toStdString();
     QVERIFY(!readScenario(missing, complaint));
-    QCOMPARE(complaint, missing + ": there is no such file; a scenario file is needed");
+    QCOMPARE(complaint,
+             missing + ": this cannot be read (No such file or directory); a scenario file is needed");
     const std::string directory = folder.path().toStdString();
     QVERIFY(!readScenario(directory, complaint));
-    QCOMPARE(complaint, directory + ": this is not a file; a scenario file is needed");
+    QCOMPARE(complaint,
+             directory + ": this cannot be read (it is not a regular file); a scenario file is needed");
     QVERIFY(!readScenario("two\nlines", complaint));
-    QCOMPARE(complaint, std::string("two?lines: there is no such file; a scenario file is needed"));
+    QCOMPARE(
+        complaint,
+        std::string("two?lines: this cannot be read (No such file or directory); a scenario file is needed"));
     const QString loop = folder.filePath("loop.json");
     QVERIFY(QFile::link(loop, loop));
     QVERIFY(!readScenario(loop.toStdString(), complaint));
     QCOMPARE(complaint, loop.toStdString() + ": this cannot be read (Too many levels of symbolic links); "
-                                             "a file that can be read is needed");
+                                             "a scenario file is needed");
 }
 
 void tst_scenariocomplaints::aFileThatIsTooLarge()
