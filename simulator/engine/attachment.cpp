@@ -2,42 +2,9 @@
 
 #include "entrypoints.h"
 
-#include <new>
-#include <system_error>
-
 Attachment::Attachment(Happen happen_)
     : happen(std::move(happen_))
 {
-}
-
-void Attachment::start()
-{
-    thread = std::thread([self = shared_from_this()] { self->run(); });
-}
-
-std::thread Attachment::stop()
-{
-    std::thread ended;
-    {
-        const std::lock_guard lock(mutex);
-        stopping = true;
-        ended.swap(thread);
-    }
-    wake.notify_all();
-    listeners.removeAll();
-    return ended;
-}
-
-void Attachment::addListener(Listeners::Function function, void *context)
-{
-    const std::lock_guard lock(mutex);
-    if (!stopping)
-        listeners.add(function, context);
-}
-
-void Attachment::removeListener(Listeners::Function function, void *context)
-{
-    listeners.remove(function, context);
 }
 
 void Attachment::add(const std::vector<LibraryEvent> &events)
@@ -51,20 +18,6 @@ void Attachment::add(const std::vector<LibraryEvent> &events)
     wake.notify_all();
 }
 
-void Attachment::run()
-{
-    try {
-        std::unique_lock lock(mutex);
-        while (!stopping)
-            step(lock);
-    } catch (const std::bad_alloc &) {
-        // Out of memory nothing happens any more; the process is somebody else's.
-    } catch (const std::system_error &) {
-        // A board without a thread: neither does it then.
-    }
-}
-
-/// Does the next thing that is to be done, or waits until there may be one.
 void Attachment::step(std::unique_lock<std::mutex> &lock)
 {
     if (waiting.empty()) {

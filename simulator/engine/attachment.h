@@ -1,20 +1,16 @@
 #pragma once
 
-#include "listeners.h"
+#include "callbackthread.h"
 #include "scenario.h"
 
 #include <chrono>
-#include <condition_variable>
 #include <functional>
 #include <map>
-#include <memory>
-#include <mutex>
-#include <thread>
 #include <vector>
 
 /// What there is from an attach to its detach: the plug-and-play callbacks, and a thread that calls them and
 /// lets the library's events happen at their times.
-class Attachment : public std::enable_shared_from_this<Attachment>
+class Attachment : public CallbackThread
 {
 public:
     using Happen = std::function<bool(const LibraryEvent &)>;
@@ -23,13 +19,6 @@ public:
     /// more
     explicit Attachment(Happen happen);
 
-    void start();
-    /// Tells the thread to end and forgets all listeners and events.
-    /// \return the thread, which the caller joins or keeps; it holds this object until it has ended
-    std::thread stop();
-
-    void addListener(Listeners::Function function, void *context);
-    void removeListener(Listeners::Function function, void *context);
     /// \param events their times count from now
     void add(const std::vector<LibraryEvent> &events);
     /// Every listener is called once more.
@@ -38,15 +27,9 @@ public:
 private:
     using Clock = std::chrono::steady_clock;
 
-    void run();
-    void step(std::unique_lock<std::mutex> &lock);
+    void step(std::unique_lock<std::mutex> &lock) override;
     void perform(const LibraryEvent &event);
 
     const Happen happen;
-    Listeners listeners;
-    std::mutex mutex; ///< of everything below
-    std::condition_variable wake;
-    std::multimap<Clock::time_point, LibraryEvent> waiting;
-    bool stopping = false;
-    std::thread thread;
+    std::multimap<Clock::time_point, LibraryEvent> waiting; ///< under the mutex
 };

@@ -2,7 +2,6 @@
 
 #include "listeners.h"
 
-#include <algorithm>
 #include <iterator>
 
 EndingThreads::~EndingThreads()
@@ -18,9 +17,6 @@ EndingThreads::~EndingThreads()
 
 void EndingThreads::join(Threads ending)
 {
-    ending.erase(
-        std::remove_if(ending.begin(), ending.end(), [](const auto &thread) { return !thread.joinable(); }),
-        ending.end());
     {
         const std::lock_guard lock(mutex);
         std::move(ending.begin(), ending.end(), std::back_inserter(kept));
@@ -28,13 +24,8 @@ void EndingThreads::join(Threads ending)
         if (!Listeners::insideCallback())
             ending.swap(kept);
     }
-    for (std::thread &thread : ending)
-        thread.join();
-}
-
-void EndingThreads::join(std::thread ending)
-{
-    Threads one;
-    one.push_back(std::move(ending));
-    join(std::move(one));
+    for (std::thread &thread : ending) {
+        if (thread.joinable()) // what never started has none
+            thread.join();
+    }
 }

@@ -14,8 +14,7 @@ public:
     ~EndingThreads();
 
     /// \param ending may hold some that never started
-    void join(Threads ending = {});
-    void join(std::thread ending);
+    void join(Threads ending);
 
 private:
     std::mutex mutex;

@@ -35,18 +35,18 @@ std::optional<Scenario> load(const std::string &nameOrPath, std::string &complai
 } // namespace
 
 Library::Library()
-    : scenario(defaultScenario())
-    , scenarioName(defaultName)
 {
+    state.scenario = defaultScenario();
+    state.scenarioName = defaultName;
     const char *chosen = std::getenv(environmentVariable);
     if (chosen && *chosen) {
-        const auto loaded = load(chosen, error);
-        scenario = loaded.value_or(Scenario{});
-        scenarioName = loaded ? chosen : "";
+        const auto loaded = load(chosen, state.error);
+        state.scenario = loaded.value_or(Scenario{});
+        state.scenarioName = loaded ? chosen : "";
         if (!loaded)
-            std::fputs((error + '\n').c_str(), stderr);
+            std::fputs((state.error + '\n').c_str(), stderr);
     }
-    plugged.use(scenario);
+    state.plugged.use(state.scenario);
 }
 
 bool Library::choose(const std::string &nameOrPath)
@@ -55,19 +55,18 @@ bool Library::choose(const std::string &nameOrPath)
     auto loaded = load(nameOrPath, complaint);
     if (!loaded)
         return complain(complaint);
-    std::vector<std::shared_ptr<Board>> leaving;
-    {
-        const std::lock_guard lock(mutex);
-        leaving = plugged.takeAttached();
-        scenario = std::move(*loaded);
-        scenarioName = nameOrPath;
-        plugged.use(scenario);
-        standing = {};
-        if (current) {
+    const auto leaving = locked([&](State &now) {
+        auto attached = now.plugged.takeAttached();
+        now.scenario = std::move(*loaded);
+        now.scenarioName = nameOrPath;
+        now.plugged.use(now.scenario);
+        now.standing = {};
+        if (now.attachment) {
             powerAll();
-            current->notify();
+            now.attachment->notify();
         }
-    }
+        return attached;
+    });
     Threads ending;
     for (const auto &board : leaving)
         ending.push_back(board->stop());
@@ -75,33 +74,20 @@ bool Library::choose(const std::string &nameOrPath)
     return true;
 }
 
-std::string Library::currentScenario() const
-{
-    const std::lock_guard lock(mutex);
-    return scenarioName;
-}
-
-std::string Library::lastError() const
-{
-    const std::lock_guard lock(mutex);
-    return error;
-}
-
 /// \return false
 bool Library::complain(const std::string &line)
 {
-    const std::lock_guard lock(mutex);
-    error = line;
+    locked([&](State &now) { now.error = line; });
     return false;
 }
 
 /// Starts the boards and what happens to them. What is due at once has happened when the attach returns.
 void Library::powerAll()
 {
-    for (PluggedBoards::Socket &socket : plugged.all())
+    for (Socket &socket : state.plugged.all())
         power(socket);
     std::vector<LibraryEvent> later;
-    for (const LibraryEvent &event : std::exchange(scenario.events, {})) {
+    for (const LibraryEvent &event : std::exchange(state.scenario.events, {})) {
         if (event.at.count() == 0 && event.what != LibraryEvent::What::Unplug)
             change(event);
         else
@@ -113,37 +99,11 @@ void Library::powerAll()
 void Library::schedule(std::vector<LibraryEvent> events)
 {
     for (LibraryEvent &event : events) {
-        event.number = ++lastEvent;
-        scenario.events.push_back(event);
+        event.number = ++state.lastEvent;
+        state.scenario.events.push_back(event);
     }
-    if (current)
-        current->add(events);
-}
-
-/// Called on the attachment's thread.
-/// \return whether the event was still to come; those of another scenario or an attach that is over are not
-bool Library::happen(const LibraryEvent &event)
-{
-    {
-        const std::lock_guard lock(mutex);
-        const auto match =
-            std::find_if(scenario.events.begin(), scenario.events.end(),
-                         [&event](const LibraryEvent &other) { return other.number == event.number; });
-        if (match == scenario.events.end())
-            return false;
-        scenario.events.erase(match);
-        if (event.what != LibraryEvent::What::Unplug) {
-            change(event);
-            return true;
-        }
-    }
-    // Joins not what others have left to be joined: that may be this very thread.
-    if (auto socket = takeOut(event.value)) {
-        std::thread ending = pullOut(std::move(*socket));
-        if (ending.joinable())
-            ending.join();
-    }
-    return true;
+    if (state.attachment)
+        state.attachment->add(events);
 }
 
 void Library::change(const LibraryEvent &event)
@@ -151,7 +111,30 @@ void Library::change(const LibraryEvent &event)
     if (event.what == LibraryEvent::What::Plug)
         plugLocked(event.value);
     else if (event.what == LibraryEvent::What::Change)
-        event.change(standing, event.value);
+        event.change(state.standing, event.value);
+}
+
+/// Called on the attachment's thread.
+/// \return whether the event was still to come; those of another scenario or an attach that is over are not
+bool Library::happen(const LibraryEvent &event)
+{
+    const bool due = locked([&](State &now) {
+        auto &events = now.scenario.events;
+        const auto isIt = [&event](const LibraryEvent &other) { return other.number == event.number; };
+        const auto match = std::find_if(events.begin(), events.end(), isIt);
+        if (match == events.end())
+            return false;
+        events.erase(match);
+        change(event);
+        return true;
+    });
+    if (!due || event.what != LibraryEvent::What::Unplug)
+        return due;
+    // Joins not what others have left to be joined: that may be this very thread.
+    const auto isIt = [&event](const Socket &socket) { return socket.plan.id == event.value; };
+    for (std::thread &ending : pullOut(isIt).value_or(Threads{}))
+        ending.join();
+    return true;
 }
 
 bool Library::trigger(const std::string &name)
@@ -164,32 +147,12 @@ bool Library::trigger(const std::string &name)
         return complain(name + ": nobody is attached to a board; attach first");
     const FaultEvents events =
         fault->events(*fault, fault->amount.usual, {}, static_cast<int>(present.size()));
-    {
-        const std::lock_guard lock(mutex);
-        schedule(events.ofLibrary);
-    }
+    locked([&](State &) { schedule(events.ofLibrary); });
     for (const auto &board : present) {
         for (const BoardEvent &event : events.ofBoards)
-            board->happen(event);
+            board->post(event);
         if (fault->scope != Fault::Scope::EveryBoard)
             break;
     }
     return true;
-}
-
-std::optional<bool> Library::isOn(const std::string &name) const
-{
-    const Fault *fault = faultNamed(name);
-    if (!fault || !fault->isOn)
-        return std::nullopt;
-    const std::lock_guard lock(mutex);
-    return current && fault->isOn(standing);
-}
-
-StandingFaults Library::takeCommandFaults()
-{
-    const std::lock_guard lock(mutex);
-    const StandingFaults taken = standing;
-    standing.commandDelayMs = 0;
-    return taken;
 }

@@ -18,13 +18,14 @@ Library::~Library()
 
 int Library::attach()
 {
-    endingThreads.join();
+    endingThreads.join({});
     try {
         const std::lock_guard lock(mutex);
-        if (current)
+        if (state.attachment)
             return 1;
-        current = std::make_shared<Attachment>([this](const LibraryEvent &event) { return happen(event); });
-        current->start();
+        state.attachment =
+            std::make_shared<Attachment>([this](const LibraryEvent &event) { return happen(event); });
+        state.attachment->start();
         powerAll();
         return 1;
     } catch (const std::system_error &) {
@@ -33,7 +34,7 @@ int Library::attach()
     }
 }
 
-void Library::power(PluggedBoards::Socket &socket)
+void Library::power(Socket &socket)
 {
     socket.board = std::make_shared<Board>(socket.plan, tally, [this](const Board &gone) { vanish(gone); });
     socket.board->start();
@@ -42,28 +43,24 @@ void Library::power(PluggedBoards::Socket &socket)
 
 void Library::detach()
 {
-    {
-        const std::lock_guard lock(mutex);
-        ++detaching;
-    }
+    locked([](State &now) { return ++now.detaching; });
     letGo();
     std::unique_lock lock(mutex);
-    --detaching;
+    --state.detaching;
     detached.notify_all();
     // Another thread may be joining what this one found gone.
     if (!Listeners::insideCallback())
-        detached.wait(lock, [this] { return detaching == 0; });
+        detached.wait(lock, [this] { return state.detaching == 0; });
 }
 
 void Library::letGo()
 {
     std::vector<std::shared_ptr<Board>> leaving;
     std::shared_ptr<Attachment> over;
-    {
-        const std::lock_guard lock(mutex);
-        leaving = plugged.takeAttached();
-        over.swap(current);
-    }
+    locked([&](State &now) {
+        leaving = now.plugged.takeAttached();
+        over.swap(now.attachment);
+    });
     Threads ending;
     if (over)
         ending.push_back(over->stop());
@@ -72,13 +69,17 @@ void Library::letGo()
     endingThreads.join(std::move(ending));
 }
 
-std::vector<std::shared_ptr<Board>> Library::boards() const
+std::shared_ptr<Attachment> Library::attachment()
 {
-    const std::lock_guard lock(mutex);
-    return plugged.attached();
+    return locked([](State &now) { return now.attachment; });
 }
 
-std::vector<std::shared_ptr<Board>> Library::boardsWith(int id) const
+std::vector<std::shared_ptr<Board>> Library::boards()
+{
+    return locked([](State &now) { return now.plugged.attached(); });
+}
+
+std::vector<std::shared_ptr<Board>> Library::boardsWith(int id)
 {
     auto found = boards();
     const auto other = [id](const auto &board) { return board->id() != id; };
@@ -86,61 +87,42 @@ std::vector<std::shared_ptr<Board>> Library::boardsWith(int id) const
     return found;
 }
 
-std::shared_ptr<Attachment> Library::attachment() const
-{
-    const std::lock_guard lock(mutex);
-    return current;
-}
-
-std::vector<int> Library::ids() const
-{
-    const std::lock_guard lock(mutex);
-    std::vector<int> found;
-    for (const PluggedBoards::Socket &socket : plugged.all())
-        found.push_back(socket.plan.id);
-    return found;
-}
-
 bool Library::plug(int id)
 {
-    const std::lock_guard lock(mutex);
-    return plugLocked(id);
+    return locked([&](State &) { return plugLocked(id); });
 }
 
 bool Library::plugLocked(int id)
 {
-    PluggedBoards::Socket *socket = plugged.plug(id, scenario);
-    if (socket && current) {
+    Socket *socket = state.plugged.plug(id, state.scenario);
+    if (socket && state.attachment) {
         power(*socket);
-        current->notify();
+        state.attachment->notify();
     }
     return socket != nullptr;
 }
 
 bool Library::unplug(int id)
 {
-    auto socket = takeOut(id);
+    auto ending = pullOut([id](const Socket &socket) { return socket.plan.id == id; });
+    if (ending)
+        endingThreads.join(std::move(*ending));
+    return ending.has_value();
+}
+
+/// Takes out the first board that is wanted, stops it and notifies.
+/// \return its thread while somebody is attached; nothing when there is no such board
+std::optional<Threads> Library::pullOut(const std::function<bool(const Socket &)> &isWanted)
+{
+    const auto socket = locked([&](State &now) { return now.plugged.takeOut(isWanted); });
     if (!socket)
-        return false;
-    endingThreads.join(pullOut(std::move(*socket)));
-    return true;
-}
-
-std::optional<PluggedBoards::Socket> Library::takeOut(int id)
-{
-    const std::lock_guard lock(mutex);
-    return plugged.takeOut([id](const PluggedBoards::Socket &socket) { return socket.plan.id == id; });
-}
-
-/// Stops a board that has been taken out, and notifies.
-/// \return its thread, which there is while somebody is attached
-std::thread Library::pullOut(PluggedBoards::Socket socket)
-{
-    if (!socket.board)
-        return {};
-    std::thread ending = socket.board->stop();
-    if (const auto attached = attachment())
-        attached->notify();
+        return std::nullopt;
+    Threads ending;
+    if (!socket->board)
+        return ending;
+    ending.push_back(socket->board->stop());
+    if (const auto current = attachment())
+        current->notify();
     return ending;
 }
 
@@ -148,33 +130,7 @@ std::thread Library::pullOut(PluggedBoards::Socket socket)
 void Library::vanish(const Board &board)
 {
     const Listeners::Within within;
-    std::optional<PluggedBoards::Socket> socket;
-    {
-        const std::lock_guard lock(mutex);
-        socket = plugged.takeOut(
-            [&board](const PluggedBoards::Socket &other) { return other.board.get() == &board; });
-    }
-    if (socket)
-        endingThreads.join(pullOut(std::move(*socket)));
-}
-
-bool Library::setRate(int id, int perSecond)
-{
-    const std::lock_guard lock(mutex);
-    return plugged.setRate(id, perSecond);
-}
-
-int Library::reportedCount() const
-{
-    const std::lock_guard lock(mutex);
-    return current ? std::max(0, static_cast<int>(plugged.all().size()) + standing.countLie) : 0;
-}
-
-std::optional<int> Library::reportedId(int index) const
-{
-    const std::lock_guard lock(mutex);
-    const auto number = static_cast<std::size_t>(index);
-    if (!current || number >= plugged.all().size() || standing.failingIndexes.count(index) > 0)
-        return std::nullopt;
-    return plugged.all()[number].plan.id;
+    auto ending = pullOut([&board](const Socket &socket) { return socket.board.get() == &board; });
+    if (ending)
+        endingThreads.join(std::move(*ending));
 }

@@ -21,65 +21,63 @@
 class Library
 {
 public:
+    struct State
+    {
+        Scenario scenario; ///< its events are those to come
+        std::string scenarioName;
+        std::string error; ///< why the last scenario or fault was refused
+        PluggedBoards plugged;
+        StandingFaults standing;
+        std::shared_ptr<Attachment> attachment; ///< null while nobody is attached
+        unsigned lastEvent = 0;                 ///< number of the event that was scheduled last
+        int detaching = 0;                      ///< detaches under way
+    };
+
     static Library &instance();
     ~Library();
+
+    /// `use(State &)` under the lock.
+    template <typename Use>
+    auto locked(Use use)
+    {
+        const std::lock_guard lock(mutex);
+        return use(state);
+    }
+    std::shared_ptr<Attachment> attachment();
+    /// Those that are attached.
+    std::vector<std::shared_ptr<Board>> boards();
+    std::vector<std::shared_ptr<Board>> boardsWith(int id);
 
     /// \return 1, or 0 when no thread could be started
     int attach();
     void detach();
-
-    /// Those that are attached.
-    std::vector<std::shared_ptr<Board>> boards() const;
-    std::vector<std::shared_ptr<Board>> boardsWith(int id) const;
-    /// Null while nobody is attached.
-    std::shared_ptr<Attachment> attachment() const;
-    /// Ids of the boards that are plugged in, attached or not.
-    std::vector<int> ids() const;
-
     bool plug(int id);
     bool unplug(int id);
-    bool setRate(int id, int perSecond);
-
-    /// What the entry points say of the boards, lies included.
-    int reportedCount() const;
-    std::optional<int> reportedId(int index) const;
-    /// What is wrong with this command. A delay is for one command only.
-    StandingFaults takeCommandFaults();
-
-    /// Replaces all boards by those of another scenario. On failure nothing has changed but lastError().
+    /// Replaces all boards by those of another scenario. On failure nothing has changed but the error.
     bool choose(const std::string &nameOrPath);
-    std::string currentScenario() const;
     bool trigger(const std::string &fault);
-    /// Nothing for a fault that does not last.
-    std::optional<bool> isOn(const std::string &fault) const;
-    std::string lastError() const;
 
     Tally tally;
 
 private:
+    using Socket = PluggedBoards::Socket;
+
     Library();
-    void power(PluggedBoards::Socket &socket);
-    void powerAll();
-    void schedule(std::vector<LibraryEvent> events);
     void letGo();
+    // Under the lock.
+    void power(Socket &socket);
+    void powerAll();
     bool plugLocked(int id);
-    std::thread pullOut(PluggedBoards::Socket socket);
-    std::optional<PluggedBoards::Socket> takeOut(int id);
+    void schedule(std::vector<LibraryEvent> events);
+    void change(const LibraryEvent &event);
+    // Without it.
+    std::optional<Threads> pullOut(const std::function<bool(const Socket &)> &isWanted);
     void vanish(const Board &board);
     bool happen(const LibraryEvent &event);
-    void change(const LibraryEvent &event);
     bool complain(const std::string &line);
 
-    mutable std::mutex mutex; ///< of everything below
+    std::mutex mutex;
+    State state;
     std::condition_variable detached;
-    Scenario scenario; ///< its events are those to come
-    std::string scenarioName;
-    std::string error;
-    PluggedBoards plugged;
-    StandingFaults standing;
-    std::shared_ptr<Attachment> current;
-    unsigned lastEvent = 0; ///< number of the event that was scheduled last
-    int detaching = 0;      ///< detaches under way
-
     EndingThreads endingThreads; ///< the last member: whoever still runs uses the others
 };

@@ -62,7 +62,7 @@ bool PluggedBoards::setRate(int id, int perSecond)
         found = true;
         socket.plan.rate = perSecond;
         if (socket.board)
-            socket.board->happen({{}, Rate{perSecond}});
+            socket.board->post(BoardEvent{{}, Rate{perSecond}});
     }
     return found;
 }
