@@ -1,6 +1,5 @@
 #include "boardmenu.h"
 #include "complaint.h"
-#include "display.h"
 #include "driverlibrary.h"
 #include "hostwindow.h"
 #include "options.h"
@@ -41,15 +40,6 @@ QString takeToolkitOptions(QStringList &arguments)
     }
     arguments = own;
     return {};
-}
-
-/// Whether there is a display, or a platform was asked for by name.
-bool hasDisplay(const QStringList &arguments)
-{
-    return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
-           !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") ||
-           arguments.contains(QStringLiteral("-platform")) ||
-           arguments.contains(QStringLiteral("--platform"));
 }
 
 int print(const QString &text)
@@ -109,8 +99,6 @@ void quit(HostWindow &window)
 int runWindow(const std::vector<LoadedPlugin> &plugins, const std::optional<Simulation> &simulation,
               const Options &options)
 {
-    if (!qobject_cast<QApplication *>(QCoreApplication::instance()))
-        return complain(QStringLiteral("no display; QT_QPA_PLATFORM=offscreen runs without one"));
     HostWindow window(plugins);
     if (simulation) {
         new BoardMenu(window, *simulation);
@@ -203,16 +191,17 @@ int main(int argc, char **argv)
 {
     QCoreApplication::setApplicationName(QStringLiteral("tendro-host"));
     QCoreApplication::setApplicationVersion(QStringLiteral(TENDRO_HOST_VERSION));
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
 
     // Without a display QApplication would abort, even for a wrong option.
     auto application = std::make_unique<QCoreApplication>(argc, argv);
-    const QStringList arguments = QCoreApplication::arguments();
     Options options;
-    if (const auto status = readCommandLine(arguments, options))
+    if (const auto status = readCommandLine(QCoreApplication::arguments(), options))
         return afterOutput(*status);
-    if (!options.list && !options.listScenarios && hasDisplay(arguments)) {
+    if (!options.list && !options.listScenarios) {
         application.reset();
-        application = createWidgetsApplication(argc, argv);
+        application = std::make_unique<QApplication>(argc, argv);
     }
     return afterOutput(run(options));
 }

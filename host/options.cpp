@@ -124,8 +124,8 @@ void declareOptions(QCommandLineParser &parser)
                        "It opens a tool, types, shows tabs, waits, prints rows, takes snapshots and\n"
                        "closes, always in this order. What acts on a tool opens the first one when\n"
                        "no --open is given.\n\n"
-                       "Exit status: 0 when all that was asked for is done; 2 when an option, a file,\n"
-                       "a scenario or the display is of no use, or output cannot be written, with a\n"
+                       "Exit status: 0 when all that was asked for is done; 2 when an option, a file\n"
+                       "or a scenario is of no use, or output cannot be written, with a\n"
                        "line on standard error that says which and why."));
     parser.addVersionOption();
     parser.addOptions({

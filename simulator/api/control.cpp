@@ -11,6 +11,8 @@
 
 namespace {
 
+using State = Library::State;
+
 /// What `action(library)` returns, or the fallback when it throws.
 template <typename Result, typename Action>
 Result ask(Result fallback, Action action) noexcept
@@ -18,29 +20,18 @@ Result ask(Result fallback, Action action) noexcept
     return guarded([=] { return fallback; }, [&]() -> Result { return action(Library::instance()); });
 }
 
+/// What `action(state)` returns under the library's lock, or the fallback when it throws.
+template <typename Result, typename Action>
+Result askState(Result fallback, Action action) noexcept
+{
+    return ask(fallback, [&](Library &library) { return library.locked(action); });
+}
+
 /// 0 when the action is done, -1 when it is not.
 template <typename Action>
 int done(Action action) noexcept
 {
     return ask(-1, [&](Library &library) { return action(library) ? 0 : -1; });
-}
-
-int deliverTo(const std::vector<std::shared_ptr<Board>> &boards, const unsigned char *bytes,
-              unsigned int length)
-{
-    int called = 0;
-    for (const auto &board : boards)
-        called += board->deliver(bytes, length);
-    return called;
-}
-
-int deliverOnNewThread(const std::vector<std::shared_ptr<Board>> &boards, const unsigned char *bytes,
-                       unsigned int length)
-{
-    int called = 0;
-    std::thread thread([&] { called = deliverTo(boards, bytes, length); });
-    thread.join();
-    return called;
 }
 
 /// \return whether there are counts
@@ -76,14 +67,15 @@ ORVEXSIM_EXPORT int orvexsim_unplug(int id)
 
 ORVEXSIM_EXPORT int orvexsim_set_rate(int id, int perSecond)
 {
-    return done([&](Library &library) { return library.setRate(id, perSecond); });
+    return askState(-1, [&](State &now) { return now.plugged.setRate(id, perSecond) ? 0 : -1; });
 }
 
 ORVEXSIM_EXPORT int orvexsim_boards(int *ids, int capacity)
 {
-    return ask(0, [&](Library &library) {
-        const std::vector<int> found = library.ids();
-        std::copy_n(found.begin(), std::clamp(capacity, 0, static_cast<int>(found.size())), ids);
+    return askState(0, [&](State &now) {
+        const auto &found = now.plugged.all();
+        for (std::size_t i = 0; i < found.size() && static_cast<int>(i) < capacity; ++i)
+            ids[i] = found[i].plan.id;
         return static_cast<int>(found.size());
     });
 }
@@ -97,20 +89,22 @@ ORVEXSIM_EXPORT int orvexsim_send_on(int thread, int id, const unsigned char *by
 {
     return ask(-1, [&](Library &library) {
         const auto boards = library.boardsWith(id);
-        if (boards.empty())
+        if (boards.empty() || thread < ORVEXSIM_CALLERS_THREAD || thread > ORVEXSIM_NEW_THREAD)
             return -1;
-        switch (thread) {
-        case ORVEXSIM_CALLERS_THREAD:
-            return deliverTo(boards, bytes, length);
-        case ORVEXSIM_NEW_THREAD:
-            return deliverOnNewThread(boards, bytes, length);
-        case ORVEXSIM_BOARDS_THREAD:
-            for (const auto &board : boards)
-                board->send(Report(bytes, bytes + length));
-            return 0;
-        default:
-            return -1;
-        }
+        int called = 0;
+        const auto send = [&] {
+            for (const auto &board : boards) {
+                if (thread == ORVEXSIM_BOARDS_THREAD)
+                    board->post(Report(bytes, bytes + length));
+                else
+                    called += board->deliver(bytes, length);
+            }
+        };
+        if (thread == ORVEXSIM_NEW_THREAD)
+            std::thread(send).join();
+        else
+            send();
+        return called;
     });
 }
 
@@ -155,13 +149,14 @@ ORVEXSIM_EXPORT int orvexsim_choose(const char *scenario)
 
 ORVEXSIM_EXPORT int orvexsim_current_scenario(char *buffer, unsigned int size)
 {
-    return ask(0, [&](Library &library) { return copyText(library.currentScenario(), buffer, size); });
+    return askState(0, [&](State &now) { return copyText(now.scenarioName, buffer, size); });
 }
 
 ORVEXSIM_EXPORT const char *orvexsim_fault(int index)
 {
-    const bool known = index >= 0 && static_cast<std::size_t>(index) < std::size(faults);
-    return known ? faults[index].name.data() : nullptr; // literals, which end in a zero byte
+    const auto number = static_cast<std::size_t>(index);
+    return number < faults().size() ? faults()[number].name.data()
+                                    : nullptr; // literals, which end in a zero byte
 }
 
 ORVEXSIM_EXPORT const char *orvexsim_fault_text(const char *fault)
@@ -172,9 +167,9 @@ ORVEXSIM_EXPORT const char *orvexsim_fault_text(const char *fault)
 
 ORVEXSIM_EXPORT int orvexsim_fault_is_on(const char *fault)
 {
-    return ask(-1, [&](Library &library) {
-        const std::optional<bool> on = library.isOn(fault ? fault : "");
-        return on ? static_cast<int>(*on) : -1;
+    return askState(-1, [&](State &now) {
+        const Fault *known = faultNamed(fault ? fault : "");
+        return known && known->isOn ? static_cast<int>(now.attachment && known->isOn(now.standing)) : -1;
     });
 }
 
@@ -185,7 +180,7 @@ ORVEXSIM_EXPORT int orvexsim_trigger(const char *fault)
 
 ORVEXSIM_EXPORT int orvexsim_last_error(char *buffer, unsigned int size)
 {
-    return ask(0, [&](Library &library) { return copyText(library.lastError(), buffer, size); });
+    return askState(0, [&](State &now) { return copyText(now.error, buffer, size); });
 }
 
 ORVEXSIM_EXPORT unsigned long long orvexsim_journal_length()

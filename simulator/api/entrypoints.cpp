@@ -5,6 +5,7 @@
 #include "library.h"
 #include "textlines.h"
 
+#include <algorithm>
 #include <chrono>
 #include <thread>
 
@@ -28,7 +29,7 @@ struct Simulated : Unsimulated
 {
     static int orvexAttach() { return Library::instance().attach(); }
     static void orvexDetach() { Library::instance().detach(); }
-    static int orvexGetDeviceCount() { return Library::instance().reportedCount(); }
+    static int orvexGetDeviceCount();
     static std::uint8_t orvexEnumDeviceInfo(int index, _ORVEX_DEVICE_INFO *info);
     static void orvexSetCallback(int device, OrvexDataCallback callback, void *context);
     static void orvexClearCallback(int device, OrvexDataCallback callback, void *context);
@@ -42,13 +43,25 @@ Listeners::Function asFunction(Callback callback)
     return reinterpret_cast<Listeners::Function>(callback);
 }
 
+int Simulated::orvexGetDeviceCount()
+{
+    return Library::instance().locked([](Library::State &now) {
+        const int count = static_cast<int>(now.plugged.all().size()) + now.standing.countLie;
+        return now.attachment ? std::max(0, count) : 0;
+    });
+}
+
 std::uint8_t Simulated::orvexEnumDeviceInfo(int index, _ORVEX_DEVICE_INFO *info)
 {
-    const auto id = Library::instance().reportedId(index);
-    if (!id || !info || info->recordKind != deviceInfoKind)
-        return 0;
-    info->deviceId = *id;
-    return 1;
+    return Library::instance().locked([&](Library::State &now) -> std::uint8_t {
+        const auto number = static_cast<std::size_t>(index);
+        const bool known = now.attachment && number < now.plugged.all().size();
+        if (!known || now.standing.failingIndexes.count(index) > 0 || !info ||
+            info->recordKind != deviceInfoKind)
+            return 0;
+        info->deviceId = now.plugged.all()[number].plan.id;
+        return 1;
+    });
 }
 
 void Simulated::orvexSetCallback(int device, OrvexDataCallback callback, void *context)
@@ -62,15 +75,15 @@ void Simulated::orvexClearCallback(int device, OrvexDataCallback callback, void 
 {
     for (const auto &board : Library::instance().boardsWith(device))
         board->removeListener(asFunction(callback), context);
-    const auto notices = Library::instance().notices();
-    if (notices && device == 0)
-        notices->removeListener(asFunction(callback), context);
+    const auto attachment = Library::instance().attachment();
+    if (attachment && device == 0)
+        attachment->removeListener(asFunction(callback), context);
 }
 
 void Simulated::orvexSetPnpCallback(OrvexPnpCallback callback, void *context)
 {
-    if (const auto notices = Library::instance().notices())
-        notices->addListener(asFunction(callback), context);
+    if (const auto attachment = Library::instance().attachment())
+        attachment->addListener(asFunction(callback), context);
 }
 
 /// What a library does that calls back before a call of its own has returned.
@@ -84,14 +97,18 @@ int Simulated::orvexSendCommand(int device, const char *command)
 {
     if (!command)
         return -1;
-    const auto wrong = Library::instance().takeCommandFaults();
-    std::this_thread::sleep_for(std::chrono::milliseconds(wrong.delayMs));
+    const StandingFaults wrong = Library::instance().locked([](Library::State &now) {
+        StandingFaults taken = now.standing;
+        now.standing.commandDelayMs = 0; // only one command is slow
+        return taken;
+    });
+    std::this_thread::sleep_for(std::chrono::milliseconds(wrong.commandDelayMs));
     int result = -1;
     for (const auto &board : Library::instance().boards()) {
         const bool addressed = board->id() == device;
-        if (addressed && wrong.callback)
+        if (addressed && wrong.callbackInCommand)
             deliverWithin(*board);
-        board->command(addressed ? command : "");
+        board->post(std::string(addressed ? command : ""));
         result = addressed ? 0 : result;
     }
     return result;

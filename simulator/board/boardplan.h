@@ -10,31 +10,45 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <variant>
 #include <vector>
 
 inline constexpr int initialRate = 100;
-inline constexpr int highestRate = 10000;
-inline constexpr int highestTotalRate = 20000;
-inline constexpr std::size_t mostBoards = 32;
+inline constexpr int maxRate = 10000;
+inline constexpr int maxTotalRate = 20000;
+inline constexpr std::size_t maxBoards = 32;
+
+/// So many reports at once, of a kind or as they would have come.
+struct Burst
+{
+    int reports;
+    std::optional<Kind> kind{};
+};
+/// Nothing for so long.
+struct Pause
+{
+    std::chrono::nanoseconds duration;
+};
+/// A report of these bytes.
+struct Raw
+{
+    Report bytes;
+};
+/// From now on so many reports a second, for 0 as many as planned.
+struct Rate
+{
+    int perSecond;
+};
+/// The first half of a report, and the board is gone.
+struct Vanish
+{
+};
 
 /// Something that happens to one board, in the board's own time.
 struct BoardEvent
 {
-    enum class What
-    {
-        Burst,  ///< `amount` reports at once, of `kind` or as they would have come
-        Pause,  ///< nothing for `duration`
-        Raw,    ///< `bytes` as a report
-        Rate,   ///< from now on `amount` reports a second, for 0 as many as planned
-        Vanish, ///< the first half of a report, and the board is gone
-    };
-
     std::chrono::nanoseconds at{0};
-    What what = What::Burst;
-    int amount = 0;
-    std::chrono::nanoseconds duration{0};
-    std::optional<Kind> kind{};
-    Report bytes{};
+    std::variant<Burst, Pause, Raw, Rate, Vanish> what;
 };
 
 /// All that makes a board's reports what they are: two boards of the same plan send the same.
@@ -42,7 +56,7 @@ struct BoardPlan
 {
     int id;
     std::uint32_t seed;
-    int rate = initialRate; ///< reports a second, 1 to `highestRate`
+    int rate = initialRate; ///< reports a second, 1 to `maxRate`
     Weights weights = usualWeights;
     bool lines = true;    ///< a greeting, and the line of text for the bar graph about once a second
     bool unknowns = true; ///< a report of an unknown type every four seconds

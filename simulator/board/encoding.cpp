@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <initializer_list>
 #include <iterator>
+#include <type_traits>
 
 using namespace reports;
 
@@ -11,29 +11,29 @@ namespace {
 
 static_assert(std::size(layouts) == layoutKindCount, "a kind for each layout");
 
-const Layout &layoutOf(Kind kind)
+using Values = std::vector<std::int64_t>;
+
+/// A number; a coordinate is rounded.
+template <typename Number>
+void append(Values &values, Number number)
 {
-    return *layouts[static_cast<std::size_t>(kind)];
+    if constexpr (std::is_floating_point_v<Number>)
+        values.push_back(std::llround(number));
+    else
+        values.push_back(number);
 }
 
-/// A report of a kind whose fields have the given values, in the order of their bytes.
-Report filled(Kind kind, std::initializer_list<std::int64_t> values)
+void append(Values &values, const Phases &phases)
 {
-    const Layout &layout = layoutOf(kind);
-    Report report(layout.sentLength, 0);
-    write(reportLength, layout.sentLength, report.data());
-    write(reportType, layout.type, report.data());
-    if (layout.subType)
-        write(reportSubType, layout.subType, report.data());
-    const Field *field = layout.fields;
-    for (const std::int64_t value : values)
-        write(*field++, value, report.data());
-    return report;
+    values.insert(values.end(), {phases.c0, phases.c60, phases.c120});
 }
 
-std::int64_t whole(double coordinate)
+template <typename... Parts>
+Values list(const Parts &...parts)
 {
-    return std::llround(coordinate);
+    Values values;
+    (append(values, parts), ...);
+    return values;
 }
 
 int flagsOf(const Pen &pen)
@@ -41,95 +41,70 @@ int flagsOf(const Pen &pen)
     return (pen.touches ? 0x80 : 0) | pen.buttons;
 }
 
-Report signal1Report(const Measurement &m)
+/// The raw outputs, of which these are the normalised ones.
+Phases rawOf(const Phases &phases)
 {
-    return filled(Kind::Signal1, {static_cast<std::uint16_t>(m.risesX), static_cast<std::uint16_t>(m.risesY),
-                                  m.xFine.c0, m.xFine.c60, m.xFine.c120, m.yFine.c0, m.yFine.c60,
-                                  m.yFine.c120, m.xCoarse.c0, m.xCoarse.c60, m.xCoarse.c120, m.yCoarse.c0,
-                                  m.yCoarse.c60, m.yCoarse.c120, m.frequencyRaw});
+    constexpr int gain = 4;
+    return {phases.c0 * gain, phases.c60 * gain, phases.c120 * gain};
 }
 
-constexpr std::int64_t rawGain = 4; // of the raw over the normalised outputs
-
-Report signal2Report(const Measurement &m)
+Values positionValues(const Measurement &m)
 {
-    return filled(Kind::Signal2, {m.xFine.c0 * rawGain, m.xFine.c60 * rawGain, m.xFine.c120 * rawGain,
-                                  m.integrations, m.xFine.c0, m.xFine.c60, m.xFine.c120});
+    const std::int64_t x = std::llround(m.pen.x);
+    const std::int64_t y = std::llround(m.pen.y);
+    const auto proximity = static_cast<int>(100 * m.pen.strength);
+    const auto drive = static_cast<int>(255 * m.pen.strength);
+    return list(m.quality, proximity, x, y, x % finePitch, y % finePitch, x / finePitch, y / finePitch, drive,
+                x / finePitch % 2, drive, y / finePitch % 2);
 }
 
-Report signal3Report(const Measurement &m)
+Values phaseValues(const Measurement &m)
 {
-    return filled(Kind::Signal3,
-                  {m.pen.touches, m.integrations % 4, m.quality, m.minimumQuality, m.maximumQuality});
+    return list(m.xFine, m.xCoarse, m.yFine, m.yCoarse, m.integrations, m.integrations + 1,
+                m.integrations / 2, m.integrations / 2 + 1, m.qualityX, m.qualityY, m.offset);
 }
 
-// The bar graph takes the integrator outputs for the fine and the normalised ones for the coarse signal of x.
-Report signal4Report(const Measurement &m)
-{
-    return filled(Kind::Signal4, {m.xFine.c0, m.xFine.c60, m.xFine.c120, m.integrations});
-}
-
-Report signal5Report(const Measurement &m)
-{
-    return filled(Kind::Signal5, {m.xFine.c0, m.xFine.c60, m.xFine.c120, m.integrations, m.xCoarse.c0,
-                                  m.xCoarse.c60, m.xCoarse.c120});
-}
-
-Report signal6Report(const Measurement &m)
-{
-    return filled(Kind::Signal6, {m.qualityX, m.qualityY, m.quality, m.minimumQuality, m.maximumQuality,
-                                  m.risesX % 1000, m.risesX, m.risesY % 1000, m.risesY});
-}
-
-Report phaseReport(const Measurement &m)
-{
-    return filled(Kind::Phase,
-                  {m.xFine.c0,     m.xFine.c60,        m.xFine.c120,       m.xCoarse.c0,
-                   m.xCoarse.c60,  m.xCoarse.c120,     m.yFine.c0,         m.yFine.c60,
-                   m.yFine.c120,   m.yCoarse.c0,       m.yCoarse.c60,      m.yCoarse.c120,
-                   m.integrations, m.integrations + 1, m.integrations / 2, m.integrations / 2 + 1,
-                   m.qualityX,     m.qualityY,         m.offset.c0,        m.offset.c60,
-                   m.offset.c120});
-}
-
-Report penIdentityReport(const Measurement &m)
-{
-    return filled(Kind::PenIdentity, {m.studentWrites, m.quality, m.pen.buttons});
-}
-
-Report dualPenReport(const Measurement &m)
-{
-    return filled(Kind::DualPen, {1, whole(m.pen.x), whole(m.pen.y), flagsOf(m.pen), whole(m.secondPen.x),
-                                  whole(m.secondPen.y), flagsOf(m.secondPen)});
-}
-
-Report positionReport(const Measurement &m)
-{
-    const std::int64_t x = whole(m.pen.x);
-    const std::int64_t y = whole(m.pen.y);
-    const auto drive = static_cast<std::int64_t>(255 * m.pen.strength);
-    return filled(Kind::Position, {m.quality, static_cast<std::int64_t>(100 * m.pen.strength), x, y,
-                                   x % finePitch, y % finePitch, x / finePitch, y / finePitch, drive,
-                                   x / finePitch % 2, drive, y / finePitch % 2});
-}
-
-Report adcReport(const Measurement &m)
-{
-    return filled(Kind::Adc, {m.adcRaw});
-}
-
-using Encoder = Report (*)(const Measurement &);
-
-constexpr Encoder encoders[layoutKindCount] = {
-    signal1Report, signal2Report,     signal3Report, signal4Report,  signal5Report, signal6Report,
-    phaseReport,   penIdentityReport, dualPenReport, positionReport, adcReport,
+/// By kind: the values of its layout's fields, in their order. The bar graph takes the integrator outputs of
+/// signals 4 and 5 for the fine and the normalised ones for the coarse signal of x.
+constexpr Values (*valuesOf[])(const Measurement &m) = {
+    [](const Measurement &m) {
+        return list(static_cast<std::uint16_t>(m.risesX), static_cast<std::uint16_t>(m.risesY), m.xFine,
+                    m.yFine, m.xCoarse, m.yCoarse, m.frequencyRaw);
+    },
+    [](const Measurement &m) { return list(rawOf(m.xFine), m.integrations, m.xFine); },
+    [](const Measurement &m) {
+        return list(m.pen.touches, m.integrations % 4, m.quality, m.minimumQuality, m.maximumQuality);
+    },
+    [](const Measurement &m) { return list(m.xFine, m.integrations); },
+    [](const Measurement &m) { return list(m.xFine, m.integrations, m.xCoarse); },
+    [](const Measurement &m) {
+        return list(m.qualityX, m.qualityY, m.quality, m.minimumQuality, m.maximumQuality, m.risesX % 1000,
+                    m.risesX, m.risesY % 1000, m.risesY);
+    },
+    phaseValues,
+    [](const Measurement &m) { return list(m.studentWrites, m.quality, m.pen.buttons); },
+    [](const Measurement &m) {
+        return list(1, m.pen.x, m.pen.y, flagsOf(m.pen), m.secondPen.x, m.secondPen.y, flagsOf(m.secondPen));
+    },
+    positionValues,
+    [](const Measurement &m) { return list(m.adcRaw); },
 };
+static_assert(std::size(valuesOf) == layoutKindCount, "values for each kind");
 
 } // namespace
 
 Report encode(Kind kind, const Measurement &measurement)
 {
-    return encoders[static_cast<std::size_t>(kind)](measurement);
+    const Layout &layout = *layouts[static_cast<std::size_t>(kind)];
+    Report report(layout.sentLength, 0);
+    write(reportLength, layout.sentLength, report.data());
+    write(reportType, layout.type, report.data());
+    if (layout.subType)
+        write(reportSubType, layout.subType, report.data());
+    const Field *field = layout.fields;
+    for (const std::int64_t value : valuesOf[static_cast<std::size_t>(kind)](measurement))
+        write(*field++, value, report.data());
+    return report;
 }
 
 Report textReport(Type type, std::string_view text)

@@ -1,5 +1,6 @@
 #include "firmware.h"
 
+#include "layouts.h"
 #include "textlines.h"
 
 #include <algorithm>
@@ -7,171 +8,98 @@
 
 namespace {
 
-constexpr char carriageReturn = '\r';
-constexpr std::size_t longestEcho = 40;
+constexpr std::size_t maxEcho = 40;
 
-/// A character as an answer may show it: an exclamation mark would end the answer's line.
-char shown(char character)
+std::string set(bool &state, bool on, const char *done)
 {
-    return character >= ' ' && character <= '~' && character != '!' ? character : '.';
+    state = on;
+    return done;
 }
 
-std::string echoOf(const std::string &text)
+std::string toggle(bool &state, const char *what)
 {
-    std::string echo = text.substr(0, longestEcho);
-    std::transform(echo.begin(), echo.end(), echo.begin(), shown);
-    return "[" + echo + "] ";
+    state = !state;
+    return std::string(what) + (state ? " on" : " off");
 }
 
-} // namespace
-
-const Firmware::Command Firmware::commands[] = {
-    {".", &Firmware::stop},           {"B", &Firmware::start},
-    {"U8", &Firmware::lock},          {"U0", &Firmware::unlock},
-    {"<", &Firmware::stepDown},       {">", &Firmware::stepUp},
-    {"V", &Firmware::toggleVoltages}, {"T", &Firmware::toggleStatusText},
-    {"R", &Firmware::reset},          {"?", &Firmware::help},
-    {"K1", nullptr, Kind::Signal1},   {"K2", nullptr, Kind::Signal2},
-    {"K3", nullptr, Kind::Signal3},   {"K4", nullptr, Kind::Signal4},
-    {"K5", nullptr, Kind::Signal5},   {"K6", nullptr, Kind::Signal6},
-    {"KH", nullptr, Kind::Phase},     {"KI", nullptr, Kind::PenIdentity},
-    {"KD", nullptr, Kind::DualPen},   {"KP", nullptr, Kind::Position},
-    {"K*", &Firmware::allKinds},      {":RMM", &Firmware::resetExtremes},
-    {":MDU0", &Firmware::farewell},   {":MDP0", &Firmware::farewell},
-};
-
-std::vector<std::string> Firmware::take(std::string_view bytes)
-{
-    std::vector<std::string> answers;
-    for (const char character : bytes)
-        takeCharacter(character, answers);
-    if (!pending.empty() && !mayBecomeCommand())
-        answers.push_back(refusal());
-    return answers;
-}
-
-void Firmware::takeCharacter(char character, std::vector<std::string> &answers)
-{
-    if (character == carriageReturn) {
-        if (!pending.empty())
-            answers.push_back(refusal());
-        return;
-    }
-    pending += character;
-    for (const Command &command : commands) {
-        if (pending == command.name)
-            answers.push_back(answer(command));
-    }
-}
-
-std::string Firmware::answer(const Command &command)
-{
-    pending.clear();
-    const std::string done = command.action ? (this->*command.action)() : toggleKind(command.kind);
-    return line(command.name, done);
-}
-
-std::string Firmware::refusal()
-{
-    const std::string refused = pending;
-    pending.clear();
-    return line(refused, "not known, " + help());
-}
-
-/// The Monitor drops a report that equals the one before: no two answers in a row are the same.
-std::string Firmware::line(const std::string &command, const std::string &text)
-{
-    const std::string first = plainLine(echoOf(command) + text);
-    return lastLine = first == lastLine ? plainLine(echoOf(command) + "again: " + text) : first;
-}
-
-bool Firmware::mayBecomeCommand() const
-{
-    return std::any_of(std::begin(commands), std::end(commands), [this](const Command &command) {
-        return std::string_view(command.name).substr(0, pending.size()) == pending;
-    });
-}
-
-std::string Firmware::stop()
-{
-    state.streaming = false;
-    return "streaming stopped";
-}
-
-std::string Firmware::start()
-{
-    state.streaming = true;
-    return "streaming";
-}
-
-std::string Firmware::lock()
-{
-    sensor.lockFrequency(true);
-    return "frequency locked";
-}
-
-std::string Firmware::unlock()
-{
-    sensor.lockFrequency(false);
-    return "frequency not locked";
-}
-
-std::string Firmware::stepDown()
-{
-    sensor.stepFrequency(-1);
-    return frequencyText();
-}
-
-std::string Firmware::stepUp()
-{
-    sensor.stepFrequency(1);
-    return frequencyText();
-}
-
-std::string Firmware::frequencyText() const
-{
-    return "frequency " + std::to_string(sensor.frequency() * 225 / 4) + " Hz";
-}
-
-std::string Firmware::toggleKind(Kind kind)
+std::string toggle(Switches &now, Kind kind)
 {
     const auto index = static_cast<std::size_t>(kind);
-    state.muted.flip(index);
-    return std::string(kindNames[index]) + (state.muted[index] ? " off" : " on");
+    now.muted.flip(index);
+    return std::string(kindNames[index]) + (now.muted[index] ? " off" : " on");
 }
 
-std::string Firmware::allKinds()
+std::string allKinds(Switches &now, Sensor &)
 {
-    state.muted.reset();
+    now.muted.reset();
     return "all kinds on";
 }
 
-std::string Firmware::toggleVoltages()
+std::string lockFrequency(Sensor &sensor, bool on)
 {
-    state.voltages = !state.voltages;
-    return state.voltages ? "voltage reports on" : "voltage reports off";
+    sensor.lockFrequency(on);
+    return on ? "frequency locked" : "frequency not locked";
 }
 
-std::string Firmware::toggleStatusText()
+std::string stepFrequency(Sensor &sensor, int steps)
 {
-    state.statusText = !state.statusText;
-    return state.statusText ? "status text on" : "status text off";
+    sensor.stepFrequency(steps);
+    return "frequency " + std::to_string(reports::frequencyOf(sensor.frequency())) + " Hz";
 }
 
-std::string Firmware::resetExtremes()
+std::string resetExtremes(Switches &, Sensor &sensor)
 {
     sensor.resetExtremes();
     return "extremes reset";
 }
 
-std::string Firmware::reset()
+std::string reset(Switches &now, Sensor &sensor)
 {
-    state = {};
+    now = {};
     sensor.reset();
     return "reset";
 }
 
-std::string Firmware::help()
+std::string farewell(Switches &, Sensor &)
+{
+    return "goodbye";
+}
+
+std::string help(Switches &, Sensor &);
+
+struct Command
+{
+    const char *name;
+    std::string (*action)(Switches &now, Sensor &sensor); ///< tells what it has done
+};
+constexpr Command commands[] = {
+    {".", [](Switches &now, Sensor &) { return set(now.streaming, false, "streaming stopped"); }},
+    {"B", [](Switches &now, Sensor &) { return set(now.streaming, true, "streaming"); }},
+    {"U8", [](Switches &, Sensor &sensor) { return lockFrequency(sensor, true); }},
+    {"U0", [](Switches &, Sensor &sensor) { return lockFrequency(sensor, false); }},
+    {"<", [](Switches &, Sensor &sensor) { return stepFrequency(sensor, -1); }},
+    {">", [](Switches &, Sensor &sensor) { return stepFrequency(sensor, 1); }},
+    {"V", [](Switches &now, Sensor &) { return toggle(now.voltages, "voltage reports"); }},
+    {"T", [](Switches &now, Sensor &) { return toggle(now.statusText, "status text"); }},
+    {"R", reset},
+    {"?", help},
+    {"K1", [](Switches &now, Sensor &) { return toggle(now, Kind::Signal1); }},
+    {"K2", [](Switches &now, Sensor &) { return toggle(now, Kind::Signal2); }},
+    {"K3", [](Switches &now, Sensor &) { return toggle(now, Kind::Signal3); }},
+    {"K4", [](Switches &now, Sensor &) { return toggle(now, Kind::Signal4); }},
+    {"K5", [](Switches &now, Sensor &) { return toggle(now, Kind::Signal5); }},
+    {"K6", [](Switches &now, Sensor &) { return toggle(now, Kind::Signal6); }},
+    {"KH", [](Switches &now, Sensor &) { return toggle(now, Kind::Phase); }},
+    {"KI", [](Switches &now, Sensor &) { return toggle(now, Kind::PenIdentity); }},
+    {"KD", [](Switches &now, Sensor &) { return toggle(now, Kind::DualPen); }},
+    {"KP", [](Switches &now, Sensor &) { return toggle(now, Kind::Position); }},
+    {"K*", allKinds},
+    {":RMM", resetExtremes},
+    {":MDU0", farewell},
+    {":MDP0", farewell},
+};
+
+std::string help(Switches &, Sensor &)
 {
     std::string text = "commands:";
     for (const Command &command : commands)
@@ -179,7 +107,57 @@ std::string Firmware::help()
     return text;
 }
 
-std::string Firmware::farewell()
+/// A character as an answer may show it: an exclamation mark would end the answer's line.
+char shown(char character)
 {
-    return "goodbye";
+    return character >= ' ' && character <= '~' && character != '!' ? character : '.';
+}
+
+bool beginsCommand(const std::string &text)
+{
+    return std::any_of(std::begin(commands), std::end(commands), [&text](const Command &command) {
+        return std::string_view(command.name).substr(0, text.size()) == text;
+    });
+}
+
+} // namespace
+
+std::vector<std::string> Firmware::take(std::string_view bytes)
+{
+    std::vector<std::string> answers;
+    for (const char character : bytes)
+        takeCharacter(character, answers);
+    if (!pending.empty() && !beginsCommand(pending))
+        answers.push_back(refusal());
+    return answers;
+}
+
+void Firmware::takeCharacter(char character, std::vector<std::string> &answers)
+{
+    if (character == '\r') {
+        if (!pending.empty())
+            answers.push_back(refusal());
+        return;
+    }
+    pending += character;
+    for (const Command &command : commands) {
+        if (pending == command.name)
+            answers.push_back(answer(command.action(state, sensor)));
+    }
+}
+
+std::string Firmware::refusal()
+{
+    return answer("not known, " + help(state, sensor));
+}
+
+/// Answers what is pending. The Monitor drops a report that equals the one before: no two answers in a row
+/// are the same.
+std::string Firmware::answer(const std::string &text)
+{
+    std::string echo = pending.substr(0, maxEcho);
+    std::transform(echo.begin(), echo.end(), echo.begin(), shown);
+    pending.clear();
+    const std::string first = plainLine("[" + echo + "] " + text);
+    return lastAnswer = first == lastAnswer ? plainLine("[" + echo + "] again: " + text) : first;
 }

@@ -36,38 +36,12 @@ public:
     const Switches &switches() const { return state; }
 
 private:
-    struct Command
-    {
-        const char *name;
-        std::string (Firmware::*action)(); ///< null for one that switches a kind of report
-        Kind kind = Kind::Signal1;
-    };
-    static const Command commands[];
-
     void takeCharacter(char character, std::vector<std::string> &answers);
-    std::string answer(const Command &command);
     std::string refusal();
-    std::string line(const std::string &command, const std::string &text);
-    bool mayBecomeCommand() const;
-
-    std::string stop();
-    std::string start();
-    std::string lock();
-    std::string unlock();
-    std::string stepDown();
-    std::string stepUp();
-    std::string frequencyText() const;
-    std::string toggleKind(Kind kind);
-    std::string allKinds();
-    std::string toggleVoltages();
-    std::string toggleStatusText();
-    std::string resetExtremes();
-    std::string reset();
-    std::string help();
-    std::string farewell();
+    std::string answer(const std::string &text);
 
     Sensor &sensor;
     Switches state;
     std::string pending; ///< characters of a command that is not complete
-    std::string lastLine;
+    std::string lastAnswer;
 };

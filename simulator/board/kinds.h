@@ -41,7 +41,7 @@ static_assert(std::size(kindNames) == kindCount, "a name for each kind");
 
 /// How many reports of each kind a board sends in a round; the round is shuffled.
 using Weights = std::array<int, kindCount>;
-inline constexpr int greatestWeight = 100;
+inline constexpr int maxWeight = 100;
 
 // In a regular order the kinds would beat with the tool's rate limit, and some would never be shown. The bar
 // graph lives on the first of them. None that it takes for a voltage: one turns it into a meter for good.

@@ -1,5 +1,6 @@
 #include "oddreports.h"
 
+#include <iterator>
 #include <string>
 
 using namespace reports;
@@ -30,20 +31,13 @@ Report OddReports::unknown()
 
 Report OddReports::next(Kind kind)
 {
-    switch (kind) {
-    case Kind::AllTypes:
-        return allTypes();
-    case Kind::EndlessText:
-        return endlessText();
-    case Kind::LongText:
-        return longText();
-    case Kind::MarkupText:
-        return markupText();
-    case Kind::EveryByteText:
-        return everyByteText();
-    default:
-        return garbage();
-    }
+    constexpr Report (OddReports::*makers[])() = {
+        // by kind, from garbage on
+        &OddReports::garbage,  &OddReports::allTypes,   &OddReports::endlessText,
+        &OddReports::longText, &OddReports::markupText, &OddReports::everyByteText,
+    };
+    static_assert(static_cast<std::size_t>(Kind::Garbage) + std::size(makers) == kindCount);
+    return (this->*makers[static_cast<std::size_t>(kind) - static_cast<std::size_t>(Kind::Garbage)])();
 }
 
 Report OddReports::randomBytes(int length)

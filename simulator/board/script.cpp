@@ -15,9 +15,8 @@ int rateOf(const BoardPlan &plan)
 {
     int rate = plan.rate;
     for (std::size_t i = 0; i < *plan.happened; ++i) {
-        const BoardEvent &event = plan.events[i];
-        if (event.what == BoardEvent::What::Rate)
-            rate = event.amount ? event.amount : plan.rate;
+        if (const auto *change = std::get_if<Rate>(&plan.events[i].what))
+            rate = change->perSecond ? change->perSecond : plan.rate;
     }
     return rate;
 }
@@ -88,30 +87,19 @@ void Script::add(BoardEvent event)
 
 void Script::perform(const BoardEvent &event)
 {
-    switch (event.what) {
-    case BoardEvent::What::Burst:
-        bursts.push_back({event.amount, event.kind});
-        break;
-    case BoardEvent::What::Pause:
-        pause += event.duration;
-        break;
-    case BoardEvent::What::Raw:
-        out.push_back(event.bytes);
-        break;
-    case BoardEvent::What::Rate:
-        period = periodOf(event.amount ? event.amount : plan.rate);
-        break;
-    case BoardEvent::What::Vanish:
-        vanishing = true;
-        break;
-    }
+    std::visit([this](const auto &what) { happen(what); }, event.what);
+}
+
+void Script::happen(const Rate &rate)
+{
+    period = periodOf(rate.perSecond ? rate.perSecond : plan.rate);
 }
 
 Script::Step Script::burst()
 {
     Burst &burst = bursts.front();
     const Report report = burst.kind ? stream.ofKind(*burst.kind) : stream.next({});
-    if (--burst.left == 0)
+    if (--burst.reports == 0)
         bursts.pop_front();
     return {report};
 }

@@ -32,14 +32,13 @@ public:
     bool active() const { return stream.streaming() || stream.answering(); }
 
 private:
-    struct Burst
-    {
-        int left;
-        std::optional<Kind> kind;
-    };
-
     void performDue();
     void perform(const BoardEvent &event);
+    void happen(const Burst &burst) { bursts.push_back(burst); }
+    void happen(const Pause &silence) { pause += silence.duration; }
+    void happen(const Raw &raw) { out.push_back(raw.bytes); }
+    void happen(const Rate &rate);
+    void happen(const Vanish &) { vanishing = true; }
     Step stopped();
     Step regular();
     Step burst();

@@ -6,8 +6,7 @@
 namespace {
 
 constexpr int noise = 20;
-constexpr int strongestAmplitude = 3300;
-static_assert(strongestAmplitude + noise <= largestComponent, "the noise must not leave the range");
+constexpr int maxAmplitude = 3300; // of a component; more than 3500 would leave the bars of the bar graph
 
 char proximityOf(const Pen &pen)
 {
@@ -43,12 +42,20 @@ Measurement Sensor::measure(double seconds)
     return now;
 }
 
+/// Components of a vector that points in a direction, with noise.
+///
+/// Taken together as vectors at their angles, x = c0 + c60 / 2 - c120 / 2 and
+/// y = (c60 + c120) * sqrt(3) / 2, they give a vector of that direction, 1.5 times as long as the amplitude.
+/// \param turns counter-clockwise from the positive x axis
 Phases Sensor::signal(double turns, double strength)
 {
-    Phases phases = phasesOf(turns, strength * strongestAmplitude);
-    phases.c0 += random.around(noise);
-    phases.c60 += random.around(noise);
-    phases.c120 += random.around(noise);
+    constexpr double fullTurn = 6.283185307179586;
+    const auto component = [&](double phase) {
+        return static_cast<int>(std::lround(strength * maxAmplitude * std::cos(fullTurn * (turns - phase))));
+    };
+    Phases phases{component(0), component(1.0 / 6), component(1.0 / 3)};
+    for (int *noisy : {&phases.c0, &phases.c60, &phases.c120})
+        *noisy += random.around(noise);
     return phases;
 }
 

@@ -2,10 +2,17 @@
 
 #include "pen.h"
 #include "random.h"
-#include "signals.h"
 
 #include <cstdint>
 #include <utility>
+
+/// The three phase components of one signal, at 0, 60 and 120 degrees.
+struct Phases
+{
+    int c0 = 0;
+    int c60 = 0;
+    int c120 = 0;
+};
 
 /// Length of one period of the fine signal, in the board's units: its dial turns once on this way, the
 /// coarse one's once on the whole board.

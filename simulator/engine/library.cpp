@@ -1,8 +1,9 @@
 #include "library.h"
 
 #include <algorithm>
-#include <iterator>
 #include <system_error>
+
+// Who is attached, and which boards there are.
 
 Library &Library::instance()
 {
@@ -10,33 +11,22 @@ Library &Library::instance()
     return library;
 }
 
-Library::Library()
-{
-    readEnvironment();
-}
-
 Library::~Library()
 {
     detach();
-    for (std::thread &thread : retired) {
-        // The process may be ending from within a callback, on this very thread.
-        if (thread.get_id() == std::this_thread::get_id())
-            thread.detach();
-        else
-            thread.join();
-    }
 }
 
 int Library::attach()
 {
-    finish({});
+    endingThreads.join({});
     try {
         const std::lock_guard lock(mutex);
-        if (currentNotices)
+        if (state.attachment)
             return 1;
-        currentNotices = std::make_shared<Notices>();
-        currentNotices->start();
-        power();
+        state.attachment =
+            std::make_shared<Attachment>([this](const LibraryEvent &event) { return happen(event); });
+        state.attachment->start();
+        powerAll();
         return 1;
     } catch (const std::system_error &) {
         detach();
@@ -44,102 +34,52 @@ int Library::attach()
     }
 }
 
-/// Starts the boards and what happens to them.
-void Library::power()
-{
-    timeline = std::make_shared<Timeline>(
-        [this](const Timeline &source, const LibraryEvent &event) { happen(source, event); });
-    for (Socket &socket : sockets)
-        powerBoard(socket);
-    startEvents();
-}
-
-void Library::powerBoard(Socket &socket)
+void Library::power(Socket &socket)
 {
     socket.board = std::make_shared<Board>(socket.plan, tally, [this](const Board &gone) { vanish(gone); });
     socket.board->start();
-    tally.know(socket.plan.id);
+    tally.count(socket.plan.id, {});
 }
 
 void Library::detach()
 {
-    {
-        const std::lock_guard lock(mutex);
-        ++detaching;
-    }
+    locked([](State &now) { return ++now.detaching; });
     letGo();
     std::unique_lock lock(mutex);
-    --detaching;
+    --state.detaching;
     detached.notify_all();
     // Another thread may be joining what this one found gone.
     if (!Listeners::insideCallback())
-        detached.wait(lock, [this] { return detaching == 0; });
+        detached.wait(lock, [this] { return state.detaching == 0; });
 }
 
 void Library::letGo()
 {
-    Leaving leaving;
-    std::shared_ptr<Notices> notices;
-    {
-        const std::lock_guard lock(mutex);
-        leaving = takeOut();
-        notices.swap(currentNotices);
-    }
-    Threads ending = stop(leaving);
-    if (notices)
-        ending.push_back(notices->stop());
-    finish(std::move(ending));
-}
-
-Library::Leaving Library::takeOut()
-{
-    Leaving leaving;
-    for (Socket &socket : sockets) {
-        if (socket.board)
-            leaving.boards.push_back(std::move(socket.board));
-    }
-    leaving.timeline.swap(timeline);
-    return leaving;
-}
-
-Library::Threads Library::stop(const Leaving &leaving)
-{
+    std::vector<std::shared_ptr<Board>> leaving;
+    std::shared_ptr<Attachment> over;
+    locked([&](State &now) {
+        leaving = now.plugged.takeAttached();
+        over.swap(now.attachment);
+    });
     Threads ending;
-    if (leaving.timeline)
-        ending.push_back(leaving.timeline->stop());
-    for (const auto &board : leaving.boards)
+    if (over)
+        ending.push_back(over->stop());
+    for (const auto &board : leaving)
         ending.push_back(board->stop());
-    return ending;
+    endingThreads.join(std::move(ending));
 }
 
-/// Joins the threads and those put aside before, or puts them aside.
-void Library::finish(Threads ending)
+std::shared_ptr<Attachment> Library::attachment()
 {
-    {
-        const std::lock_guard lock(mutex);
-        std::move(ending.begin(), ending.end(), std::back_inserter(retired));
-        ending.clear();
-        if (!Listeners::insideCallback())
-            ending.swap(retired);
-    }
-    for (std::thread &thread : ending) {
-        if (thread.joinable()) // what never started has none
-            thread.join();
-    }
+    return locked([](State &now) { return now.attachment; });
 }
 
-std::vector<std::shared_ptr<Board>> Library::boards() const
+std::vector<std::shared_ptr<Board>> Library::boards()
 {
-    const std::lock_guard lock(mutex);
-    std::vector<std::shared_ptr<Board>> found;
-    for (const Socket &socket : sockets) {
-        if (socket.board)
-            found.push_back(socket.board);
-    }
-    return found;
+    return locked([](State &now) { return now.plugged.attached(); });
 }
 
-std::vector<std::shared_ptr<Board>> Library::boardsWith(int id) const
+std::vector<std::shared_ptr<Board>> Library::boardsWith(int id)
 {
     auto found = boards();
     const auto other = [id](const auto &board) { return board->id() != id; };
@@ -147,8 +87,50 @@ std::vector<std::shared_ptr<Board>> Library::boardsWith(int id) const
     return found;
 }
 
-std::shared_ptr<Notices> Library::notices() const
+bool Library::plug(int id)
 {
-    const std::lock_guard lock(mutex);
-    return currentNotices;
+    return locked([&](State &) { return plugLocked(id); });
+}
+
+bool Library::plugLocked(int id)
+{
+    Socket *socket = state.plugged.plug(id, state.scenario);
+    if (socket && state.attachment) {
+        power(*socket);
+        state.attachment->notify();
+    }
+    return socket != nullptr;
+}
+
+bool Library::unplug(int id)
+{
+    auto ending = pullOut([id](const Socket &socket) { return socket.plan.id == id; });
+    if (ending)
+        endingThreads.join(std::move(*ending));
+    return ending.has_value();
+}
+
+/// Takes out the first board that is wanted, stops it and notifies.
+/// \return its thread while somebody is attached; nothing when there is no such board
+std::optional<Threads> Library::pullOut(const std::function<bool(const Socket &)> &isWanted)
+{
+    const auto socket = locked([&](State &now) { return now.plugged.takeOut(isWanted); });
+    if (!socket)
+        return std::nullopt;
+    Threads ending;
+    if (!socket->board)
+        return ending;
+    ending.push_back(socket->board->stop());
+    if (const auto current = attachment())
+        current->notify();
+    return ending;
+}
+
+/// Called on the board's own thread.
+void Library::vanish(const Board &board)
+{
+    const Listeners::Within within;
+    auto ending = pullOut([&board](const Socket &socket) { return socket.board.get() == &board; });
+    if (ending)
+        endingThreads.join(std::move(*ending));
 }

@@ -24,24 +24,24 @@ Listeners::Within::~Within()
     --depth;
 }
 
-void Listeners::add(Function function, void *context)
+Listeners::Entries::iterator Listeners::find(Function function, void *context)
 {
-    if (!function)
-        return;
-    const std::lock_guard lock(mutex);
-    const bool known = std::any_of(entries.begin(), entries.end(), [&](const auto &entry) {
+    return std::find_if(entries.begin(), entries.end(), [&](const auto &entry) {
         return entry->function == function && entry->context == context;
     });
-    if (!known)
+}
+
+void Listeners::add(Function function, void *context)
+{
+    const std::lock_guard lock(mutex);
+    if (function && find(function, context) == entries.end())
         entries.push_back(std::make_shared<Entry>(Entry{function, context}));
 }
 
 void Listeners::remove(Function function, void *context)
 {
     std::unique_lock lock(mutex);
-    const auto match = std::find_if(entries.begin(), entries.end(), [&](const auto &entry) {
-        return entry->function == function && entry->context == context;
-    });
+    const auto match = find(function, context);
     if (match == entries.end())
         return;
     const Entries leaving{*match};

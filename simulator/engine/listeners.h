@@ -63,6 +63,7 @@ private:
     using Entries = std::vector<std::shared_ptr<Entry>>;
 
     Entries snapshot() const;
+    Entries::iterator find(Function function, void *context);
     bool enter(Entry &entry);
     void leave(Entry &entry);
     void takeOut(std::unique_lock<std::mutex> &lock, const Entries &leaving);

@@ -2,25 +2,14 @@
 
 #include <chrono>
 
-void Tally::know(int id)
+void Tally::count(int id, Counts more)
 {
     const std::lock_guard lock(mutex);
-    byId[id];
-}
-
-void Tally::sent(int id)
-{
-    const std::lock_guard lock(mutex);
-    ++all.sent;
-    ++byId[id].sent;
-}
-
-void Tally::delivered(int id)
-{
-    const std::lock_guard lock(mutex);
-    ++all.delivered;
-    ++byId[id].delivered;
-    if (waiting > 0)
+    for (Counts *counts : {&all, &byId[id]}) {
+        counts->sent += more.sent;
+        counts->delivered += more.delivered;
+    }
+    if (more.delivered > 0)
         grown.notify_all();
 }
 
@@ -40,9 +29,5 @@ std::optional<Counts> Tally::of(int id) const
 bool Tally::waitDelivered(std::uint64_t count, unsigned int timeoutMs)
 {
     std::unique_lock lock(mutex);
-    ++waiting;
-    const bool reached =
-        grown.wait_for(lock, std::chrono::milliseconds(timeoutMs), [&] { return all.delivered >= count; });
-    --waiting;
-    return reached;
+    return grown.wait_for(lock, std::chrono::milliseconds(timeoutMs), [&] { return all.delivered >= count; });
 }

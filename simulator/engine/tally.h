@@ -12,13 +12,12 @@ struct Counts
     std::uint64_t delivered = 0; ///< callbacks that returned
 };
 
-/// Counts reports, in all and by board; what was counted stays when the board is gone.
+/// Counts reports, in all and by board; what was counted stays when the board is gone. Any thread.
 class Tally
 {
 public:
-    void know(int id);
-    void sent(int id);
-    void delivered(int id);
+    /// From the first count on, even of nothing, a board is known.
+    void count(int id, Counts more);
 
     Counts totals() const;
     /// Nothing for an id that is not known.
@@ -29,7 +28,6 @@ public:
 private:
     mutable std::mutex mutex;
     std::condition_variable grown;
-    int waiting = 0;
     Counts all;
     std::map<int, Counts> byId;
 };

@@ -4,72 +4,62 @@
 
 namespace {
 
-constexpr std::size_t mostPoints = 100;
-constexpr int highestAdc = 1023;
+constexpr std::size_t maxPoints = 100;
+constexpr int maxAdc = 1023;
 
-Weights weightsOf(const JsonNode &node)
+Weights weightsOf(const Json &node)
 {
+    allowKeys(node, {std::begin(kindNames), std::end(kindNames)});
     Weights weights{};
     int sum = 0;
-    for (const auto &[name, member] : node.members()) {
-        const auto kind = kindNamed(name);
-        if (!kind)
-            member.refuse("this kind is not known; allowed are " +
-                          listed({std::begin(kindNames), std::end(kindNames)}));
-        sum += weights[static_cast<std::size_t>(*kind)] = static_cast<int>(member.integer(0, greatestWeight));
-    }
+    for (const auto &[name, weight] : node.items())
+        sum += weights[static_cast<std::size_t>(*kindNamed(name))] =
+            static_cast<int>(integer(weight, 0, maxWeight));
     if (sum == 0)
-        node.refuse("no kind is left; allowed is an object with at least one number above 0");
+        refuse(node, "no kind is left; allowed is an object with at least one number above 0");
     return weights;
 }
 
-PenPath::Point pointOf(const JsonNode &node)
+PenPath::Point pointOf(const Json &node)
 {
-    node.allowKeys({"seconds", "x", "y", "touches"});
+    allowKeys(node, {"seconds", "x", "y", "touches"});
     PenPath::Point point;
-    point.seconds = node.need("seconds").number(0.01, lastSecond);
-    point.x = node.need("x").number(0, boardWidth);
-    point.y = node.need("y").number(0, boardHeight);
-    if (const auto touches = node.find("touches"))
-        point.touches = touches->boolean();
+    point.seconds = number(need(node, "seconds"), 0.01, lastSecond);
+    point.x = number(need(node, "x"), 0, boardWidth);
+    point.y = number(need(node, "y"), 0, boardHeight);
+    take(node, "touches", point.touches, boolean);
     return point;
 }
 
-PenPath penOf(const JsonNode &node)
+PenPath penOf(const Json &node)
 {
     PenPath path;
-    if (node.isText()) {
-        const std::string name = node.text();
+    if (node.is_string()) {
+        const std::string name = text(node);
         if (name != "writing" && name != "away")
-            node.refuse("this pen is not known; allowed are writing, away and a list of points");
+            refuse(node, "this pen is not known; allowed are writing, away and a list of points");
         path.away = name == "away";
         return path;
     }
-    for (const JsonNode &item : node.items(1, mostPoints))
-        path.points.push_back(pointOf(item));
+    for (const Json &point : items(node, 1, maxPoints))
+        path.points.push_back(pointOf(point));
     return path;
 }
 
 } // namespace
 
-Scenario::Place readBoard(const JsonNode &node)
+Scenario::Place readBoard(const Json &node)
 {
-    node.allowKeys({"id", "rate", "seed", "plugged", "kinds", "lines", "unknowns", "pen", "adcMax"});
-    Scenario::Place place{{readId(node.need("id")), 0}};
+    allowKeys(node, {"id", "rate", "seed", "plugged", "kinds", "lines", "unknowns", "pen", "adcMax"});
+    Scenario::Place place{{readId(need(node, "id")), 0}};
     BoardPlan &plan = place.plan;
-    if (const auto rate = node.find("rate"))
-        plan.rate = readAmount(*rate, highestRate);
-    if (const auto plugged = node.find("plugged"))
-        place.plugged = plugged->boolean();
-    if (const auto kinds = node.find("kinds"))
-        plan.weights = weightsOf(*kinds);
-    if (const auto lines = node.find("lines"))
-        plan.lines = lines->boolean();
-    if (const auto unknowns = node.find("unknowns"))
-        plan.unknowns = unknowns->boolean();
-    if (const auto pen = node.find("pen"))
-        plan.pen = penOf(*pen);
-    if (const auto adcMax = node.find("adcMax"))
-        plan.adcMax = static_cast<int>(adcMax->integer(adcMin, highestAdc));
+    take(node, "rate", plan.rate, [](const Json &rate) { return readAmount(rate, maxRate); });
+    take(node, "plugged", place.plugged, boolean);
+    take(node, "kinds", plan.weights, weightsOf);
+    take(node, "lines", plan.lines, boolean);
+    take(node, "unknowns", plan.unknowns, boolean);
+    take(node, "pen", plan.pen, penOf);
+    take(node, "adcMax", plan.adcMax,
+         [](const Json &most) { return static_cast<int>(integer(most, adcMin, maxAdc)); });
     return place;
 }

@@ -4,4 +4,4 @@
 #include "strictjson.h"
 
 /// One of the boards of a scenario, without its seed and its events.
-Scenario::Place readBoard(const JsonNode &node);
+Scenario::Place readBoard(const Json &node);

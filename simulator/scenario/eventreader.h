@@ -5,7 +5,7 @@
 
 /// Adds an entry of the timeline to the boards that it names, or to the library's events. The scenario's
 /// boards must be known.
-void readEvent(const JsonNode &node, Scenario &scenario);
+void readEvent(const Json &node, Scenario &scenario);
 
 /// Does the same with an entry of the faults.
-void readFault(const JsonNode &node, Scenario &scenario);
+void readFault(const Json &node, Scenario &scenario);

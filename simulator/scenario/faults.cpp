@@ -1,10 +1,15 @@
 #include "faults.h"
 
+#include "listed.h"
+
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 
 using namespace std::chrono_literals;
+using std::chrono::nanoseconds;
+
+/// Marks a sentence for the host's translators; the simulator speaks English.
+#define FAULT_TEXT(context, text) text
 
 namespace {
 
@@ -21,62 +26,137 @@ constexpr auto stormPeriod = 1ms;
 constexpr int stormNoticesPerPlug = 50; // in each second batch of so many the board is there
 constexpr int stormBoard = 9999;
 
-std::vector<LibraryEvent> plugStorm(std::chrono::nanoseconds at)
+constexpr Amount noAmount{nullptr, 0, 0, 0};
+
+constexpr Amount reportsAtOnce(int usual)
+{
+    return {"reports", static_cast<double>(usual), 1, 100000};
+}
+
+FaultEvents vanish(const Fault &, double, nanoseconds at, int)
+{
+    return {{{at, Vanish{}}}, {}};
+}
+
+FaultEvents plugStorm(const Fault &, double, nanoseconds at, int)
 {
     using What = LibraryEvent::What;
-    std::vector<LibraryEvent> events;
+    FaultEvents events;
     for (int i = 0; i < stormNotices; ++i) {
-        const auto now = at + i * stormPeriod;
-        if (i % stormNoticesPerPlug != 0)
-            events.push_back({now, What::Notice, 0});
-        else if (i / stormNoticesPerPlug % 2 == 0)
-            events.push_back({now, What::Plug, stormBoard});
-        else
-            events.push_back({now, What::Unplug, stormBoard});
+        const bool comes = i / stormNoticesPerPlug % 2 == 0;
+        const What change = i % stormNoticesPerPlug != 0 ? What::Notify : comes ? What::Plug : What::Unplug;
+        events.ofLibrary.push_back({at + i * stormPeriod, change, stormBoard});
     }
     return events;
 }
 
-std::vector<BoardEvent> flood(const Fault &fault, std::chrono::nanoseconds at, int boardCount)
+FaultEvents flood(const Fault &, double seconds, nanoseconds at, int boardCount)
 {
-    BoardEvent event{at, BoardEvent::What::Rate, std::clamp(floodRate / boardCount, 1, highestRate)};
-    std::vector<BoardEvent> events{event};
-    if (fault.seconds > 0) {
-        event.at += std::chrono::nanoseconds(std::llround(fault.seconds * 1e9));
-        event.amount = 0;
-        events.push_back(event);
-    }
+    FaultEvents events;
+    events.ofBoards.push_back({at, Rate{std::clamp(floodRate / boardCount, 1, maxRate)}});
+    if (seconds > 0)
+        events.ofBoards.push_back({at + nanoseconds(std::llround(seconds * 1e9)), Rate{0}});
     return events;
+}
+
+/// Of the kind that has the fault's name.
+FaultEvents burst(const Fault &fault, double reports, nanoseconds at, int)
+{
+    return {{{at, Burst{static_cast<int>(reports), kindNamed(fault.name)}}}, {}};
+}
+
+FaultEvents change(nanoseconds at, double value, void (*done)(StandingFaults &, int))
+{
+    return {{}, {{at, LibraryEvent::What::Change, static_cast<int>(std::lround(value)), done}}};
+}
+
+FaultEvents slowCommand(const Fault &, double seconds, nanoseconds at, int)
+{
+    return change(at, seconds * 1000, [](StandingFaults &now, int ms) { now.commandDelayMs = ms; });
+}
+
+FaultEvents callbackInCommand(const Fault &, double, nanoseconds at, int)
+{
+    return change(at, 0, [](StandingFaults &now, int) { now.callbackInCommand = !now.callbackInCommand; });
+}
+
+FaultEvents enumerationFails(const Fault &, double index, nanoseconds at, int)
+{
+    return change(at, index, [](StandingFaults &now, int failing) {
+        if (now.failingIndexes.erase(failing) == 0)
+            now.failingIndexes.insert(failing);
+    });
+}
+
+FaultEvents lyingCount(const Fault &, double by, nanoseconds at, int)
+{
+    return change(at, by, [](StandingFaults &now, int lie) { now.countLie = now.countLie == 0 ? lie : 0; });
 }
 
 } // namespace
 
+const std::vector<Fault> &faults()
+{
+    using Scope = Fault::Scope;
+    static const std::vector<Fault> all{
+        {"vanish", Scope::FirstBoard, noAmount,
+         FAULT_TEXT("Fault", "The first board is unplugged in the middle of a report."), vanish},
+        {"plug-storm", Scope::Library, noAmount,
+         FAULT_TEXT("Fault",
+                    "500 hot-plug notifications come within half a second, and board 9999 comes and goes."),
+         plugStorm},
+        {"flood",
+         Scope::EveryBoard,
+         {"seconds", 5, 0, 60, false},
+         FAULT_TEXT("Fault", "The boards together send 10,000 reports a second for 5 s."),
+         flood},
+        {"garbage", Scope::FirstBoard, reportsAtOnce(650),
+         FAULT_TEXT("Fault", "The first board sends 650 reports of random bytes at once."), burst},
+        {"all-types", Scope::FirstBoard, reportsAtOnce(256),
+         FAULT_TEXT("Fault", "The first board sends 256 reports at once, one of each type."), burst},
+        {"text-endless", Scope::FirstBoard, reportsAtOnce(200),
+         FAULT_TEXT("Fault", "The first board sends 200 texts at once that end no line."), burst},
+        {"text-long", Scope::FirstBoard, reportsAtOnce(1),
+         FAULT_TEXT("Fault", "The first board sends a line of 10,000 characters."), burst},
+        {"text-markup", Scope::FirstBoard, reportsAtOnce(1),
+         FAULT_TEXT("Fault", "The first board sends a line of markup."), burst},
+        {"text-every-byte", Scope::FirstBoard, reportsAtOnce(1),
+         FAULT_TEXT("Fault", "The first board sends a line of all byte values."), burst},
+        {"slow-command",
+         Scope::Library,
+         {"seconds", 2, 0.001, 60, false},
+         FAULT_TEXT("Fault", "The next command takes 2 s."),
+         slowCommand},
+        {"callback-in-command", Scope::Library, noAmount,
+         FAULT_TEXT("Fault", "Each command delivers a report on its caller's thread before it returns."),
+         callbackInCommand, [](const StandingFaults &now) { return now.callbackInCommand; }},
+        {"enumeration-fails",
+         Scope::Library,
+         {"index", 0, 0, maxBoards - 1},
+         FAULT_TEXT("Fault", "The first board cannot be enumerated."),
+         enumerationFails,
+         [](const StandingFaults &now) { return now.failingIndexes.count(0) > 0; }},
+        {"lying-count",
+         Scope::Library,
+         {"by", 2, -64, 64},
+         FAULT_TEXT("Fault", "The library counts two boards more than there are."),
+         lyingCount,
+         [](const StandingFaults &now) { return now.countLie != 0; }},
+    };
+    return all;
+}
+
 const Fault *faultNamed(std::string_view name)
 {
-    const auto match = std::find_if(std::begin(faults), std::end(faults),
+    const auto match = std::find_if(faults().begin(), faults().end(),
                                     [name](const Fault &fault) { return fault.name == name; });
-    return match == std::end(faults) ? nullptr : match;
+    return match == faults().end() ? nullptr : &*match;
 }
 
-std::vector<BoardEvent> boardEvents(const Fault &fault, std::chrono::nanoseconds at, int boardCount)
+std::string faultNames()
 {
-    if (fault.name == "vanish")
-        return {{at, BoardEvent::What::Vanish}};
-    if (fault.name == "flood")
-        return flood(fault, at, boardCount);
-    return {{at, BoardEvent::What::Burst, fault.reports, {}, kindNamed(fault.name)}};
-}
-
-std::vector<LibraryEvent> libraryEvents(const Fault &fault, std::chrono::nanoseconds at)
-{
-    using What = LibraryEvent::What;
-    if (fault.name == "plug-storm")
-        return plugStorm(at);
-    if (fault.name == "slow-command")
-        return {{at, What::SlowCommand, static_cast<int>(std::lround(fault.seconds * 1000))}};
-    if (fault.name == "callback-in-command")
-        return {{at, What::CallbackInCommand, 0}};
-    if (fault.name == "enumeration-fails")
-        return {{at, What::EnumerationFails, fault.index}};
-    return {{at, What::CountLies, fault.by}};
+    std::vector<std::string_view> names;
+    for (const Fault &fault : faults())
+        names.push_back(fault.name);
+    return listed(names);
 }

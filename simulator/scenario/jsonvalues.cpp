@@ -5,65 +5,56 @@
 
 namespace {
 
-constexpr std::size_t longestRaw = 10000;
+constexpr std::size_t maxRaw = 10000;
 
 } // namespace
 
-std::chrono::nanoseconds readSeconds(const JsonNode &node, double least)
+std::chrono::nanoseconds readSeconds(const Json &node)
 {
-    return std::chrono::nanoseconds(std::llround(node.number(least, lastSecond) * 1e9));
+    return std::chrono::nanoseconds(std::llround(number(node, 0, lastSecond) * 1e9));
 }
 
-int readAmount(const JsonNode &node, int most)
+int readAmount(const Json &node, int most)
 {
-    return static_cast<int>(node.integer(1, most));
+    return static_cast<int>(integer(node, 1, most));
 }
 
-int readId(const JsonNode &node)
+int readId(const Json &node)
 {
     using Limits = std::numeric_limits<std::int32_t>;
-    return static_cast<int>(node.integer(Limits::min(), Limits::max()));
+    return static_cast<int>(integer(node, Limits::min(), Limits::max()));
 }
 
-std::uint32_t readSeed(const JsonNode &node)
+std::uint32_t readSeed(const Json &node)
 {
-    return static_cast<std::uint32_t>(node.integer(0, std::numeric_limits<std::uint32_t>::max()));
+    return static_cast<std::uint32_t>(integer(node, 0, std::numeric_limits<std::uint32_t>::max()));
 }
 
-/// The characters as a board sends them.
-Report readLatin1(const JsonNode &node)
+std::string readLatin1(const Json &node)
 {
-    const std::string text = node.text();
-    Report bytes;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const auto byte = static_cast<unsigned char>(text[i]);
+    const std::string utf8 = text(node);
+    std::string characters;
+    for (std::size_t i = 0; i < utf8.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(utf8[i]);
         if (byte > 0xC3)
-            node.refuse("a character is not Latin-1; allowed are the characters up to U+00FF");
-        if (byte < 0x80)
-            bytes.push_back(byte);
-        else
-            bytes.push_back(static_cast<unsigned char>((byte & 0x03) << 6 | (text[++i] & 0x3F)));
+            refuse(node, "a character is not Latin-1; allowed are the characters up to U+00FF");
+        characters += static_cast<char>(byte < 0x80 ? byte : (byte & 0x03) << 6 | (utf8[++i] & 0x3F));
     }
-    if (bytes.size() > longestRaw)
-        node.refuse("the text is too long; allowed are up to " + std::to_string(longestRaw) + " characters");
-    return bytes;
+    if (characters.size() > maxRaw)
+        refuse(node, "the text is too long; allowed are up to " + std::to_string(maxRaw) + " characters");
+    return characters;
 }
 
-Report readHex(const JsonNode &node)
+Report readHex(const Json &node)
 {
-    constexpr std::string_view digits = "0123456789abcdef";
-    std::string pairs;
-    for (const char character : node.text()) {
-        if (character != ' ')
-            pairs +=
-                static_cast<char>(character >= 'A' && character <= 'F' ? character - 'A' + 'a' : character);
-    }
-    if (pairs.size() % 2 != 0 || pairs.size() / 2 > longestRaw ||
-        pairs.find_first_not_of(digits) != std::string::npos)
-        node.refuse("these are not bytes; allowed are up to " + std::to_string(longestRaw) +
-                    " pairs of hexadecimal digits with blanks between them");
+    std::string pairs = text(node);
+    pairs.erase(std::remove(pairs.begin(), pairs.end(), ' '), pairs.end());
+    if (pairs.size() % 2 != 0 || pairs.size() / 2 > maxRaw ||
+        pairs.find_first_not_of("0123456789abcdefABCDEF") != std::string::npos)
+        refuse(node, "these are not bytes; allowed are up to " + std::to_string(maxRaw) +
+                         " pairs of hexadecimal digits with blanks between them");
     Report bytes;
     for (std::size_t i = 0; i < pairs.size(); i += 2)
-        bytes.push_back(static_cast<unsigned char>(digits.find(pairs[i]) * 16 + digits.find(pairs[i + 1])));
+        bytes.push_back(static_cast<unsigned char>(std::stoi(pairs.substr(i, 2), nullptr, 16)));
     return bytes;
 }

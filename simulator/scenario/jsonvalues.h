@@ -5,17 +5,19 @@
 
 #include <chrono>
 #include <cstdint>
+#include <string>
 
-/// What scenarios are made of, read strictly as JsonNode does.
-
-std::chrono::nanoseconds readSeconds(const JsonNode &node, double least);
-/// 1 to `most`.
-int readAmount(const JsonNode &node, int most);
-int readId(const JsonNode &node);
-std::uint32_t readSeed(const JsonNode &node);
-/// Text as a board sends it, in Latin-1.
-Report readLatin1(const JsonNode &node);
-/// Pairs of hexadecimal digits with or without blanks.
-Report readHex(const JsonNode &node);
+/// What scenarios are made of, read as strictly as strictjson.h does.
 
 inline constexpr double lastSecond = 86400;
+
+/// 0 to `lastSecond`.
+std::chrono::nanoseconds readSeconds(const Json &node);
+/// 1 to `most`.
+int readAmount(const Json &node, int most);
+int readId(const Json &node);
+std::uint32_t readSeed(const Json &node);
+/// Text as a board sends it, in Latin-1.
+std::string readLatin1(const Json &node);
+/// Pairs of hexadecimal digits with or without blanks.
+Report readHex(const Json &node);

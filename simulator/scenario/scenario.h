@@ -3,26 +3,35 @@
 #include "boardplan.h"
 
 #include <chrono>
+#include <set>
 #include <string>
 #include <vector>
+
+/// What is wrong with the library since a fault has happened.
+struct StandingFaults
+{
+    std::set<int> failingIndexes; ///< of the enumeration
+    int countLie = 0;             ///< is added to the count of boards
+    int commandDelayMs = 0;       ///< of the next command
+    bool callbackInCommand = false;
+};
 
 /// Something that happens to the library as a whole, or to which boards there are.
 struct LibraryEvent
 {
     enum class What
     {
-        Plug,             ///< board `value`
-        Unplug,           ///< board `value`
-        Notice,           ///< the plug-and-play callbacks are called
-        EnumerationFails, ///< for index `value`; again, and it works
-        CountLies,        ///< by `value`; again, and it is true
-        SlowCommand,      ///< the next one takes `value` milliseconds
-        CallbackInCommand ///< every command delivers a report within it; again, and none does
+        Plug,   ///< board `value`
+        Unplug, ///< board `value`
+        Notify, ///< the plug-and-play callbacks are called
+        Change, ///< `change` is done to the faults, with `value`
     };
 
     std::chrono::nanoseconds at{0}; ///< since the attach
-    What what = What::Notice;
+    What what = What::Notify;
     int value = 0;
+    void (*change)(StandingFaults &faults, int value) = nullptr;
+    unsigned number = 0; ///< of the library, which knows by it what is still to come
 };
 
 struct Scenario

@@ -13,29 +13,28 @@
 
 namespace {
 
-constexpr std::size_t largestFile = 1048576;
-constexpr std::size_t mostEvents = 1000;
+constexpr std::size_t maxFileSize = 1048576;
+constexpr std::size_t maxEvents = 1000;
 constexpr std::uint32_t seedStep = 7919;
+
+[[noreturn]] void refuseFile(const std::string &reason)
+{
+    throw Refusal{"", "this cannot be read (" + reason + "); a scenario file is needed"};
+}
 
 std::string contentsOf(const std::string &path)
 {
     std::error_code error;
-    const auto status = std::filesystem::status(path, error);
-    if (status.type() == std::filesystem::file_type::none)
-        throw Refusal{"", "this cannot be read (" + error.message() + "); a file that can be read is needed"};
-    if (!std::filesystem::exists(status))
-        throw Refusal{"", "there is no such file; a scenario file is needed"};
-    if (!std::filesystem::is_regular_file(status))
-        throw Refusal{"", "this is not a file; a scenario file is needed"};
+    if (!std::filesystem::is_regular_file(path, error))
+        refuseFile(error ? error.message() : "it is not a regular file");
     errno = 0;
     std::ifstream file(path, std::ios::binary);
-    std::string contents(largestFile + 1, '\0');
     if (!file)
-        throw Refusal{"", "this cannot be read (" + std::string(std::strerror(errno)) +
-                              "); a file that can be read is needed"};
+        refuseFile(std::strerror(errno));
+    std::string contents(maxFileSize + 1, '\0');
     file.read(contents.data(), static_cast<std::streamsize>(contents.size()));
     contents.resize(static_cast<std::size_t>(file.gcount()));
-    if (contents.size() > largestFile)
+    if (contents.size() > maxFileSize)
         throw Refusal{"", "the file is too large; allowed are up to 1048576 bytes"};
     return contents;
 }
@@ -48,32 +47,41 @@ std::uint32_t usualSeed(std::uint32_t common, const std::vector<Scenario::Place>
     return common + static_cast<std::uint32_t>(id) + seedStep * static_cast<std::uint32_t>(sameId);
 }
 
-void readBoards(const JsonNode &root, Scenario &scenario)
+void readBoards(const Json &root, Scenario &scenario)
 {
-    const auto seed = root.find("seed");
-    const std::uint32_t common = seed ? readSeed(*seed) : 0;
-    for (const JsonNode &node : root.need("boards").items(0, mostBoards)) {
+    std::uint32_t common = 0;
+    take(root, "seed", common, readSeed);
+    for (const Json &node : items(need(root, "boards"), 0, maxBoards)) {
         Scenario::Place place = readBoard(node);
-        const auto own = node.find("seed");
-        place.plan.seed = own ? readSeed(*own) : usualSeed(common, scenario.boards, place.plan.id);
+        place.plan.seed = usualSeed(common, scenario.boards, place.plan.id);
+        take(node, "seed", place.plan.seed, readSeed);
         scenario.boards.push_back(std::move(place));
     }
 }
 
-void checkRates(const Scenario &scenario, const JsonNode &boards)
+void readAll(const Json &root, const char *key, void (*read)(const Json &, Scenario &), Scenario &scenario)
+{
+    const Json *list = find(root, key);
+    if (!list)
+        return;
+    for (const Json &node : items(*list, 0, maxEvents))
+        read(node, scenario);
+}
+
+void checkRates(const Scenario &scenario, const Json &boards)
 {
     int total = 0;
     for (const Scenario::Place &place : scenario.boards) {
         int highest = place.plan.rate;
         for (const BoardEvent &event : place.plan.events) {
-            if (event.what == BoardEvent::What::Rate)
-                highest = std::max(highest, event.amount);
+            if (const auto *rate = std::get_if<Rate>(&event.what))
+                highest = std::max(highest, rate->perSecond);
         }
         total += highest;
     }
-    if (total > highestTotalRate)
-        boards.refuse("together they would send " + std::to_string(total) +
-                      " reports a second; allowed are up to " + std::to_string(highestTotalRate));
+    if (total > maxTotalRate)
+        refuse(boards, "together they would send " + std::to_string(total) +
+                           " reports a second; allowed are up to " + std::to_string(maxTotalRate));
 }
 
 template <typename Event>
@@ -83,23 +91,17 @@ void sortByTime(std::vector<Event> &events)
                      [](const Event &a, const Event &b) { return a.at < b.at; });
 }
 
-Scenario scenarioIn(const JsonNode &root)
+Scenario scenarioIn(const Json &root)
 {
-    root.allowKeys({"$schema", "title", "seed", "boards", "timeline", "faults"});
-    if (const auto schema = root.find("$schema"))
-        schema->text();
+    allowKeys(root, {"$schema", "title", "seed", "boards", "timeline", "faults"});
+    if (const Json *schema = find(root, "$schema"))
+        text(*schema);
     Scenario scenario;
-    scenario.title = root.need("title").text();
+    scenario.title = text(need(root, "title"));
     readBoards(root, scenario);
-    if (const auto timeline = root.find("timeline")) {
-        for (const JsonNode &node : timeline->items(0, mostEvents))
-            readEvent(node, scenario);
-    }
-    if (const auto faults = root.find("faults")) {
-        for (const JsonNode &node : faults->items(0, mostEvents))
-            readFault(node, scenario);
-    }
-    checkRates(scenario, root.need("boards"));
+    readAll(root, "timeline", readEvent, scenario);
+    readAll(root, "faults", readFault, scenario);
+    checkRates(scenario, need(root, "boards"));
     for (Scenario::Place &place : scenario.boards)
         sortByTime(place.plan.events);
     sortByTime(scenario.events);
@@ -118,8 +120,7 @@ std::string oneLine(std::string text)
 std::optional<Scenario> readScenario(const std::string &path, std::string &complaint)
 {
     try {
-        const nlohmann::json document = parseJson(contentsOf(path));
-        return scenarioIn(JsonNode(document, ""));
+        return scenarioIn(parseJson(contentsOf(path)));
     } catch (const Refusal &refusal) {
         const std::string where = refusal.where.empty() ? "" : refusal.where + ": ";
         complaint = oneLine(path + ": " + where + refusal.what);

@@ -1,17 +1,20 @@
 #include "strictjson.h"
 
+#include "listed.h"
+
 #include <algorithm>
 #include <cmath>
-#include <functional>
 #include <set>
-
-using nlohmann::json;
+#include <sstream>
 
 namespace {
 
+// Far more than a scenario has; what is deeper by far would exhaust the stack when it is shown.
+constexpr int maxDepth = 32;
+
 std::string numbered(double number)
 {
-    return json(number).dump();
+    return Json(number).dump();
 }
 
 /// Number of the byte, from 1 on, as line and column.
@@ -23,8 +26,8 @@ std::string placeOf(const std::string &text, std::size_t byte)
     return "line " + std::to_string(line) + ", column " + std::to_string(before.size() - lineStart + 1);
 }
 
-/// The library's message without its own numbers and places.
-std::string reasonOf(const json::exception &error)
+/// The JSON library's message without its own numbers and places.
+std::string reasonOf(const Json::exception &error)
 {
     const std::string whole = error.what();
     const std::size_t column = whole.find(", column ");
@@ -33,191 +36,128 @@ std::string reasonOf(const json::exception &error)
     return end == std::string::npos ? whole : whole.substr(end + 2);
 }
 
-// Far more than a scenario has; what is deeper by far would exhaust the stack when it is shown.
-constexpr int deepest = 32;
-
-/// Checks while a document is read, and remembers the lists and objects that are open.
-class DocumentCheck
+/// What the JSON library says of a value's place, between brackets: "/boards/0/rate".
+std::string pathOf(const Json &value)
 {
-public:
-    bool operator()(int depth, json::parse_event_t event, json &parsed)
-    {
-        switch (event) {
-        case json::parse_event_t::object_start:
-        case json::parse_event_t::array_start:
-            begin(depth, event == json::parse_event_t::array_start);
-            break;
-        case json::parse_event_t::key:
-            takeKey(parsed);
-            break;
-        case json::parse_event_t::object_end:
-        case json::parse_event_t::array_end:
-            open.pop_back();
-            [[fallthrough]];
-        case json::parse_event_t::value:
-            if (!open.empty())
-                ++open.back().index;
-        }
-        return true;
-    }
+    const std::string said = Json::other_error::create(501, "", &value).what();
+    const std::size_t begin = said.find('(');
+    return begin == std::string::npos ? "/" : said.substr(begin + 1, said.rfind(')') - begin - 1);
+}
 
-    /// Of the value that is being read.
-    std::string path() const { return pathOf(open.size()); }
-
-private:
-    struct Level
-    {
-        bool isList;
-        std::size_t index = 0;
-        std::string key = {};
-        std::set<std::string> keys = {};
-    };
-
-    void begin(int depth, bool isList)
-    {
-        if (depth >= deepest)
-            throw Refusal{path(), "the lists and objects are nested too deep; allowed are " +
-                                      std::to_string(deepest) + " in one another"};
-        open.push_back({isList});
-    }
-
-    void takeKey(const json &key)
-    {
-        Level &level = open.back();
-        level.key = key.get<std::string>();
-        if (!level.keys.insert(level.key).second)
-            throw Refusal{pathOf(open.size() - 1),
-                          "the key " + key.dump() + " stands twice in one object; once is allowed"};
-    }
-
-    std::string pathOf(std::size_t levels) const
-    {
-        std::string path;
-        for (std::size_t i = 0; i < levels; ++i)
-            path += '/' + (open[i].isList ? std::to_string(open[i].index) : open[i].key);
-        return path.empty() ? "/" : path;
-    }
-
-    std::vector<Level> open;
-};
+/// The beginning of the value as it stands in the document.
+std::string shown(const Json &value)
+{
+    constexpr std::size_t maxLength = 40;
+    const std::string whole = value.dump(-1, ' ', true);
+    return whole.size() <= maxLength ? whole : whole.substr(0, maxLength) + "...";
+}
 
 } // namespace
 
-void JsonNode::refuse(const std::string &what) const
+Json parseJson(const std::string &text)
 {
-    throw Refusal{path.empty() ? "/" : path, what};
-}
-
-void JsonNode::allowKeys(std::initializer_list<std::string_view> keys) const
-{
-    if (!value->is_object())
-        refuse(shown() + " is not an object; allowed is one with " + listed({keys.begin(), keys.end()}));
-    for (const auto &[key, member] : value->items()) {
-        if (std::find(keys.begin(), keys.end(), key) == keys.end())
-            refuse("the key " + json(key).dump() + " is not known; allowed are " +
-                   listed({keys.begin(), keys.end()}));
+    std::istringstream stream(text);
+    const auto place = [&] {
+        const auto read = stream.rdbuf()->pubseekoff(0, std::ios::cur, std::ios::in);
+        return placeOf(text, static_cast<std::size_t>(read));
+    };
+    std::vector<std::set<std::string>> keys; // of the lists and objects that are open
+    const auto check = [&](int depth, Json::parse_event_t event, Json &parsed) {
+        using Event = Json::parse_event_t;
+        if (event == Event::object_start || event == Event::array_start) {
+            if (depth >= maxDepth)
+                throw Refusal{place(), "the lists and objects are nested too deep; allowed are " +
+                                           std::to_string(maxDepth) + " in one another"};
+            keys.emplace_back();
+        } else if (event == Event::object_end || event == Event::array_end) {
+            keys.pop_back();
+        } else if (event == Event::key && !keys.back().insert(parsed.get<std::string>()).second) {
+            throw Refusal{place(),
+                          "the key " + parsed.dump() + " stands twice in one object; once is allowed"};
+        }
+        return true;
+    };
+    try {
+        return Json::parse(stream, check);
+    } catch (const Json::parse_error &error) {
+        throw Refusal{placeOf(text, error.byte), "this is not JSON: " + reasonOf(error)};
+    } catch (const Json::exception &error) {
+        throw Refusal{place(), "this cannot be read: " + reasonOf(error) +
+                                   "; allowed are numbers from -1.7e308 to 1.7e308"};
     }
 }
 
-std::optional<JsonNode> JsonNode::find(const char *key) const
+void refuse(const Json &value, const std::string &what)
 {
-    const auto match = value->find(key);
-    if (match == value->end())
-        return std::nullopt;
-    return JsonNode(*match, path + '/' + key);
+    throw Refusal{pathOf(value), what};
 }
 
-JsonNode JsonNode::need(const char *key) const
+void allowKeys(const Json &object, const std::vector<std::string_view> &keys)
 {
-    const auto found = find(key);
+    if (!object.is_object())
+        refuse(object, shown(object) + " is not an object; allowed is one with " + listed(keys));
+    for (const auto &[key, member] : object.items()) {
+        if (std::find(keys.begin(), keys.end(), key) == keys.end())
+            refuse(object, "the key " + Json(key).dump() + " is not known; allowed are " + listed(keys));
+    }
+}
+
+const Json *find(const Json &object, const char *key)
+{
+    const auto match = object.find(key);
+    return match == object.end() ? nullptr : &*match;
+}
+
+const Json &need(const Json &object, const char *key)
+{
+    const Json *found = find(object, key);
     if (!found)
-        refuse(std::string("the key \"") + key + "\" is missing; it is needed here");
+        refuse(object, std::string("the key \"") + key + "\" is missing; it is needed here");
     return *found;
 }
 
-std::vector<std::pair<std::string, JsonNode>> JsonNode::members() const
-{
-    if (!value->is_object())
-        refuse(shown() + " is not an object; one is needed here");
-    std::vector<std::pair<std::string, JsonNode>> found;
-    for (const auto &[key, member] : value->items())
-        found.emplace_back(key, JsonNode(member, path + '/' + key));
-    return found;
-}
-
-std::vector<JsonNode> JsonNode::items(std::size_t least, std::size_t most) const
+const Json &items(const Json &list, std::size_t least, std::size_t most)
 {
     const std::string allowed =
         "; allowed is a list of " + std::to_string(least) + " to " + std::to_string(most);
-    if (!value->is_array())
-        refuse(shown() + " is not a list" + allowed);
-    if (value->size() < least || value->size() > most)
-        refuse("there are " + std::to_string(value->size()) + allowed);
-    std::vector<JsonNode> found;
-    for (std::size_t i = 0; i < value->size(); ++i)
-        found.emplace_back((*value)[i], path + '/' + std::to_string(i));
-    return found;
+    if (!list.is_array())
+        refuse(list, shown(list) + " is not a list" + allowed);
+    if (list.size() < least || list.size() > most)
+        refuse(list, "there are " + std::to_string(list.size()) + allowed);
+    return list;
 }
 
-std::int64_t JsonNode::integer(std::int64_t least, std::int64_t most) const
+std::int64_t integer(const Json &value, std::int64_t least, std::int64_t most)
 {
     // A number that only fits without a sign is too large for anything here.
-    const bool fits = value->is_number_integer() &&
-                      !(value->is_number_unsigned() && value->get<std::uint64_t>() > INT64_MAX);
-    const std::int64_t number = fits ? value->get<std::int64_t>() : 0;
+    const bool fits =
+        value.is_number_integer() && !(value.is_number_unsigned() && value.get<std::uint64_t>() > INT64_MAX);
+    const std::int64_t number = fits ? value.get<std::int64_t>() : 0;
     if (!fits || number < least || number > most)
-        refuse(shown() + " is not allowed; allowed is a whole number from " + std::to_string(least) + " to " +
-               std::to_string(most));
+        refuse(value, shown(value) + " is not allowed; allowed is a whole number from " +
+                          std::to_string(least) + " to " + std::to_string(most));
     return number;
 }
 
-double JsonNode::number(double least, double most) const
+double number(const Json &value, double least, double most)
 {
-    const double number = value->is_number() ? value->get<double>() : std::nan("");
+    const double number = value.is_number() ? value.get<double>() : std::nan("");
     if (!(number >= least && number <= most))
-        refuse(shown() + " is not allowed; allowed is a number from " + numbered(least) + " to " +
-               numbered(most));
+        refuse(value, shown(value) + " is not allowed; allowed is a number from " + numbered(least) + " to " +
+                          numbered(most));
     return number;
 }
 
-bool JsonNode::boolean() const
+bool boolean(const Json &value)
 {
-    if (!value->is_boolean())
-        refuse(shown() + " is not allowed; allowed are true and false");
-    return value->get<bool>();
+    if (!value.is_boolean())
+        refuse(value, shown(value) + " is not allowed; allowed are true and false");
+    return value.get<bool>();
 }
 
-std::string JsonNode::text() const
+std::string text(const Json &value)
 {
-    if (!value->is_string())
-        refuse(shown() + " is not allowed; allowed is text in quotes");
-    return value->get<std::string>();
-}
-
-std::string JsonNode::shown() const
-{
-    constexpr std::size_t longest = 40;
-    const std::string whole = value->dump(-1, ' ', true);
-    return whole.size() <= longest ? whole : whole.substr(0, longest) + "...";
-}
-
-json parseJson(const std::string &text)
-{
-    DocumentCheck check;
-    try {
-        return json::parse(text, std::ref(check));
-    } catch (const json::parse_error &error) {
-        throw Refusal{placeOf(text, error.byte), "this is not JSON: " + reasonOf(error)};
-    } catch (const json::exception &error) {
-        throw Refusal{check.path(), "this cannot be read: " + reasonOf(error) +
-                                        "; allowed are numbers from -1.7e308 to 1.7e308"};
-    }
-}
-
-std::string listed(const std::vector<std::string> &words)
-{
-    std::string list;
-    for (const std::string &word : words)
-        list += (list.empty() ? "" : ", ") + word;
-    return list;
+    if (!value.is_string())
+        refuse(value, shown(value) + " is not allowed; allowed is text in quotes");
+    return value.get<std::string>();
 }

@@ -1,12 +1,12 @@
 #pragma once
 
 #include <cstdint>
-#include <initializer_list>
 #include <nlohmann/json.hpp>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+using Json = nlohmann::json;
 
 /// Why a file is not taken: `where` in it (may be empty), and what is wrong and what is allowed.
 struct Refusal
@@ -15,42 +15,30 @@ struct Refusal
     std::string what;
 };
 
-/// A value of a JSON document, read strictly: whatever is not as it is asked for is thrown as a Refusal.
-class JsonNode
+/// Parses a document in which no object has a key twice; throws a Refusal that names line and column.
+Json parseJson(const std::string &text);
+
+// Values of a document, read strictly: whatever is not as it is asked for is thrown as a Refusal that names
+// the path of the value.
+
+[[noreturn]] void refuse(const Json &value, const std::string &what);
+
+/// It must be an object, and these are its only keys.
+void allowKeys(const Json &object, const std::vector<std::string_view> &keys);
+/// Null when there is no such key.
+const Json *find(const Json &object, const char *key);
+const Json &need(const Json &object, const char *key);
+/// What is read of the key's value; when there is no such key, nothing changes.
+template <typename Value, typename Read>
+void take(const Json &object, const char *key, Value &value, Read read)
 {
-public:
-    JsonNode(const nlohmann::json &value_, std::string path_)
-        : value(&value_)
-        , path(std::move(path_))
-    {
-    }
+    if (const Json *found = find(object, key))
+        value = read(*found);
+}
+/// The list itself, which has `least` to `most` items.
+const Json &items(const Json &list, std::size_t least, std::size_t most);
 
-    [[noreturn]] void refuse(const std::string &what) const;
-
-    /// It must be an object, and these are its only keys.
-    void allowKeys(std::initializer_list<std::string_view> keys) const;
-    std::optional<JsonNode> find(const char *key) const;
-    JsonNode need(const char *key) const;
-    std::vector<std::pair<std::string, JsonNode>> members() const;
-    std::vector<JsonNode> items(std::size_t least, std::size_t most) const;
-
-    std::int64_t integer(std::int64_t least, std::int64_t most) const;
-    double number(double least, double most) const;
-    bool boolean() const;
-    std::string text() const;
-    bool isText() const { return value->is_string(); }
-
-private:
-    /// The beginning of the value as it stands in the document.
-    std::string shown() const;
-
-    const nlohmann::json *value;
-    std::string path;
-};
-
-/// Parses a document in which no object has a key twice; throws a Refusal that names
-/// line and column, or the path of the value.
-nlohmann::json parseJson(const std::string &text);
-
-/// "a, b, c".
-std::string listed(const std::vector<std::string> &words);
+std::int64_t integer(const Json &value, std::int64_t least, std::int64_t most);
+double number(const Json &value, double least, double most);
+bool boolean(const Json &value);
+std::string text(const Json &value);

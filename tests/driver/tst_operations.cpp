@@ -18,6 +18,7 @@ private slots:
     void fallBackWithoutTheirEntryPoint();
     void extendedOnesFallBackToThePlainOnes();
     void outputsReachTheCaller();
+    void channelsCallBack();
     void outputsAreLeftAloneWithoutEntryPoint();
     void hidReportModeIsNeverResolved();
 
@@ -152,6 +153,33 @@ void OperationTests::outputsReachTheCaller()
     _ORVEX_DEVICE_INFO info{};
     QVERIFY(wrapper.EnumDeviceInfo(0, &info));
     QCOMPARE(info.deviceId, -123456);
+
+    unsigned char buffer[] = {1, 2, 3};
+    wrapper.ReadSynchronousPacket(1, 1, buffer, 2, 0);
+    QCOMPARE(int(buffer[1]), 0xA5);
+    QCOMPARE(int(buffer[2]), 3);
+}
+
+void OperationTests::channelsCallBack()
+{
+    const DriverLibrary library("complete");
+    OrvexWrapper wrapper;
+    wrapper.Attach();
+    QByteArray received;
+    wrapper.OpenSynchronousChannel(
+        7,
+        [](int device, const unsigned char *data, unsigned int length, void *context) {
+            static_cast<QByteArray *>(context)
+                ->append(char(device))
+                .append(reinterpret_cast<const char *>(data), int(length));
+        },
+        &received);
+
+    unsigned char buffer[2] = {};
+    wrapper.ReadSynchronousPacket(8, 1, buffer, 2, 0); // of another board
+    QCOMPARE(received, QByteArray());
+    wrapper.ReadSynchronousPacket(7, 1, buffer, 2, 0);
+    QCOMPARE(received, QByteArray("\x07\xa5\xa5"));
 }
 
 void OperationTests::outputsAreLeftAloneWithoutEntryPoint()

@@ -67,10 +67,11 @@ std::vector<Report> played(const BoardPlan &plan)
     for (int i = 0; i < playedReports; ++i)
         reports.push_back(stream.next(std::chrono::nanoseconds(std::chrono::seconds(1)) / plan.rate));
     for (const BoardEvent &event : plan.events) {
-        if (event.kind)
-            reports.push_back(stream.ofKind(*event.kind));
-        if (event.what == BoardEvent::What::Pause)
-            stream.skip(event.duration);
+        const auto *burst = std::get_if<Burst>(&event.what);
+        if (burst && burst->kind)
+            reports.push_back(stream.ofKind(*burst->kind));
+        if (const auto *pause = std::get_if<Pause>(&event.what))
+            stream.skip(pause->duration);
     }
     return reports;
 }

@@ -13,11 +13,6 @@ private slots:
     void needsAPlugin();
     void refusesBadInput_data();
     void refusesBadInput();
-    void refusesWithoutDisplay_data();
-    void refusesWithoutDisplay();
-    void refusesADisplayThatIsNotThere_data();
-    void refusesADisplayThatIsNotThere();
-    void namesThePlatformOfTheOption();
     void refusesToolkitOptionsWithoutValue_data();
     void refusesToolkitOptionsWithoutValue();
     void refusesOptionsBeforeTheDisplay();
@@ -88,61 +83,6 @@ void RefusalTest::refusesBadInput()
     const Run host = run(folder_->with(arguments));
     QCOMPARE(host.errors, QStringList(QStringLiteral("tendro-host: ") + error));
     QCOMPARE(host.output, QString());
-    QCOMPARE(host.status, 2);
-}
-
-void RefusalTest::refusesWithoutDisplay_data()
-{
-    QTest::addColumn<bool>("isSet");
-    QTest::newRow("no variables") << false;
-    QTest::newRow("empty variables") << true;
-}
-
-void RefusalTest::refusesWithoutDisplay()
-{
-    QFETCH(bool, isSet);
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const char *name : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"}) {
-        environment.remove(QLatin1String(name));
-        if (isSet)
-            environment.insert(QLatin1String(name), QStringLiteral(""));
-    }
-    const Run host = run(folder_->with({}), environment);
-    QCOMPARE(host.errors, QStringList(QStringLiteral(
-                              "tendro-host: no display; QT_QPA_PLATFORM=offscreen runs without one")));
-    QCOMPARE(host.status, 2);
-}
-
-void RefusalTest::refusesADisplayThatIsNotThere_data()
-{
-    QTest::addColumn<QString>("platform");
-    QTest::addColumn<QString>("line");
-    QTest::newRow("no server") << "xcb"
-                               << "tendro-host: platform xcb: cannot be opened";
-    QTest::newRow("no server, by default") << QString() << "tendro-host: display :54321: cannot be opened";
-    QTest::newRow("no such platform") << "none-such"
-                                      << "tendro-host: platform none-such: cannot be opened";
-}
-
-void RefusalTest::refusesADisplayThatIsNotThere()
-{
-    QFETCH(QString, platform);
-    QFETCH(QString, line);
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("DISPLAY"), QStringLiteral(":54321"));
-    environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
-    if (!platform.isNull())
-        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), platform);
-    const Run host = run(folder_->with({}), environment);
-    QCOMPARE(host.errors, QStringList(line + "; QT_QPA_PLATFORM=offscreen runs without one"));
-    QCOMPARE(host.status, 2);
-}
-
-void RefusalTest::namesThePlatformOfTheOption()
-{
-    const Run host = run(folder_->with({QStringLiteral("-platform"), QStringLiteral("none-such")}));
-    QCOMPARE(host.errors, QStringList(QStringLiteral("tendro-host: platform none-such: cannot be opened; "
-                                                     "QT_QPA_PLATFORM=offscreen runs without one")));
     QCOMPARE(host.status, 2);
 }
 

@@ -127,7 +127,9 @@ void ScenarioMenuTest::tellsWhyAScenarioIsRefused()
     action("&Reload")->trigger();
     auto *box = window_->findChild<QMessageBox *>();
     QVERIFY(box && box->isVisible());
-    QCOMPARE(box->text(), ownFile() + QStringLiteral(": there is no such file; a scenario file is needed"));
+    QCOMPARE(box->text(),
+             ownFile() + QStringLiteral(
+                             ": this cannot be read (No such file or directory); a scenario file is needed"));
     QCOMPARE(told.count(), 0);
     QCOMPARE(simulation_.boards(), std::vector<int>({7}));
 }

@@ -1,4 +1,3 @@
-#include "faults.h"
 #include "firmware.h"
 #include "scenarioreader.h"
 
@@ -21,7 +20,6 @@ private slots:
     void initTestCase();
     void entryPoints();
     void scenarios();
-    void faultsAndTheirAmounts();
     void commands();
     void theExampleIsAScenario();
     void theExampleHasEveryEvent();
@@ -114,25 +112,6 @@ void tst_readme::scenarios()
     QStringList rows = rowsOf(page, "Scenarios");
     rows.sort();
     QCOMPARE(rows, expected);
-}
-
-void tst_readme::faultsAndTheirAmounts()
-{
-    QStringList names;
-    const QStringList rows = rowsOf(page, "Faults");
-    for (const Fault &fault : faults) {
-        const QString name = QString::fromUtf8(fault.name.data());
-        names.append(name);
-        const QString row = rows.filter("| `" + name + "` |").value(0);
-        const auto tells = [&row](const QString &amount) { return row.contains(amount); };
-        QVERIFY2(fault.reports <= 1 || tells(QString::number(fault.reports) + ' '), qPrintable(name));
-        QVERIFY2(fault.seconds <= 0 || tells(QString::number(fault.seconds) + " s"), qPrintable(name));
-        QVERIFY2(fault.by == 0 || tells(QString::number(fault.by)), qPrintable(name));
-        const char *scopes[] = {"one board", "every board", "the library"};
-        QCOMPARE(cells({row}, 2).value(0), QString(scopes[static_cast<int>(fault.scope)]));
-    }
-    names.sort();
-    QCOMPARE(quotedIn(cells(rows, 1)), names);
 }
 
 // The firmware lists what it knows when it is asked: "[?] commands: . B U8!".

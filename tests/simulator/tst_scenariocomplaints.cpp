@@ -124,33 +124,34 @@ void tst_scenariocomplaints::complaints_data()
         "text-endless, text-long, text-markup, text-every-byte, slow-command, callback-in-command, "
         "enumeration-fails, lying-count");
     row("amount of another fault", withBoard(R"("faults": [{"fault": "vanish", "by": 1}])"),
-        "/faults/0/by: the fault vanish has no \"by\"; allowed is none");
+        "/faults/0: the key \"by\" is not known; allowed are at, fault, board");
     row("fault without a board", R"({"title": "t", "boards": [], "faults": [{"fault": "flood"}]})",
         "/faults/0: the fault flood needs a board; there is none");
     row("twice the same key", R"({"title": "t", "title": "u", "boards": []})",
-        "/: the key \"title\" stands twice in one object; once is allowed");
+        "line 1, column 22: the key \"title\" stands twice in one object; once is allowed");
     row("twice the same key of a board", R"({"title": "t", "boards": [{"id": 1}, {"id": 2, "id": 3}]})",
-        "/boards/1: the key \"id\" stands twice in one object; once is allowed");
+        "line 1, column 51: the key \"id\" stands twice in one object; once is allowed");
     row("twice the same key behind others",
         R"({"title": "t", "boards": [5, [], {"id": 2, "kinds": {"phase": 1, "phase": 1}}]})",
-        "/boards/2/kinds: the key \"phase\" stands twice in one object; once is allowed");
+        "line 1, column 72: the key \"phase\" stands twice in one object; once is allowed");
     row("number beyond all", withBoardKeys(R"("rate": 1e999)"),
-        "/boards/0/rate: this cannot be read: number overflow parsing '1e999'; allowed are numbers from "
+        "line 1, column 50: this cannot be read: number overflow parsing '1e999'; allowed are numbers from "
         "-1.7e308 to 1.7e308");
     row("number beyond all in a list", R"({"title": "t", "boards": [{"id": 1}, -1e999]})",
-        "/boards/1: this cannot be read: number overflow parsing '-1e999'; allowed are numbers from "
+        "line 1, column 44: this cannot be read: number overflow parsing '-1e999'; allowed are numbers from "
         "-1.7e308 to 1.7e308");
     row("nothing but a number beyond all", "1e999",
-        "/: this cannot be read: number overflow parsing '1e999'; allowed are numbers from -1.7e308 to "
+        "line 1, column 5: this cannot be read: number overflow parsing '1e999'; allowed are numbers from "
+        "-1.7e308 to "
         "1.7e308");
     row("nested too deep", R"({"title": )" + QByteArray(32, '[') + QByteArray(32, ']') + "}",
-        "/title/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0: "
+        "line 1, column 42: "
         "the lists and objects are nested too deep; allowed are 32 in one another");
     row("nested as deep as can be", R"({"title": )" + QByteArray(31, '[') + QByteArray(31, ']') + "}",
         "/title: " + QByteArray(31, '[') + QByteArray(9, ']') +
             "... is not allowed; allowed is text in quotes");
     row("nested far too deep", R"({"title": )" + QByteArray(500000, '['),
-        "/title/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0/0: "
+        "line 1, column 42: "
         "the lists and objects are nested too deep; allowed are 32 in one another");
     row("not JSON", "{\n  \"title\": }",
         "line 2, column 12: this is not JSON: syntax error while parsing value - unexpected '}'; expected "
@@ -202,17 +203,21 @@ void tst_scenariocomplaints::filesThatAreNone()
     std::string complaint;
     const std::string missing = folder.filePath("missing.json").toStdString();
     QVERIFY(!readScenario(missing, complaint));
-    QCOMPARE(complaint, missing + ": there is no such file; a scenario file is needed");
+    QCOMPARE(complaint,
+             missing + ": this cannot be read (No such file or directory); a scenario file is needed");
     const std::string directory = folder.path().toStdString();
     QVERIFY(!readScenario(directory, complaint));
-    QCOMPARE(complaint, directory + ": this is not a file; a scenario file is needed");
+    QCOMPARE(complaint,
+             directory + ": this cannot be read (it is not a regular file); a scenario file is needed");
     QVERIFY(!readScenario("two\nlines", complaint));
-    QCOMPARE(complaint, std::string("two?lines: there is no such file; a scenario file is needed"));
+    QCOMPARE(
+        complaint,
+        std::string("two?lines: this cannot be read (No such file or directory); a scenario file is needed"));
     const QString loop = folder.filePath("loop.json");
     QVERIFY(QFile::link(loop, loop));
     QVERIFY(!readScenario(loop.toStdString(), complaint));
     QCOMPARE(complaint, loop.toStdString() + ": this cannot be read (Too many levels of symbolic links); "
-                                             "a file that can be read is needed");
+                                             "a scenario file is needed");
 }
 
 void tst_scenariocomplaints::aFileThatIsTooLarge()

@@ -30,7 +30,6 @@ private:
 
 namespace {
 
-using BoardWhat = BoardEvent::What;
 using LibraryWhat = LibraryEvent::What;
 
 constexpr std::chrono::nanoseconds oneSecond = std::chrono::seconds(1);
@@ -128,13 +127,13 @@ void tst_scenarioreader::eventsOfTheTimeline()
         {"at": 5, "do": "plug", "board": 1}])"));
     const auto &events = scenario.boards[0].plan.events;
     QCOMPARE(events.size(), std::size_t{5});
-    QVERIFY(events[0].what == BoardWhat::Pause && events[0].duration == oneSecond / 4);
-    QVERIFY(events[1].what == BoardWhat::Raw && events[1].at == oneSecond);
-    QCOMPARE(events[1].bytes, (Report{0x0A, 0xFF, 0x1B}));
-    QVERIFY(events[2].what == BoardWhat::Raw);
-    QCOMPARE(events[2].bytes, (Report{4, 50, 0xE9, '!'}));
-    QVERIFY(events[3].what == BoardWhat::Burst && events[3].amount == 200 && !events[3].kind);
-    QVERIFY(events[4].what == BoardWhat::Rate && events[4].amount == 7);
+    QVERIFY(std::get<Pause>(events[0].what).duration == oneSecond / 4);
+    QVERIFY(events[1].at == oneSecond);
+    QCOMPARE(std::get<Raw>(events[1].what).bytes, (Report{0x0A, 0xFF, 0x1B}));
+    QCOMPARE(std::get<Raw>(events[2].what).bytes, (Report{4, 50, 0xE9, '!'}));
+    QCOMPARE(std::get<Burst>(events[3].what).reports, 200);
+    QVERIFY(!std::get<Burst>(events[3].what).kind);
+    QCOMPARE(std::get<Rate>(events[4].what).perSecond, 7);
     QCOMPARE(scenario.events.size(), std::size_t{2});
     QVERIFY(scenario.events[0].what == LibraryWhat::Plug && scenario.events[0].at == 5 * oneSecond);
     QVERIFY(scenario.events[1].what == LibraryWhat::Unplug && scenario.events[1].value == 1);
@@ -148,10 +147,12 @@ void tst_scenarioreader::faultsOfBoards()
     const auto &first = scenario.boards[0].plan.events;
     const auto &second = scenario.boards[1].plan.events;
     QCOMPARE(first.size(), std::size_t{2});
-    QVERIFY(first[0].what == BoardWhat::Burst && first[0].amount == 650 && *first[0].kind == Kind::Garbage);
-    QVERIFY(first[1].amount == 3 && *first[1].kind == Kind::LongText);
+    QCOMPARE(std::get<Burst>(first[0].what).reports, 650);
+    QVERIFY(std::get<Burst>(first[0].what).kind == Kind::Garbage);
+    QCOMPARE(std::get<Burst>(first[1].what).reports, 3);
+    QVERIFY(std::get<Burst>(first[1].what).kind == Kind::LongText);
     QCOMPARE(second.size(), std::size_t{1});
-    QVERIFY(second[0].what == BoardWhat::Vanish && second[0].at == oneSecond);
+    QVERIFY(std::holds_alternative<Vanish>(second[0].what) && second[0].at == oneSecond);
 }
 
 void tst_scenarioreader::faultsOfTheLibrary()
@@ -161,10 +162,13 @@ void tst_scenarioreader::faultsOfTheLibrary()
         {"fault": "slow-command", "seconds": 0.5}, {"fault": "callback-in-command"},
         {"fault": "plug-storm", "at": 1}]})");
     const auto &events = scenario.events;
-    QVERIFY(events[0].what == LibraryWhat::EnumerationFails && events[0].value == 3);
-    QVERIFY(events[1].what == LibraryWhat::CountLies && events[1].value == -1);
-    QVERIFY(events[2].what == LibraryWhat::SlowCommand && events[2].value == 500);
-    QVERIFY(events[3].what == LibraryWhat::CallbackInCommand);
+    StandingFaults standing;
+    for (std::size_t i = 0; i < 4; ++i)
+        events[i].change(standing, events[i].value);
+    QVERIFY(standing.failingIndexes == std::set<int>{3});
+    QCOMPARE(standing.countLie, -1);
+    QCOMPARE(standing.commandDelayMs, 500);
+    QVERIFY(standing.callbackInCommand);
     QCOMPARE(events.size(), std::size_t{4 + 500});
     QVERIFY(events[4].at == oneSecond && events.back().at == oneSecond + std::chrono::milliseconds(499));
 }

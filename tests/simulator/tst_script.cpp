@@ -133,7 +133,7 @@ void tst_script::theRateIsTheWait()
 
 void tst_script::aBurstComesAtOnce()
 {
-    Script script(planWith({1s, BoardEvent::What::Burst, 50}));
+    Script script(planWith({1s, Burst{50}}));
     const auto sent = sentIn(script, 3s);
     QCOMPARE(countBetween(sent, 0s, 1s), std::size_t{101}); // with the greeting
     QCOMPARE(countBetween(sent, 1s, 1010ms), std::size_t{51});
@@ -142,7 +142,7 @@ void tst_script::aBurstComesAtOnce()
 
 void tst_script::aPauseIsSilence()
 {
-    Script script(planWith({1s, BoardEvent::What::Pause, 0, 1500ms}));
+    Script script(planWith({1s, Pause{1500ms}}));
     const auto sent = sentIn(script, 4s);
     QCOMPARE(countBetween(sent, 0s, 1s), std::size_t{101}); // with the greeting
     QCOMPARE(countBetween(sent, 1010ms, 2500ms), std::size_t{0});
@@ -151,7 +151,7 @@ void tst_script::aPauseIsSilence()
 
 void tst_script::rawBytesAsTheyStand()
 {
-    Script script(planWith({1s, BoardEvent::What::Raw, 0, {}, {}, {9, 8, 7}}));
+    Script script(planWith({1s, Raw{{9, 8, 7}}}));
     const auto sent = sentIn(script, 2s);
     const auto match = std::find_if(sent.begin(), sent.end(), [](const Sent &one) {
         return one.bytes == Report{9, 8, 7};
@@ -163,8 +163,8 @@ void tst_script::rawBytesAsTheyStand()
 
 void tst_script::ratesChange()
 {
-    BoardPlan plan = planWith({1s, BoardEvent::What::Rate, 1000});
-    plan.events.push_back({2s, BoardEvent::What::Rate, 0}); // as planned
+    BoardPlan plan = planWith({1s, Rate{1000}});
+    plan.events.push_back({2s, Rate{0}}); // as planned
     Script script(plan);
     const auto sent = sentIn(script, 4s);
     QCOMPARE(countBetween(sent, 0s, 1s), std::size_t{101}); // with the greeting
@@ -174,7 +174,7 @@ void tst_script::ratesChange()
 
 void tst_script::aBoardVanishesInMidReport()
 {
-    Script script(planWith({1s, BoardEvent::What::Vanish}));
+    Script script(planWith({1s, Vanish{}}));
     Script::Step step;
     int reports = 0;
     do {
@@ -190,8 +190,8 @@ void tst_script::eventsFromOutside()
 {
     Script script({1001, 7});
     sentIn(script, 1s);
-    script.add({1s, BoardEvent::What::Pause, 0, 1s}); // from now
-    script.add({{}, BoardEvent::What::Burst, 10});
+    script.add({1s, Pause{1s}}); // from now
+    script.add({{}, Burst{10}});
     const auto sent = sentIn(script, 3s);
     QVERIFY(countBetween(sent, 0s, 1ns) >= 10);
     QCOMPARE(countBetween(sent, 1010ms, 2000ms), std::size_t{0});

@@ -19,13 +19,13 @@ namespace boards {
 
 namespace {
 
-using DataRegistration = std::tuple<int, DataCallback, void *>;
-using PnpRegistration = std::tuple<PnpCallback, void *>;
+using DataRegistration = std::tuple<int, OrvexDataCallback, void *>;
+using PnpRegistration = std::tuple<OrvexPnpCallback, void *>;
 
 struct SeenRecord
 {
     const void *address;
-    std::array<unsigned char, recordSize> bytes;
+    std::array<unsigned char, sizeof(_ORVEX_DEVICE_INFO)> bytes;
 };
 
 struct State
@@ -35,6 +35,7 @@ struct State
     std::map<std::string, int> results;
     std::set<DataRegistration> dataCallbacks;
     std::set<PnpRegistration> pnpCallbacks;
+    DataRegistration channel;
     std::deque<SeenRecord> records;
 };
 
@@ -187,22 +188,34 @@ bool enumerate(int index, unsigned char *record)
     constexpr unsigned char restOfRecord = 0xA5;
     const std::lock_guard lock(mutex);
     SeenRecord seen{record, {}};
-    std::memcpy(seen.bytes.data(), record, recordSize);
+    std::memcpy(seen.bytes.data(), record, sizeof(_ORVEX_DEVICE_INFO));
     state.records.push_back(seen);
     if (index < 0 || static_cast<std::size_t>(index) >= state.ids.size() || index == state.failingIndex)
         return false;
-    std::memset(record + 4, restOfRecord, recordSize - 4);
+    std::memset(record + 4, restOfRecord, sizeof(_ORVEX_DEVICE_INFO) - 4);
     const std::int32_t id = state.ids[static_cast<std::size_t>(index)];
     std::memcpy(record + idOffset, &id, sizeof id);
     return true;
 }
 
-void addDataCallback(int device, DataCallback callback, void *context)
+void addDataCallback(int device, OrvexDataCallback callback, void *context)
 {
     locked([=] { state.dataCallbacks.insert({device, callback, context}); });
 }
 
-void addPnpCallback(PnpCallback callback, void *context)
+void setChannel(int device, OrvexDataCallback callback, void *context)
+{
+    locked([=] { state.channel = {device, callback, context}; });
+}
+
+void callChannel(int device, const unsigned char *data, unsigned int length)
+{
+    const auto [board, callback, context] = locked([] { return state.channel; });
+    if (callback && board == device)
+        callback(device, data, length, context);
+}
+
+void addPnpCallback(OrvexPnpCallback callback, void *context)
 {
     locked([=] { state.pnpCallbacks.insert({callback, context}); });
 }

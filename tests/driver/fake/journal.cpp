@@ -16,26 +16,6 @@ std::atomic<Observer> observerOfCalls{nullptr};
 
 } // namespace
 
-std::string text(int value)
-{
-    return std::to_string(value);
-}
-
-std::string text(unsigned int value)
-{
-    return std::to_string(value);
-}
-
-std::string text(std::uint8_t value)
-{
-    return std::to_string(value);
-}
-
-std::string text(std::uint16_t value)
-{
-    return std::to_string(value);
-}
-
 std::string text(const char *value)
 {
     std::string result = "\"";

@@ -1,18 +1,26 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
 
 /// The calls that the fake library has seen. Any thread.
 namespace journal {
 
-std::string text(int value);
-std::string text(unsigned int value);
-std::string text(std::uint8_t value);
-std::string text(std::uint16_t value);
+inline std::string text(int value)
+{
+    return std::to_string(value);
+}
+inline std::string text(unsigned int value)
+{
+    return std::to_string(value);
+}
 /// In double quotes, control characters and bytes above 126 as \xNN, quotes and backslashes escaped.
 std::string text(const char *value);
 std::string text(const void *value);
+template <typename... Parameters>
+std::string text(void (*function)(Parameters...))
+{
+    return text(reinterpret_cast<const void *>(function));
+}
 
 using Observer = void (*)(const char *call);
 
@@ -21,13 +29,15 @@ using Observer = void (*)(const char *call);
 void setObserver(Observer observer);
 void append(const std::string &call);
 
-/// Writes down a call.
-template <typename... Arguments>
-void record(const char *entryPoint, Arguments... arguments)
+/// Writes a call down when the result is called with its arguments: `call("orvexEcho")(device, length,
+/// data)`.
+inline auto call(const char *entryPoint)
 {
-    std::string list;
-    ((list += (list.empty() ? "" : ", ") + text(arguments)), ...);
-    append(entryPoint + ("(" + list + ")"));
+    return [entryPoint](auto... arguments) {
+        std::string list;
+        ((list += (list.empty() ? "" : ", ") + text(arguments)), ...);
+        append(entryPoint + ("(" + list + ")"));
+    };
 }
 
 int count();

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "listeners.h"
+
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+#include <thread>
+
+/// A thread that does one step after another, and the callbacks that it calls. All functions may be called on
+/// any thread.
+class CallbackThread : public std::enable_shared_from_this<CallbackThread>
+{
+public:
+    virtual ~CallbackThread() = default;
+
+    void start();
+    /// Tells the thread to end and forgets all callbacks.
+    /// \return the thread, which the caller joins or keeps; it holds this object until it has ended
+    std::thread stop();
+
+    void addListener(Listeners::Function function, void *context);
+    void removeListener(Listeners::Function function, void *context) { listeners.remove(function, context); }
+
+protected:
+    /// Does the next thing that is to be done, or waits until there may be one.
+    /// \param lock of `mutex`; released for what takes its time
+    virtual void step(std::unique_lock<std::mutex> &lock) = 0;
+
+    Listeners listeners;
+    std::mutex mutex;
+    std::condition_variable wake;
+
+private:
+    void run();
+
+    bool stopping = false; ///< under the mutex, as is `thread`
+    std::thread thread;
+};
