@@ -68,7 +68,7 @@ void monitor::AddData(const QString &first, const QString &second)
 void monitor::showLastRow(const QString &text)
 {
     // One line of plain text is as high as another, and the label's width asks for nothing.
-    column->setSteady(RowDelegate::isPlain(shownPart(text)) &&
+    column->setSteady(!lastRowLabel->wordWrap() && RowDelegate::isPlain(shownPart(text)) &&
                       RowDelegate::isPlain(shownPart(lastRowLabel->text())));
     const UpdateBlocker blocker(*pacer);
     lastRowLabel->setText(text);
