@@ -1,6 +1,6 @@
 #include "mainwindow/qorvexgraph.h"
 
-#include <utility>
+#include <memory>
 
 #include <QLabel>
 #include <QScopedValueRollback>
@@ -17,7 +17,8 @@ constexpr unsigned char quietDebugMode = 1;
 } // namespace
 
 // The library may run the event loop in any call, and so have the window closed there: after each call of an
-// attach the binding may be gone. An attach that is asked for inside an attach or a detach follows it.
+// attach the binding may be gone. An attach that is asked for inside an attach follows it; inside a detach it
+// is dropped, since the window ends detached.
 
 void qorvexgraph::AttachHardware()
 {
@@ -29,7 +30,9 @@ void qorvexgraph::AttachHardware()
 
 void qorvexgraph::attach()
 {
-    if (isAttaching || isDetaching) {
+    if (isDetaching)
+        return;
+    if (isAttaching) {
         attachLater();
         return;
     }
@@ -56,13 +59,13 @@ void qorvexgraph::attachAgain()
     if (isAttaching || isDetaching)
         return;
     attachTimer.stop();
-    const QStringList commands = std::exchange(waitingCommands, {});
-    if (commands.isEmpty())
+    if (waitingCommands.isEmpty())
         attach();
     else
         attachForCommand();
-    for (const QString &command : commands)
-        sendTypedCommand(command);
+    // What is typed inside these calls is sent after those that wait.
+    while (hardware && !waitingCommands.isEmpty())
+        sendTypedCommand(waitingCommands.takeFirst());
 }
 
 void qorvexgraph::openLibrary()
@@ -70,13 +73,11 @@ void qorvexgraph::openLibrary()
     ignoresNotifications = false;
     paused = false;
     // Kept when the library can't be loaded, too: every operation then falls back.
-    auto *wrapper = new OrvexWrapper;
+    auto wrapper = std::make_unique<OrvexWrapper>();
     wrapper->Attach();
-    if (paused) { // detached from within
-        delete wrapper;
+    if (paused) // detached from within
         return;
-    }
-    hardware = wrapper;
+    hardware = wrapper.release();
     hardware->SetPnpCallback(pnp, this);
 }
 

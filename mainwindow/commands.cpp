@@ -21,13 +21,14 @@ void qorvexgraph::TypedCommand()
     const QString command = commandLine->displayText() + QLatin1Char('\r');
     // Typed while the library is being opened, it is sent after the attach that follows, and so are those
     // behind it.
-    const bool waits = (isAttaching && !hardware) || !waitingCommands.isEmpty();
-    if (waits) {
+    const bool isOpening = isAttaching && !hardware;
+    const bool waits = isOpening || !waitingCommands.isEmpty();
+    if (waits)
         waitingCommands += command;
+    if (isOpening)
         attachLater();
-    } else if (!hardware) {
+    else if (!hardware && !waits)
         attachForCommand();
-    }
     commandLine->selectAll();
     if (!waits)
         sendTypedCommand(command);

@@ -127,7 +127,7 @@ void qorvexgraph::OnDataReceived()
     if (count == 0 || !hardware)
         return;
     if (dispatchDepth == maxDispatchDepth)
-        dispatchTimer.start(0, this);
+        dispatchTimer.start(1, this);
     if (dispatchTimer.isActive())
         return;
     const QScopedValueRollback<int> depth(dispatchDepth, dispatchDepth + 1);
