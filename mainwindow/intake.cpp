@@ -1,6 +1,5 @@
 #include "mainwindow/qorvexgraph.h"
 
-#include <limits>
 #include <memory>
 
 #include <QMutexLocker>
@@ -59,7 +58,7 @@ constexpr int maxDispatchDepth = 4;
 
 QByteArray copyOf(const unsigned char *data, unsigned int length)
 {
-    constexpr auto longest = static_cast<unsigned int>(std::numeric_limits<int>::max() / 2);
+    constexpr auto longest = 1U << 27; // its row of hexadecimal fits a QString
     if (!data)
         return {};
     return {reinterpret_cast<const char *>(data), static_cast<int>(qMin(length, longest))};

@@ -195,7 +195,8 @@ void monitor::completeLine(const _DataPacket &packet)
 {
     // A line that ends too soon after the packet before it is thrown away unshown.
     if (previousPacket->time.msecsTo(packet.time) > closestLineMs) {
-        AddData(pendingText, QString());
+        const QString text = pendingText;
+        AddData(text, QString());
         *previousPacket = packet;
     }
     pendingText = QString();

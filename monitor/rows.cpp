@@ -95,6 +95,8 @@ void monitor::AddData(const unsigned char *bytes, unsigned int length)
 void monitor::OnTimerAddRest()
 {
     pendingTextTimer.stop();
-    AddData(pendingText, QString());
+    // A slot of the host's may run the event loop, in which another text is taken in.
+    const QString text = pendingText;
+    AddData(text, QString());
     pendingText = QString();
 }
