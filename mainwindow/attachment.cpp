@@ -4,6 +4,7 @@
 
 #include <QLabel>
 #include <QScopedValueRollback>
+#include <QScopeGuard>
 
 #include "driver/orvexwrapper.h"
 #include "mainwindow/livewindows.h"
@@ -56,9 +57,14 @@ void qorvexgraph::attachLater()
 
 void qorvexgraph::attachAgain()
 {
-    if (isAttaching || isDetaching)
+    if (isAttaching)
         return;
     attachTimer.stop();
+    // An exception of the host's may pass while some wait.
+    const auto rest = qScopeGuard([this] {
+        if (!waitingCommands.isEmpty())
+            attachLater();
+    });
     if (waitingCommands.isEmpty())
         attach();
     else
@@ -86,13 +92,16 @@ void qorvexgraph::enumerateDevices()
     _ORVEX_DEVICE_INFO info{};
     info.recordKind = deviceInfoKind;
     const int count = hardware->GetDeviceCount();
+    if (!hardware)
+        return;
     deviceIds.clear();
     for (int index = 0; index < count && hardware; ++index) {
         if (!hardware->EnumDeviceInfo(index, &info))
             continue;
+        if (!hardware)
+            return;
         deviceIds.append(info.deviceId);
-        if (hardware)
-            hardware->SetXferMask(info.deviceId, everyTransfer);
+        hardware->SetXferMask(info.deviceId, everyTransfer);
         if (hardware)
             hardware->SetCallback(info.deviceId, DataCallback, this);
     }

@@ -17,9 +17,9 @@ void add(const qorvexgraph *window);
 /// Takes a window off the list and waits for its callbacks in progress on other threads. Does nothing for a
 /// window that is not listed. GUI thread.
 ///
-/// A callback takes microseconds, unless it emits into a slot of the host's that itself waits for the GUI
-/// thread. So the wait ends after a second: QObject allows the destruction of a sender while one of its slots
-/// runs.
+/// A callback that copies a report takes microseconds. One that takes a second is in a slot of the host's
+/// that itself waits for the GUI thread, so the wait ends: QObject allows the destruction of a sender while
+/// one of its slots runs.
 void remove(const qorvexgraph *window);
 
 /// Keeps a callback's window alive while in scope. Any thread; may be nested.

@@ -105,8 +105,8 @@ private:
     bool ignoresNotifications = false; ///< from a detach until the next binding is created
     bool isAttaching = false;
     bool isDetaching = false;
-    QBasicTimer attachTimer;     ///< active while an attach waits for the one, or the detach, in progress
-    QStringList waitingCommands; ///< typed while the library was being opened
+    QBasicTimer attachTimer;     ///< active while an attach waits for the one in progress
+    QStringList waitingCommands; ///< typed while the library was being opened, and behind those
     int dispatchDepth = 0;
     QBasicTimer dispatchTimer; ///< active while packets wait for all dispatches to return
 };

@@ -41,6 +41,11 @@ QStringList commandsSeen(const DriverLibrary &library)
     return library.takeCalls().filter(QRegularExpression("orvexSendCommand|orvexSetDriverDebugMode"));
 }
 
+/// What a slot of the host's throws, and its notify() catches.
+struct HostError
+{
+};
+
 } // namespace
 
 /// Commands that the user types while the driver library, inside one of its calls, runs the event loop.
@@ -53,6 +58,7 @@ private slots:
     void insideTheAttachOfAnotherCommand();
     void insideAttachesOneAfterTheOther();
     void insideTheSendingOfTheFirstThatWaits();
+    void exceptionPassesTheSendingOfOneThatWaits();
     void afterACloseInsideTheAttachForOneThatWaits();
     void beforeACloseInsideTheFirstAttach();
     void afterACloseInsideTheFirstAttach();
@@ -138,6 +144,27 @@ void TypingHazards::insideTheSendingOfTheFirstThatWaits()
              (QStringList{debugMode, commandA, commandB, commandC}));
     // The first, and the one for the commands.
     QCOMPARE(calls.filter("orvexAttach()").size(), 2);
+    window.detachFromHardware();
+}
+
+void TypingHazards::exceptionPassesTheSendingOfOneThatWaits()
+{
+    const DriverLibrary library("complete");
+    library.setBoards({1});
+    qorvexgraph window;
+    bool isAttached = false;
+    const ObservedCalls observed(library, [&](const QString &call) {
+        if (call == QLatin1String("orvexAttach()") && !std::exchange(isAttached, true)) {
+            type(window, "A");
+            type(window, "B");
+        } else if (call == commandA) {
+            throw HostError();
+        }
+    });
+    window.AttachHardware();
+    QVERIFY_EXCEPTION_THROWN(window.attachAgain(), HostError);
+    QTRY_VERIFY(window.waitingCommands.isEmpty());
+    QCOMPARE(commandsSeen(library).filter("orvexSendCommand"), (QStringList{commandA, commandB}));
     window.detachFromHardware();
 }
 
