@@ -167,7 +167,7 @@ def stream_lines(build, smoke):
     ratios, lines = stream_pairs(build, 1000, 2 if smoke else 20, 1 if smoke else 3)
     each = ", ".join(f"{ratio:.2f}" for ratio in ratios["stream"])
     return [f"- **f**: At 1,000 rows a second tool and X server together take "
-            f"**{statistics.median(ratios['stream']):.2f}** times CuteCom's processor time (bound 0.33). The pairs of runs "
+            f"**{statistics.median(ratios['stream']):.2f}** times CuteCom's processor time. The pairs of runs "
             f"gave {each}, each with {lines:,} rows on either side. A bare window that takes one queued call a report, "
             f"and shows nothing, takes {statistics.median(ratios['wake']):.2f} times CuteCom's."]
 

@@ -1,9 +1,10 @@
 #include "qorvexgraph.h"
 
-#include <utility>
+#include <memory>
 
 #include <QLabel>
 #include <QScopedValueRollback>
+#include <QScopeGuard>
 
 #include "livewindows.h"
 #include "orvexwrapper.h"
@@ -16,8 +17,8 @@ constexpr unsigned char quietDebugMode = 1;
 } // namespace
 
 // Reentrancy: the library may run the event loop in any call, and the window may be closed there. So after
-// each call of an attach the binding may be gone. An attach requested inside an attach or a detach is
-// deferred until that has ended.
+// each call of an attach the binding may be gone. An attach requested inside an attach is deferred until that
+// has ended; inside a detach it is dropped, since the window ends detached.
 
 void qorvexgraph::AttachHardware()
 {
@@ -29,7 +30,9 @@ void qorvexgraph::AttachHardware()
 
 void qorvexgraph::attach()
 {
-    if (isAttaching || isDetaching) {
+    if (isDetaching)
+        return;
+    if (isAttaching) {
         attachLater();
         return;
     }
@@ -53,16 +56,21 @@ void qorvexgraph::attachLater()
 
 void qorvexgraph::attachAgain()
 {
-    if (isAttaching || isDetaching)
+    if (isAttaching)
         return;
     attachTimer.stop();
-    const QStringList commands = std::exchange(waitingCommands, {});
-    if (commands.isEmpty())
+    // An exception of the host's may pass while some wait.
+    const auto rest = qScopeGuard([this] {
+        if (!waitingCommands.isEmpty())
+            attachLater();
+    });
+    if (waitingCommands.isEmpty())
         attach();
     else
         attachForCommand();
-    for (const QString &command : commands)
-        sendTypedCommand(command);
+    // What is typed inside these calls is sent after those that wait.
+    while (hardware && !waitingCommands.isEmpty())
+        sendTypedCommand(waitingCommands.takeFirst());
 }
 
 void qorvexgraph::openLibrary()
@@ -70,13 +78,11 @@ void qorvexgraph::openLibrary()
     ignoresNotifications = false;
     paused = false;
     // Kept even if the library can't be loaded: every operation then returns its fallback.
-    auto *wrapper = new OrvexWrapper;
+    auto wrapper = std::make_unique<OrvexWrapper>();
     wrapper->Attach();
-    if (paused) { // detached from within
-        delete wrapper;
+    if (paused) // detached from within
         return;
-    }
-    hardware = wrapper;
+    hardware = wrapper.release();
     hardware->SetPnpCallback(pnp, this);
 }
 
@@ -85,13 +91,16 @@ void qorvexgraph::enumerateDevices()
     _ORVEX_DEVICE_INFO info{};
     info.recordKind = deviceInfoKind;
     const int count = hardware->GetDeviceCount();
+    if (!hardware)
+        return;
     deviceIds.clear();
     for (int index = 0; index < count && hardware; ++index) {
         if (!hardware->EnumDeviceInfo(index, &info))
             continue;
+        if (!hardware)
+            return;
         deviceIds.append(info.deviceId);
-        if (hardware)
-            hardware->SetXferMask(info.deviceId, everyTransfer);
+        hardware->SetXferMask(info.deviceId, everyTransfer);
         if (hardware)
             hardware->SetCallback(info.deviceId, DataCallback, this);
     }

@@ -17,13 +17,14 @@ void qorvexgraph::TypedCommand()
     const QString command = commandLine->displayText() + QLatin1Char('\r');
     // A command typed while the library is being opened waits for the attach that follows, and so do the
     // commands after it.
-    const bool waits = (isAttaching && !hardware) || !waitingCommands.isEmpty();
-    if (waits) {
+    const bool isOpening = isAttaching && !hardware;
+    const bool waits = isOpening || !waitingCommands.isEmpty();
+    if (waits)
         waitingCommands += command;
+    if (isOpening)
         attachLater();
-    } else if (!hardware) {
+    else if (!hardware && !waits)
         attachForCommand();
-    }
     commandLine->selectAll();
     if (!waits)
         sendTypedCommand(command);

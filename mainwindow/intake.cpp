@@ -1,6 +1,5 @@
 #include "qorvexgraph.h"
 
-#include <limits>
 #include <memory>
 
 #include <QMutexLocker>
@@ -21,7 +20,7 @@ constexpr int maxDispatchDepth = 4;
 
 QByteArray copyOf(const unsigned char *data, unsigned int length)
 {
-    constexpr auto longest = static_cast<unsigned int>(std::numeric_limits<int>::max() / 2);
+    constexpr auto longest = 1U << 27; // its row of hexadecimal fits a QString
     if (!data)
         return {};
     return {reinterpret_cast<const char *>(data), static_cast<int>(qMin(length, longest))};
@@ -86,7 +85,7 @@ void qorvexgraph::OnDataReceived()
     if (count == 0 || !hardware)
         return;
     if (dispatchDepth == maxDispatchDepth)
-        dispatchTimer.start(0, this);
+        dispatchTimer.start(1, this);
     if (dispatchTimer.isActive())
         return;
     const QScopedValueRollback<int> depth(dispatchDepth, dispatchDepth + 1);

@@ -22,6 +22,8 @@ namespace {
 // Neither has a destructor: threads of the driver library may outlive the static objects.
 std::mutex mutex;
 Entry *first = nullptr;
+constexpr std::chrono::seconds longestWait{1};
+
 static_assert(std::is_trivially_destructible_v<std::mutex>);
 
 /// The link to the entry of a window, or the null link at the end. The mutex is held.
@@ -50,7 +52,7 @@ void add(const qorvexgraph *window)
     first = new Entry{window, first, std::this_thread::get_id()};
 }
 
-void remove(const qorvexgraph *window, bool hostListens)
+void remove(const qorvexgraph *window)
 {
     std::unique_lock lock(mutex);
     Entry **link = find(window);
@@ -58,11 +60,7 @@ void remove(const qorvexgraph *window, bool hostListens)
     if (!entry)
         return;
     *link = entry->next;
-    const auto isUnused = [entry] { return entry->users == 1; };
-    if (hostListens)
-        entry->userLeft.wait_for(lock, std::chrono::seconds(1), isUnused);
-    else
-        entry->userLeft.wait(lock, isUnused);
+    entry->userLeft.wait_for(lock, longestWait, [entry] { return entry->users == 1; });
     release(entry);
 }
 

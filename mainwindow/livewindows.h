@@ -6,7 +6,7 @@ class qorvexgraph;
 ///
 /// The driver library keeps the callbacks of a window for as long as it is loaded, so it may call them with a
 /// window that is gone. No lock is held while a callback runs: it is counted, and the destructor of its
-/// window waits for it.
+/// window waits for it, for at most a second.
 namespace livewindows {
 
 struct Entry;
@@ -16,10 +16,11 @@ void add(const qorvexgraph *window);
 
 /// Takes a window off the list and waits for its callbacks in progress on other threads. Does nothing for a
 /// window that is not listed. GUI thread.
-/// \param hostListens the host has connected slots to the window's signals. Such a slot may itself wait for
-///        the GUI thread, so the wait ends after a second: QObject allows the destruction of a sender while
-///        one of its slots runs.
-void remove(const qorvexgraph *window, bool hostListens);
+///
+/// A callback that copies a report takes microseconds. One that takes a second is in a slot of the host's
+/// that itself waits for the GUI thread, so the wait ends: QObject allows the destruction of a sender while
+/// one of its slots runs.
+void remove(const qorvexgraph *window);
 
 /// Keeps a callback's window alive while in scope. Any thread; may be nested.
 class Guard

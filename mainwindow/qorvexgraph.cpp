@@ -29,10 +29,7 @@ qorvexgraph::qorvexgraph()
 
 qorvexgraph::~qorvexgraph()
 {
-    disconnect(this, nullptr, this, nullptr);
-    // What is still connected is the host's.
-    const bool hostListens = receivers(SIGNAL(DataReceived())) > 0 || receivers(SIGNAL(PnpHappened())) > 0;
-    livewindows::remove(this, hostListens);
+    livewindows::remove(this);
 }
 
 void qorvexgraph::buildTabs()

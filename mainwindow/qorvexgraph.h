@@ -31,7 +31,8 @@ class qorvexgraph : public QWidget, public TabWindow
 public:
     qorvexgraph();
     /// Makes no driver call and frees no packet: a host closes or hides the window first. Waits for this
-    /// window's callbacks in progress on other threads.
+    /// window's callbacks in progress on other threads, for at most a second. Not to be called inside a call
+    /// of the driver library that the window makes.
     ~qorvexgraph() override;
 
     /// Sends a text as it stands to the first board; does nothing without a board or while detached.
@@ -53,8 +54,9 @@ signals:
     void PnpHappened();
 
 public slots:
-    /// Attaches, or re-enumerates the boards when attached. Called by PnpHappened(), it does nothing from a
-    /// detach until the next binding is created.
+    /// Attaches, or re-enumerates the boards when attached. Inside an attach it is put off until that has
+    /// ended; inside a detach it does nothing. Called by PnpHappened(), it does nothing from a detach until
+    /// the next binding is created.
     void AttachHardware();
     /// Sends the line just typed, with a carriage return, to the first board; attaches first if need be.
     void TypedCommand();
@@ -101,8 +103,8 @@ private:
     bool ignoresNotifications = false; ///< from a detach until the next binding is created
     bool isAttaching = false;
     bool isDetaching = false;
-    QBasicTimer attachTimer;     ///< runs while an attach is deferred by one, or by a detach, in progress
-    QStringList waitingCommands; ///< typed while the library was being opened
+    QBasicTimer attachTimer;     ///< runs while an attach is deferred by one in progress
+    QStringList waitingCommands; ///< typed while the library was being opened, and after those
     int dispatchDepth = 0;
     QBasicTimer dispatchTimer; ///< runs while packets wait for all dispatches to return
 };

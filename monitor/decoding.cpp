@@ -81,7 +81,8 @@ void monitor::completeLine(const _DataPacket &packet)
 {
     // A line that ends too soon after the packet before it is dropped.
     if (previousPacket->time.msecsTo(packet.time) > reports::lineGapMs) {
-        AddData(pendingText, QString());
+        const QString text = pendingText;
+        AddData(text, QString());
         *previousPacket = packet;
     }
     pendingText = QString();

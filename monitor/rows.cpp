@@ -42,7 +42,7 @@ void monitor::AddData(const QString &first, const QString &second)
 void monitor::showLastRow(const QString &text)
 {
     // Lines of plain text have the same height, and the label's width is ignored: no new layout is needed.
-    column->setSteady(RowDelegate::isPlain(shownPart(text)) &&
+    column->setSteady(!lastRowLabel->wordWrap() && RowDelegate::isPlain(shownPart(text)) &&
                       RowDelegate::isPlain(shownPart(lastRowLabel->text())));
     const UpdateBlocker blocker(*pacer);
     lastRowLabel->setText(text);
@@ -57,6 +57,8 @@ void monitor::AddData(const unsigned char *bytes, unsigned int length)
 void monitor::OnTimerAddRest()
 {
     pendingTextTimer.stop();
-    AddData(pendingText, QString());
+    // A slot of the host's may run the event loop, in which another text is taken in.
+    const QString text = pendingText;
+    AddData(text, QString());
     pendingText = QString();
 }

@@ -1,5 +1,7 @@
 #include "framepacer.h"
 
+#include <utility>
+
 #include <QHeaderView>
 #include <QScrollBar>
 #include <QTreeView>
@@ -7,6 +9,17 @@
 namespace {
 
 constexpr int frameMs = 16; ///< a frame at 60 Hz
+
+/// A widget that was made under a blocked one has inherited that its updates are disabled.
+void enableNewChildren(const QWidget *parent)
+{
+    for (QObject *child : parent->children()) {
+        auto *widget = qobject_cast<QWidget *>(child);
+        if (widget && !widget->isWindow() && !widget->updatesEnabled() &&
+            !widget->testAttribute(Qt::WA_ForceUpdatesDisabled))
+            widget->setUpdatesEnabled(true);
+    }
+}
 
 } // namespace
 
@@ -26,7 +39,7 @@ void FramePacer::pace()
         frameEnd.start(frameMs - static_cast<int>(ms), Qt::PreciseTimer, this);
 }
 
-/// Looked up each time, since a host may replace header and scroll bars.
+/// Parents come before their children. Looked up each time, since a host may replace header and scroll bars.
 FramePacer::Widgets FramePacer::widgets() const
 {
     QScrollBar *vertical = view->verticalScrollBar();
@@ -34,32 +47,16 @@ FramePacer::Widgets FramePacer::widgets() const
     return {view,
             view->viewport(),
             view->header()->viewport(),
-            vertical,
             vertical->parentWidget(),
-            horizontal,
+            vertical,
             horizontal->parentWidget(),
+            horizontal,
             other};
 }
 
-void FramePacer::timerEvent(QTimerEvent *)
+void FramePacer::block()
 {
-    // Reentrancy: a slot in a blocker's scope runs the event loop. The next tick tries again.
-    if (blockers > 0)
-        return;
-    frameEnd.stop();
-    sinceFrame.start();
     const Widgets paced = widgets();
-    for (const QPointer<QWidget> &widget : paced)
-        widget->update();
-}
-
-UpdateBlocker::UpdateBlocker(FramePacer &framePacer)
-    : pacer(framePacer)
-{
-    ++pacer.blockers;
-    if (!pacer.frameEnd.isActive())
-        return;
-    const FramePacer::Widgets paced = pacer.widgets();
     for (const QPointer<QWidget> &widget : paced) {
         if (!widget->updatesEnabled())
             continue;
@@ -69,11 +66,44 @@ UpdateBlocker::UpdateBlocker(FramePacer &framePacer)
     }
 }
 
-UpdateBlocker::~UpdateBlocker()
+/// Does not enable what the host has disabled meanwhile.
+void FramePacer::unblock()
 {
-    --pacer.blockers;
-    for (const QPointer<QWidget> &widget : qAsConst(blocked)) {
-        if (widget)
+    const Widgets unblocked = std::exchange(blocked, {});
+    for (const QPointer<QWidget> &widget : unblocked) {
+        if (!widget || widget->testAttribute(Qt::WA_ForceUpdatesDisabled))
+            continue;
+        const QWidget *parent = widget->parentWidget();
+        if (!parent || parent->updatesEnabled())
             widget->setAttribute(Qt::WA_UpdatesDisabled, false);
     }
+    for (const QPointer<QWidget> &widget : unblocked) {
+        if (widget && widget->updatesEnabled())
+            enableNewChildren(widget);
+    }
+}
+
+void FramePacer::timerEvent(QTimerEvent *)
+{
+    frameEnd.stop();
+    sinceFrame.start();
+    // A host's slot may run the event loop while a blocker is in scope.
+    unblock();
+    const Widgets paced = widgets();
+    for (const QPointer<QWidget> &widget : paced)
+        widget->update();
+}
+
+UpdateBlocker::UpdateBlocker(FramePacer &framePacer)
+    : pacer(framePacer)
+    , isOutermost(framePacer.frameEnd.isActive() && framePacer.blocked.isEmpty())
+{
+    if (isOutermost)
+        pacer.block();
+}
+
+UpdateBlocker::~UpdateBlocker()
+{
+    if (isOutermost)
+        pacer.unblock();
 }

@@ -12,7 +12,8 @@ class QWidget;
 /// Coalesces the repaints of a view, and of another widget, to one per frame.
 ///
 /// A change that comes at least one frame after the last repaint is painted at once. Those that follow sooner
-/// are painted when the frame ends. render() and grab() show the current state at any time. GUI thread only.
+/// are painted when the frame ends, also while a slot runs an event loop of its own. render() and grab() show
+/// the current state at any time. GUI thread only.
 class FramePacer : public QObject
 {
     // Without Q_OBJECT: neither signals nor slots.
@@ -32,15 +33,18 @@ private:
     friend class UpdateBlocker;
     using Widgets = QVector<QPointer<QWidget>>;
     Widgets widgets() const;
+    void block();
+    void unblock();
 
     QTreeView *const view;
     QWidget *other = nullptr;
     QElapsedTimer sinceFrame; ///< invalid before the first one
     QBasicTimer frameEnd;     ///< runs while repaints are deferred
-    int blockers = 0;
+    Widgets blocked;
 };
 
-/// Suppresses update() of the paced widgets while in scope, if repaints are deferred. GUI thread only.
+/// Suppresses update() of the paced widgets while in scope, or until the frame ends, if repaints are
+/// deferred. GUI thread only.
 class UpdateBlocker
 {
 public:
@@ -51,5 +55,5 @@ public:
 
 private:
     FramePacer &pacer;
-    FramePacer::Widgets blocked;
+    const bool isOutermost;
 };

@@ -1,6 +1,7 @@
 #include "rowdelegate.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 
 #include <QApplication>
@@ -45,6 +46,15 @@ bool isScreen(const QPainter *painter, const QWidget *view)
            painter->device()->logicalDpiY() == view->logicalDpiY();
 }
 
+/// Whether a static text is painted at the same subpixels as by the style: the raster engine places its
+/// glyphs at quarters of a pixel.
+bool isInQuarters(const QTransform &toDevice)
+{
+    const auto isWhole = [](qreal quarters) { return quarters == std::floor(quarters); };
+    return toDevice.type() <= QTransform::TxScale && toDevice.m11() == toDevice.m22() && toDevice.m11() > 0 &&
+           isWhole(toDevice.m11() * 4) && isWhole(toDevice.dx() * 4) && isWhole(toDevice.dy() * 4);
+}
+
 QStaticText layOut(const QString &text)
 {
     QStaticText layout(text);
@@ -68,6 +78,7 @@ QColor textColour(const QStyleOptionViewItem &item)
 RowDelegate::RowDelegate(const QString &styleSheet, QObject *parent)
     : QStyledItemDelegate(parent)
     , ownStyleSheet(styleSheet)
+    , ownStyleSheetIsOneRule(styleSheet.count(QLatin1Char('{')) == 1)
 {
 }
 
@@ -88,8 +99,8 @@ void RowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, c
     QStyleOptionViewItem item(option);
     initStyleOption(&item, index);
     painter->save();
-    const bool isPainted =
-        isPlainItem(item) && isBare(item) && isScreen(painter, item.widget) && paintPlain(painter, item);
+    const bool isPainted = isPlainItem(item) && isBare(item) && isScreen(painter, item.widget) &&
+                           isInQuarters(painter->deviceTransform()) && paintPlain(painter, item);
     painter->restore();
     if (!isPainted)
         QStyledItemDelegate::paint(painter, option, index);
@@ -101,6 +112,7 @@ QSize RowDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelInde
     initStyleOption(&item, index);
     if (!isPlainItem(item) || index.data(Qt::SizeHintRole).isValid())
         return QStyledItemDelegate::sizeHint(option, index);
+    noticeScreen(item.widget);
     const QMetaObject *style = QApplication::style()->metaObject();
     if (hints.size() >= maxKept || hintFont != item.font || hintStyle != style) {
         hints.clear();
@@ -121,7 +133,8 @@ bool RowDelegate::isPlainItem(const QStyleOptionViewItem &item) const
 
 bool RowDelegate::isPlainView(const QWidget *view) const
 {
-    if (view->layoutDirection() != Qt::LeftToRight || !isCommonStyle(QApplication::style()))
+    if (!view || !ownStyleSheetIsOneRule || view->layoutDirection() != Qt::LeftToRight ||
+        !isCommonStyle(QApplication::style()))
         return false;
     for (const QWidget *widget = view; widget; widget = widget->parentWidget()) {
         if (widget->testAttribute(Qt::WA_SetStyle))
@@ -130,6 +143,17 @@ bool RowDelegate::isPlainView(const QWidget *view) const
             return false;
     }
     return true;
+}
+
+/// Drops what is kept when the view has moved to a screen of another resolution; fonts that differ by it are
+/// equal.
+void RowDelegate::noticeScreen(const QWidget *view) const
+{
+    if (view->logicalDpiY() == screenDpi)
+        return;
+    screenDpi = view->logicalDpiY();
+    layouts.clear();
+    hints.clear();
 }
 
 /// The layout of a text in the painter's font.
@@ -151,6 +175,7 @@ QStaticText &RowDelegate::layoutOf(const QString &text, const QPainter *painter)
 /// \return false, with nothing painted, for a text that is larger than the item
 bool RowDelegate::paintPlain(QPainter *painter, const QStyleOptionViewItem &item) const
 {
+    noticeScreen(item.widget);
     painter->setFont(item.font);
     const QStaticText &layout = layoutOf(item.text, painter);
     const int margin = textMargin(item.widget);

@@ -13,7 +13,7 @@
 class RowDelegate : public QStyledItemDelegate
 {
 public:
-    /// \param styleSheet that of the view's parent, which has no rules for items
+    /// \param styleSheet that of the view's parent; with more than one rule no row is plain
     RowDelegate(const QString &styleSheet, QObject *parent);
 
     /// Whether a text is printable ASCII, and not empty.
@@ -27,10 +27,13 @@ public:
 private:
     bool isPlainItem(const QStyleOptionViewItem &item) const;
     bool isPlainView(const QWidget *view) const;
+    void noticeScreen(const QWidget *view) const;
     QStaticText &layoutOf(const QString &text, const QPainter *painter) const;
     bool paintPlain(QPainter *painter, const QStyleOptionViewItem &item) const;
 
     const QString ownStyleSheet;
+    const bool ownStyleSheetIsOneRule;           ///< a font's name from the settings may bring others
+    mutable int screenDpi = 0;                   ///< of what is kept
     mutable QHash<QString, QStaticText> layouts; ///< of the texts painted last, in layoutFont
     mutable QFont layoutFont;
     mutable QHash<QString, QSize> hints; ///< of the texts measured last, with hintFont and hintStyle

@@ -99,7 +99,9 @@ class BlockingHazards : public QObject
 
 private slots:
     void otherWindowsComeAndGo();
+    void windowIsDestroyedMeanwhile_data();
     void windowIsDestroyedMeanwhile();
+    void windowIsDestroyedWhileItsOwnSlotWaits();
     void windowIsDestroyedByTheSlot();
     void windowIsDestroyedByASlotOfTheSameThread();
     void destructionWaitsForTheWindowsOwnCallback();
@@ -122,16 +124,48 @@ void BlockingHazards::otherWindowsComeAndGo()
     window.detachFromHardware();
 }
 
+void BlockingHazards::windowIsDestroyedMeanwhile_data()
+{
+    QTest::addColumn<bool>("disconnects");
+    QTest::newRow("the host is connected") << false;
+    QTest::newRow("the host has disconnected") << true;
+}
+
 void BlockingHazards::windowIsDestroyedMeanwhile()
 {
+    QFETCH(bool, disconnects);
     const Watchdog watchdog;
     const DriverLibrary library("complete");
     auto *window = new qorvexgraph;
     window->AttachHardware();
     bool isHeard = false;
     const WaitingCallback callback(window, [&] { isHeard = true; });
+    if (disconnects)
+        QObject::disconnect(window, nullptr, &callback, nullptr);
     closeAndDestroy(window);
     QTRY_VERIFY(isHeard);
+}
+
+// A host may also make a slot of the window's wait, for example to have packets shown at once.
+void BlockingHazards::windowIsDestroyedWhileItsOwnSlotWaits()
+{
+    const Watchdog watchdog;
+    const DriverLibrary library("complete");
+    auto *window = new qorvexgraph;
+    window->AttachHardware();
+    std::atomic<bool> isEmitting{false};
+    connect(
+        window, &qorvexgraph::DataReceived, window, [&isEmitting] { isEmitting = true; },
+        Qt::DirectConnection);
+    connect(window, SIGNAL(DataReceived()), window, SLOT(ShowDevices()), Qt::BlockingQueuedConnection);
+    std::thread thread([window] {
+        qorvexgraph::DataCallback(1, reinterpret_cast<const unsigned char *>(plainReport.constData()), 3,
+                                  window);
+    });
+    while (!isEmitting)
+        std::this_thread::yield();
+    closeAndDestroy(window);
+    thread.join();
 }
 
 void BlockingHazards::windowIsDestroyedByTheSlot()

@@ -47,6 +47,7 @@ private slots:
     void closeInsideDetach();
     void closeInsideAttach_data();
     void closeInsideAttach();
+    void closeInsideReattach_data();
     void closeInsideReattach();
     void closeInsideTypedCommand_data();
     void closeInsideTypedCommand();
@@ -209,8 +210,25 @@ void CallHazards::closeInsideAttach()
     QVERIFY(window.statusLabel->text().endsWith(QStringLiteral(" <i>Paused</i>")));
 }
 
+void CallHazards::closeInsideReattach_data()
+{
+    QTest::addColumn<QString>("call");
+    QTest::addColumn<QString>("label");
+    QTest::newRow("attach") << "orvexAttach()"
+                            << "<b>2 devices found.</b> <i>Paused</i>";
+    QTest::newRow("count") << "orvexGetDeviceCount()"
+                           << "<b>2 devices found.</b> <i>Paused</i>";
+    QTest::newRow("record of the first board") << "orvexEnumDeviceInfo(0"
+                                               << "<i>No device found.</i> <i>Paused</i>";
+    QTest::newRow("record of the second board") << "orvexEnumDeviceInfo(1"
+                                                << "<b>1 device found.</b> <i>Paused</i>";
+}
+
+// The label shows what was enumerated when the window was closed.
 void CallHazards::closeInsideReattach()
 {
+    QFETCH(QString, call);
+    QFETCH(QString, label);
     const DriverLibrary library("complete");
     library.setBoards({1, 2});
     qorvexgraph window;
@@ -218,7 +236,7 @@ void CallHazards::closeInsideReattach()
     window.AttachHardware();
     bool closed = false;
     const ObservedCalls observed(library, [&](const QString &seen) {
-        if (closed || seen != QLatin1String("orvexAttach()"))
+        if (closed || !seen.startsWith(call))
             return;
         closed = true;
         window.close();
@@ -227,6 +245,7 @@ void CallHazards::closeInsideReattach()
     QVERIFY(closed);
     QVERIFY(!window.hardware);
     QVERIFY(window.paused);
+    QCOMPARE(window.statusLabel->text(), label);
 }
 
 void CallHazards::closeInsideTypedCommand_data()

@@ -41,6 +41,11 @@ QStringList commandsSeen(const DriverLibrary &library)
     return library.takeCalls().filter(QRegularExpression("orvexSendCommand|orvexSetDriverDebugMode"));
 }
 
+/// What a slot of the host's throws, and its notify() catches.
+struct HostError
+{
+};
+
 } // namespace
 
 /// Commands that the user types while the driver library, inside one of its calls, runs the event loop.
@@ -52,6 +57,9 @@ private slots:
     void insideTheFirstAttach();
     void insideTheAttachOfAnotherCommand();
     void insideAttachesOneAfterTheOther();
+    void insideTheSendingOfTheFirstThatWaits();
+    void exceptionPassesTheSendingOfOneThatWaits();
+    void afterACloseInsideTheAttachForOneThatWaits();
     void beforeACloseInsideTheFirstAttach();
     void afterACloseInsideTheFirstAttach();
     void insideARepeatedAttach();
@@ -112,6 +120,75 @@ void TypingHazards::insideAttachesOneAfterTheOther()
         window.detachFromHardware();
         library.takeCalls();
     }
+}
+
+void TypingHazards::insideTheSendingOfTheFirstThatWaits()
+{
+    const DriverLibrary library("complete");
+    library.setBoards({1});
+    qorvexgraph window;
+    bool isAttached = false;
+    const ObservedCalls observed(library, [&](const QString &call) {
+        if (call == QLatin1String("orvexAttach()") && !std::exchange(isAttached, true)) {
+            type(window, "A");
+            type(window, "B");
+        } else if (call == commandA) {
+            type(window, "C");
+        }
+    });
+    window.AttachHardware();
+    QTRY_VERIFY(window.waitingCommands.isEmpty());
+    QTest::qWait(10); // longer than a repeated attach waits
+    const QStringList calls = library.takeCalls();
+    QCOMPARE(calls.filter(QRegularExpression("orvexSendCommand|orvexSetDriverDebugMode")),
+             (QStringList{debugMode, commandA, commandB, commandC}));
+    // The first, and the one for the commands.
+    QCOMPARE(calls.filter("orvexAttach()").size(), 2);
+    window.detachFromHardware();
+}
+
+void TypingHazards::exceptionPassesTheSendingOfOneThatWaits()
+{
+    const DriverLibrary library("complete");
+    library.setBoards({1});
+    qorvexgraph window;
+    bool isAttached = false;
+    const ObservedCalls observed(library, [&](const QString &call) {
+        if (call == QLatin1String("orvexAttach()") && !std::exchange(isAttached, true)) {
+            type(window, "A");
+            type(window, "B");
+        } else if (call == commandA) {
+            throw HostError();
+        }
+    });
+    window.AttachHardware();
+    QVERIFY_EXCEPTION_THROWN(window.attachAgain(), HostError);
+    QTRY_VERIFY(window.waitingCommands.isEmpty());
+    QCOMPARE(commandsSeen(library).filter("orvexSendCommand"), (QStringList{commandA, commandB}));
+    window.detachFromHardware();
+}
+
+void TypingHazards::afterACloseInsideTheAttachForOneThatWaits()
+{
+    const DriverLibrary library("complete");
+    library.setBoards({1});
+    qorvexgraph window;
+    window.show();
+    int attaches = 0;
+    const ObservedCalls observed(library, [&](const QString &call) {
+        if (call != QLatin1String("orvexAttach()") || ++attaches > 2)
+            return;
+        window.close();
+        window.show();
+        type(window, attaches == 1 ? "A" : "B");
+    });
+    window.AttachHardware();
+    QTRY_COMPARE(attaches, 3);
+    QTRY_VERIFY(window.waitingCommands.isEmpty());
+    QVERIFY(window.hardware);
+    // The second close has dropped the first.
+    QCOMPARE(commandsSeen(library), (QStringList{debugMode, commandB}));
+    window.detachFromHardware();
 }
 
 void TypingHazards::beforeACloseInsideTheFirstAttach()

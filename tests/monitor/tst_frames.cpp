@@ -24,7 +24,11 @@ private slots:
     void viewFollowsWhileHeldBack();
     void eventLoopWithinAChange_data();
     void eventLoopWithinAChange();
+    void eventLoopWithinAChangeIsPainted();
     void hostThatStopsUpdatesIsHeard();
+    void hostThatStopsUpdatesWithinAChange_data();
+    void hostThatStopsUpdatesWithinAChange();
+    void widgetMadeWithinAChangeIsPainted();
     void scrollBarIsThatOfAPlainView_data();
     void scrollBarIsThatOfAPlainView();
 };
@@ -186,6 +190,68 @@ void Frames::eventLoopWithinAChange()
     shown.add("shown behind the dialog");
     disconnect(dialog);
     shown.settle();
+    QCOMPARE(shown.onScreen(), shown.window.grab().toImage().convertToFormat(QImage::Format_RGB32));
+}
+
+void Frames::eventLoopWithinAChangeIsPainted()
+{
+    ShownMonitor shown;
+    PaintCount rows(shown.rows()->viewport());
+    bool isPainted = false;
+    const QMetaObject::Connection dialog =
+        connect(shown.rows()->verticalScrollBar(), &QScrollBar::rangeChanged,
+                [&] { isPainted = QTest::qWaitFor([&rows] { return rows.count > 0; }); });
+    shown.view->pacer->sinceFrame.start();
+    shown.add("painted while the dialog is open");
+    QTRY_VERIFY(isPainted);
+    disconnect(dialog);
+}
+
+void Frames::hostThatStopsUpdatesWithinAChange_data()
+{
+    QTest::addColumn<bool>("ofTheWindow");
+    QTest::newRow("of the rows") << false;
+    QTest::newRow("of the window") << true;
+}
+
+void Frames::hostThatStopsUpdatesWithinAChange()
+{
+    QFETCH(bool, ofTheWindow);
+    ShownMonitor shown;
+    QWidget *stopped = ofTheWindow ? &shown.window : shown.rows()->viewport();
+    bool isStopped = false;
+    const QMetaObject::Connection host =
+        connect(shown.rows()->verticalScrollBar(), &QScrollBar::rangeChanged, [stopped, &isStopped] {
+            stopped->setUpdatesEnabled(false);
+            isStopped = true;
+        });
+    shown.view->pacer->sinceFrame.start();
+    shown.add("held back");
+    QTRY_VERIFY(isStopped);
+    disconnect(host);
+    shown.settle();
+    QVERIFY(!shown.rows()->viewport()->updatesEnabled());
+    stopped->setUpdatesEnabled(true);
+    QVERIFY(shown.rows()->viewport()->updatesEnabled());
+    QVERIFY(shown.rows()->header()->viewport()->updatesEnabled());
+    QVERIFY(shown.lastRow()->updatesEnabled());
+}
+
+void Frames::widgetMadeWithinAChangeIsPainted()
+{
+    ShownMonitor shown;
+    QPointer<QLabel> note;
+    connect(shown.rows()->verticalScrollBar(), &QScrollBar::rangeChanged, [&shown, &note] {
+        if (note)
+            return;
+        note = new QLabel("a note of the host's", shown.rows()->viewport());
+        note->show();
+    });
+    shown.view->pacer->sinceFrame.start();
+    shown.add("held back");
+    QTRY_VERIFY(note);
+    shown.settle();
+    QVERIFY(note->updatesEnabled());
     QCOMPARE(shown.onScreen(), shown.window.grab().toImage().convertToFormat(QImage::Format_RGB32));
 }
 

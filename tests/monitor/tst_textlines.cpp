@@ -42,6 +42,7 @@ private slots:
     void packetWithoutText();
     void packetWithoutTextRestartsAPendingTimer();
     void restIsNotCheckedForText();
+    void textThatComesAsARowIsAdded();
 };
 
 void TextLines::lineEndsAtTheLineFeed_data()
@@ -285,6 +286,23 @@ void TextLines::restIsNotCheckedForText()
     MonitorView monitorView;
     monitorView.view->OnTimerAddRest();
     QCOMPARE(monitorView.rows(), QStringList{""});
+}
+
+// A slot of the host's runs the event loop as the row of a line, then that of a rest, is inserted.
+void TextLines::textThatComesAsARowIsAdded()
+{
+    MonitorView monitorView;
+    monitorView.send(text(""), noon);
+    int row = 0;
+    connect(monitorView.view->model, &QStandardItemModel::rowsInserted, [&] {
+        if (++row % 2 == 1)
+            monitorView.send(text("nested\n"), noon.addSecs(2 * row));
+    });
+    monitorView.send(text("outer\n"), noon.addSecs(1));
+    monitorView.send(text("rest"), noon.addSecs(4));
+    monitorView.view->OnTimerAddRest();
+    QVERIFY(monitorView.rows().contains("outer."));
+    QVERIFY(monitorView.rows().contains("rest"));
 }
 
 PADSCOPE_TEST_MAIN(TextLines)

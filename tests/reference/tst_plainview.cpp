@@ -210,12 +210,6 @@ void PlainViewTests::randomUser()
             continue;
         }
         const QString different = difference(actual[step], expected[step]);
-        if (!different.isEmpty()) {
-            actual[step].anew.save("/tmp/dbg/tool.png");
-            expected[step].anew.save("/tmp/dbg/plain.png");
-            actual[step].onScreen.save("/tmp/dbg/tool-s.png");
-            expected[step].onScreen.save("/tmp/dbg/plain-s.png");
-        }
         QVERIFY2(different.isEmpty(), qPrintable(different + QStringLiteral("\nafter") + done));
     }
 }

@@ -11,7 +11,7 @@
 inline std::size_t destroyAbandoned(qorvexgraph *window)
 {
     // From here on no thread of the library can queue one more.
-    livewindows::remove(window, false);
+    livewindows::remove(window);
     const std::size_t left = window->packetQueue.size();
     for (_DataPacket *packet : window->packetQueue)
         delete packet;
