@@ -33,21 +33,21 @@ enum class RateLimit : std::uint8_t
 /// What holds for all reports of a type.
 struct TypeRule
 {
-    Type type;
     const char *name;
+    Type type;
     RateLimit rateLimit;
     bool hasLengthRule; ///< the length byte must be the sent length of one of the type's layouts
 };
 
 /// The types that are decoded. Any other report is shown raw and is not rate-limited.
 inline constexpr TypeRule typeRules[] = {
-    {SignalReport, "SignalReport", RateLimit::Limited, true},
-    {TextReport, "TextReport", RateLimit::Restarts, false},
-    {PhaseReport, "PhaseReport", RateLimit::Limited, true},
-    {TextOrAdcReport, "TextReport", RateLimit::None, false},
-    {PenIdentityReport, "PenIdentityReport", RateLimit::Limited, false},
-    {DualPenReport, "DualPenReport", RateLimit::Limited, false},
-    {PositionReport, "PositionReport", RateLimit::Limited, false},
+    {"SignalReport", SignalReport, RateLimit::Limited, true},
+    {"TextReport", TextReport, RateLimit::Restarts, false},
+    {"PhaseReport", PhaseReport, RateLimit::Limited, true},
+    {"TextReport", TextOrAdcReport, RateLimit::None, false},
+    {"PenIdentityReport", PenIdentityReport, RateLimit::Limited, false},
+    {"DualPenReport", DualPenReport, RateLimit::Limited, false},
+    {"PositionReport", PositionReport, RateLimit::Limited, false},
 };
 
 /// Not constexpr, so that looking up a missing field in a constant expression is a compile error.

@@ -22,19 +22,6 @@ std::string toggle(bool &state, const char *what)
     return std::string(what) + (state ? " on" : " off");
 }
 
-std::string toggle(Switches &now, Kind kind)
-{
-    const auto index = static_cast<std::size_t>(kind);
-    now.muted.flip(index);
-    return std::string(kindNames[index]) + (now.muted[index] ? " off" : " on");
-}
-
-std::string allKinds(Switches &now, Sensor &)
-{
-    now.muted.reset();
-    return "all kinds on";
-}
-
 std::string lockFrequency(Sensor &sensor, bool on)
 {
     sensor.lockFrequency(on);
@@ -51,13 +38,6 @@ std::string resetExtremes(Switches &, Sensor &sensor)
 {
     sensor.resetExtremes();
     return "extremes reset";
-}
-
-std::string reset(Switches &now, Sensor &sensor)
-{
-    now = {};
-    sensor.reset();
-    return "reset";
 }
 
 std::string farewell(Switches &, Sensor &)
@@ -81,19 +61,7 @@ constexpr Command commands[] = {
     {">", [](Switches &, Sensor &sensor) { return stepFrequency(sensor, 1); }},
     {"V", [](Switches &now, Sensor &) { return toggle(now.voltages, "voltage reports"); }},
     {"T", [](Switches &now, Sensor &) { return toggle(now.statusText, "status text"); }},
-    {"R", reset},
     {"?", help},
-    {"K1", [](Switches &now, Sensor &) { return toggle(now, Kind::Signal1); }},
-    {"K2", [](Switches &now, Sensor &) { return toggle(now, Kind::Signal2); }},
-    {"K3", [](Switches &now, Sensor &) { return toggle(now, Kind::Signal3); }},
-    {"K4", [](Switches &now, Sensor &) { return toggle(now, Kind::Signal4); }},
-    {"K5", [](Switches &now, Sensor &) { return toggle(now, Kind::Signal5); }},
-    {"K6", [](Switches &now, Sensor &) { return toggle(now, Kind::Signal6); }},
-    {"KH", [](Switches &now, Sensor &) { return toggle(now, Kind::Phase); }},
-    {"KI", [](Switches &now, Sensor &) { return toggle(now, Kind::PenIdentity); }},
-    {"KD", [](Switches &now, Sensor &) { return toggle(now, Kind::DualPen); }},
-    {"KP", [](Switches &now, Sensor &) { return toggle(now, Kind::Position); }},
-    {"K*", allKinds},
     {":RMM", resetExtremes},
     {":MDU0", farewell},
     {":MDP0", farewell},

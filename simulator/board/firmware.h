@@ -1,9 +1,7 @@
 #pragma once
 
-#include "kinds.h"
 #include "sensor.h"
 
-#include <bitset>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,8 +11,7 @@ struct Switches
 {
     bool streaming = true;
     bool voltages = false;
-    bool statusText = false;      ///< text reports of type 119
-    std::bitset<kindCount> muted; ///< kinds that are switched off
+    bool statusText = false; ///< text reports of type 119
 };
 
 /// The part of a board that understands commands.

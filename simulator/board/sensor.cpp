@@ -79,15 +79,6 @@ int Sensor::measureVoltage(double seconds)
     return std::clamp(reading + random.around(5), adcMin, adcMax);
 }
 
-void Sensor::reset()
-{
-    locked = false;
-    frequencyRaw = initialFrequency;
-    extremesKnown = false;
-    risesX = 0;
-    risesY = 0;
-}
-
 void Sensor::stepFrequency(int steps)
 {
     frequencyRaw = std::clamp(frequencyRaw + steps, 0, highestFrequency);

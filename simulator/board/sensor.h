@@ -60,8 +60,6 @@ public:
 
     Measurement measure(double seconds);
 
-    /// Back to how it started, but for the noise, which goes on.
-    void reset();
     void resetExtremes() { extremesKnown = false; }
     void lockFrequency(bool on) { locked = on; }
     /// \param steps of 56.25 Hz; the frequency stays within its range

@@ -88,6 +88,11 @@ void Stream::holdTexts(Time until)
 {
     nextLine = std::max(nextLine, until + lineDelay());
     nextStatus = std::max(nextStatus, until + statusDelay);
+    dropTexts();
+}
+
+void Stream::dropTexts()
+{
     deck.erase(std::remove(deck.begin(), deck.end(), Kind::StatusText), deck.end());
 }
 
@@ -100,22 +105,16 @@ bool Stream::due(Time &at, Time again)
     return true;
 }
 
-/// Puts in what the commands have left, and no text that is held back; when that is nothing, all.
+/// Puts in no text that is held back, unless there is nothing else.
 void Stream::shuffleDeck()
 {
-    const auto fill = [this](const auto &isWanted) {
-        for (int kind = 0; kind < kindCount; ++kind) {
-            const int cards = plan.weights[static_cast<std::size_t>(kind)];
-            if (isWanted(kind))
-                deck.insert(deck.end(), static_cast<std::size_t>(cards), static_cast<Kind>(kind));
-        }
-    };
-    fill([this](int kind) {
-        const bool held = static_cast<Kind>(kind) == Kind::StatusText && clock < nextStatus;
-        return !held && !firmware.switches().muted[static_cast<std::size_t>(kind)];
-    });
-    if (deck.empty())
-        fill([](int) { return true; });
+    for (int kind = 0; kind < kindCount; ++kind) {
+        const auto cards = static_cast<std::size_t>(plan.weights[static_cast<std::size_t>(kind)]);
+        deck.insert(deck.end(), cards, static_cast<Kind>(kind));
+    }
+    const auto texts = std::count(deck.begin(), deck.end(), Kind::StatusText);
+    if (clock < nextStatus && texts < static_cast<std::ptrdiff_t>(deck.size()))
+        dropTexts();
     random.shuffle(deck);
 }
 
@@ -135,7 +134,7 @@ Measurement Stream::measure()
 
 void Stream::command(std::string_view bytes)
 {
-    const Switches before = firmware.switches();
+    const bool hadVoltages = firmware.switches().voltages;
     const bool greets = answering() && nextAnswer == Time::zero(); // nothing was said yet
     for (std::string &answer : firmware.take(bytes)) {
         if (answers.size() >= maxAnswers)
@@ -145,9 +144,6 @@ void Stream::command(std::string_view bytes)
     if (!greets)
         nextAnswer = std::max(nextAnswer, clock + answerPeriod);
     holdTexts(std::clamp<Time>(nextLine + answerPeriod, clock + minHold, clock + maxHold));
-    const Switches &now = firmware.switches();
-    if (now.voltages && !before.voltages)
+    if (firmware.switches().voltages && !hadVoltages)
         nextVoltage = clock;
-    if (now.muted != before.muted)
-        deck.clear();
 }

@@ -43,6 +43,7 @@ private:
 
     Time lineDelay();
     void holdTexts(Time until);
+    void dropTexts();
     bool due(Time &at, Time again);
     Report answer();
     Report scheduled();

@@ -14,7 +14,6 @@ private slots:
     void switches();
     void frequencySteps();
     void aLockedFrequencyStands();
-    void resetIsAsAtFirst();
     void noAnswerIsTakenForASignalLine();
     void noTwoAnswersInARowAreTheSame();
 };
@@ -23,8 +22,7 @@ using Answers = std::vector<std::string>;
 
 namespace {
 
-const std::string known =
-    "not known, commands: . B U8 U0 < > V T R ? K1 K2 K3 K4 K5 K6 KH KI KD KP K* :RMM :MDU0 :MDP0!";
+const std::string known = "not known, commands: . B U8 U0 < > V T ? :RMM :MDU0 :MDP0!";
 
 } // namespace
 
@@ -122,18 +120,6 @@ void tst_firmware::aLockedFrequencyStands()
     for (int i = 0; i < 1000; ++i)
         drifts = drifts || sensor.measure(i).frequencyRaw != 2000;
     QVERIFY(drifts);
-}
-
-void tst_firmware::resetIsAsAtFirst()
-{
-    Sensor sensor(1);
-    Firmware firmware(sensor);
-    firmware.take(".VT>U8");
-    QCOMPARE(firmware.take("R\r"), Answers{"[R] reset!"});
-    QVERIFY(firmware.switches().streaming);
-    QVERIFY(!firmware.switches().voltages);
-    QVERIFY(!firmware.switches().statusText);
-    QCOMPARE(sensor.frequency(), 2000);
 }
 
 void tst_firmware::noAnswerIsTakenForASignalLine()

@@ -121,9 +121,7 @@ void tst_readme::commands()
     Firmware firmware(sensor);
     const QString answer = QString::fromStdString(firmware.take("?").at(0));
     QStringList expected = answer.chopped(1).section(": ", 1).split(' ');
-    QVERIFY(expected.size() > 20);
-    for (const char *name : {"K2", "K3", "K4", "K5"}) // "K1 to K6"
-        QVERIFY(expected.removeOne(name));
+    QVERIFY(expected.size() > 10);
     expected.sort();
     QCOMPARE(quotedIn(cells(rowsOf(page, "Commands"), 1)), expected);
 }

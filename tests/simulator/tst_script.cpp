@@ -26,7 +26,6 @@ private slots:
     void garbageOfEveryLength();
     void allTypesInTurn();
     void oddTexts();
-    void kindsOnCommand();
     void aStoppedBoardOnlyAnswers();
     void thePenFollowsItsPath();
     void allKindsUseEveryField();
@@ -111,8 +110,8 @@ void tst_script::sameStepsFromTheSamePlan()
         Script first(one.boards[board].plan), second(other.boards[board].plan);
         for (int i = 0; i < 3000; ++i) {
             if (i == 1000) {
-                first.command("VT>K1");
-                second.command("VT>K1");
+                first.command("VT>");
+                second.command("VT>");
             }
             const Script::Step a = first.next();
             const Script::Step b = second.next();
@@ -238,26 +237,6 @@ void tst_script::oddTexts()
     QVERIFY(textOf(*markup.next().report).find("<b>bold</b>") == 0);
     const std::string all = textOf(*everyByte.next().report);
     QCOMPARE(std::set<char>(all.begin(), all.end()).size(), std::size_t{256});
-}
-
-void tst_script::kindsOnCommand()
-{
-    Script script({1001, 7});
-    const auto signal1 = [](const std::vector<Sent> &sent) {
-        return std::count_if(sent.begin(), sent.end(),
-                             [](const Sent &one) { return one.bytes[1] == 47 && one.bytes[2] == 1; });
-    };
-    QVERIFY(signal1(sentIn(script, 5s)) > 50);
-    script.command("K1");
-    QCOMPARE(signal1(sentIn(script, 5s)), 0);
-    script.command("K1\r");
-    QVERIFY(signal1(sentIn(script, 5s)) > 50);
-    script.command("K1K2K3K4K5K6KHKIKDKP"); // when nothing is left, all comes
-    QVERIFY(signal1(sentIn(script, 5s)) > 50);
-    script.command("KP");
-    QCOMPARE(signal1(sentIn(script, 5s)), 0);
-    script.command("K*");
-    QVERIFY(signal1(sentIn(script, 5s)) > 50);
 }
 
 void tst_script::aStoppedBoardOnlyAnswers()
