@@ -77,37 +77,38 @@ bool select(QComboBox *box, const QString &text)
 monitor::monitor(TabWindow *window)
     : qorvexwidget(window)
 {
+    auto *rowView = newRowView();
+    treeView = rowView;
+    pacer = rowView->framePacer();
     column = new SteadyLayout;
+    addControls();
+    addRows();
+    setLayout(column);
+    connect(&pendingTextTimer, SIGNAL(timeout()), this, SLOT(OnTimerAddRest()));
+    // Finds the slider by its name, so only after setLayout() has made it a child of this view.
+    QMetaObject::connectSlotsByName(this);
+}
+
+void monitor::addControls()
+{
     auto *bar = new QHBoxLayout;
-    displayThreshold = settings->value(QLatin1String(thresholdKey), 100).toInt();
     addLogControl(bar);
     addThresholdControl(bar);
     bar->addStretch();
-    bar->addWidget(newFontLabel());
-    auto *fontBox = newFontBox();
-    connect(fontBox, SIGNAL(currentFontChanged(QFont)), this, SLOT(OnChangedFont(QFont)));
-    bar->addWidget(fontBox);
-    auto *sizeBox = newSizeBox();
-    connect(sizeBox, SIGNAL(currentIndexChanged(QString)), this, SLOT(OnChangedFontSize(QString)));
-    bar->addWidget(sizeBox);
+    addFontControls(bar);
     column->addLayout(bar);
-    RowView *rowView = newRowView();
-    treeView = rowView;
-    applyStoredFont(fontBox, sizeBox);
-    treeView->setItemDelegate(new RowDelegate(styleSheet(), treeView));
+}
 
+void monitor::addRows()
+{
+    treeView->setItemDelegate(new RowDelegate(styleSheet(), treeView));
     model = new QStandardItemModel(0, 1, this);
     model->setHeaderData(0, Qt::Horizontal, tr("Data"), Qt::EditRole);
     treeView->setModel(model);
     column->addWidget(treeView);
     lastRowLabel = newLastRowLabel();
-    column->addWidget(lastRowLabel);
-    pacer = rowView->framePacer();
     pacer->addWidget(lastRowLabel);
-    setLayout(column);
-    connect(&pendingTextTimer, SIGNAL(timeout()), this, SLOT(OnTimerAddRest()));
-    // Finds the slider by its name, so only after setLayout() has made it a child of this view.
-    QMetaObject::connectSlotsByName(this);
+    column->addWidget(lastRowLabel);
 }
 
 void monitor::addLogControl(QHBoxLayout *bar)
@@ -121,6 +122,7 @@ void monitor::addLogControl(QHBoxLayout *bar)
 
 void monitor::addThresholdControl(QHBoxLayout *bar)
 {
+    displayThreshold = settings->value(QLatin1String(thresholdKey), 100).toInt();
     bar->addWidget(new QLabel(tr("Fast Computer")));
     auto *slider = new QSlider(Qt::Horizontal);
     slider->setObjectName(QLatin1String("displayThresholdSlider"));
@@ -128,6 +130,18 @@ void monitor::addThresholdControl(QHBoxLayout *bar)
     slider->setValue(displayThreshold);
     bar->addWidget(slider);
     bar->addWidget(new QLabel(tr("Slow Computer")));
+}
+
+void monitor::addFontControls(QHBoxLayout *bar)
+{
+    bar->addWidget(newFontLabel());
+    auto *fontBox = newFontBox();
+    connect(fontBox, SIGNAL(currentFontChanged(QFont)), this, SLOT(OnChangedFont(QFont)));
+    bar->addWidget(fontBox);
+    auto *sizeBox = newSizeBox();
+    connect(sizeBox, SIGNAL(currentIndexChanged(QString)), this, SLOT(OnChangedFontSize(QString)));
+    bar->addWidget(sizeBox);
+    applyStoredFont(fontBox, sizeBox);
 }
 
 void monitor::applyStoredFont(QFontComboBox *fontBox, QComboBox *sizeBox)

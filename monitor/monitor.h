@@ -58,8 +58,11 @@ public slots:
     void on_displayThresholdSlider_valueChanged(int value);
 
 private:
+    void addControls();
+    void addRows();
     void addLogControl(QHBoxLayout *bar);
     void addThresholdControl(QHBoxLayout *bar);
+    void addFontControls(QHBoxLayout *bar);
     void applyStoredFont(QFontComboBox *fontBox, QComboBox *sizeBox);
     void showLastRow(const QString &text);
     void addRow(const reports::Row &row);
