@@ -1,5 +1,6 @@
 #include "driverlibrary.h"
 
+#include "entrypoints.h"
 #include "paths.h"
 
 #include <dlfcn.h>
@@ -11,7 +12,7 @@ namespace {
 /// Whether a tool that asks the dynamic loader for the driver library gets this one.
 bool isFoundAsDriver(void *library)
 {
-    void *found = dlopen(driverSoname, RTLD_NOW | RTLD_NOLOAD);
+    void *found = dlopen(orvexLibraryName, RTLD_NOW | RTLD_NOLOAD);
     if (found)
         dlclose(found);
     return found == library;
@@ -33,5 +34,5 @@ QString loadDriver(const QString &file)
         return {};
     dlclose(library);
     return QStringLiteral("%1: not the driver library; expected one with the soname %2")
-        .arg(file, QLatin1String(driverSoname));
+        .arg(file, QLatin1String(orvexLibraryName));
 }

@@ -2,9 +2,6 @@
 
 #include <QString>
 
-/// The name by which tools ask the dynamic loader for the driver library.
-inline constexpr char driverSoname[] = "liborvexboardex.so.1";
-
 /// Loads a driver library, so that a tool that later asks the dynamic loader for its SONAME gets this one.
 ///
 /// It stays loaded to the end of the process: its threads may outlive the tool's detach.

@@ -1,6 +1,7 @@
 #include "simulation.h"
 
 #include "driverlibrary.h"
+#include "entrypoints.h"
 
 #include <algorithm>
 #include <array>
@@ -54,7 +55,7 @@ bool Simulation::isComplete() const
 
 std::optional<Simulation> Simulation::find()
 {
-    void *library = dlopen(driverSoname, RTLD_NOW | RTLD_NOLOAD);
+    void *library = dlopen(orvexLibraryName, RTLD_NOW | RTLD_NOLOAD);
     if (!library)
         return {};
     // The host's own handle keeps it loaded.
@@ -143,7 +144,7 @@ QString loadSimulator()
     QStringList files;
     for (const char *folder : {"../simulator", TENDRO_INSTALLED_SIMULATOR_DIR}) {
         files += QDir::cleanPath(
-            program.filePath(QLatin1String(folder) + QLatin1Char('/') + QLatin1String(driverSoname)));
+            program.filePath(QLatin1String(folder) + QLatin1Char('/') + QLatin1String(orvexLibraryName)));
         if (QFileInfo::exists(files.constLast()))
             return loadDriver(files.constLast());
     }

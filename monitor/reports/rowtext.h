@@ -63,12 +63,12 @@ private:
         part.literal = literal;
         part.literalLength = static_cast<std::size_t>(literalEnd - literal);
         const std::size_t colon = placeholder.find(':');
-        for (const Field &field : fields) {
-            if (placeholder.substr(0, colon) == field.name)
-                part.field = &field;
-        }
-        if (!part.field)
+        std::size_t index = 0; // neither references nor null pointers, of which sanitizers make no constants
+        while (index < Count && placeholder.substr(0, colon) != fields[index].name)
+            ++index;
+        if (index == Count)
             rowTextIsWrong();
+        part.field = fields + index;
         for (std::size_t i = colon; i != std::string_view::npos && ++i < placeholder.size();)
             part.width = 10 * part.width + static_cast<std::size_t>(placeholder[i] - '0');
     }

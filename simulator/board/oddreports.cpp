@@ -37,7 +37,9 @@ Report OddReports::next(Kind kind)
         &OddReports::longText, &OddReports::markupText, &OddReports::everyByteText,
     };
     static_assert(static_cast<std::size_t>(Kind::Garbage) + std::size(makers) == kindCount);
-    return (this->*makers[static_cast<std::size_t>(kind) - static_cast<std::size_t>(Kind::Garbage)])();
+    const auto index = static_cast<std::size_t>(kind) - static_cast<std::size_t>(Kind::Garbage);
+    const auto maker = makers[index];
+    return (this->*maker)();
 }
 
 Report OddReports::randomBytes(int length)
