@@ -33,26 +33,26 @@ QString TendroPadscope::category() const
 
 void TendroPadscope::closeWidget()
 {
-    if (widget_)
-        widget_->close();
+    if (toolWindow)
+        toolWindow->close();
 }
 
 QAction *TendroPadscope::action()
 {
-    if (action_)
-        return action_;
+    if (toolAction)
+        return toolAction;
     const QIcon icon(QPixmap(QLatin1String(":/images/resources/qorvexgraph.png")));
     // The comment is part of the translation key and stays as it is.
     const QString caption =
         metaObject()->tr("Padscope", "This is the caption of a button that start a program call padscope.");
-    action_ = new QAction(icon, caption, this);
-    action_->setToolTip(description());
-    return action_;
+    toolAction = new QAction(icon, caption, this);
+    toolAction->setToolTip(description());
+    return toolAction;
 }
 
 QWidget *TendroPadscope::widget()
 {
-    if (!widget_)
-        widget_ = new qorvexgraph;
-    return widget_;
+    if (!toolWindow)
+        toolWindow = new qorvexgraph;
+    return toolWindow;
 }

@@ -26,6 +26,6 @@ public:
     QWidget *widget() override;
 
 private:
-    QPointer<qorvexgraph> widget_; ///< the window; deleted by the host
-    QAction *action_ = nullptr;    ///< child of this object
+    QPointer<qorvexgraph> toolWindow; ///< the window; deleted by the host
+    QAction *toolAction = nullptr;    ///< child of this object
 };

@@ -11,7 +11,7 @@ constexpr auto maxDelay = 250ms;
 } // namespace
 
 Board::Board(const BoardPlan &plan, Tally &tally_, Vanish vanish_)
-    : id_(plan.id)
+    : boardId(plan.id)
     , tally(tally_)
     , vanish(std::move(vanish_))
     , script(plan)
@@ -20,10 +20,10 @@ Board::Board(const BoardPlan &plan, Tally &tally_, Vanish vanish_)
 
 int Board::deliver(const unsigned char *bytes, unsigned int length)
 {
-    tally.count(id_, {1, 0});
+    tally.count(boardId, {1, 0});
     return listeners.call([&](Listeners::Function function, void *context) {
-        reinterpret_cast<OrvexDataCallback>(function)(id_, bytes, length, context);
-        tally.count(id_, {0, 1});
+        reinterpret_cast<OrvexDataCallback>(function)(boardId, bytes, length, context);
+        tally.count(boardId, {0, 1});
     });
 }
 

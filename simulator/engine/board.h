@@ -26,7 +26,7 @@ public:
     /// \param vanish called on the board's thread when the board is to go
     Board(const BoardPlan &plan, Tally &tally, Vanish vanish);
 
-    int id() const { return id_; }
+    int id() const { return boardId; }
 
     /// Queues a message for the board's thread.
     void post(Message message);
@@ -43,7 +43,7 @@ private:
     void handle(const Report &report) { deliver(report.data(), static_cast<unsigned int>(report.size())); }
     std::chrono::nanoseconds sendNext();
 
-    const int id_;
+    const int boardId;
     Tally &tally;
     const Vanish vanish;
     Script script; ///< of the thread alone
