@@ -21,25 +21,22 @@ int knownBoard(const Json &node, const Scenario &scenario)
                      (known.empty() ? "none" : listed(known)));
 }
 
+using What = decltype(BoardEvent::what);
+
 /// What may happen to a board: its name, the key of its amount, and how that is read.
 struct Rule
 {
     const char *name;
     const char *amount;
-    decltype(BoardEvent::what) (*read)(const Json &amount);
+    What (*read)(const Json &amount);
 };
 constexpr Rule rules[] = {
-    {"burst", "reports",
-     [](const Json &amount) -> decltype(BoardEvent::what) { return Burst{readAmount(amount, maxBurst)}; }},
-    {"rate", "rate",
-     [](const Json &amount) -> decltype(BoardEvent::what) { return Rate{readAmount(amount, maxRate)}; }},
-    {"pause", "seconds",
-     [](const Json &amount) -> decltype(BoardEvent::what) { return Pause{readSeconds(amount)}; }},
+    {"burst", "reports", [](const Json &amount) -> What { return Burst{readAmount(amount, maxBurst)}; }},
+    {"rate", "rate", [](const Json &amount) -> What { return Rate{readAmount(amount, maxRate)}; }},
+    {"pause", "seconds", [](const Json &amount) -> What { return Pause{readSeconds(amount)}; }},
     {"text", "text",
-     [](const Json &amount) -> decltype(BoardEvent::what) {
-         return Raw{textReport(reports::TextReport, readLatin1(amount))};
-     }},
-    {"raw", "hex", [](const Json &amount) -> decltype(BoardEvent::what) { return Raw{readHex(amount)}; }},
+     [](const Json &amount) -> What { return Raw{textReport(reports::TextReport, readLatin1(amount))}; }},
+    {"raw", "hex", [](const Json &amount) -> What { return Raw{readHex(amount)}; }},
 };
 
 const Rule &ruleNamed(const Json &name)
