@@ -28,8 +28,7 @@ std::string named(const ValueNames &names, std::int64_t value, Translate transla
             return translate(names.names[i].name);
     }
     std::string text = translate(names.otherwise);
-    const std::size_t place = text.find("%1");
-    if (place != std::string::npos)
+    for (std::size_t place = text.find("%1"); place != std::string::npos; place = text.find("%1"))
         text.replace(place, 2, std::to_string(value));
     return text;
 }

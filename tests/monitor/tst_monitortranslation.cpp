@@ -20,7 +20,7 @@ public:
         if (qstrcmp(context, "monitor") != 0)
             return {};
         asked.append(source);
-        return qstrcmp(source, "Unknown: %1") == 0 ? QString("Unbekannt (%1)") : "xx" + QString(source);
+        return qstrcmp(source, "Unknown: %1") == 0 ? QString("Unbekannt %1 (%1)") : "xx" + QString(source);
     }
     mutable QStringList asked;
 };
@@ -79,7 +79,7 @@ void MonitorTranslation::penNames_data()
     QTest::newRow("student") << QByteArray("09 a2 00 0100 0100 0200")
                              << "Q:              1     Button:            2 Pen:        xxStudent";
     QTest::newRow("unknown") << QByteArray("09 a2 00 0200 0100 0200")
-                             << "Q:              1     Button:            2 Pen:        Unbekannt (2)";
+                             << "Q:              1     Button:            2 Pen:        Unbekannt 2 (2)";
 }
 
 void MonitorTranslation::penNames()
