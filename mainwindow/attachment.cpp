@@ -108,9 +108,11 @@ void qorvexgraph::enumerateDevices()
 
 void qorvexgraph::pnp(void *context)
 {
-    const livewindows::Guard guard(context);
-    if (guard.window())
-        emit guard.window()->PnpHappened();
+    livewindows::Guard guard(context);
+    if (!guard.window())
+        return;
+    guard.beforeSignal();
+    emit guard.window()->PnpHappened();
 }
 
 void qorvexgraph::detachFromHardware()

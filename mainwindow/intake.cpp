@@ -54,7 +54,7 @@ _DataPacket *newPacket(int device, const unsigned char *data, unsigned int lengt
 
 void qorvexgraph::DataCallback(int device, const unsigned char *data, unsigned int length, void *context)
 {
-    const livewindows::Guard guard(context);
+    livewindows::Guard guard(context);
     qorvexgraph *window = guard.window();
     if (!window || window->isPaused())
         return;
@@ -68,6 +68,7 @@ void qorvexgraph::DataCallback(int device, const unsigned char *data, unsigned i
     window->enqueue(packet);
     if (limit != reports::RateLimit::None)
         ratelimiter::restart(arrival);
+    guard.beforeSignal();
     emit window->DataReceived();
 }
 

@@ -14,7 +14,8 @@ struct Entry
     Entry *next;
     std::thread::id guiThread;
     int users = 1; ///< the list and each callback in progress on another thread; the last one deletes this
-    std::condition_variable userLeft{};
+    int busy = 0;  ///< callbacks among them that have not come to their signal
+    std::condition_variable changed{};
 };
 
 namespace {
@@ -22,7 +23,7 @@ namespace {
 // Neither has a destructor: threads of the driver library may outlive the static objects.
 std::mutex mutex;
 Entry *first = nullptr;
-constexpr std::chrono::seconds longestWait{1};
+constexpr std::chrono::seconds longestSignal{1};
 
 static_assert(std::is_trivially_destructible_v<std::mutex>);
 
@@ -41,7 +42,7 @@ void release(Entry *entry)
     if (--entry->users == 0)
         delete entry;
     else
-        entry->userLeft.notify_all();
+        entry->changed.notify_all();
 }
 
 } // namespace
@@ -60,7 +61,8 @@ void remove(const qorvexgraph *window)
     if (!entry)
         return;
     *link = entry->next;
-    entry->userLeft.wait_for(lock, longestWait, [entry] { return entry->users == 1; });
+    entry->changed.wait(lock, [entry] { return entry->busy == 0; });
+    entry->changed.wait_for(lock, longestSignal, [entry] { return entry->users == 1; });
     release(entry);
 }
 
@@ -74,6 +76,7 @@ Guard::Guard(void *context)
     if (entry->guiThread != std::this_thread::get_id()) {
         counted = entry;
         ++entry->users;
+        ++entry->busy;
     }
 }
 
@@ -82,7 +85,19 @@ Guard::~Guard()
     if (!counted)
         return;
     const std::lock_guard lock(mutex);
+    if (!isSignalling)
+        --counted->busy;
     release(counted);
+}
+
+void Guard::beforeSignal()
+{
+    if (!counted)
+        return;
+    const std::lock_guard lock(mutex);
+    isSignalling = true;
+    --counted->busy;
+    counted->changed.notify_all();
 }
 
 } // namespace livewindows

@@ -6,7 +6,7 @@ class qorvexgraph;
 ///
 /// The driver library keeps the callbacks of a window for as long as it is loaded, so it may call them with a
 /// window that is gone. No lock is held while a callback runs: it is counted, and the destructor of its
-/// window waits for it, for at most a second.
+/// window waits for it.
 namespace livewindows {
 
 struct Entry;
@@ -17,9 +17,8 @@ void add(const qorvexgraph *window);
 /// Takes a window off the list and waits for its callbacks in progress on other threads. Does nothing for a
 /// window that is not listed. GUI thread.
 ///
-/// A callback that copies a report takes microseconds. One that takes a second is in a slot of the host's
-/// that itself waits for the GUI thread, so the wait ends: QObject allows the destruction of a sender while
-/// one of its slots runs.
+/// It waits for a second at most once all of them have come to their signal: a slot of the host's may itself
+/// wait for the GUI thread, and QObject allows the destruction of a sender while one of its slots runs.
 void remove(const qorvexgraph *window);
 
 /// Keeps a callback's window alive while in scope. Any thread; may be nested.
@@ -35,9 +34,13 @@ public:
     /// Null when the window is gone.
     qorvexgraph *window() const { return listed; }
 
+    /// To be called right before the window's signal is emitted, once.
+    void beforeSignal();
+
 private:
     qorvexgraph *listed = nullptr;
     Entry *counted = nullptr; ///< null on the GUI thread, which can't wait for itself
+    bool isSignalling = false;
 };
 
 } // namespace livewindows

@@ -31,8 +31,8 @@ class qorvexgraph : public QWidget, public TabWindow
 public:
     qorvexgraph();
     /// Makes no driver call and frees no packet: a host closes or hides the window first. Waits for this
-    /// window's callbacks in progress on other threads, for at most a second. Not to be called inside a call
-    /// of the driver library that the window makes.
+    /// window's callbacks in progress on other threads, for at most a second once they emit. Not to be called
+    /// inside a call of the driver library that the window makes.
     ~qorvexgraph() override;
 
     /// Sends a text as it stands to the first board; does nothing without a board or while detached.

@@ -209,6 +209,8 @@ void BlockingHazards::destructionWaitsForTheWindowsOwnCallback()
         // The destructor takes the window off the list before it waits.
         while (livewindows::Guard(context).window())
             std::this_thread::yield();
+        // Longer than it waits for a slot of the host's.
+        std::this_thread::sleep_for(std::chrono::milliseconds(1200));
         hasEnded = true;
     });
     while (!isInProgress)
