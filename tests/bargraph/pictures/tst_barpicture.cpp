@@ -1,6 +1,6 @@
 #include <memory>
 
-#include "bargraph/picture.h"
+#include "bargraph/pictures/picture.h"
 #include "support/testmain.h"
 
 namespace {

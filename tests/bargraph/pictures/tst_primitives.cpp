@@ -1,7 +1,7 @@
 #include <memory>
 
-#include "bargraph/picture.h"
-#include "bargraph/recordingcanvas.h"
+#include "bargraph/pictures/picture.h"
+#include "bargraph/pictures/recordingcanvas.h"
 #include "support/testmain.h"
 
 namespace {

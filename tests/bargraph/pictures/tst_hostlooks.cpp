@@ -2,7 +2,7 @@
 #include <QRandomGenerator>
 #include <QStyleFactory>
 
-#include "bargraph/picture.h"
+#include "bargraph/pictures/picture.h"
 #include "support/testmain.h"
 
 namespace {

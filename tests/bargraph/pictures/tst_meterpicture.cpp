@@ -2,7 +2,7 @@
 
 #include <QPainter>
 
-#include "bargraph/picture.h"
+#include "bargraph/pictures/picture.h"
 #include "support/testmain.h"
 
 namespace {
