@@ -1,5 +1,5 @@
 #include "boardmenu.h"
-#include "host/menuactions.h"
+#include "host/simulation/menuactions.h"
 #include "hostwindow.h"
 #include "reportrates.h"
 #include "simulation.h"

@@ -1,4 +1,4 @@
-#include "host/menuactions.h"
+#include "host/simulation/menuactions.h"
 #include "scenariomenu.h"
 #include "simulator/simulatedlibrary.h"
 #include "support/testmain.h"
