@@ -1,6 +1,6 @@
 #include "bargraph/attachedwindow.h"
 #include "bargraph/display.h"
-#include "bargraph/standardoutput.h"
+#include "support/capturedoutput.h"
 #include "support/testmain.h"
 
 namespace {
@@ -67,7 +67,7 @@ void TestFrequency::shown()
 
     QByteArray printed;
     {
-        StandardOutput output;
+        CapturedOutput output(stdout);
         display(attached.view(), frequencyReport(raw));
         printed = output.text();
     }
@@ -105,7 +105,7 @@ void TestFrequency::steps()
     AttachedWindow attached;
     QSpinBox *box = attached.view()->freqSpin;
     const auto printedBy = [](const auto &action) {
-        StandardOutput output;
+        CapturedOutput output(stdout);
         action();
         return output.text();
     };

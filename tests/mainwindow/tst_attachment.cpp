@@ -2,7 +2,7 @@
 
 #include "orvexwrapper.h"
 #include "qorvexgraph.h"
-#include "support/capturedstderr.h"
+#include "support/capturedoutput.h"
 #include "support/driverlibrary.h"
 #include "support/testmain.h"
 
@@ -237,7 +237,7 @@ void AttachmentTests::withoutLibraryTheToolIsAttachedToNothing()
 {
     QVERIFY(!DriverLibrary::isLoaded());
     qorvexgraph window;
-    CapturedStderr captured;
+    CapturedOutput captured(stderr);
     window.AttachHardware();
     QCOMPARE(captured.text(),
              QByteArray("liborvexboardex.so.1: cannot open shared object file: No such file or directory"));
@@ -251,7 +251,7 @@ void AttachmentTests::withoutLibraryTheToolIsAttachedToNothing()
 void AttachmentTests::libraryThatAppearsIsFoundByTheNextAttach()
 {
     qorvexgraph window;
-    CapturedStderr captured;
+    CapturedOutput captured(stderr);
     window.AttachHardware();
     QVERIFY(!captured.text().isEmpty());
 

@@ -152,8 +152,8 @@ void Log::decodedRowsAreLogged()
 {
     MonitorView monitorView;
     monitorView.view->LogToFile(true);
-    monitorView.send(QByteArray::fromHex("28 68 00 01"));
-    monitorView.send(QByteArray::fromHex("00 21 41"));
+    monitorView.send(hex("28 68 00 01"));
+    monitorView.send(hex("00 21 41"));
     QCOMPARE(logged(), QByteArray("X Rs 0:     1  60:     0  120:     0 X Full 0:     0  60:     0  "
                                   "120:     0  Y Rs 0:     0  60:     0  120:     0 Y Full 0:     0  "
                                   "60:     0  120:     0  \n"
@@ -166,8 +166,8 @@ void Log::textLineIsLogged()
 {
     MonitorView monitorView;
     monitorView.view->LogToFile(true);
-    monitorView.send(QByteArray::fromHex("02 32"), QTime(12, 0));
-    monitorView.send(QByteArray::fromHex("00 32 41 42 0d 0a 43"), QTime(12, 1));
+    monitorView.send(hex("02 32"), QTime(12, 0));
+    monitorView.send(hex("00 32 41 42 0d 0a 43"), QTime(12, 1));
     QCOMPARE(logged(), QByteArray("AB..\n"));
     monitorView.view->OnTimerAddRest();
     QCOMPARE(logged(), QByteArray("AB..\nC\n"));

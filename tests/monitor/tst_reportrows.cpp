@@ -30,8 +30,7 @@ void ReportRows::addLines(const char *path, int minParts)
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("label");
     for (const QStringList &line : dataLines(path, minParts, 4)) {
-        QTest::newRow(qPrintable(line[0]))
-            << QByteArray::fromHex(line[1].toLatin1()) << line[2] << line.value(3, line[2]);
+        QTest::newRow(qPrintable(line[0])) << hex(line[1].toLatin1()) << line[2] << line.value(3, line[2]);
     }
 }
 

@@ -38,7 +38,7 @@ void ShortReports::everyLengthIsShownAsIfFilledWithZeros()
 {
     QFETCH(QByteArray, header);
     QFETCH(int, fullLength);
-    const QByteArray start = QByteArray::fromHex(header);
+    const QByteArray start = hex(header);
     const QByteArray full = start + QByteArray(fullLength - start.size(), '\xab');
     MonitorView monitorView;
     for (int length = start.size(); length <= fullLength; ++length) {

@@ -7,8 +7,6 @@
 
 namespace {
 
-const QTime noon(12, 0);
-
 QByteArray text(const QByteArray &characters, char type = '\x32')
 {
     return QByteArray("\x00", 1) + type + characters;
@@ -52,8 +50,8 @@ void TextLines::lineEndsAtTheLineFeed_data()
     QTest::newRow("type 50") << text("AB\r\n") << "AB..";
     QTest::newRow("type 119") << text("AB\r\n", '\x77') << "AB..";
     QTest::newRow("line feed alone") << text("\n") << ".";
-    QTest::newRow("byte 11 of sub-type 11 is text") << QByteArray::fromHex("3a 77 0b 41 0a") << ".A.";
-    QTest::newRow("byte 12 of type 50 is text") << QByteArray::fromHex("3a 32 0c 41 0a") << ".A.";
+    QTest::newRow("byte 11 of sub-type 11 is text") << hex("3a 77 0b 41 0a") << ".A.";
+    QTest::newRow("byte 12 of type 50 is text") << hex("3a 32 0c 41 0a") << ".A.";
     QTest::newRow("markup") << text("<b>x</b>&amp;\n") << "<b>x</b>&amp;.";
     QTest::newRow("placeholders") << text("%1 %2 100%\n") << "%1 %2 100%.";
     QTest::newRow("nothing that prints") << text(QByteArray("\0\t\x1b\x7f\xe4\n", 6)) << "......";
@@ -107,7 +105,7 @@ void TextLines::timeCountsFromAnyReportShown()
 {
     MonitorView monitorView;
     monitorView.send(text(""), noon);
-    monitorView.send(QByteArray::fromHex("09 a2 00 0000 0100 0200"), noon.addMSecs(100));
+    monitorView.send(hex("09 a2 00 0000 0100 0200"), noon.addMSecs(100));
     monitorView.send(text("late\n"), noon.addMSecs(130));
     QCOMPARE(monitorView.rows(),
              QStringList{"Q:              1     Button:            2 Pen:        Teacher"});
@@ -244,7 +242,7 @@ void TextLines::otherReportLeavesTheTimer()
 {
     MonitorView monitorView;
     monitorView.send(text("one "), noon);
-    monitorView.send(QByteArray::fromHex("34 77 0c 64 00"), noon);
+    monitorView.send(hex("34 77 0c 64 00"), noon);
     QCOMPARE(monitorView.view->pendingText, QString("one "));
     QVERIFY(monitorView.view->pendingTextTimer.isActive());
     QTRY_COMPARE(monitorView.rows(), (QStringList{"Raw ADC: 100Voltage: 0.488V", "one "}));
@@ -253,9 +251,9 @@ void TextLines::otherReportLeavesTheTimer()
 void TextLines::packetWithoutText_data()
 {
     QTest::addColumn<QByteArray>("report");
-    QTest::newRow("type 50") << QByteArray::fromHex("02 32");
-    QTest::newRow("type 119") << QByteArray::fromHex("02 77");
-    QTest::newRow("type 119, length byte of a voltage") << QByteArray::fromHex("34 77");
+    QTest::newRow("type 50") << hex("02 32");
+    QTest::newRow("type 119") << hex("02 77");
+    QTest::newRow("type 119, length byte of a voltage") << hex("34 77");
 }
 
 void TextLines::packetWithoutText()

@@ -63,8 +63,7 @@ void BoardText::proximityIsNoMarkup()
     MonitorView monitorView;
     bargraph *view = monitorView.window.barGraphView;
     view->proxChar = character;
-    _DataPacket packet{QByteArray(), 0, 0, 1001, QTime(12, 0)};
-    view->publish(packet);
+    view->publish(packetOf({}));
     const QString shown = view->proxLabel->text();
     QCOMPARE(shown, QStringLiteral("Prox: ") + QLatin1Char(character));
     QVERIFY(!Qt::mightBeRichText(shown));

@@ -9,7 +9,7 @@
 #include "monitor.h"
 #include "qlineupdownedit.h"
 #include "qorvexgraph.h"
-#include "support/capturedstderr.h"
+#include "support/capturedoutput.h"
 #include "support/driverlibrary.h"
 #include "support/testmain.h"
 
@@ -34,7 +34,7 @@ void Trust::libraryOfTheCurrentFolderIsNotLoaded()
     QVERIFY(QFile::exists(QStringLiteral("liborvexboardex.so.1")));
     {
         qorvexgraph window;
-        CapturedStderr errors;
+        CapturedOutput errors(stderr);
         window.AttachHardware();
         QVERIFY(!DriverLibrary::isLoaded());
         QVERIFY(errors.text().contains("liborvexboardex.so.1"));

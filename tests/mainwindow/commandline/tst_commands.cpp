@@ -4,7 +4,7 @@
 #include "monitor.h"
 #include "qlineupdownedit.h"
 #include "qorvexgraph.h"
-#include "support/capturedstderr.h"
+#include "support/capturedoutput.h"
 #include "support/driverlibrary.h"
 #include "support/testmain.h"
 
@@ -185,7 +185,7 @@ void CommandTests::withoutLibraryNothingIsSent()
 {
     QVERIFY(!DriverLibrary::isLoaded());
     qorvexgraph window;
-    const CapturedStderr captured;
+    const CapturedOutput captured(stderr);
     enter(window, "A");
     QCOMPARE(window.statusLabel->text(), QStringLiteral("<i>No device found.</i>"));
     QCOMPARE(window.commandLine->history, QList<QString>({"A"}));
