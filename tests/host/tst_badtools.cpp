@@ -76,8 +76,8 @@ void BadToolsTest::refusesDuplicateId()
 void BadToolsTest::refusesToolThatThrowsAtOnce_data()
 {
     QTest::addColumn<QByteArray>("operation");
-    QTest::newRow("when it is made") << QByteArray("constructor");
-    QTest::newRow("when it tells its id") << QByteArray("id");
+    addRow("when it is made", QByteArray("constructor"));
+    addRow("when it tells its id", QByteArray("id"));
 }
 
 void BadToolsTest::refusesToolThatThrowsAtOnce()

@@ -57,9 +57,9 @@ QByteArray bytesSeen(const DriverLibrary &library, int call)
 void AttachmentTests::callsOfAnAttach_data()
 {
     QTest::addColumn<QVector<int>>("ids");
-    QTest::newRow("no board") << QVector<int>{};
-    QTest::newRow("one board") << QVector<int>{1001};
-    QTest::newRow("two boards, larger id first") << QVector<int>{2002, -5};
+    addRow("no board", QVector<int>{});
+    addRow("one board", QVector<int>{1001});
+    addRow("two boards, larger id first", QVector<int>{2002, -5});
 }
 
 void AttachmentTests::callsOfAnAttach()
@@ -207,18 +207,13 @@ void AttachmentTests::detachWhenDetachedOnlyShowsIt()
 
 void AttachmentTests::statusTexts_data()
 {
-    QTest::addColumn<QVector<int>>("ids");
-    QTest::addColumn<QString>("attached");
-    QTest::addColumn<QString>("detached");
-    QTest::newRow("no board") << QVector<int>{} << "<i>No device found.</i>"
-                              << "<i>No device found.</i> <i>Paused</i>";
-    QTest::newRow("one board") << QVector<int>{5} << "<b>1 device found.</b>"
-                               << "<b>1 device found.</b> <i>Paused</i>";
-    QTest::newRow("two boards") << QVector<int>{5, 6} << "<b>2 devices found.</b>"
-                                << "<b>2 devices found.</b> <i>Paused</i>";
-    QTest::newRow("twelve boards") << QVector<int>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}
-                                   << "<b>12 devices found.</b>"
-                                   << "<b>12 devices found.</b> <i>Paused</i>";
+    addColumns<QVector<int>, QString, QString>("ids", "attached", "detached");
+    addRow("no board", QVector<int>{}, "<i>No device found.</i>", "<i>No device found.</i> <i>Paused</i>");
+    addRow("one board", QVector<int>{5}, "<b>1 device found.</b>", "<b>1 device found.</b> <i>Paused</i>");
+    addRow("two boards", QVector<int>{5, 6}, "<b>2 devices found.</b>",
+           "<b>2 devices found.</b> <i>Paused</i>");
+    addRow("twelve boards", QVector<int>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}, "<b>12 devices found.</b>",
+           "<b>12 devices found.</b> <i>Paused</i>");
 }
 
 void AttachmentTests::statusTexts()

@@ -53,8 +53,8 @@ void PlugAndPlayTests::noticeIsHandledOnTheGuiThread()
 void PlugAndPlayTests::noticeStillQueuedAtDetachIsDropped_data()
 {
     QTest::addColumn<bool>("close");
-    QTest::newRow("closed") << true;
-    QTest::newRow("hidden") << false;
+    addRow("closed", true);
+    addRow("hidden", false);
 }
 
 void PlugAndPlayTests::noticeStillQueuedAtDetachIsDropped()
@@ -80,12 +80,11 @@ void PlugAndPlayTests::noticeStillQueuedAtDetachIsDropped()
 
 void PlugAndPlayTests::noticeAfterADetachIsIgnored_data()
 {
-    QTest::addColumn<bool>("close");
-    QTest::addColumn<bool>("ownThread");
-    QTest::newRow("closed; on the caller's own thread") << true << true;
-    QTest::newRow("closed; on another thread") << true << false;
-    QTest::newRow("hidden; on the caller's own thread") << false << true;
-    QTest::newRow("hidden; on another thread") << false << false;
+    addColumns<bool, bool>("close", "ownThread");
+    addRow("closed; on the caller's own thread", true, true);
+    addRow("closed; on another thread", true, false);
+    addRow("hidden; on the caller's own thread", false, true);
+    addRow("hidden; on another thread", false, false);
 }
 
 void PlugAndPlayTests::noticeAfterADetachIsIgnored()
@@ -166,11 +165,10 @@ void PlugAndPlayTests::noticeReachesTheOtherWindows()
 
 void PlugAndPlayTests::noticeAttachesAWindowThatNeverWas_data()
 {
-    QTest::addColumn<bool>("shown");
-    QTest::addColumn<bool>("hidden");
-    QTest::newRow("never shown") << false << false;
-    QTest::newRow("shown") << true << false;
-    QTest::newRow("shown, then hidden") << true << true;
+    addColumns<bool, bool>("shown", "hidden");
+    addRow("never shown", false, false);
+    addRow("shown", true, false);
+    addRow("shown, then hidden", true, true);
 }
 
 void PlugAndPlayTests::noticeAttachesAWindowThatNeverWas()
@@ -198,20 +196,20 @@ void PlugAndPlayTests::noticeAttachesAWindowThatNeverWas()
 void PlugAndPlayTests::callOfTheSlotAlwaysAttaches_data()
 {
     QTest::addColumn<Call>("call");
-    QTest::newRow("plain") << Call([](qorvexgraph &window) { window.AttachHardware(); });
-    QTest::newRow("queued") << Call([](qorvexgraph &window) {
-        QMetaObject::invokeMethod(&window, "AttachHardware", Qt::QueuedConnection);
-    });
-    QTest::newRow("through a timer of the host")
-        << Call([](qorvexgraph &window) { QTimer::singleShot(1, &window, SLOT(AttachHardware())); });
-    QTest::newRow("through another signal of the window") << Call([](qorvexgraph &window) {
-        connect(&window, SIGNAL(windowTitleChanged(QString)), &window, SLOT(AttachHardware()));
-        window.setWindowTitle("title");
-    });
-    QTest::newRow("a typed command") << Call([](qorvexgraph &window) {
-        window.commandLine->setText("A");
-        QTest::keyClick(window.commandLine, Qt::Key_Return);
-    });
+    addRow("plain", Call([](qorvexgraph &window) { window.AttachHardware(); }));
+    addRow("queued", Call([](qorvexgraph &window) {
+               QMetaObject::invokeMethod(&window, "AttachHardware", Qt::QueuedConnection);
+           }));
+    addRow("through a timer of the host",
+           Call([](qorvexgraph &window) { QTimer::singleShot(1, &window, SLOT(AttachHardware())); }));
+    addRow("through another signal of the window", Call([](qorvexgraph &window) {
+               connect(&window, SIGNAL(windowTitleChanged(QString)), &window, SLOT(AttachHardware()));
+               window.setWindowTitle("title");
+           }));
+    addRow("a typed command", Call([](qorvexgraph &window) {
+               window.commandLine->setText("A");
+               QTest::keyClick(window.commandLine, Qt::Key_Return);
+           }));
 }
 
 void PlugAndPlayTests::callOfTheSlotAlwaysAttaches()

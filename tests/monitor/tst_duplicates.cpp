@@ -45,13 +45,12 @@ private slots:
 
 void Duplicates::checksumsAreAsWritten_data()
 {
-    QTest::addColumn<QByteArray>("report");
-    QTest::addColumn<quint16>("checksum");
-    QTest::newRow("the dummy before the first report") << QByteArray("HH") << quint16{0x49ad};
-    QTest::newRow("position") << hex(positionHex) << quint16{0x370f};
-    QTest::newRow("pen identity") << hex(penIdentityAlikeHex) << quint16{0x370f};
-    QTest::newRow("unknown") << hex(unknownAlikeHex) << quint16{0x370f};
-    QTest::newRow("pen identity, one byte away") << hex("09 a2 00 0100 f8ff 207d") << quint16{0x2ed7};
+    addColumns<QByteArray, quint16>("report", "checksum");
+    addRow("the dummy before the first report", QByteArray("HH"), quint16{0x49ad});
+    addRow("position", hex(positionHex), quint16{0x370f});
+    addRow("pen identity", hex(penIdentityAlikeHex), quint16{0x370f});
+    addRow("unknown", hex(unknownAlikeHex), quint16{0x370f});
+    addRow("pen identity, one byte away", hex("09 a2 00 0100 f8ff 207d"), quint16{0x2ed7});
 }
 
 void Duplicates::checksumsAreAsWritten()
@@ -64,15 +63,15 @@ void Duplicates::checksumsAreAsWritten()
 void Duplicates::knownReportTwiceGivesOneRow_data()
 {
     QTest::addColumn<QByteArray>("report");
-    QTest::newRow("signal") << hex("0a 2f 04 0100 0200 0300 04");
-    QTest::newRow("signal of a sub-type without fields") << hex("0a 2f 09 0100 0200 0300 04");
-    QTest::newRow("signal with a length byte that is wrong") << hex("0c 2f 04 0100 0200 0300 04");
-    QTest::newRow("phase") << hex("28 68 01 02");
-    QTest::newRow("phase with a length byte that is wrong") << hex("29 68 01 02");
-    QTest::newRow("voltage") << hex("34 77 0c 10 01");
-    QTest::newRow("pen identity") << hex("09 a2 00 0100 0200 0300");
-    QTest::newRow("dual pen") << hex("1a a3 01 00 05");
-    QTest::newRow("position") << hex(positionHex);
+    addRow("signal", hex("0a 2f 04 0100 0200 0300 04"));
+    addRow("signal of a sub-type without fields", hex("0a 2f 09 0100 0200 0300 04"));
+    addRow("signal with a length byte that is wrong", hex("0c 2f 04 0100 0200 0300 04"));
+    addRow("phase", hex("28 68 01 02"));
+    addRow("phase with a length byte that is wrong", hex("29 68 01 02"));
+    addRow("voltage", hex("34 77 0c 10 01"));
+    addRow("pen identity", hex("09 a2 00 0100 0200 0300"));
+    addRow("dual pen", hex("1a a3 01 00 05"));
+    addRow("position", hex(positionHex));
 }
 
 void Duplicates::knownReportTwiceGivesOneRow()
@@ -151,13 +150,12 @@ void Duplicates::knownTypeIsComparedWithAnUnknownOne()
 // Each of these has the checksum of the two bytes "HH".
 void Duplicates::firstReportAlikeTheDummy_data()
 {
-    QTest::addColumn<QByteArray>("report");
-    QTest::addColumn<QByteArray>("oneBitAway");
-    QTest::newRow("signal") << hex("0a 2f 04 21 1b") << hex("0a 2f 04 20 1b");
-    QTest::newRow("phase") << hex("28 68 41 65 b3") << hex("28 68 41 64 b3");
-    QTest::newRow("pen identity") << hex("09 a2 41 58 dd") << hex("09 a2 41 59 dd");
-    QTest::newRow("dual pen") << hex("09 a3 41 80 c4") << hex("09 a3 41 81 c4");
-    QTest::newRow("position") << hex("09 a4 41 88 89") << hex("09 a4 41 89 89");
+    addColumns<QByteArray, QByteArray>("report", "oneBitAway");
+    addRow("signal", hex("0a 2f 04 21 1b"), hex("0a 2f 04 20 1b"));
+    addRow("phase", hex("28 68 41 65 b3"), hex("28 68 41 64 b3"));
+    addRow("pen identity", hex("09 a2 41 58 dd"), hex("09 a2 41 59 dd"));
+    addRow("dual pen", hex("09 a3 41 80 c4"), hex("09 a3 41 81 c4"));
+    addRow("position", hex("09 a4 41 88 89"), hex("09 a4 41 89 89"));
 }
 
 void Duplicates::firstReportAlikeTheDummy()

@@ -72,14 +72,13 @@ void MonitorTranslation::controls()
 
 void MonitorTranslation::penNames_data()
 {
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QString>("row");
-    QTest::newRow("teacher") << QByteArray("09 a2 00 0000 0100 0200")
-                             << "Q:              1     Button:            2 Pen:        xxTeacher";
-    QTest::newRow("student") << QByteArray("09 a2 00 0100 0100 0200")
-                             << "Q:              1     Button:            2 Pen:        xxStudent";
-    QTest::newRow("unknown") << QByteArray("09 a2 00 0200 0100 0200")
-                             << "Q:              1     Button:            2 Pen:        Unbekannt (2)";
+    addColumns<QByteArray, QString>("bytes", "row");
+    addRow("teacher", QByteArray("09 a2 00 0000 0100 0200"),
+           "Q:              1     Button:            2 Pen:        xxTeacher");
+    addRow("student", QByteArray("09 a2 00 0100 0100 0200"),
+           "Q:              1     Button:            2 Pen:        xxStudent");
+    addRow("unknown", QByteArray("09 a2 00 0200 0100 0200"),
+           "Q:              1     Button:            2 Pen:        Unbekannt (2)");
 }
 
 void MonitorTranslation::penNames()

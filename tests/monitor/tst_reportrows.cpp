@@ -26,11 +26,9 @@ private:
 
 void ReportRows::addLines(const char *path, int minParts)
 {
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("label");
+    addColumns<QByteArray, QString, QString>("bytes", "text", "label");
     for (const QStringList &line : dataLines(path, minParts, 4)) {
-        QTest::newRow(qPrintable(line[0])) << hex(line[1].toLatin1()) << line[2] << line.value(3, line[2]);
+        addRow(qPrintable(line[0]), hex(line[1].toLatin1()), line[2], line.value(3, line[2]));
     }
 }
 

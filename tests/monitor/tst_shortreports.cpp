@@ -18,19 +18,18 @@ private slots:
 
 void ShortReports::everyLengthIsShownAsIfFilledWithZeros_data()
 {
-    QTest::addColumn<QByteArray>("header");
-    QTest::addColumn<int>("fullLength");
-    QTest::newRow("fine and coarse") << QByteArray("28 2f 01") << 40;
-    QTest::newRow("raw and normalised") << QByteArray("28 2f 02") << 40;
-    QTest::newRow("quality summary") << QByteArray("0e 2f 03") << 14;
-    QTest::newRow("integrators") << QByteArray("0a 2f 04") << 10;
-    QTest::newRow("integrators and normalised") << QByteArray("10 2f 05") << 16;
-    QTest::newRow("quality and counters") << QByteArray("19 2f 06") << 25;
-    QTest::newRow("phase") << QByteArray("28 68") << 40;
-    QTest::newRow("voltage") << QByteArray("34 77 0c") << 5;
-    QTest::newRow("pen identity") << QByteArray("09 a2") << 9;
-    QTest::newRow("dual pen") << QByteArray("1a a3") << 26;
-    QTest::newRow("position") << QByteArray("1f a4") << 31;
+    addColumns<QByteArray, int>("header", "fullLength");
+    addRow("fine and coarse", QByteArray("28 2f 01"), 40);
+    addRow("raw and normalised", QByteArray("28 2f 02"), 40);
+    addRow("quality summary", QByteArray("0e 2f 03"), 14);
+    addRow("integrators", QByteArray("0a 2f 04"), 10);
+    addRow("integrators and normalised", QByteArray("10 2f 05"), 16);
+    addRow("quality and counters", QByteArray("19 2f 06"), 25);
+    addRow("phase", QByteArray("28 68"), 40);
+    addRow("voltage", QByteArray("34 77 0c"), 5);
+    addRow("pen identity", QByteArray("09 a2"), 9);
+    addRow("dual pen", QByteArray("1a a3"), 26);
+    addRow("position", QByteArray("1f a4"), 31);
 }
 
 // The row of a short report is the row of the report that does hold the zeros.

@@ -45,16 +45,15 @@ private slots:
 
 void TextLines::lineEndsAtTheLineFeed_data()
 {
-    QTest::addColumn<QByteArray>("report");
-    QTest::addColumn<QString>("row");
-    QTest::newRow("type 50") << text("AB\r\n") << "AB..";
-    QTest::newRow("type 119") << text("AB\r\n", '\x77') << "AB..";
-    QTest::newRow("line feed alone") << text("\n") << ".";
-    QTest::newRow("byte 11 of sub-type 11 is text") << hex("3a 77 0b 41 0a") << ".A.";
-    QTest::newRow("byte 12 of type 50 is text") << hex("3a 32 0c 41 0a") << ".A.";
-    QTest::newRow("markup") << text("<b>x</b>&amp;\n") << "<b>x</b>&amp;.";
-    QTest::newRow("placeholders") << text("%1 %2 100%\n") << "%1 %2 100%.";
-    QTest::newRow("nothing that prints") << text(QByteArray("\0\t\x1b\x7f\xe4\n", 6)) << "......";
+    addColumns<QByteArray, QString>("report", "row");
+    addRow("type 50", text("AB\r\n"), "AB..");
+    addRow("type 119", text("AB\r\n", '\x77'), "AB..");
+    addRow("line feed alone", text("\n"), ".");
+    addRow("byte 11 of sub-type 11 is text", hex("3a 77 0b 41 0a"), ".A.");
+    addRow("byte 12 of type 50 is text", hex("3a 32 0c 41 0a"), ".A.");
+    addRow("markup", text("<b>x</b>&amp;\n"), "<b>x</b>&amp;.");
+    addRow("placeholders", text("%1 %2 100%\n"), "%1 %2 100%.");
+    addRow("nothing that prints", text(QByteArray("\0\t\x1b\x7f\xe4\n", 6)), "......");
 }
 
 void TextLines::lineEndsAtTheLineFeed()
@@ -72,18 +71,16 @@ void TextLines::lineEndsAtTheLineFeed()
 
 void TextLines::lineTooSoonIsThrownAway_data()
 {
-    QTest::addColumn<QTime>("previous");
-    QTest::addColumn<QTime>("time");
-    QTest::addColumn<bool>("shown");
-    QTest::newRow("same time") << noon << noon << false;
-    QTest::newRow("1 ms") << noon << noon.addMSecs(1) << false;
-    QTest::newRow("20 ms") << noon << noon.addMSecs(20) << false;
-    QTest::newRow("30 ms") << noon << noon.addMSecs(30) << false;
-    QTest::newRow("31 ms") << noon << noon.addMSecs(31) << true;
-    QTest::newRow("an hour") << noon << noon.addSecs(3600) << true;
-    QTest::newRow("1 ms back") << noon << noon.addMSecs(-1) << false;
-    QTest::newRow("over midnight") << QTime(23, 59, 59, 900) << QTime(0, 0, 0, 100) << false;
-    QTest::newRow("no time of its own") << noon << QTime() << false;
+    addColumns<QTime, QTime, bool>("previous", "time", "shown");
+    addRow("same time", noon, noon, false);
+    addRow("1 ms", noon, noon.addMSecs(1), false);
+    addRow("20 ms", noon, noon.addMSecs(20), false);
+    addRow("30 ms", noon, noon.addMSecs(30), false);
+    addRow("31 ms", noon, noon.addMSecs(31), true);
+    addRow("an hour", noon, noon.addSecs(3600), true);
+    addRow("1 ms back", noon, noon.addMSecs(-1), false);
+    addRow("over midnight", QTime(23, 59, 59, 900), QTime(0, 0, 0, 100), false);
+    addRow("no time of its own", noon, QTime(), false);
 }
 
 void TextLines::lineTooSoonIsThrownAway()
@@ -251,9 +248,9 @@ void TextLines::otherReportLeavesTheTimer()
 void TextLines::packetWithoutText_data()
 {
     QTest::addColumn<QByteArray>("report");
-    QTest::newRow("type 50") << hex("02 32");
-    QTest::newRow("type 119") << hex("02 77");
-    QTest::newRow("type 119, length byte of a voltage") << hex("34 77");
+    addRow("type 50", hex("02 32"));
+    addRow("type 119", hex("02 77"));
+    addRow("type 119, length byte of a voltage", hex("34 77"));
 }
 
 void TextLines::packetWithoutText()

@@ -134,9 +134,9 @@ void SimRows::theFirstAnswerIsARowOfItsOwn()
 void SimRows::answersAreRowsOfTheirOwn_data()
 {
     QTest::addColumn<QByteArray>("scenario");
-    QTest::newRow("one board") << QByteArray("default");
-    QTest::newRow("two boards") << QByteArray("two-pens");
-    QTest::newRow("texts among the kinds") << QByteArray("all-kinds");
+    addRow("one board", QByteArray("default"));
+    addRow("two boards", QByteArray("two-pens"));
+    addRow("texts among the kinds", QByteArray("all-kinds"));
 }
 
 void SimRows::answersAreRowsOfTheirOwn()
@@ -148,10 +148,8 @@ void SimRows::answersAreRowsOfTheirOwn()
     QTest::qWait(3000); // until it sends texts of other sorts, too
     for (const char *command : {"U8", ".", ".", "B"})
         tool.type(command);
-    for (const char *row :
-         {"[?] commands: . B U8 U0 < > V T ? :RMM :MDU0 :MDP0!",
-          "[U8] frequency locked!", "[.] streaming stopped!", "[.] again: streaming stopped!",
-          "[B] streaming!"})
+    for (const char *row : {"[?] commands: . B U8 U0 < > V T ? :RMM :MDU0 :MDP0!", "[U8] frequency locked!",
+                            "[.] streaming stopped!", "[.] again: streaming stopped!", "[B] streaming!"})
         QTRY_VERIFY2(tool.rows.contains(QLatin1String(row)),
                      qPrintable(QLatin1String(row) + QLatin1String(" is not in\n") +
                                 tool.rows.join(QLatin1Char('\n'))));

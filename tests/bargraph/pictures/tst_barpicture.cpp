@@ -147,17 +147,16 @@ void TestBarPicture::gradientBars()
 
 void TestBarPicture::lengths_data()
 {
-    QTest::addColumn<int>("value");
-    QTest::addColumn<QRect>("expected");
+    addColumns<int, QRect>("value", "expected");
 
-    QTest::newRow("less than a pixel") << 19 << QRect();
-    QTest::newRow("less than a pixel, negative") << -19 << QRect();
-    QTest::newRow("one pixel up") << 20 << corners(30, 199, 55, 199);
-    QTest::newRow("one pixel down") << -20 << corners(30, 201, 55, 201);
-    QTest::newRow("two pixels up") << 40 << corners(30, 198, 55, 199);
-    QTest::newRow("just not two pixels up") << 39 << corners(30, 199, 55, 199);
-    QTest::newRow("half scale reaches the edge of its half") << 3500 << corners(30, 25, 55, 199);
-    QTest::newRow("beyond the top of the widget") << 7000 << corners(30, 0, 55, 199);
+    addRow("less than a pixel", 19, QRect());
+    addRow("less than a pixel, negative", -19, QRect());
+    addRow("one pixel up", 20, corners(30, 199, 55, 199));
+    addRow("one pixel down", -20, corners(30, 201, 55, 201));
+    addRow("two pixels up", 40, corners(30, 198, 55, 199));
+    addRow("just not two pixels up", 39, corners(30, 199, 55, 199));
+    addRow("half scale reaches the edge of its half", 3500, corners(30, 25, 55, 199));
+    addRow("beyond the top of the widget", 7000, corners(30, 0, 55, 199));
 }
 
 void TestBarPicture::lengths()
@@ -194,15 +193,13 @@ void TestBarPicture::modeAtTheNextPicture()
 
 void TestBarPicture::sizes_data()
 {
-    QTest::addColumn<QSize>("area");
-    QTest::addColumn<int>("centre");
-    QTest::addColumn<int>("top");
+    addColumns<QSize, int, int>("area", "centre", "top");
 
     // height = bottom - 89, centre = 5 + height / 2, top = centre - 1000 * height / 7000
-    QTest::newRow("300x200") << QSize(300, 200) << 60 << 45;       // 199 - 89 = 110, 15.7
-    QTest::newRow("800x500") << QSize(800, 500) << 210 << 152;     // 499 - 89 = 410, 58.6
-    QTest::newRow("801x501") << QSize(801, 501) << 210 << 152;     // 500 - 89 = 411, 58.7
-    QTest::newRow("1600x1000") << QSize(1600, 1000) << 460 << 330; // 999 - 89 = 910, 130
+    addRow("300x200", QSize(300, 200), 60, 45);       // 199 - 89 = 110, 15.7
+    addRow("800x500", QSize(800, 500), 210, 152);     // 499 - 89 = 410, 58.6
+    addRow("801x501", QSize(801, 501), 210, 152);     // 500 - 89 = 411, 58.7
+    addRow("1600x1000", QSize(1600, 1000), 460, 330); // 999 - 89 = 910, 130
 }
 
 void TestBarPicture::sizes()

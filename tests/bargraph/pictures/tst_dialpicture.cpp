@@ -86,17 +86,16 @@ void TestDialPicture::glow()
 
 void TestDialPicture::needle_data()
 {
-    QTest::addColumn<QVector<int>>("components");
-    QTest::addColumn<QRect>("expected");
+    addColumns<QVector<int>, QRect>("components", "expected");
 
     // Two pixels wide, with a square end that is a pixel longer.
-    QTest::newRow("none") << QVector<int>{0, 0, 0} << corners(69, 414, 70, 415);
-    QTest::newRow("magnitude 9 is none") << QVector<int>{9, 0, 0} << corners(69, 414, 70, 415);
-    QTest::newRow("magnitude 10 is a full one") << QVector<int>{10, 0, 0} << corners(69, 414, 110, 415);
-    QTest::newRow("right") << QVector<int>{1000, 0, 0} << corners(69, 414, 110, 415);
-    QTest::newRow("left") << QVector<int>{-1000, 0, 0} << corners(29, 414, 70, 415);
-    QTest::newRow("up") << QVector<int>{0, 1000, 1000} << corners(69, 374, 70, 415);
-    QTest::newRow("down") << QVector<int>{0, -1000, -1000} << corners(69, 414, 70, 455);
+    addRow("none", QVector<int>{0, 0, 0}, corners(69, 414, 70, 415));
+    addRow("magnitude 9 is none", QVector<int>{9, 0, 0}, corners(69, 414, 70, 415));
+    addRow("magnitude 10 is a full one", QVector<int>{10, 0, 0}, corners(69, 414, 110, 415));
+    addRow("right", QVector<int>{1000, 0, 0}, corners(69, 414, 110, 415));
+    addRow("left", QVector<int>{-1000, 0, 0}, corners(29, 414, 70, 415));
+    addRow("up", QVector<int>{0, 1000, 1000}, corners(69, 374, 70, 415));
+    addRow("down", QVector<int>{0, -1000, -1000}, corners(69, 414, 70, 455));
 }
 
 void TestDialPicture::needle()
@@ -130,15 +129,13 @@ void TestDialPicture::needleOfEveryChannel()
 
 void TestDialPicture::texts_data()
 {
-    QTest::addColumn<QVector<int>>("components");
-    QTest::addColumn<QString>("magnitude");
-    QTest::addColumn<QString>("angle");
+    addColumns<QVector<int>, QString, QString>("components", "magnitude", "angle");
 
-    QTest::newRow("nothing") << QVector<int>{0, 0, 0} << QStringLiteral("    0") << QStringLiteral("    0");
-    QTest::newRow("right") << QVector<int>{1000, 0, 0} << QStringLiteral(" 1000") << QStringLiteral("    0");
-    QTest::newRow("left") << QVector<int>{-32768, 0, 0} << QStringLiteral("32768") << QStringLiteral(" 4096");
-    QTest::newRow("just below the right")
-        << QVector<int>{10000, -2, 0} << QStringLiteral(" 9999") << QStringLiteral(" 8192"); // x 9999, y -1
+    addRow("nothing", QVector<int>{0, 0, 0}, QStringLiteral("    0"), QStringLiteral("    0"));
+    addRow("right", QVector<int>{1000, 0, 0}, QStringLiteral(" 1000"), QStringLiteral("    0"));
+    addRow("left", QVector<int>{-32768, 0, 0}, QStringLiteral("32768"), QStringLiteral(" 4096"));
+    addRow("just below the right", QVector<int>{10000, -2, 0}, QStringLiteral(" 9999"),
+           QStringLiteral(" 8192")); // x 9999, y -1
 }
 
 void TestDialPicture::texts()
@@ -183,16 +180,13 @@ void TestDialPicture::givenAngle()
 
 void TestDialPicture::sizes_data()
 {
-    QTest::addColumn<QSize>("area");
-    QTest::addColumn<QRect>("first");
-    QTest::addColumn<QRect>("third");
+    addColumns<QSize, QRect, QRect>("area", "first", "third");
 
     // from height - 40 - 45 to 80 further down
-    QTest::newRow("300x200") << QSize(300, 200) << corners(20, 115, 100, 195) << corners(200, 115, 280, 195);
-    QTest::newRow("800x500") << QSize(800, 500) << corners(20, 415, 100, 495) << corners(200, 415, 280, 495);
-    QTest::newRow("801x501") << QSize(801, 501) << corners(20, 416, 100, 496) << corners(200, 416, 280, 496);
-    QTest::newRow("1600x1000") << QSize(1600, 1000) << corners(20, 915, 100, 995)
-                               << corners(200, 915, 280, 995);
+    addRow("300x200", QSize(300, 200), corners(20, 115, 100, 195), corners(200, 115, 280, 195));
+    addRow("800x500", QSize(800, 500), corners(20, 415, 100, 495), corners(200, 415, 280, 495));
+    addRow("801x501", QSize(801, 501), corners(20, 416, 100, 496), corners(200, 416, 280, 496));
+    addRow("1600x1000", QSize(1600, 1000), corners(20, 915, 100, 995), corners(200, 915, 280, 995));
 }
 
 void TestDialPicture::sizes()

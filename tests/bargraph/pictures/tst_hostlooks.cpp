@@ -89,8 +89,7 @@ void TestHostLooks::cleanup()
 
 void TestHostLooks::noBackgroundHidesThePicture_data()
 {
-    QTest::addColumn<QString>("background");
-    QTest::addColumn<QString>("where");
+    addColumns<QString, QString>("background", "where");
     for (const char *background : backgrounds) {
         for (const char *where : {"the application, at first", "the application, later", "the window"})
             QTest::addRow("%s: %s", where, background)

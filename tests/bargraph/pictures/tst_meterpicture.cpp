@@ -55,20 +55,19 @@ void TestMeterPicture::cleanup()
 
 void TestMeterPicture::bar_data()
 {
-    QTest::addColumn<int>("raw");
-    QTest::addColumn<QRect>("expected");
+    addColumns<int, QRect>("raw", "expected");
 
     // The bright end of the bar, between its black outline and the base line.
-    QTest::newRow("0") << 0 << QRect();
-    QTest::newRow("1") << 1 << QRect();                       // 0.8
-    QTest::newRow("2") << 2 << QRect();                       // 1.6: one pixel, which the outline covers
-    QTest::newRow("3") << 3 << corners(55, 448, 55, 448);     // 2.5
-    QTest::newRow("255") << 255 << corners(55, 241, 55, 448); // 209.6: from 449 - 209, below the outline
-    QTest::newRow("510") << 510 << corners(55, 31, 55, 448);  // 419.2
-    QTest::newRow("511") << 511 << corners(55, 30, 55, 448);  // 420
-    QTest::newRow("512") << 512 << corners(55, 30, 55, 448);  // 420.8
-    QTest::newRow("513 is higher than the margin") << 513 << corners(55, 29, 55, 448);
-    QTest::newRow("1023 leaves the widget") << 1023 << corners(55, 0, 55, 448);
+    addRow("0", 0, QRect());
+    addRow("1", 1, QRect());                       // 0.8
+    addRow("2", 2, QRect());                       // 1.6: one pixel, which the outline covers
+    addRow("3", 3, corners(55, 448, 55, 448));     // 2.5
+    addRow("255", 255, corners(55, 241, 55, 448)); // 209.6: from 449 - 209, below the outline
+    addRow("510", 510, corners(55, 31, 55, 448));  // 419.2
+    addRow("511", 511, corners(55, 30, 55, 448));  // 420
+    addRow("512", 512, corners(55, 30, 55, 448));  // 420.8
+    addRow("513 is higher than the margin", 513, corners(55, 29, 55, 448));
+    addRow("1023 leaves the widget", 1023, corners(55, 0, 55, 448));
 }
 
 void TestMeterPicture::bar()
@@ -109,23 +108,16 @@ void TestMeterPicture::baseLine()
 
 void TestMeterPicture::texts_data()
 {
-    QTest::addColumn<int>("raw");
-    QTest::addColumn<int>("min");
-    QTest::addColumn<int>("max");
-    QTest::addColumn<QStringList>("lines");
+    addColumns<int, int, int, QStringList>("raw", "min", "max", "lines");
 
-    QTest::newRow("0") << 0 << 0 << 0 << QStringList{"Raw: 0", "Volts: 0", "Min: 0 Max: 0 Delta: 0"};
+    addRow("0", 0, 0, 0, QStringList{"Raw: 0", "Volts: 0", "Min: 0 Max: 0 Delta: 0"});
     // 510 * 4.88 = 2488.8
-    QTest::newRow("510") << 510 << 300 << 700
-                         << QStringList{"Raw: 510", "Volts: 2.489", "Min: 300 Max: 700 Delta: 400"};
-    QTest::newRow("511") << 511 << 511 << 511
-                         << QStringList{"Raw: 511", "Volts: 2.494", "Min: 511 Max: 511 Delta: 0"};
-    QTest::newRow("1023") << 1023 << 0 << 1023
-                          << QStringList{"Raw: 1023", "Volts: 4.992", "Min: 0 Max: 1023 Delta: 1023"};
-    QTest::newRow("one step") << 1 << 1 << 2
-                              << QStringList{"Raw: 1", "Volts: 0.00488", "Min: 1 Max: 2 Delta: 1"};
-    QTest::newRow("right after a reset")
-        << 205 << -1 << -1 << QStringList{"Raw: 205", "Volts: 1", "Min: -1 Max: -1 Delta: 0"};
+    addRow("510", 510, 300, 700, QStringList{"Raw: 510", "Volts: 2.489", "Min: 300 Max: 700 Delta: 400"});
+    addRow("511", 511, 511, 511, QStringList{"Raw: 511", "Volts: 2.494", "Min: 511 Max: 511 Delta: 0"});
+    addRow("1023", 1023, 0, 1023, QStringList{"Raw: 1023", "Volts: 4.992", "Min: 0 Max: 1023 Delta: 1023"});
+    addRow("one step", 1, 1, 2, QStringList{"Raw: 1", "Volts: 0.00488", "Min: 1 Max: 2 Delta: 1"});
+    addRow("right after a reset", 205, -1, -1,
+           QStringList{"Raw: 205", "Volts: 1", "Min: -1 Max: -1 Delta: 0"});
 }
 
 void TestMeterPicture::texts()
@@ -165,16 +157,13 @@ void TestMeterPicture::nothingOfTheChannels()
 
 void TestMeterPicture::sizes_data()
 {
-    QTest::addColumn<QSize>("area");
-    QTest::addColumn<int>("top");
-    QTest::addColumn<int>("base");
-    QTest::addColumn<int>("middle");
+    addColumns<QSize, int, int, int>("area", "top", "base", "middle");
 
     // base = height - 11; top = base - (height - 20) * 510 / 511, and one more for the outline
-    QTest::newRow("300x200") << QSize(300, 200) << 11 << 189 << 100;     // 179.6
-    QTest::newRow("800x500") << QSize(800, 500) << 11 << 489 << 250;     // 479.1
-    QTest::newRow("801x501") << QSize(801, 501) << 11 << 490 << 250;     // 480.1
-    QTest::newRow("1600x1000") << QSize(1600, 1000) << 12 << 989 << 500; // 978.1
+    addRow("300x200", QSize(300, 200), 11, 189, 100);     // 179.6
+    addRow("800x500", QSize(800, 500), 11, 489, 250);     // 479.1
+    addRow("801x501", QSize(801, 501), 11, 490, 250);     // 480.1
+    addRow("1600x1000", QSize(1600, 1000), 12, 989, 500); // 978.1
 }
 
 void TestMeterPicture::sizes()

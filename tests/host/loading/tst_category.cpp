@@ -16,25 +16,15 @@ private slots:
 
 void CategoryTest::parses_data()
 {
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<int>("number");
-    QTest::addColumn<QString>("group");
-    QTest::addColumn<QString>("key");
+    addColumns<QString, int, QString, QString>("path", "number", "group", "key");
 
-    QTest::newRow("complete") << "9/advanced/padscope" << 9 << "advanced"
-                              << "padscope";
-    QTest::newRow("long key") << "1/a/b/c" << 1 << "a"
-                              << "b/c";
-    QTest::newRow("negative number") << "-3/a/b" << -3 << "a"
-                                     << "b";
-    QTest::newRow("no number") << "x/a/b" << std::numeric_limits<int>::max() << "a"
-                               << "b";
-    QTest::newRow("number alone") << "4" << 4 << "other"
-                                  << "";
-    QTest::newRow("empty group") << "4//key" << 4 << "other"
-                                 << "key";
-    QTest::newRow("empty") << "" << std::numeric_limits<int>::max() << "other"
-                           << "";
+    addRow("complete", "9/advanced/padscope", 9, "advanced", "padscope");
+    addRow("long key", "1/a/b/c", 1, "a", "b/c");
+    addRow("negative number", "-3/a/b", -3, "a", "b");
+    addRow("no number", "x/a/b", std::numeric_limits<int>::max(), "a", "b");
+    addRow("number alone", "4", 4, "other", "");
+    addRow("empty group", "4//key", 4, "other", "key");
+    addRow("empty", "", std::numeric_limits<int>::max(), "other", "");
 }
 
 void CategoryTest::parses()

@@ -61,22 +61,15 @@ void PathsTest::initTestCase()
 
 void PathsTest::tellsReasonAgainstFile_data()
 {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("reason");
-    QTest::newRow("a file") << "file" << QString();
-    QTest::newRow("no such file") << "none"
-                                  << "no such file";
-    QTest::newRow("a link to nothing") << "link"
-                                       << "no such file";
-    QTest::newRow("a folder") << "folder"
-                              << "a folder, not a file";
-    QTest::newRow("a pipe") << "pipe"
-                            << "a device, pipe or socket, not a file";
-    QTest::newRow("below a file") << "file/below"
-                                  << "Not a directory";
-    QTest::newRow("a link to itself") << "loop"
-                                      << "Too many levels of symbolic links";
-    QTest::newRow("an endless name") << QString(300, QLatin1Char('x')) << "File name too long";
+    addColumns<QString, QString>("name", "reason");
+    addRow("a file", "file", QString());
+    addRow("no such file", "none", "no such file");
+    addRow("a link to nothing", "link", "no such file");
+    addRow("a folder", "folder", "a folder, not a file");
+    addRow("a pipe", "pipe", "a device, pipe or socket, not a file");
+    addRow("below a file", "file/below", "Not a directory");
+    addRow("a link to itself", "loop", "Too many levels of symbolic links");
+    addRow("an endless name", QString(300, QLatin1Char('x')), "File name too long");
 }
 
 void PathsTest::tellsReasonAgainstFile()
@@ -87,15 +80,11 @@ void PathsTest::tellsReasonAgainstFile()
 
 void PathsTest::tellsReasonAgainstLibrary_data()
 {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("reason");
-    QTest::newRow("a library") << "plain_library.so" << QString();
-    QTest::newRow("a text") << "file"
-                            << "not a library";
-    QTest::newRow("an empty file") << "empty"
-                                   << "not a library";
-    QTest::newRow("a folder") << "folder"
-                              << "a folder, not a file";
+    addColumns<QString, QString>("name", "reason");
+    addRow("a library", "plain_library.so", QString());
+    addRow("a text", "file", "not a library");
+    addRow("an empty file", "empty", "not a library");
+    addRow("a folder", "folder", "a folder, not a file");
 }
 
 void PathsTest::tellsReasonAgainstLibrary()
@@ -106,15 +95,11 @@ void PathsTest::tellsReasonAgainstLibrary()
 
 void PathsTest::tellsReasonAgainstFolder_data()
 {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("reason");
-    QTest::newRow("a folder") << "folder" << QString();
-    QTest::newRow("no such folder") << "none"
-                                    << "no such folder";
-    QTest::newRow("a file") << "file"
-                            << "a file, not a folder";
-    QTest::newRow("below a file") << "file/below"
-                                  << "Not a directory";
+    addColumns<QString, QString>("name", "reason");
+    addRow("a folder", "folder", QString());
+    addRow("no such folder", "none", "no such folder");
+    addRow("a file", "file", "a file, not a folder");
+    addRow("below a file", "file/below", "Not a directory");
 }
 
 void PathsTest::tellsReasonAgainstFolder()

@@ -47,16 +47,14 @@ void PluginLoadingTest::listsWithTabs()
 
 void PluginLoadingTest::refuses_data()
 {
-    QTest::addColumn<QString>("library");
-    QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<QString>("reason");
+    addColumns<QString, QByteArray, QString>("library", "content", "reason");
 
-    QTest::newRow("text file") << "text" << QByteArray("hello\n") << "not a library";
-    QTest::newRow("empty file") << "empty" << QByteArray() << "not a library";
-    QTest::newRow("header alone") << "header" << QByteArray("\177ELF") << "no metadata, so not a Qt plugin";
-    QTest::newRow("plain library") << "plain_library" << QByteArray() << "no metadata, so not a Qt plugin";
-    QTest::newRow("other interface") << "foreign_plugin" << QByteArray()
-                                     << "wrong interface, not com.corvane.tendro.plugin/1.1";
+    addRow("text file", "text", QByteArray("hello\n"), "not a library");
+    addRow("empty file", "empty", QByteArray(), "not a library");
+    addRow("header alone", "header", QByteArray("\177ELF"), "no metadata, so not a Qt plugin");
+    addRow("plain library", "plain_library", QByteArray(), "no metadata, so not a Qt plugin");
+    addRow("other interface", "foreign_plugin", QByteArray(),
+           "wrong interface, not com.corvane.tendro.plugin/1.1");
 }
 
 void PluginLoadingTest::refuses()

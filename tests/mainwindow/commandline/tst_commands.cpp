@@ -112,20 +112,14 @@ void CommandTests::commandsGoToTheFirstBoardOnly()
 
 void CommandTests::bytesOfACommand_data()
 {
-    QTest::addColumn<QString>("line");
-    QTest::addColumn<QString>("bytes");
-    QTest::newRow("empty") << ""
-                           << "\\x0d";
-    QTest::newRow("blanks are kept") << " a b "
-                                     << " a b \\x0d";
-    QTest::newRow("reset") << ":RMM"
-                           << ":RMM\\x0d";
-    QTest::newRow("reset in lower case") << ":rmm"
-                                         << ":rmm\\x0d";
-    QTest::newRow("Latin-1") << QString::fromUtf8("\xc3\xa9\xc3\xbf") << "\\xe9\\xff\\x0d";
-    QTest::newRow("beyond Latin-1") << QString::fromUtf8("a\xe2\x82\xac") << "a?\\x0d";
-    QTest::newRow("percent") << "%1%s"
-                             << "%1%s\\x0d";
+    addColumns<QString, QString>("line", "bytes");
+    addRow("empty", "", "\\x0d");
+    addRow("blanks are kept", " a b ", " a b \\x0d");
+    addRow("reset", ":RMM", ":RMM\\x0d");
+    addRow("reset in lower case", ":rmm", ":rmm\\x0d");
+    addRow("Latin-1", QString::fromUtf8("\xc3\xa9\xc3\xbf"), "\\xe9\\xff\\x0d");
+    addRow("beyond Latin-1", QString::fromUtf8("a\xe2\x82\xac"), "a?\\x0d");
+    addRow("percent", "%1%s", "%1%s\\x0d");
 }
 
 void CommandTests::bytesOfACommand()

@@ -176,14 +176,14 @@ void HistoryTests::nothingIsWrittenBeforeClosing()
 void HistoryTests::linesSurviveAsTheyAre_data()
 {
     QTest::addColumn<QString>("line");
-    QTest::newRow("plain") << "A1";
-    QTest::newRow("blank") << " ";
-    QTest::newRow("blanks around") << "  two  ";
-    QTest::newRow("comma") << "1,2";
-    QTest::newRow("quote") << "\"x\\";
-    QTest::newRow("at sign") << "@Invalid()";
-    QTest::newRow("percent") << "history/%1";
-    QTest::newRow("not Latin-1") << QString::fromUtf8("\xc3\xa9\xe2\x82\xac");
+    addRow("plain", "A1");
+    addRow("blank", " ");
+    addRow("blanks around", "  two  ");
+    addRow("comma", "1,2");
+    addRow("quote", "\"x\\");
+    addRow("at sign", "@Invalid()");
+    addRow("percent", "history/%1");
+    addRow("not Latin-1", QString::fromUtf8("\xc3\xa9\xe2\x82\xac"));
 }
 
 void HistoryTests::linesSurviveAsTheyAre()

@@ -78,8 +78,8 @@ void LineEditTests::keypadEnterIsReturn()
 void LineEditTests::oneLineIsNotRecalled_data()
 {
     QTest::addColumn<int>("key");
-    QTest::newRow("up") << int(Qt::Key_Up);
-    QTest::newRow("down") << int(Qt::Key_Down);
+    addRow("up", int(Qt::Key_Up));
+    addRow("down", int(Qt::Key_Down));
 }
 
 void LineEditTests::oneLineIsNotRecalled()

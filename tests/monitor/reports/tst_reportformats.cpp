@@ -30,12 +30,10 @@ private slots:
 
 void ReportFormats::read_data()
 {
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<Field>("field");
-    QTest::addColumn<qint64>("value");
+    addColumns<QByteArray, Field, qint64>("bytes", "field", "value");
 
     const auto row = [](const char *name, const char *bytes, const Field &field, qint64 value) {
-        QTest::newRow(name) << QByteArray::fromHex(bytes) << field << value;
+        addRow(name, QByteArray::fromHex(bytes), field, value);
     };
     row("one byte", "ff", {"", "", 0, Width::One, Unsigned}, 255);
     row("one signed byte", "ff", {"", "", 0, Width::One, Signed}, -1);
@@ -67,15 +65,13 @@ void ReportFormats::read()
 
 void ReportFormats::missingByteReadsAsZero_data()
 {
-    QTest::addColumn<int>("length");
-    QTest::addColumn<qint64>("littleEndian");
-    QTest::addColumn<qint64>("bigEndian");
-    QTest::newRow("no byte at all") << 0 << qint64{0} << qint64{0};
-    QTest::newRow("ends before the field") << 2 << qint64{0} << qint64{0};
-    QTest::newRow("first byte only") << 3 << qint64{0xa1} << qint64{-0x5f000000};
-    QTest::newRow("two bytes") << 4 << qint64{0xa2a1} << qint64{-0x5e5e0000};
-    QTest::newRow("three bytes") << 5 << qint64{0xa3a2a1} << qint64{-0x5e5d5d00};
-    QTest::newRow("whole") << 6 << qint64{-0x5b5c5d5f} << qint64{-0x5e5d5c5c};
+    addColumns<int, qint64, qint64>("length", "littleEndian", "bigEndian");
+    addRow("no byte at all", 0, qint64{0}, qint64{0});
+    addRow("ends before the field", 2, qint64{0}, qint64{0});
+    addRow("first byte only", 3, qint64{0xa1}, qint64{-0x5f000000});
+    addRow("two bytes", 4, qint64{0xa2a1}, qint64{-0x5e5e0000});
+    addRow("three bytes", 5, qint64{0xa3a2a1}, qint64{-0x5e5d5d00});
+    addRow("whole", 6, qint64{-0x5b5c5d5f}, qint64{-0x5e5d5c5c});
 }
 
 void ReportFormats::missingByteReadsAsZero()
@@ -91,11 +87,9 @@ void ReportFormats::missingByteReadsAsZero()
 
 void ReportFormats::write_data()
 {
-    QTest::addColumn<Field>("field");
-    QTest::addColumn<qint64>("value");
-    QTest::addColumn<QByteArray>("bytes");
+    addColumns<Field, qint64, QByteArray>("field", "value", "bytes");
     const auto row = [](const char *name, const Field &field, qint64 value, const char *bytes) {
-        QTest::newRow(name) << field << value << QByteArray::fromHex(bytes);
+        addRow(name, field, value, QByteArray::fromHex(bytes));
     };
     row("one byte", {"", "", 1, Width::One, Unsigned}, 0xab, "55 ab 55 55 55 55");
     row("low byte first", {"", "", 1, Width::Two, Unsigned}, 0x0102, "55 02 01 55 55 55");
@@ -147,11 +141,9 @@ void ReportFormats::adcLengths()
 
 void ReportFormats::adcReading_data()
 {
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<int>("raw");
-    QTest::addColumn<double>("volts");
+    addColumns<QByteArray, int, double>("bytes", "raw", "volts");
     const auto row = [](const char *name, const char *bytes, int raw, double volts) {
-        QTest::newRow(name) << QByteArray::fromHex(bytes) << raw << volts;
+        addRow(name, QByteArray::fromHex(bytes), raw, volts);
     };
     row("nothing", "34 77 0c 00 00", 0, 0.0);
     row("low byte", "34 77 0c 64 00", 100, 0.488);

@@ -56,7 +56,7 @@ void ReportLayouts::layoutHasExactlyItsFields_data()
 {
     QTest::addColumn<QStringList>("expected");
     for (const QStringList &line : dataLines(TEST_FOLDER "/layouts.txt", 6, 6))
-        QTest::newRow(qPrintable(line[0])) << QStringList(line.mid(1));
+        addRow(qPrintable(line[0]), QStringList(line.mid(1)));
 }
 
 void ReportLayouts::layoutHasExactlyItsFields()

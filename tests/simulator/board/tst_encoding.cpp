@@ -1,5 +1,6 @@
 #include "encoding.h"
 #include "oddreports.h"
+#include "support/table.h"
 
 #include <QtTest>
 
@@ -48,10 +49,9 @@ Measurement sample()
 
 void tst_encoding::kinds_data()
 {
-    QTest::addColumn<int>("kind");
-    QTest::addColumn<QByteArray>("expected");
+    addColumns<int, QByteArray>("kind", "expected");
     const auto row = [](const char *name, Kind kind, const char *hex) {
-        QTest::newRow(name) << static_cast<int>(kind) << QByteArray::fromHex(hex);
+        addRow(name, static_cast<int>(kind), QByteArray::fromHex(hex));
     };
     row("signal 1", Kind::Signal1,
         "28 2f 01 00 00 00 00 00  71 11 01 02 00"

@@ -1,4 +1,5 @@
 #include "firmware.h"
+#include "support/table.h"
 
 #include <QtTest>
 
@@ -28,30 +29,23 @@ const std::string known = "not known, commands: . B U8 U0 < > V T ? :RMM :MDU0 :
 
 void tst_firmware::answers_data()
 {
-    QTest::addColumn<QByteArray>("command");
-    QTest::addColumn<QStringList>("answers");
-    QTest::newRow("with carriage return") << QByteArray("B\r") << QStringList{"[B] streaming!"};
-    QTest::newRow("without") << QByteArray("B") << QStringList{"[B] streaming!"};
-    QTest::newRow("joined") << QByteArray(".\rU8\r")
-                            << QStringList{"[.] streaming stopped!", "[U8] frequency locked!"};
-    QTest::newRow("joined without") << QByteArray("U0B")
-                                    << QStringList{"[U0] frequency not locked!", "[B] streaming!"};
-    QTest::newRow("empty line") << QByteArray("\r") << QStringList{};
-    QTest::newRow("nothing") << QByteArray("") << QStringList{};
-    QTest::newRow("unknown") << QByteArray("hello\r")
-                             << QStringList{"[hello] " + QString::fromStdString(known)};
-    QTest::newRow("unknown without") << QByteArray("U9")
-                                     << QStringList{"[U9] " + QString::fromStdString(known)};
-    QTest::newRow("only a beginning") << QByteArray(":MD") << QStringList{};
-    QTest::newRow("a beginning ended")
-        << QByteArray(":MD\r") << QStringList{"[:MD] " + QString::fromStdString(known)};
-    QTest::newRow("odd characters") << QByteArray("x!\x01\xff\r")
-                                    << QStringList{"[x...] " + QString::fromStdString(known)};
-    QTest::newRow("long") << QByteArray(500, 'x')
-                          << QStringList{"[" + QString(40, 'x') + "] " + QString::fromStdString(known)};
-    QTest::newRow("extremes") << QByteArray(":RMM\r") << QStringList{"[:RMM] extremes reset!"};
-    QTest::newRow("closing") << QByteArray(":MDU0\r:MDP0\r")
-                             << QStringList{"[:MDU0] goodbye!", "[:MDP0] goodbye!"};
+    addColumns<QByteArray, QStringList>("command", "answers");
+    addRow("with carriage return", QByteArray("B\r"), QStringList{"[B] streaming!"});
+    addRow("without", QByteArray("B"), QStringList{"[B] streaming!"});
+    addRow("joined", QByteArray(".\rU8\r"), QStringList{"[.] streaming stopped!", "[U8] frequency locked!"});
+    addRow("joined without", QByteArray("U0B"), QStringList{"[U0] frequency not locked!", "[B] streaming!"});
+    addRow("empty line", QByteArray("\r"), QStringList{});
+    addRow("nothing", QByteArray(""), QStringList{});
+    addRow("unknown", QByteArray("hello\r"), QStringList{"[hello] " + QString::fromStdString(known)});
+    addRow("unknown without", QByteArray("U9"), QStringList{"[U9] " + QString::fromStdString(known)});
+    addRow("only a beginning", QByteArray(":MD"), QStringList{});
+    addRow("a beginning ended", QByteArray(":MD\r"), QStringList{"[:MD] " + QString::fromStdString(known)});
+    addRow("odd characters", QByteArray("x!\x01\xff\r"),
+           QStringList{"[x...] " + QString::fromStdString(known)});
+    addRow("long", QByteArray(500, 'x'),
+           QStringList{"[" + QString(40, 'x') + "] " + QString::fromStdString(known)});
+    addRow("extremes", QByteArray(":RMM\r"), QStringList{"[:RMM] extremes reset!"});
+    addRow("closing", QByteArray(":MDU0\r:MDP0\r"), QStringList{"[:MDU0] goodbye!", "[:MDP0] goodbye!"});
 }
 
 void tst_firmware::answers()

@@ -1,5 +1,6 @@
 #include "scenarioreader.h"
 #include "script.h"
+#include "support/table.h"
 
 #include <algorithm>
 #include <map>
@@ -97,7 +98,7 @@ void tst_script::sameStepsFromTheSamePlan_data()
     QTest::addColumn<QByteArray>("scenario");
     for (const char *name : {"default", "all-kinds", "timeline", "vanish", "garbage", "all-types", "flood",
                              "text-endless", "two-pens"})
-        QTest::newRow(name) << QByteArray(name);
+        addRow(name, QByteArray(name));
 }
 
 void tst_script::sameStepsFromTheSamePlan()

@@ -1,4 +1,5 @@
 #include "stream.h"
+#include "support/table.h"
 
 #include <algorithm>
 #include <map>
@@ -143,12 +144,11 @@ void tst_stream::nothingThatTheBarGraphTakesForAVoltage()
 
 void tst_stream::everyKindPassesTheRateLimit_data()
 {
-    QTest::addColumn<int>("seed");
-    QTest::addColumn<int>("thresholdMs");
+    addColumns<int, int>("seed", "thresholdMs");
     for (int seed = 1; seed <= 20; ++seed)
         QTest::addRow("Monitor, seed %d", seed) << seed << 100;
-    QTest::newRow("bar graph") << 1 << 50;
-    QTest::newRow("the board's own seed") << 1001 << 100;
+    addRow("bar graph", 1, 50);
+    addRow("the board's own seed", 1001, 100);
 }
 
 void tst_stream::everyKindPassesTheRateLimit()
@@ -240,9 +240,9 @@ void tst_stream::voltagesAfterTheirCommand()
 void tst_stream::voltagesStayOnTheMeter_data()
 {
     QTest::addColumn<int>("adcMax");
-    QTest::newRow("unless told otherwise") << 500; // the meter is full at 511
-    QTest::newRow("beyond the meter") << 1023;
-    QTest::newRow("always the same") << 100;
+    addRow("unless told otherwise", 500); // the meter is full at 511
+    addRow("beyond the meter", 1023);
+    addRow("always the same", 100);
 }
 
 void tst_stream::voltagesStayOnTheMeter()
@@ -311,11 +311,10 @@ void tst_stream::answersKeepAwayFromOtherTexts()
 
 void tst_stream::anotherBoardsAnswerHoldsTextsBack_data()
 {
-    QTest::addColumn<QByteArray>("command");
-    QTest::addColumn<int>("statusTexts");
-    QTest::newRow("lines alone") << QByteArray() << 0;
-    QTest::newRow("status texts after their command") << QByteArray("T") << 0;
-    QTest::newRow("status texts among the kinds") << QByteArray() << 5;
+    addColumns<QByteArray, int>("command", "statusTexts");
+    addRow("lines alone", QByteArray(), 0);
+    addRow("status texts after their command", QByteArray("T"), 0);
+    addRow("status texts among the kinds", QByteArray(), 5);
 }
 
 void tst_stream::anotherBoardsAnswerHoldsTextsBack()

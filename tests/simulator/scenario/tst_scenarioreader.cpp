@@ -1,4 +1,5 @@
 #include "scenarioreader.h"
+#include "support/table.h"
 
 #include <QDir>
 #include <QFile>
@@ -179,7 +180,7 @@ void tst_scenarioreader::shippedScenarios_data()
     const QDir shipped(SCENARIO_FOLDER);
     for (const QString &name : shipped.entryList({"*.json"})) {
         if (name != "schema.json")
-            QTest::newRow(qPrintable(name)) << shipped.filePath(name);
+            addRow(qPrintable(name), shipped.filePath(name));
     }
 }
 
