@@ -1,4 +1,6 @@
 #include "scenarioreader.h"
+#include "support/datalines.h"
+#include "support/table.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -53,116 +55,26 @@ void tst_scenariocomplaints::complaints_data()
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<QByteArray>("line"); // behind the file's name
     const auto row = [](const char *name, const QByteArray &text, const QByteArray &line) {
-        QTest::newRow(name) << text << line;
+        addRow(name, text, line);
     };
-    row("no title", R"({"boards": []})", "/: the key \"title\" is missing; it is needed here");
-    row("no object", "[]",
-        "/: [] is not an object; allowed is one with $schema, title, seed, boards, timeline, faults");
-    row("unknown key", R"({"title": "t", "boards": [], "board": 1})",
-        "/: the key \"board\" is not known; allowed are $schema, title, seed, boards, timeline, faults");
-    row("unknown key of a board", withBoardKeys(R"("ratte": 5)"),
-        "/boards/0: the key \"ratte\" is not known; allowed are id, rate, seed, plugged, kinds, lines, "
-        "unknowns, pen, adcMax");
-    row("wrong type", withBoardKeys(R"("rate": "fast")"),
-        "/boards/0/rate: \"fast\" is not allowed; allowed is a whole number from 1 to 10000");
-    row("rate of 0", withBoardKeys(R"("rate": 0)"),
-        "/boards/0/rate: 0 is not allowed; allowed is a whole number from 1 to 10000");
-    row("rate too high", withBoardKeys(R"("rate": 10001)"),
-        "/boards/0/rate: 10001 is not allowed; allowed is a whole number from 1 to 10000");
-    row("rate with a fraction", withBoardKeys(R"("rate": 2.5)"),
-        "/boards/0/rate: 2.5 is not allowed; allowed is a whole number from 1 to 10000");
-    row("number beyond 64 bits", withBoardKeys(R"("rate": 18446744073709551615)"),
-        "/boards/0/rate: 18446744073709551615 is not allowed; allowed is a whole number from 1 to 10000");
-    row("truth in words", withBoardKeys(R"("plugged": "yes")"),
-        "/boards/0/plugged: \"yes\" is not allowed; allowed are true and false");
-    row("id too large", R"({"title": "t", "boards": [{"id": 2147483648}]})",
-        "/boards/0/id: 2147483648 is not allowed; allowed is a whole number from -2147483648 to 2147483647");
-    row("unknown pen", withBoardKeys(R"("pen": "red")"),
-        "/boards/0/pen: this pen is not known; allowed are writing, away and a list of points");
-    row("pen without points", withBoardKeys(R"("pen": [])"),
-        "/boards/0/pen: there are 0; allowed is a list of 1 to 100");
-    row("point beside the board", withBoardKeys(R"("pen": [{"seconds": 1, "x": 16001, "y": 0}])"),
-        "/boards/0/pen/0/x: 16001 is not allowed; allowed is a number from 0.0 to 16000.0");
-    row("voltages beyond ten bits", withBoardKeys(R"("adcMax": 1024)"),
-        "/boards/0/adcMax: 1024 is not allowed; allowed is a whole number from 100 to 1023");
-    row("no kind left", withBoardKeys(R"("kinds": {"phase": 0})"),
-        "/boards/0/kinds: no kind is left; allowed is an object with at least one number above 0");
-    row("negative weight", withBoardKeys(R"("kinds": {"phase": -1})"),
-        "/boards/0/kinds/phase: -1 is not allowed; allowed is a whole number from 0 to 100");
+    for (const QStringList &line : dataLines(TEST_FOLDER "/complaints.txt", 3, 3))
+        row(qPrintable(line[0]), line[1].toUtf8(), line[2].toUtf8());
     row("too fast together", R"({"title": "t", "boards": [{"id": 1, "rate": 10000}, {"id": 2, "rate": 10000},
         {"id": 3, "rate": 1}]})",
         "/boards: together they would send 20001 reports a second; allowed are up to 20000");
     row("too fast together, later", R"({"title": "t", "boards": [{"id": 1, "rate": 10000}, {"id": 2,
         "rate": 9000}, {"id": 3}], "timeline": [{"at": 1, "do": "rate", "board": 3, "rate": 1001}]})",
         "/boards: together they would send 20001 reports a second; allowed are up to 20000");
-    row("unknown board", withBoard(R"("timeline": [{"at": 1, "do": "plug", "board": 2}])"),
-        "/timeline/0/board: there is no board 2; allowed are 1");
-    row("unknown event", withBoard(R"("timeline": [{"at": 1, "do": "explode", "board": 1}])"),
-        "/timeline/0/do: this is not known; allowed are plug, unplug, burst, rate, pause, text, raw");
-    row("key of another event", withBoard(R"("timeline": [{"at": 1, "do": "burst", "board": 1, "rate": 1}])"),
-        "/timeline/0: the key \"rate\" is not known; allowed are at, do, board, reports");
-    row("event without a time", withBoard(R"("timeline": [{"do": "burst", "board": 1, "reports": 1}])"),
-        "/timeline/0: the key \"at\" is missing; it is needed here");
-    row("event before the start",
-        withBoard(R"("timeline": [{"at": -1, "do": "burst", "board": 1, "reports": 1}])"),
-        "/timeline/0/at: -1 is not allowed; allowed is a number from 0.0 to 86400.0");
-    row("half a byte", withBoard(R"("timeline": [{"at": 1, "do": "raw", "board": 1, "hex": "0a1"}])"),
-        "/timeline/0/hex: these are not bytes; allowed are up to 10000 pairs of hexadecimal digits with "
-        "blanks "
-        "between them");
-    row("no digit", withBoard(R"("timeline": [{"at": 1, "do": "raw", "board": 1, "hex": "0g"}])"),
-        "/timeline/0/hex: these are not bytes; allowed are up to 10000 pairs of hexadecimal digits with "
-        "blanks "
-        "between them");
-    row("not Latin-1", withBoard(R"("timeline": [{"at": 1, "do": "text", "board": 1, "text": "\u0100"}])"),
-        "/timeline/0/text: a character is not Latin-1; allowed are the characters up to U+00FF");
-    row("an event that is no object", withBoard(R"("timeline": [5])"),
-        "/timeline/0: the key \"do\" is missing; it is needed here");
-    row("unknown fault", withBoard(R"("faults": [{"fault": "fire"}])"),
-        "/faults/0/fault: this fault is not known; allowed are vanish, plug-storm, flood, garbage, "
-        "all-types, "
-        "text-endless, text-long, text-markup, text-every-byte, slow-command, callback-in-command, "
-        "enumeration-fails, lying-count");
-    row("amount of another fault", withBoard(R"("faults": [{"fault": "vanish", "by": 1}])"),
-        "/faults/0: the key \"by\" is not known; allowed are at, fault, board");
-    row("fault without a board", R"({"title": "t", "boards": [], "faults": [{"fault": "flood"}]})",
-        "/faults/0: the fault flood needs a board; there is none");
-    row("twice the same key", R"({"title": "t", "title": "u", "boards": []})",
-        "line 1, column 22: the key \"title\" stands twice in one object; once is allowed");
-    row("twice the same key of a board", R"({"title": "t", "boards": [{"id": 1}, {"id": 2, "id": 3}]})",
-        "line 1, column 51: the key \"id\" stands twice in one object; once is allowed");
-    row("twice the same key behind others",
-        R"({"title": "t", "boards": [5, [], {"id": 2, "kinds": {"phase": 1, "phase": 1}}]})",
-        "line 1, column 72: the key \"phase\" stands twice in one object; once is allowed");
-    row("number beyond all", withBoardKeys(R"("rate": 1e999)"),
-        "line 1, column 50: this cannot be read: number overflow parsing '1e999'; allowed are numbers from "
-        "-1.7e308 to 1.7e308");
-    row("number beyond all in a list", R"({"title": "t", "boards": [{"id": 1}, -1e999]})",
-        "line 1, column 44: this cannot be read: number overflow parsing '-1e999'; allowed are numbers from "
-        "-1.7e308 to 1.7e308");
-    row("nothing but a number beyond all", "1e999",
-        "line 1, column 5: this cannot be read: number overflow parsing '1e999'; allowed are numbers from "
-        "-1.7e308 to "
-        "1.7e308");
     row("nested too deep", R"({"title": )" + QByteArray(32, '[') + QByteArray(32, ']') + "}",
-        "line 1, column 42: "
-        "the lists and objects are nested too deep; allowed are 32 in one another");
+        "line 1, column 42: the lists and objects are nested too deep; allowed are 32 in one another");
     row("nested as deep as can be", R"({"title": )" + QByteArray(31, '[') + QByteArray(31, ']') + "}",
         "/title: " + QByteArray(31, '[') + QByteArray(9, ']') +
             "... is not allowed; allowed is text in quotes");
     row("nested far too deep", R"({"title": )" + QByteArray(500000, '['),
-        "line 1, column 42: "
-        "the lists and objects are nested too deep; allowed are 32 in one another");
+        "line 1, column 42: the lists and objects are nested too deep; allowed are 32 in one another");
     row("not JSON", "{\n  \"title\": }",
         "line 2, column 12: this is not JSON: syntax error while parsing value - unexpected '}'; expected "
-        "'[', "
-        "'{', or a literal");
-    row("empty", "",
-        "line 1, column 1: this is not JSON: syntax error while parsing value - unexpected end of "
-        "input; expected '[', '{', or a literal");
-    row("more behind it", "{} x",
-        "line 1, column 4: this is not JSON: syntax error while parsing value - invalid literal; last read: "
-        "'{} x'; expected end of input");
+        "'[', '{', or a literal");
 }
 
 void tst_scenariocomplaints::complaints()
@@ -178,17 +90,16 @@ void tst_scenariocomplaints::complaints()
 void tst_scenariocomplaints::boundsAreAllowed_data()
 {
     QTest::addColumn<QByteArray>("text");
-    QTest::newRow("lowest rate") << withBoardKeys(R"("rate": 1)");
-    QTest::newRow("highest rate") << withBoardKeys(R"("rate": 10000)");
-    QTest::newRow("highest voltage") << withBoardKeys(R"("adcMax": 1023)");
-    QTest::newRow("together 20000") << QByteArray(
-        R"({"title": "t", "boards": [{"id": 1, "rate": 10000}, {"id": 2, "rate": 10000}]})");
-    QTest::newRow("least id") << QByteArray(R"({"title": "t", "boards": [{"id": -2147483648}]})");
-    QTest::newRow("greatest id") << QByteArray(R"({"title": "t", "boards": [{"id": 2147483647}]})");
-    QTest::newRow("last day") << withBoard(
-        R"("timeline": [{"at": 86400, "do": "burst", "board": 1, "reports": 1}])");
-    QTest::newRow("no bytes") << withBoard(R"("timeline": [{"at": 1, "do": "raw", "board": 1, "hex": ""}])");
-    QTest::newRow("no lie") << withBoard(R"("faults": [{"fault": "lying-count", "by": 0}])");
+    addRow("lowest rate", withBoardKeys(R"("rate": 1)"));
+    addRow("highest rate", withBoardKeys(R"("rate": 10000)"));
+    addRow("highest voltage", withBoardKeys(R"("adcMax": 1023)"));
+    addRow("together 20000",
+           QByteArray(R"({"title": "t", "boards": [{"id": 1, "rate": 10000}, {"id": 2, "rate": 10000}]})"));
+    addRow("least id", QByteArray(R"({"title": "t", "boards": [{"id": -2147483648}]})"));
+    addRow("greatest id", QByteArray(R"({"title": "t", "boards": [{"id": 2147483647}]})"));
+    addRow("last day", withBoard(R"("timeline": [{"at": 86400, "do": "burst", "board": 1, "reports": 1}])"));
+    addRow("no bytes", withBoard(R"("timeline": [{"at": 1, "do": "raw", "board": 1, "hex": ""}])"));
+    addRow("no lie", withBoard(R"("faults": [{"fault": "lying-count", "by": 0}])"));
 }
 
 void tst_scenariocomplaints::boundsAreAllowed()
