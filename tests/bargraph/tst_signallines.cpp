@@ -1,16 +1,13 @@
-#include <memory>
-
+#include "bargraph/bargraphtest.h"
 #include "bargraph/paintcounter.h"
 #include "bargraph/textline.h"
 #include "support/testmain.h"
 
-class TestTextLines : public QObject
+class TestTextLines : public BarGraphTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
     void goodLine74();
     void lengths_data();
     void lengths();
@@ -26,20 +23,7 @@ private slots:
     void textOfType119();
 
 private:
-    std::unique_ptr<qorvexgraph> window;
-    bargraph *view = nullptr;
 };
-
-void TestTextLines::init()
-{
-    window = std::make_unique<qorvexgraph>();
-    view = window->barGraphView;
-}
-
-void TestTextLines::cleanup()
-{
-    window.reset();
-}
 
 void TestTextLines::goodLine74()
 {

@@ -1,16 +1,14 @@
 #include <memory>
 
-#include "bargraph/display.h"
+#include "bargraph/bargraphtest.h"
 #include "bargraph/paintcounter.h"
 #include "support/testmain.h"
 
-class TestSignalReports : public QObject
+class TestSignalReports : public BarGraphTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
     void fullSignal();
     void fullSignalAtItsExtremes();
     void shortSignal();
@@ -28,20 +26,7 @@ private slots:
     void missingProximity();
 
 private:
-    std::unique_ptr<qorvexgraph> window;
-    bargraph *view = nullptr;
 };
-
-void TestSignalReports::init()
-{
-    window = std::make_unique<qorvexgraph>();
-    view = window->barGraphView;
-}
-
-void TestSignalReports::cleanup()
-{
-    window.reset();
-}
 
 void TestSignalReports::fullSignal()
 {

@@ -1,16 +1,13 @@
-#include <memory>
-
+#include "bargraph/bargraphtest.h"
 #include "bargraph/paintcounter.h"
 #include "bargraph/textline.h"
 #include "support/testmain.h"
 
-class TestTextPause : public QObject
+class TestTextPause : public BarGraphTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
     void firstCallStartsThePause();
     void due_data();
     void due();
@@ -20,20 +17,7 @@ private slots:
     void severalLines();
 
 private:
-    std::unique_ptr<qorvexgraph> window;
-    bargraph *view = nullptr;
 };
-
-void TestTextPause::init()
-{
-    window = std::make_unique<qorvexgraph>();
-    view = window->barGraphView;
-}
-
-void TestTextPause::cleanup()
-{
-    window.reset();
-}
 
 /// Must run first: the time is kept for the life of the process.
 void TestTextPause::firstCallStartsThePause()

@@ -1,5 +1,4 @@
-#include <memory>
-
+#include "bargraph/bargraphtest.h"
 #include "bargraph/pictures/picture.h"
 #include "support/testmain.h"
 
@@ -15,13 +14,11 @@ const QColor white(255, 255, 255);
 
 } // namespace
 
-class TestBarPicture : public QObject
+class TestBarPicture : public BarGraphTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
     void background();
     void centreLines();
     void classicBars();
@@ -37,21 +34,7 @@ private slots:
 
 private:
     QImage paint(int ratio = 1) const { return pictureOf(view, frame, size, ratio); }
-
-    std::unique_ptr<qorvexgraph> window;
-    bargraph *view = nullptr;
 };
-
-void TestBarPicture::init()
-{
-    window = std::make_unique<qorvexgraph>();
-    view = window->barGraphView;
-}
-
-void TestBarPicture::cleanup()
-{
-    window.reset();
-}
 
 void TestBarPicture::background()
 {

@@ -1,7 +1,6 @@
-#include <memory>
-
 #include <QPainter>
 
+#include "bargraph/bargraphtest.h"
 #include "bargraph/pictures/picture.h"
 #include "support/testmain.h"
 
@@ -16,13 +15,11 @@ const QColor green(0, 220, 0);
 
 } // namespace
 
-class TestDialPicture : public QObject
+class TestDialPicture : public BarGraphTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
     void ellipses();
     void glow();
     void needle_data();
@@ -37,21 +34,7 @@ private slots:
 
 private:
     QImage paint(int ratio = 1) const { return pictureOf(view, frame, size, ratio); }
-
-    std::unique_ptr<qorvexgraph> window;
-    bargraph *view = nullptr;
 };
-
-void TestDialPicture::init()
-{
-    window = std::make_unique<qorvexgraph>();
-    view = window->barGraphView;
-}
-
-void TestDialPicture::cleanup()
-{
-    window.reset();
-}
 
 void TestDialPicture::ellipses()
 {

@@ -1,7 +1,6 @@
-#include <memory>
-
 #include <QPainter>
 
+#include "bargraph/bargraphtest.h"
 #include "bargraph/pictures/picture.h"
 #include "support/testmain.h"
 
@@ -17,13 +16,11 @@ const QColor brightEnd(10, 240, 10);
 
 } // namespace
 
-class TestMeterPicture : public QObject
+class TestMeterPicture : public BarGraphTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
     void bar_data();
     void bar();
     void colours();
@@ -37,21 +34,7 @@ private slots:
 
 private:
     QImage paint(int ratio = 1) const { return pictureOf(view, frame, size, ratio); }
-
-    std::unique_ptr<qorvexgraph> window;
-    bargraph *view = nullptr;
 };
-
-void TestMeterPicture::init()
-{
-    window = std::make_unique<qorvexgraph>();
-    view = window->barGraphView;
-}
-
-void TestMeterPicture::cleanup()
-{
-    window.reset();
-}
 
 void TestMeterPicture::bar_data()
 {

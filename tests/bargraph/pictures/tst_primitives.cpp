@@ -1,5 +1,4 @@
-#include <memory>
-
+#include "bargraph/bargraphtest.h"
 #include "bargraph/pictures/picture.h"
 #include "bargraph/pictures/recordingcanvas.h"
 #include "support/testmain.h"
@@ -11,13 +10,12 @@ const QRect area(10, 20, 400, 440);
 } // namespace
 
 /// What is drawn, in its order, where the pixels alone don't tell.
-class TestPrimitives : public QObject
+class TestPrimitives : public BarGraphTest
 {
     Q_OBJECT
 
 private slots:
     void init();
-    void cleanup();
     void classicBars();
     void gradientBars();
     void dial();
@@ -25,20 +23,12 @@ private slots:
     void orderOfThePicture();
 
 private:
-    std::unique_ptr<qorvexgraph> window;
-    bargraph *view = nullptr;
 };
 
 void TestPrimitives::init()
 {
-    window = std::make_unique<qorvexgraph>();
-    view = window->barGraphView;
+    BarGraphTest::init();
     view->viewFont = testFont();
-}
-
-void TestPrimitives::cleanup()
-{
-    window.reset();
 }
 
 /// The last value is positive but less than a pixel, so it has the colours of a falling bar.
