@@ -98,8 +98,7 @@ void LoadingTests::libraryThatAppearsLaterIsFound()
     QCOMPARE(wrapper.Attach(), 0);
     QVERIFY(!captured.text().isEmpty());
 
-    const DriverLibrary library("complete");
-    library.setBoards({1, 2});
+    const DriverLibrary library("complete", {1, 2});
     library->setResult("orvexAttach", 42);
     CapturedOutput silent(stderr);
     QCOMPARE(wrapper.Attach(), 42);

@@ -125,8 +125,7 @@ void OperationTests::extendedOnesFallBackToThePlainOnes()
 
 void OperationTests::outputsReachTheCaller()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({-123456});
+    const DriverLibrary library("complete", {-123456});
     OrvexWrapper wrapper;
     wrapper.Attach();
 

@@ -65,8 +65,7 @@ void AttachmentTests::callsOfAnAttach_data()
 void AttachmentTests::callsOfAnAttach()
 {
     QFETCH(QVector<int>, ids);
-    const DriverLibrary library("complete");
-    library.setBoards(ids);
+    const DriverLibrary library("complete", ids);
     qorvexgraph window;
 
     window.AttachHardware();
@@ -79,8 +78,7 @@ void AttachmentTests::callsOfAnAttach()
 
 void AttachmentTests::recordIsPreparedOnce()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({258, 7});
+    const DriverLibrary library("complete", {258, 7});
     qorvexgraph window;
     window.AttachHardware();
 
@@ -95,8 +93,7 @@ void AttachmentTests::recordIsPreparedOnce()
 
 void AttachmentTests::boardWithoutRecordIsLeftOut()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({11, 12, 13});
+    const DriverLibrary library("complete", {11, 12, 13});
     library->setFailingIndex(1);
     qorvexgraph window;
     window.AttachHardware();
@@ -112,8 +109,7 @@ void AttachmentTests::boardWithoutRecordIsLeftOut()
 
 void AttachmentTests::countBelowZeroIsNoBoard()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({11});
+    const DriverLibrary library("complete", {11});
     library->setResult("orvexGetDeviceCount", -1);
     qorvexgraph window;
     window.AttachHardware();
@@ -124,8 +120,7 @@ void AttachmentTests::countBelowZeroIsNoBoard()
 
 void AttachmentTests::secondAttachRegistersDataCallbacksAgain()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({11, 12});
+    const DriverLibrary library("complete", {11, 12});
     qorvexgraph window;
     window.AttachHardware();
     const OrvexWrapper *wrapper = window.hardware;
@@ -162,8 +157,7 @@ void AttachmentTests::connectionsAccumulate()
 
 void AttachmentTests::callsOfADetach()
 {
-    DriverLibrary library("complete");
-    library.setBoards({11, 12});
+    DriverLibrary library("complete", {11, 12});
     qorvexgraph window;
     window.AttachHardware();
     library.takeCalls();
@@ -189,8 +183,7 @@ void AttachmentTests::callsOfADetach()
 
 void AttachmentTests::detachWhenDetachedOnlyShowsIt()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({11});
+    const DriverLibrary library("complete", {11});
     qorvexgraph window;
     window.detachFromHardware();
     QCOMPARE(window.statusLabel->text(), QStringLiteral("<i>No device found.</i> <i>Paused</i>"));
@@ -219,8 +212,7 @@ void AttachmentTests::statusTexts_data()
 void AttachmentTests::statusTexts()
 {
     QFETCH(QVector<int>, ids);
-    const DriverLibrary library("complete");
-    library.setBoards(ids);
+    const DriverLibrary library("complete", ids);
     qorvexgraph window;
     window.AttachHardware();
     QTEST(window.statusLabel->text(), "attached");
@@ -250,8 +242,7 @@ void AttachmentTests::libraryThatAppearsIsFoundByTheNextAttach()
     window.AttachHardware();
     QVERIFY(!captured.text().isEmpty());
 
-    const DriverLibrary library("complete");
-    library.setBoards({11});
+    const DriverLibrary library("complete", {11});
     window.AttachHardware();
     QCOMPARE(window.statusLabel->text(), QStringLiteral("<b>1 device found.</b>"));
     // The plug-and-play callback went nowhere with the first attach, and is not offered again.
@@ -261,8 +252,7 @@ void AttachmentTests::libraryThatAppearsIsFoundByTheNextAttach()
 
 void AttachmentTests::destructorMakesNoDriverCall()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({11});
+    const DriverLibrary library("complete", {11});
     OrvexWrapper *left = nullptr;
     {
         qorvexgraph window;

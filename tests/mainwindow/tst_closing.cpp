@@ -70,8 +70,7 @@ void ClosingTests::init()
 
 void ClosingTests::closingDetaches()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({1});
+    const DriverLibrary library("complete", {1});
     qorvexgraph window;
     window.show();
     window.AttachHardware();
@@ -142,8 +141,7 @@ void ClosingTests::nothingIsSavedBeforeClosing()
 
 void ClosingTests::hidingDetachesWithoutSaving()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({1});
+    const DriverLibrary library("complete", {1});
     qorvexgraph window;
     window.show();
     window.AttachHardware();
@@ -155,8 +153,7 @@ void ClosingTests::hidingDetachesWithoutSaving()
 
 void ClosingTests::hiddenByTheWindowSystemStaysAttached()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({1});
+    const DriverLibrary library("complete", {1});
     qorvexgraph window;
     window.AttachHardware();
     library.takeCalls();
@@ -176,8 +173,7 @@ void ClosingTests::hiddenByTheWindowSystemStaysAttached()
 
 void ClosingTests::minimisingStaysAttached()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({1});
+    const DriverLibrary library("complete", {1});
     qorvexgraph window;
     HideCounter hides;
     window.installEventFilter(&hides);
@@ -199,8 +195,7 @@ void ClosingTests::minimisingStaysAttached()
 
 void ClosingTests::closedWindowCanBeUsedAgain()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({1});
+    const DriverLibrary library("complete", {1});
     qorvexgraph window;
     window.show();
     window.close();

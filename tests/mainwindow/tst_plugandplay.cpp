@@ -30,8 +30,7 @@ private slots:
 
 void PlugAndPlayTests::noticeIsHandledOnTheGuiThread()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({11});
+    const DriverLibrary library("complete", {11});
     qorvexgraph window;
     window.AttachHardware();
     library.takeCalls();
@@ -60,8 +59,7 @@ void PlugAndPlayTests::noticeStillQueuedAtDetachIsDropped_data()
 void PlugAndPlayTests::noticeStillQueuedAtDetachIsDropped()
 {
     QFETCH(bool, close);
-    const DriverLibrary library("complete");
-    library.setBoards({11});
+    const DriverLibrary library("complete", {11});
     qorvexgraph window;
     window.show();
     window.AttachHardware();
@@ -92,8 +90,7 @@ void PlugAndPlayTests::noticeAfterADetachIsIgnored()
     QFETCH(bool, close);
     QFETCH(bool, ownThread);
     // Keeps the library loaded, with the callbacks that it knows.
-    const DriverLibrary library("complete");
-    library.setBoards({11});
+    const DriverLibrary library("complete", {11});
     qorvexgraph window;
     window.show();
     window.AttachHardware();
@@ -124,8 +121,7 @@ void PlugAndPlayTests::noticeAfterADetachIsIgnored()
 
 void PlugAndPlayTests::noticeAfterAnAttachThatWasBrokenOffIsIgnored()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({11});
+    const DriverLibrary library("complete", {11});
     qorvexgraph window;
     window.show();
     {
@@ -145,8 +141,7 @@ void PlugAndPlayTests::noticeAfterAnAttachThatWasBrokenOffIsIgnored()
 
 void PlugAndPlayTests::noticeReachesTheOtherWindows()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({11});
+    const DriverLibrary library("complete", {11});
     qorvexgraph closed;
     closed.AttachHardware();
     qorvexgraph attached;
@@ -175,8 +170,7 @@ void PlugAndPlayTests::noticeAttachesAWindowThatNeverWas()
 {
     QFETCH(bool, shown);
     QFETCH(bool, hidden);
-    const DriverLibrary library("complete");
-    library.setBoards({11});
+    const DriverLibrary library("complete", {11});
     qorvexgraph window;
     if (shown)
         window.show();
@@ -215,8 +209,7 @@ void PlugAndPlayTests::callOfTheSlotAlwaysAttaches_data()
 void PlugAndPlayTests::callOfTheSlotAlwaysAttaches()
 {
     QFETCH(Call, call);
-    const DriverLibrary library("complete");
-    library.setBoards({11});
+    const DriverLibrary library("complete", {11});
     qorvexgraph window;
     window.AttachHardware();
     window.detachFromHardware();

@@ -50,8 +50,7 @@ void TranslationTests::statusTexts()
 {
     QFETCH(QVector<int>, ids);
     QFETCH(QString, status);
-    const DriverLibrary library("complete");
-    library.setBoards(ids);
+    const DriverLibrary library("complete", ids);
     const MarkingTranslator translator;
     qorvexgraph window;
     window.AttachHardware();

@@ -60,8 +60,7 @@ void Trust::pluginFolderWithoutPlugins()
 void Trust::historyIsNotSent()
 {
     QSettings("Corvane", "qorvexgraph").setValue("history/0", ":ERASE");
-    const DriverLibrary library("complete");
-    library.setBoards({7});
+    const DriverLibrary library("complete", {7});
     qorvexgraph window;
     QCOMPARE(window.commandLine->historyLines(), QStringList(":ERASE"));
     window.AttachHardware();

@@ -61,8 +61,7 @@ void CommandTests::init()
 
 void CommandTests::firstCommandAttaches()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({1001});
+    const DriverLibrary library("complete", {1001});
     qorvexgraph window;
     enter(window, "A");
 
@@ -82,8 +81,7 @@ void CommandTests::firstCommandAttaches()
 
 void CommandTests::laterCommandsAreOnlySent()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({1001});
+    const DriverLibrary library("complete", {1001});
     qorvexgraph window;
     window.AttachHardware();
     library.takeCalls();
@@ -96,8 +94,7 @@ void CommandTests::laterCommandsAreOnlySent()
 
 void CommandTests::commandsGoToTheFirstBoardOnly()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({9, 3, 5});
+    const DriverLibrary library("complete", {9, 3, 5});
     qorvexgraph window;
     enter(window, "A");
     window.SendCommand("B\r");
@@ -126,8 +123,7 @@ void CommandTests::bytesOfACommand()
 {
     QFETCH(QString, line);
     QFETCH(QString, bytes);
-    const DriverLibrary library("complete");
-    library.setBoards({1});
+    const DriverLibrary library("complete", {1});
     qorvexgraph window;
     window.AttachHardware();
     enter(window, line);
@@ -137,8 +133,7 @@ void CommandTests::bytesOfACommand()
 
 void CommandTests::shownTextIsSentAndRealTextKept()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({1});
+    const DriverLibrary library("complete", {1});
     qorvexgraph window;
     window.AttachHardware();
     window.commandLine->setEchoMode(QLineEdit::NoEcho);
@@ -150,8 +145,7 @@ void CommandTests::shownTextIsSentAndRealTextKept()
 
 void CommandTests::lineIsSelectedForTheNextTyping()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({1});
+    const DriverLibrary library("complete", {1});
     qorvexgraph window;
     enter(window, "first");
     QCOMPARE(window.commandLine->selectedText(), QStringLiteral("first"));
@@ -189,8 +183,7 @@ void CommandTests::withoutLibraryNothingIsSent()
 
 void CommandTests::attachesAgainAfterADetach()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({1});
+    const DriverLibrary library("complete", {1});
     qorvexgraph window;
     enter(window, "A");
     window.hide();
@@ -204,8 +197,7 @@ void CommandTests::attachesAgainAfterADetach()
 
 void CommandTests::boardGoneMeanwhileIsNotAddressed()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({1});
+    const DriverLibrary library("complete", {1});
     qorvexgraph window;
     window.AttachHardware();
     window.detachFromHardware();
@@ -219,8 +211,7 @@ void CommandTests::boardGoneMeanwhileIsNotAddressed()
 
 void CommandTests::resetOnTheMonitorTabIsOnlySent()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({1});
+    const DriverLibrary library("complete", {1});
     qorvexgraph window;
     window.tabs->setCurrentWidget(window.monitorView);
     window.AttachHardware();
@@ -232,8 +223,7 @@ void CommandTests::resetOnTheMonitorTabIsOnlySent()
 
 void CommandTests::fixedCommandIsSentUnchanged()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({1});
+    const DriverLibrary library("complete", {1});
     qorvexgraph window;
     window.AttachHardware();
     library.takeCalls();
@@ -262,8 +252,7 @@ void CommandTests::fixedCommandWithoutBoardDoesNothing()
 
 void CommandTests::fixedCommandWhileDetachedDoesNothing()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({1});
+    const DriverLibrary library("complete", {1});
     qorvexgraph window;
     window.AttachHardware();
     window.detachFromHardware();
@@ -275,8 +264,7 @@ void CommandTests::fixedCommandWhileDetachedDoesNothing()
 
 void CommandTests::fixedCommandDoesNotAttach()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({1});
+    const DriverLibrary library("complete", {1});
     qorvexgraph window;
     window.SendCommand("B\r");
     QCOMPARE(library.takeCalls(), QStringList());
