@@ -7,6 +7,7 @@
 #include "bargraph/display.h"
 #include "monitor.h"
 #include "qlineupdownedit.h"
+#include "support/otherstore.h"
 #include "support/testmain.h"
 
 namespace {
@@ -52,7 +53,7 @@ private slots:
 
 void TestBarTab::init()
 {
-    QSettings(QStringLiteral("Corvane"), QStringLiteral("qorvexgraph")).clear();
+    otherStore().clear();
 }
 
 void TestBarTab::typedReset_data()

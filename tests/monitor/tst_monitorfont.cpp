@@ -1,18 +1,12 @@
 #include <QFontComboBox>
-#include <QSettings>
 #include <QTest>
 #include <QTreeView>
 
 #include "monitor/monitorview.h"
+#include "support/otherstore.h"
 #include "support/testmain.h"
 
 namespace {
-
-// Stands for any other program that reads the store meanwhile.
-QSettings otherStore()
-{
-    return QSettings("Corvane", "qorvexgraph");
-}
 
 QFontComboBox *fontBox(const MonitorView &monitorView)
 {

@@ -1,5 +1,4 @@
 #include <QCheckBox>
-#include <QSettings>
 #include <QSignalSpy>
 #include <QSlider>
 #include <QTabWidget>
@@ -7,15 +6,10 @@
 
 #include "monitor/monitorview.h"
 #include "orvexwrapper.h"
+#include "support/otherstore.h"
 #include "support/testmain.h"
 
 namespace {
-
-// Stands for any other program that reads the store meanwhile.
-QSettings otherStore()
-{
-    return QSettings("Corvane", "qorvexgraph");
-}
 
 QSlider *slider(const MonitorView &monitorView)
 {

@@ -1,4 +1,4 @@
-#include "host/simulation/menuactions.h"
+#include "host/menuactions.h"
 #include "scenariomenu.h"
 #include "simulator/simulatedlibrary.h"
 #include "support/testmain.h"

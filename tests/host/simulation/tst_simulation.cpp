@@ -1,5 +1,5 @@
 #include "boardmenu.h"
-#include "host/simulation/menuactions.h"
+#include "host/menuactions.h"
 #include "hostwindow.h"
 #include "reportrates.h"
 #include "simulation.h"
@@ -16,11 +16,7 @@ namespace {
 QStringList captions(QMenu &menu)
 {
     emit menu.aboutToShow();
-    QStringList texts;
-    const QList<QAction *> actions = menu.actions();
-    for (const QAction *action : actions)
-        texts += action->text();
-    return texts;
+    return captions(menu.actions());
 }
 
 void ignoreReport(int /*device*/, const unsigned char * /*bytes*/, unsigned int /*length*/,

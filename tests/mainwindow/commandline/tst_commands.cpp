@@ -6,6 +6,7 @@
 #include "qorvexgraph.h"
 #include "support/capturedoutput.h"
 #include "support/driverlibrary.h"
+#include "support/otherstore.h"
 #include "support/testmain.h"
 
 /// What is typed, and what views send, on its way to the first board.
@@ -56,7 +57,7 @@ QStringList takeCommands(const DriverLibrary &library)
 
 void CommandTests::init()
 {
-    QSettings(QStringLiteral("Corvane"), QStringLiteral("qorvexgraph")).clear();
+    otherStore().clear();
 }
 
 void CommandTests::firstCommandAttaches()
