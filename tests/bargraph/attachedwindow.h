@@ -13,7 +13,6 @@ class AttachedWindow
 public:
     AttachedWindow()
     {
-        library.setBoards({7});
         window.AttachHardware();
         library.takeCalls();
     }
@@ -24,7 +23,7 @@ public:
 
     bargraph *view() const { return window.barGraphView; }
 
-    DriverLibrary library{"complete"};
+    DriverLibrary library{"complete", {7}};
     qorvexgraph window;
 };
 

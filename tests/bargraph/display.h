@@ -6,23 +6,16 @@
 #include <QVector>
 
 #include "bargraph.h"
-#include "datapacket.h"
 #include "qorvexgraph.h"
+#include "support/packets.h"
 
 // What the tests of the bar graph share: packets that come at a time of day, and a look at all of its state.
-
-inline const QTime noon(12, 0);
 
 /// Hands a report to the view as a packet that came at a time of day.
 inline void display(bargraph *view, const QByteArray &report, QTime time = noon)
 {
-    _DataPacket packet{report, static_cast<quint32>(report.size()), 0, 7, time};
+    _DataPacket packet = packetOf(report, time);
     view->Display(&packet);
-}
-
-inline QByteArray hex(const char *digits)
-{
-    return QByteArray::fromHex(digits);
 }
 
 /// A full signal report with the signals 1 to 12, the frequency word 16, and words that are only kept.

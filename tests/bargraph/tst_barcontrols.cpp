@@ -176,16 +176,14 @@ void TestBarControls::firstStart()
 
 void TestBarControls::storedThreshold_data()
 {
-    QTest::addColumn<QVariant>("stored");
-    QTest::addColumn<int>("threshold");
-    QTest::addColumn<int>("slider");
+    addColumns<QVariant, int, int>("stored", "threshold", "slider");
 
-    QTest::newRow("number") << QVariant(200) << 200 << 200;
-    QTest::newRow("text") << QVariant(QStringLiteral("321")) << 321 << 321;
-    QTest::newRow("below the slider") << QVariant(1) << 1 << 5;
-    QTest::newRow("above the slider") << QVariant(2000) << 2000 << 1000;
-    QTest::newRow("negative") << QVariant(-7) << -7 << 5;
-    QTest::newRow("no number") << QVariant(QStringLiteral("fast")) << 0 << 5;
+    addRow("number", QVariant(200), 200, 200);
+    addRow("text", QVariant(QStringLiteral("321")), 321, 321);
+    addRow("below the slider", QVariant(1), 1, 5);
+    addRow("above the slider", QVariant(2000), 2000, 1000);
+    addRow("negative", QVariant(-7), -7, 5);
+    addRow("no number", QVariant(QStringLiteral("fast")), 0, 5);
 }
 
 void TestBarControls::storedThreshold()
@@ -202,15 +200,14 @@ void TestBarControls::storedThreshold()
 
 void TestBarControls::storedMode_data()
 {
-    QTest::addColumn<QVariant>("stored");
-    QTest::addColumn<bool>("classic");
+    addColumns<QVariant, bool>("stored", "classic");
 
-    QTest::newRow("true") << QVariant(true) << true;
-    QTest::newRow("false") << QVariant(false) << false;
-    QTest::newRow("one") << QVariant(1) << true;
-    QTest::newRow("zero") << QVariant(0) << false;
-    QTest::newRow("a word") << QVariant(QStringLiteral("maybe")) << true;
-    QTest::newRow("no text") << QVariant(QString(QLatin1String(""))) << false;
+    addRow("true", QVariant(true), true);
+    addRow("false", QVariant(false), false);
+    addRow("one", QVariant(1), true);
+    addRow("zero", QVariant(0), false);
+    addRow("a word", QVariant(QStringLiteral("maybe")), true);
+    addRow("no text", QVariant(QString(QLatin1String(""))), false);
 }
 
 void TestBarControls::storedMode()

@@ -7,6 +7,7 @@
 #include "bargraph/display.h"
 #include "monitor.h"
 #include "qlineupdownedit.h"
+#include "support/otherstore.h"
 #include "support/testmain.h"
 
 namespace {
@@ -52,21 +53,18 @@ private slots:
 
 void TestBarTab::init()
 {
-    QSettings(QStringLiteral("Corvane"), QStringLiteral("qorvexgraph")).clear();
+    otherStore().clear();
 }
 
 void TestBarTab::typedReset_data()
 {
-    QTest::addColumn<QString>("line");
-    QTest::addColumn<int>("tab");
-    QTest::addColumn<int>("extreme");
-    QTest::addColumn<QString>("call");
+    addColumns<QString, int, int, QString>("line", "tab", "extreme", "call");
 
-    QTest::newRow("on this tab") << QStringLiteral(":RMM") << 0 << -1 << sent(":RMM\\x0d");
-    QTest::newRow("on the monitor tab") << QStringLiteral(":RMM") << 1 << 500 << sent(":RMM\\x0d");
-    QTest::newRow("lower case") << QStringLiteral(":rmm") << 0 << 500 << sent(":rmm\\x0d");
-    QTest::newRow("with a blank") << QStringLiteral(":RMM ") << 0 << 500 << sent(":RMM \\x0d");
-    QTest::newRow("without the colon") << QStringLiteral("RMM") << 0 << 500 << sent("RMM\\x0d");
+    addRow("on this tab", QStringLiteral(":RMM"), 0, -1, sent(":RMM\\x0d"));
+    addRow("on the monitor tab", QStringLiteral(":RMM"), 1, 500, sent(":RMM\\x0d"));
+    addRow("lower case", QStringLiteral(":rmm"), 0, 500, sent(":rmm\\x0d"));
+    addRow("with a blank", QStringLiteral(":RMM "), 0, 500, sent(":RMM \\x0d"));
+    addRow("without the colon", QStringLiteral("RMM"), 0, 500, sent("RMM\\x0d"));
 }
 
 void TestBarTab::typedReset()

@@ -1,6 +1,6 @@
 #include "bargraph/attachedwindow.h"
 #include "bargraph/display.h"
-#include "bargraph/standardoutput.h"
+#include "support/capturedoutput.h"
 #include "support/testmain.h"
 
 namespace {
@@ -33,28 +33,23 @@ private slots:
 
 void TestFrequency::shown_data()
 {
-    QTest::addColumn<int>("raw");
-    QTest::addColumn<qlonglong>("frequency");
-    QTest::addColumn<int>("box");
-    QTest::addColumn<int>("spinFrequency");
-    QTest::addColumn<QStringList>("calls");
-    QTest::addColumn<QByteArray>("printed");
+    addColumns<int, qlonglong, int, int, QStringList, QByteArray>("raw", "frequency", "box", "spinFrequency",
+                                                                  "calls", "printed");
 
     const QStringList none;
-    QTest::newRow("as before") << 16 << 900LL << 900 << 900 << none << QByteArray();
-    QTest::newRow("up") << 32 << 1800LL << 1800 << 1800 << none << QByteArray();
-    QTest::newRow("down") << 1 << 56LL << 56 << 56 << none << QByteArray(); // 56.25
-    QTest::newRow("zero") << 0 << 0LL << 0 << 0 << none << QByteArray();
-    QTest::newRow("negative is clamped, which sends a step up")
-        << -4 << -225LL << 0 << 0 << QStringList{sent(">")} << QByteArray("-225 -> 0\n");
-    QTest::newRow("smallest") << -32768 << -1843200LL << 0 << 0 << QStringList{sent(">")}
-                              << QByteArray("-1843200 -> 0\n");
-    QTest::newRow("last within the range") << 8888 << 499950LL << 499950 << 499950 << none << QByteArray();
+    addRow("as before", 16, 900LL, 900, 900, none, QByteArray());
+    addRow("up", 32, 1800LL, 1800, 1800, none, QByteArray());
+    addRow("down", 1, 56LL, 56, 56, none, QByteArray()); // 56.25
+    addRow("zero", 0, 0LL, 0, 0, none, QByteArray());
+    addRow("negative is clamped, which sends a step up", -4, -225LL, 0, 0, QStringList{sent(">")},
+           QByteArray("-225 -> 0\n"));
+    addRow("smallest", -32768, -1843200LL, 0, 0, QStringList{sent(">")}, QByteArray("-1843200 -> 0\n"));
+    addRow("last within the range", 8888, 499950LL, 499950, 499950, none, QByteArray());
     // 8889 * 225 / 4 = 500006.25
-    QTest::newRow("above the range is clamped, which sends a step down")
-        << 8889 << 500006LL << 500000 << 500000 << QStringList{sent("<")} << QByteArray("500006 -> 500000\n");
-    QTest::newRow("largest") << 32767 << 1843143LL << 500000 << 500000 << QStringList{sent("<")}
-                             << QByteArray("1843143 -> 500000\n");
+    addRow("above the range is clamped, which sends a step down", 8889, 500006LL, 500000, 500000,
+           QStringList{sent("<")}, QByteArray("500006 -> 500000\n"));
+    addRow("largest", 32767, 1843143LL, 500000, 500000, QStringList{sent("<")},
+           QByteArray("1843143 -> 500000\n"));
 }
 
 void TestFrequency::shown()
@@ -67,7 +62,7 @@ void TestFrequency::shown()
 
     QByteArray printed;
     {
-        StandardOutput output;
+        CapturedOutput output(stdout);
         display(attached.view(), frequencyReport(raw));
         printed = output.text();
     }
@@ -105,7 +100,7 @@ void TestFrequency::steps()
     AttachedWindow attached;
     QSpinBox *box = attached.view()->freqSpin;
     const auto printedBy = [](const auto &action) {
-        StandardOutput output;
+        CapturedOutput output(stdout);
         action();
         return output.text();
     };

@@ -25,27 +25,23 @@ private slots:
 
 void TestGeometry::barGroup_data()
 {
-    QTest::addColumn<QRect>("area");
-    QTest::addColumn<int>("channel");
-    QTest::addColumn<int>("left");
-    QTest::addColumn<int>("centre");
-    QTest::addColumn<int>("height");
+    addColumns<QRect, int, int, int, int>("area", "channel", "left", "centre", "height");
 
     // bottom 459: height 459 - 20 - 80 - 9, centre 20 + 5 + 350 / 2
-    QTest::newRow("first channel") << QRect(10, 20, 400, 440) << 0 << 30 << 200 << 350;
-    QTest::newRow("second channel") << QRect(10, 20, 400, 440) << 1 << 125 << 200 << 350;
-    QTest::newRow("third channel") << QRect(10, 20, 400, 440) << 2 << 220 << 200 << 350;
-    QTest::newRow("fourth channel") << QRect(10, 20, 400, 440) << 3 << 315 << 200 << 350;
-    QTest::newRow("odd height") << QRect(10, 20, 400, 441) << 0 << 30 << 200 << 351;
-    QTest::newRow("even height again") << QRect(10, 20, 400, 442) << 0 << 30 << 201 << 352;
-    QTest::newRow("small") << QRect(0, 0, 300, 200) << 0 << 20 << 60 << 110;
-    QTest::newRow("large") << QRect(0, 0, 1600, 1000) << 3 << 305 << 460 << 910;
+    addRow("first channel", QRect(10, 20, 400, 440), 0, 30, 200, 350);
+    addRow("second channel", QRect(10, 20, 400, 440), 1, 125, 200, 350);
+    addRow("third channel", QRect(10, 20, 400, 440), 2, 220, 200, 350);
+    addRow("fourth channel", QRect(10, 20, 400, 440), 3, 315, 200, 350);
+    addRow("odd height", QRect(10, 20, 400, 441), 0, 30, 200, 351);
+    addRow("even height again", QRect(10, 20, 400, 442), 0, 30, 201, 352);
+    addRow("small", QRect(0, 0, 300, 200), 0, 20, 60, 110);
+    addRow("large", QRect(0, 0, 1600, 1000), 3, 305, 460, 910);
     // bottom 132: height 132 + 7 - 89
-    QTest::newRow("left of and above the origin") << QRect(-30, -7, 200, 140) << 0 << -10 << 23 << 50;
-    QTest::newRow("just without height") << QRect(0, 0, 300, 90) << 0 << 20 << 5 << 0;
-    QTest::newRow("lower than a dial") << QRect(0, 0, 100, 50) << 0 << 20 << -15 << -40;
-    QTest::newRow("lower than a dial, odd") << QRect(0, 0, 100, 51) << 0 << 20 << -14 << -39;
-    QTest::newRow("one pixel") << QRect(0, 0, 1, 1) << 0 << 20 << -39 << -89;
+    addRow("left of and above the origin", QRect(-30, -7, 200, 140), 0, -10, 23, 50);
+    addRow("just without height", QRect(0, 0, 300, 90), 0, 20, 5, 0);
+    addRow("lower than a dial", QRect(0, 0, 100, 50), 0, 20, -15, -40);
+    addRow("lower than a dial, odd", QRect(0, 0, 100, 51), 0, 20, -14, -39);
+    addRow("one pixel", QRect(0, 0, 1, 1), 0, 20, -39, -89);
 }
 
 void TestGeometry::barGroup()
@@ -60,25 +56,23 @@ void TestGeometry::barGroup()
 
 void TestGeometry::barLength_data()
 {
-    QTest::addColumn<int>("value");
-    QTest::addColumn<int>("height");
-    QTest::addColumn<int>("expected");
+    addColumns<int, int, int>("value", "height", "expected");
 
-    QTest::newRow("nothing") << 0 << 350 << 0;
-    QTest::newRow("full scale rises") << 7000 << 350 << -350;
-    QTest::newRow("full scale falls") << -7000 << 350 << 350;
-    QTest::newRow("half scale") << 3500 << 350 << -175;
-    QTest::newRow("last that is no pixel") << 19 << 350 << 0; // 0.95
-    QTest::newRow("last negative that is no pixel") << -19 << 350 << 0;
-    QTest::newRow("first that is a pixel") << 20 << 350 << -1;
-    QTest::newRow("first negative that is a pixel") << -20 << 350 << 1;
-    QTest::newRow("cut toward zero") << 39 << 350 << -1; // 1.95
-    QTest::newRow("negative cut toward zero") << -39 << 350 << 1;
-    QTest::newRow("largest") << 32767 << 350 << -1638;  // 1638.35
-    QTest::newRow("smallest") << -32768 << 350 << 1638; // 1638.4
-    QTest::newRow("no height") << 32767 << 0 << 0;
-    QTest::newRow("negative height") << 1000 << -40 << 5;          // 5.71
-    QTest::newRow("beyond 32 bits") << 32767 << 100000 << -468100; // 3276700000 / 7000
+    addRow("nothing", 0, 350, 0);
+    addRow("full scale rises", 7000, 350, -350);
+    addRow("full scale falls", -7000, 350, 350);
+    addRow("half scale", 3500, 350, -175);
+    addRow("last that is no pixel", 19, 350, 0); // 0.95
+    addRow("last negative that is no pixel", -19, 350, 0);
+    addRow("first that is a pixel", 20, 350, -1);
+    addRow("first negative that is a pixel", -20, 350, 1);
+    addRow("cut toward zero", 39, 350, -1); // 1.95
+    addRow("negative cut toward zero", -39, 350, 1);
+    addRow("largest", 32767, 350, -1638);  // 1638.35
+    addRow("smallest", -32768, 350, 1638); // 1638.4
+    addRow("no height", 32767, 0, 0);
+    addRow("negative height", 1000, -40, 5);          // 5.71
+    addRow("beyond 32 bits", 32767, 100000, -468100); // 3276700000 / 7000
 }
 
 void TestGeometry::barLength()
@@ -101,26 +95,22 @@ void TestGeometry::bar()
 
 void TestGeometry::dial_data()
 {
-    QTest::addColumn<QRect>("area");
-    QTest::addColumn<int>("channel");
-    QTest::addColumn<QPoint>("centre");
-    QTest::addColumn<QRect>("ellipse");
+    addColumns<QRect, int, QPoint, QRect>("area", "channel", "centre", "ellipse");
 
     // bottom 459: base 459 + 1 - 40 = 420, centre 420 - 5
-    QTest::newRow("first channel") << QRect(10, 20, 400, 440) << 0 << QPoint(70, 415)
-                                   << QRect(QPoint(30, 375), QPoint(109, 454));
-    QTest::newRow("second channel, 90 further")
-        << QRect(10, 20, 400, 440) << 1 << QPoint(160, 415) << QRect(QPoint(120, 375), QPoint(199, 454));
-    QTest::newRow("third channel") << QRect(10, 20, 400, 440) << 2 << QPoint(250, 415)
-                                   << QRect(QPoint(210, 375), QPoint(289, 454));
-    QTest::newRow("fourth channel") << QRect(10, 20, 400, 440) << 3 << QPoint(340, 415)
-                                    << QRect(QPoint(300, 375), QPoint(379, 454));
-    QTest::newRow("odd height") << QRect(10, 20, 400, 441) << 0 << QPoint(70, 416)
-                                << QRect(QPoint(30, 376), QPoint(109, 455));
-    QTest::newRow("small") << QRect(0, 0, 300, 200) << 3 << QPoint(330, 155)
-                           << QRect(QPoint(290, 115), QPoint(369, 194));
-    QTest::newRow("lower than itself")
-        << QRect(0, 0, 100, 50) << 0 << QPoint(60, 5) << QRect(QPoint(20, -35), QPoint(99, 44));
+    addRow("first channel", QRect(10, 20, 400, 440), 0, QPoint(70, 415),
+           QRect(QPoint(30, 375), QPoint(109, 454)));
+    addRow("second channel, 90 further", QRect(10, 20, 400, 440), 1, QPoint(160, 415),
+           QRect(QPoint(120, 375), QPoint(199, 454)));
+    addRow("third channel", QRect(10, 20, 400, 440), 2, QPoint(250, 415),
+           QRect(QPoint(210, 375), QPoint(289, 454)));
+    addRow("fourth channel", QRect(10, 20, 400, 440), 3, QPoint(340, 415),
+           QRect(QPoint(300, 375), QPoint(379, 454)));
+    addRow("odd height", QRect(10, 20, 400, 441), 0, QPoint(70, 416),
+           QRect(QPoint(30, 376), QPoint(109, 455)));
+    addRow("small", QRect(0, 0, 300, 200), 3, QPoint(330, 155), QRect(QPoint(290, 115), QPoint(369, 194)));
+    addRow("lower than itself", QRect(0, 0, 100, 50), 0, QPoint(60, 5),
+           QRect(QPoint(20, -35), QPoint(99, 44)));
 }
 
 void TestGeometry::dial()
@@ -144,24 +134,21 @@ void TestGeometry::dialTexts()
 
 void TestGeometry::vector_data()
 {
-    QTest::addColumn<int>("c0");
-    QTest::addColumn<int>("c60");
-    QTest::addColumn<int>("c120");
-    QTest::addColumn<QPoint>("expected");
+    addColumns<int, int, int, QPoint>("c0", "c60", "c120", "expected");
 
-    QTest::newRow("null") << 0 << 0 << 0 << QPoint(0, 0);
-    QTest::newRow("at 0 degrees") << 1000 << 0 << 0 << QPoint(1000, 0);
-    QTest::newRow("at 60 degrees") << 0 << 1000 << 0 << QPoint(500, 866); // 512000 / 591 = 866.3
-    QTest::newRow("at 120 degrees") << 0 << 0 << 1000 << QPoint(-500, 866);
-    QTest::newRow("straight up") << 0 << 1000 << 1000 << QPoint(0, 1732); // 1024000 / 591 = 1732.7
-    QTest::newRow("straight down") << 0 << -1000 << -1000 << QPoint(0, -1732);
-    QTest::newRow("odd, each half cut") << 0 << 3 << 0 << QPoint(1, 2); // 1536 / 591 = 2.6
-    QTest::newRow("negative odd, cut toward zero") << 0 << -3 << 0 << QPoint(-1, -2);
-    QTest::newRow("halves cut one by one") << 0 << 3 << -3 << QPoint(2, 0);
-    QTest::newRow("furthest right") << 32767 << 32767 << -32768 << QPoint(65534, 0);
-    QTest::newRow("furthest left") << -32768 << -32768 << 32767 << QPoint(-65535, 0);
-    QTest::newRow("furthest up") << 0 << 32767 << 32767 << QPoint(0, 56773);      // 33553408 / 591
-    QTest::newRow("furthest down") << 0 << -32768 << -32768 << QPoint(0, -56775); // 33554432 / 591 = 56775.7
+    addRow("null", 0, 0, 0, QPoint(0, 0));
+    addRow("at 0 degrees", 1000, 0, 0, QPoint(1000, 0));
+    addRow("at 60 degrees", 0, 1000, 0, QPoint(500, 866)); // 512000 / 591 = 866.3
+    addRow("at 120 degrees", 0, 0, 1000, QPoint(-500, 866));
+    addRow("straight up", 0, 1000, 1000, QPoint(0, 1732)); // 1024000 / 591 = 1732.7
+    addRow("straight down", 0, -1000, -1000, QPoint(0, -1732));
+    addRow("odd, each half cut", 0, 3, 0, QPoint(1, 2)); // 1536 / 591 = 2.6
+    addRow("negative odd, cut toward zero", 0, -3, 0, QPoint(-1, -2));
+    addRow("halves cut one by one", 0, 3, -3, QPoint(2, 0));
+    addRow("furthest right", 32767, 32767, -32768, QPoint(65534, 0));
+    addRow("furthest left", -32768, -32768, 32767, QPoint(-65535, 0));
+    addRow("furthest up", 0, 32767, 32767, QPoint(0, 56773));      // 33553408 / 591
+    addRow("furthest down", 0, -32768, -32768, QPoint(0, -56775)); // 33554432 / 591 = 56775.7
 }
 
 void TestGeometry::vector()
@@ -185,21 +172,19 @@ void TestGeometry::magnitude()
 
 void TestGeometry::needle_data()
 {
-    QTest::addColumn<QPoint>("vector");
-    QTest::addColumn<int>("magnitude");
-    QTest::addColumn<QPoint>("expected");
+    addColumns<QPoint, int, QPoint>("vector", "magnitude", "expected");
 
-    QTest::newRow("null") << QPoint(0, 0) << 0 << QPoint(0, 0);
-    QTest::newRow("longest that is not shown") << QPoint(9, 0) << 9 << QPoint(0, 0);
-    QTest::newRow("shortest that is shown") << QPoint(10, 0) << 10 << QPoint(40, 0);
-    QTest::newRow("left") << QPoint(-1000, 0) << 1000 << QPoint(-40, 0);
-    QTest::newRow("up") << QPoint(0, 1732) << 1732 << QPoint(0, -40);
-    QTest::newRow("down") << QPoint(0, -1732) << 1732 << QPoint(0, 40);
+    addRow("null", QPoint(0, 0), 0, QPoint(0, 0));
+    addRow("longest that is not shown", QPoint(9, 0), 9, QPoint(0, 0));
+    addRow("shortest that is shown", QPoint(10, 0), 10, QPoint(40, 0));
+    addRow("left", QPoint(-1000, 0), 1000, QPoint(-40, 0));
+    addRow("up", QPoint(0, 1732), 1732, QPoint(0, -40));
+    addRow("down", QPoint(0, -1732), 1732, QPoint(0, 40));
     // 8 * 40 / 11 = 29.1
-    QTest::newRow("right and up, cut toward zero") << QPoint(8, 8) << 11 << QPoint(29, -29);
-    QTest::newRow("left and down, cut toward zero") << QPoint(-8, -8) << 11 << QPoint(-29, 29);
+    addRow("right and up, cut toward zero", QPoint(8, 8), 11, QPoint(29, -29));
+    addRow("left and down, cut toward zero", QPoint(-8, -8), 11, QPoint(-29, 29));
     // 65534 * 40 / 65535 = 39.999, 56773 * 40 / 65535 = 34.7
-    QTest::newRow("longer than the saturated magnitude") << QPoint(65534, 56773) << 65535 << QPoint(39, -34);
+    addRow("longer than the saturated magnitude", QPoint(65534, 56773), 65535, QPoint(39, -34));
 }
 
 void TestGeometry::needle()
@@ -211,29 +196,24 @@ void TestGeometry::needle()
 
 void TestGeometry::meter_data()
 {
-    QTest::addColumn<QRect>("area");
-    QTest::addColumn<int>("raw");
-    QTest::addColumn<QRect>("bar");
-    QTest::addColumn<QPoint>("firstText");
+    addColumns<QRect, int, QRect, QPoint>("area", "raw", "bar", "firstText");
 
     // bottom 459, so 511 is 459 - 20 - 19 = 420 high; middle 20 + 440 / 2
     const QRect area(10, 20, 400, 440);
-    QTest::newRow("zero") << area << 0 << QRect(QPoint(30, 449), QPoint(55, 449)) << QPoint(67, 240);
-    QTest::newRow("less than a pixel")
-        << area << 1 << QRect(QPoint(30, 449), QPoint(55, 449)) << QPoint(67, 240);
-    QTest::newRow("a pixel") << area << 2 << QRect(QPoint(30, 448), QPoint(55, 449)) << QPoint(67, 240);
-    QTest::newRow("510") << area << 510 << QRect(QPoint(30, 30), QPoint(55, 449)) << QPoint(67, 240); // 419.2
-    QTest::newRow("511") << area << 511 << QRect(QPoint(30, 29), QPoint(55, 449)) << QPoint(67, 240);
+    addRow("zero", area, 0, QRect(QPoint(30, 449), QPoint(55, 449)), QPoint(67, 240));
+    addRow("less than a pixel", area, 1, QRect(QPoint(30, 449), QPoint(55, 449)), QPoint(67, 240));
+    addRow("a pixel", area, 2, QRect(QPoint(30, 448), QPoint(55, 449)), QPoint(67, 240));
+    addRow("510", area, 510, QRect(QPoint(30, 30), QPoint(55, 449)), QPoint(67, 240)); // 419.2
+    addRow("511", area, 511, QRect(QPoint(30, 29), QPoint(55, 449)), QPoint(67, 240));
     // 420 * 1023 / 511 = 840.8
-    QTest::newRow("1023 overshoots") << area << 1023 << QRect(QPoint(30, -391), QPoint(55, 449))
-                                     << QPoint(67, 240);
-    QTest::newRow("odd height") << QRect(10, 20, 400, 441) << 511 << QRect(QPoint(30, 29), QPoint(55, 450))
-                                << QPoint(67, 240);
-    QTest::newRow("even height again")
-        << QRect(10, 20, 400, 442) << 0 << QRect(QPoint(30, 451), QPoint(55, 451)) << QPoint(67, 241);
+    addRow("1023 overshoots", area, 1023, QRect(QPoint(30, -391), QPoint(55, 449)), QPoint(67, 240));
+    addRow("odd height", QRect(10, 20, 400, 441), 511, QRect(QPoint(30, 29), QPoint(55, 450)),
+           QPoint(67, 240));
+    addRow("even height again", QRect(10, 20, 400, 442), 0, QRect(QPoint(30, 451), QPoint(55, 451)),
+           QPoint(67, 241));
     // bottom 9: 511 is 9 - 0 - 19 = -10 high
-    QTest::newRow("lower than its margins")
-        << QRect(0, 0, 10, 10) << 511 << QRect(QPoint(20, 9), QPoint(45, -1)) << QPoint(57, 5);
+    addRow("lower than its margins", QRect(0, 0, 10, 10), 511, QRect(QPoint(20, 9), QPoint(45, -1)),
+           QPoint(57, 5));
 }
 
 void TestGeometry::meter()

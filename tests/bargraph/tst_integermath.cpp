@@ -19,52 +19,50 @@ private slots:
 
 void TestIntegerMath::angle_data()
 {
-    QTest::addColumn<int>("x");
-    QTest::addColumn<int>("y");
-    QTest::addColumn<int>("expected");
+    addColumns<int, int, int>("x", "y", "expected");
 
-    QTest::newRow("null vector") << 0 << 0 << 0;
-    QTest::newRow("right") << 5 << 0 << 0;
-    QTest::newRow("left") << -5 << 0 << 4096;
-    QTest::newRow("up") << 0 << 5 << 2048;
-    QTest::newRow("down") << 0 << -5 << 6144;
-    QTest::newRow("right and up") << 1 << 1 << 1024;
-    QTest::newRow("left and up") << -1 << 1 << 3072;
-    QTest::newRow("left and down") << -1 << -1 << 5120;
-    QTest::newRow("right and down") << 1 << -1 << 7168;
+    addRow("null vector", 0, 0, 0);
+    addRow("right", 5, 0, 0);
+    addRow("left", -5, 0, 4096);
+    addRow("up", 0, 5, 2048);
+    addRow("down", 0, -5, 6144);
+    addRow("right and up", 1, 1, 1024);
+    addRow("left and up", -1, 1, 3072);
+    addRow("left and down", -1, -1, 5120);
+    addRow("right and down", 1, -1, 7168);
 
-    QTest::newRow("just above the right") << 10000 << 1 << 0;
-    QTest::newRow("just below the right: a full turn") << 10000 << -1 << 8192;
-    QTest::newRow("just above the left") << -10000 << 1 << 4096;
-    QTest::newRow("just below the left") << -10000 << -1 << 4096;
-    QTest::newRow("just right of up") << 1 << 10000 << 2048;
-    QTest::newRow("just left of up") << -1 << 10000 << 2048;
-    QTest::newRow("just right of down") << 1 << -10000 << 6144;
-    QTest::newRow("just left of down") << -1 << -10000 << 6144;
+    addRow("just above the right", 10000, 1, 0);
+    addRow("just below the right: a full turn", 10000, -1, 8192);
+    addRow("just above the left", -10000, 1, 4096);
+    addRow("just below the left", -10000, -1, 4096);
+    addRow("just right of up", 1, 10000, 2048);
+    addRow("just left of up", -1, 10000, 2048);
+    addRow("just right of down", 1, -10000, 6144);
+    addRow("just left of down", -1, -10000, 6144);
 
     // 1 * 1024 / 1024 = 1, 1 * 1024 / 1025 = 0
-    QTest::newRow("first tangent that counts") << 1024 << -1 << 8191;
-    QTest::newRow("last tangent that does not") << 1025 << -1 << 8192;
+    addRow("first tangent that counts", 1024, -1, 8191);
+    addRow("last tangent that does not", 1025, -1, 8192);
 
     // atan(1/2) = 0.4636476, times 4096 / pi = 1303.7973 is 604.50
-    QTest::newRow("two right, one up") << 2 << 1 << 604;
-    QTest::newRow("one right, two up") << 1 << 2 << 1444;    // 2048 - 604
-    QTest::newRow("one left, two up") << -1 << 2 << 2652;    // 4096 - 1444
-    QTest::newRow("two left, one up") << -2 << 1 << 3492;    // 4096 - 604
-    QTest::newRow("two left, one down") << -2 << -1 << 4700; // 4096 + 604
-    QTest::newRow("one left, two down") << -1 << -2 << 5540; // 4096 + 1444
-    QTest::newRow("one right, two down") << 1 << -2 << 6748; // 8192 - 1444
-    QTest::newRow("two right, one down") << 2 << -1 << 7588; // 8192 - 604
+    addRow("two right, one up", 2, 1, 604);
+    addRow("one right, two up", 1, 2, 1444);    // 2048 - 604
+    addRow("one left, two up", -1, 2, 2652);    // 4096 - 1444
+    addRow("two left, one up", -2, 1, 3492);    // 4096 - 604
+    addRow("two left, one down", -2, -1, 4700); // 4096 + 604
+    addRow("one left, two down", -1, -2, 5540); // 4096 + 1444
+    addRow("one right, two down", 1, -2, 6748); // 8192 - 1444
+    addRow("two right, one down", 2, -1, 7588); // 8192 - 604
 
-    QTest::newRow("smallest left") << INT_MIN << 0 << 4096;
-    QTest::newRow("smallest down") << 0 << INT_MIN << 6144;
-    QTest::newRow("smallest both") << INT_MIN << INT_MIN << 5120;
-    QTest::newRow("largest both") << INT_MAX << INT_MAX << 1024;
+    addRow("smallest left", INT_MIN, 0, 4096);
+    addRow("smallest down", 0, INT_MIN, 6144);
+    addRow("smallest both", INT_MIN, INT_MIN, 5120);
+    addRow("largest both", INT_MAX, INT_MAX, 1024);
     // (2^31 - 1) * 1024 / 2^31 = 1023, whose angle is 1023
-    QTest::newRow("smallest and largest") << INT_MIN << INT_MAX << 3073; // 4096 - 1023
-    QTest::newRow("largest and smallest") << INT_MAX << INT_MIN << 7167; // 8192 - (2048 - 1023)
-    QTest::newRow("smallest left, just above") << INT_MIN << 1 << 4096;
-    QTest::newRow("smallest down, just right") << 1 << INT_MIN << 6144;
+    addRow("smallest and largest", INT_MIN, INT_MAX, 3073); // 4096 - 1023
+    addRow("largest and smallest", INT_MAX, INT_MIN, 7167); // 8192 - (2048 - 1023)
+    addRow("smallest left, just above", INT_MIN, 1, 4096);
+    addRow("smallest down, just right", 1, INT_MIN, 6144);
 }
 
 void TestIntegerMath::angle()
@@ -98,25 +96,24 @@ void TestIntegerMath::angleOfEveryTangent()
 
 void TestIntegerMath::root_data()
 {
-    QTest::addColumn<qlonglong>("value");
-    QTest::addColumn<int>("expected");
+    addColumns<qlonglong, int>("value", "expected");
 
-    QTest::newRow("zero") << 0LL << 0;
-    QTest::newRow("one") << 1LL << 1;
-    QTest::newRow("below four") << 3LL << 1;
-    QTest::newRow("four") << 4LL << 2;
-    QTest::newRow("negative") << -16LL << 4;
-    QTest::newRow("negative, below a square") << -15LL << 3;
-    QTest::newRow("below the first trial bit") << 1073741823LL << 32767;
-    QTest::newRow("the first trial bit") << 1073741824LL << 32768;
-    QTest::newRow("below the largest square") << 4294836224LL << 65534; // 65535^2 - 1
-    QTest::newRow("largest square") << 4294836225LL << 65535;
-    QTest::newRow("largest that is exact") << 4294967295LL << 65535;
-    QTest::newRow("smallest that saturates") << 4294967296LL << 65535;
-    QTest::newRow("ten thousand million") << 10000000000LL << 65535;
-    QTest::newRow("negative that saturates") << -10000000000LL << 65535;
-    QTest::newRow("largest of all") << qlonglong{LONG_MAX} << 65535;
-    QTest::newRow("smallest of all") << qlonglong{LONG_MIN} << 65535;
+    addRow("zero", 0LL, 0);
+    addRow("one", 1LL, 1);
+    addRow("below four", 3LL, 1);
+    addRow("four", 4LL, 2);
+    addRow("negative", -16LL, 4);
+    addRow("negative, below a square", -15LL, 3);
+    addRow("below the first trial bit", 1073741823LL, 32767);
+    addRow("the first trial bit", 1073741824LL, 32768);
+    addRow("below the largest square", 4294836224LL, 65534); // 65535^2 - 1
+    addRow("largest square", 4294836225LL, 65535);
+    addRow("largest that is exact", 4294967295LL, 65535);
+    addRow("smallest that saturates", 4294967296LL, 65535);
+    addRow("ten thousand million", 10000000000LL, 65535);
+    addRow("negative that saturates", -10000000000LL, 65535);
+    addRow("largest of all", qlonglong{LONG_MAX}, 65535);
+    addRow("smallest of all", qlonglong{LONG_MIN}, 65535);
 }
 
 void TestIntegerMath::root()

@@ -1,16 +1,13 @@
-#include <memory>
-
+#include "bargraph/bargraphtest.h"
 #include "bargraph/paintcounter.h"
 #include "bargraph/textline.h"
 #include "support/testmain.h"
 
-class TestTextLines : public QObject
+class TestTextLines : public BarGraphTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
     void goodLine74();
     void lengths_data();
     void lengths();
@@ -26,20 +23,7 @@ private slots:
     void textOfType119();
 
 private:
-    std::unique_ptr<qorvexgraph> window;
-    bargraph *view = nullptr;
 };
-
-void TestTextLines::init()
-{
-    window = std::make_unique<qorvexgraph>();
-    view = window->barGraphView;
-}
-
-void TestTextLines::cleanup()
-{
-    window.reset();
-}
 
 void TestTextLines::goodLine74()
 {
@@ -60,15 +44,14 @@ void TestTextLines::goodLine74()
 
 void TestTextLines::lengths_data()
 {
-    QTest::addColumn<QByteArray>("line");
-    QTest::addColumn<bool>("taken");
+    addColumns<QByteArray, bool>("line", "taken");
 
     const QByteArray line(goodLine);
-    QTest::newRow("73 characters") << QByteArray(line).remove(65, 1) << false;
-    QTest::newRow("74 characters") << line << true;
-    QTest::newRow("75 characters") << QByteArray(line).insert(65, ' ') << false;
-    QTest::newRow("only the end") << QByteArray("!") << false;
-    QTest::newRow("148 characters") << line.left(73) + ' ' + line << false;
+    addRow("73 characters", QByteArray(line).remove(65, 1), false);
+    addRow("74 characters", line, true);
+    addRow("75 characters", QByteArray(line).insert(65, ' '), false);
+    addRow("only the end", QByteArray("!"), false);
+    addRow("148 characters", line.left(73) + ' ' + line, false);
 }
 
 void TestTextLines::lengths()
@@ -113,31 +96,28 @@ void TestTextLines::oneCharacterEach()
 
 void TestTextLines::words_data()
 {
-    QTest::addColumn<QByteArray>("line");
-    QTest::addColumn<QVector<int>>("expected");
+    addColumns<QByteArray, QVector<int>>("line", "expected");
 
     const auto leading = [](const QVector<int> &values) {
         return values + QVector<int>(12 - values.size(), -7);
     };
-    QTest::newRow("capitals") << lineWith(0, "ABCD 7FFF 8000 FFFF")
-                              << QVector<int>{-21555, 32767, -32768, -1, 5, 6, 7, 8, 9, 10, 11, 12};
-    QTest::newRow("small letters") << lineWith(0, "abcd 7fff 8000 ffff")
-                                   << QVector<int>{-21555, 32767, -32768, -1, 5, 6, 7, 8, 9, 10, 11, 12};
+    addRow("capitals", lineWith(0, "ABCD 7FFF 8000 FFFF"),
+           QVector<int>{-21555, 32767, -32768, -1, 5, 6, 7, 8, 9, 10, 11, 12});
+    addRow("small letters", lineWith(0, "abcd 7fff 8000 ffff"),
+           QVector<int>{-21555, 32767, -32768, -1, 5, 6, 7, 8, 9, 10, 11, 12});
     // Sixteen bits are written: of 12345678 the last four digits, 22136 in decimal; of 30003 a 3.
-    QTest::newRow("too many digits") << lineWith(0, "12345678 3") << leading({22136, 3, 4, 5, 6});
-    QTest::newRow("minus sign") << lineWith(0, "-001")
-                                << QVector<int>{-1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12};
-    QTest::newRow("prefix") << lineWith(0, "0x1f") << QVector<int>{31, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12};
-    QTest::newRow("two words and no more") << lineWith(10, "zzzz") << leading({1, 2});
-    QTest::newRow("first word bad") << lineWith(0, "zzzz") << leading({});
-    QTest::newRow("no asterisk") << lineWith(29, " ") << leading({1, 2, 3, 4, 5, 6});
-    QTest::newRow("asterisk too early") << lineWith(24, "*") << leading({1, 2, 3, 4, 5});
-    QTest::newRow("blank before the asterisk")
-        << lineWith(26, "06 *000") << QVector<int>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12};
-    QTest::newRow("NUL byte") << lineWith(12, QByteArray(1, '\0')) << leading({1, 2, 0});
-    QTest::newRow("high byte") << lineWith(15, "\xe9") << leading({1, 2, 3});
-    QTest::newRow("last word missing")
-        << lineWith(55, "zzzz") << QVector<int>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, -7};
+    addRow("too many digits", lineWith(0, "12345678 3"), leading({22136, 3, 4, 5, 6}));
+    addRow("minus sign", lineWith(0, "-001"), QVector<int>{-1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12});
+    addRow("prefix", lineWith(0, "0x1f"), QVector<int>{31, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12});
+    addRow("two words and no more", lineWith(10, "zzzz"), leading({1, 2}));
+    addRow("first word bad", lineWith(0, "zzzz"), leading({}));
+    addRow("no asterisk", lineWith(29, " "), leading({1, 2, 3, 4, 5, 6}));
+    addRow("asterisk too early", lineWith(24, "*"), leading({1, 2, 3, 4, 5}));
+    addRow("blank before the asterisk", lineWith(26, "06 *000"),
+           QVector<int>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12});
+    addRow("NUL byte", lineWith(12, QByteArray(1, '\0')), leading({1, 2, 0}));
+    addRow("high byte", lineWith(15, "\xe9"), leading({1, 2, 3}));
+    addRow("last word missing", lineWith(55, "zzzz"), QVector<int>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, -7});
 }
 
 void TestTextLines::words()
@@ -154,16 +134,15 @@ void TestTextLines::words()
 
 void TestTextLines::proximity_data()
 {
-    QTest::addColumn<QByteArray>("line");
-    QTest::addColumn<int>("expected");
+    addColumns<QByteArray, int>("line", "expected");
 
-    QTest::newRow("letter") << lineWith(61, "N") << int{'N'};
-    QTest::newRow("high byte") << lineWith(61, "\xe9") << 0xe9;
-    QTest::newRow("NUL") << lineWith(61, QByteArray(1, '\0')) << 0;
-    QTest::newRow("behind the first of two line feeds") << lineWith(40, "\nQ") << int{'Q'};
-    QTest::newRow("a line feed itself") << lineWith(60, "\n\n") << int{'\n'};
-    QTest::newRow("line feed as the last but one") << lineWith(60, " ") << int{'!'};
-    QTest::newRow("no line feed at all") << lineWith(60, " ").replace(72, 1, " ") << int{'P'};
+    addRow("letter", lineWith(61, "N"), int{'N'});
+    addRow("high byte", lineWith(61, "\xe9"), 0xe9);
+    addRow("NUL", lineWith(61, QByteArray(1, '\0')), 0);
+    addRow("behind the first of two line feeds", lineWith(40, "\nQ"), int{'Q'});
+    addRow("a line feed itself", lineWith(60, "\n\n"), int{'\n'});
+    addRow("line feed as the last but one", lineWith(60, " "), int{'!'});
+    addRow("no line feed at all", lineWith(60, " ").replace(72, 1, " "), int{'P'});
 }
 
 void TestTextLines::proximity()
@@ -180,22 +159,20 @@ void TestTextLines::proximity()
 
 void TestTextLines::frequency_data()
 {
-    QTest::addColumn<QByteArray>("line");
-    QTest::addColumn<int>("raw");
-    QTest::addColumn<qlonglong>("expected");
+    addColumns<QByteArray, int, qlonglong>("line", "raw", "expected");
 
-    QTest::newRow("four digits") << lineWith(67, "1000") << 4096 << 230400LL;
-    QTest::newRow("negative") << lineWith(67, "FFFC") << -4 << -225LL;
-    QTest::newRow("cut toward zero") << lineWith(67, "0001") << 1 << 56LL;
-    QTest::newRow("negative, cut toward zero") << lineWith(67, "ffff") << -1 << -56LL;
-    QTest::newRow("largest") << lineWith(67, "7fff") << 32767 << 1843143LL;
-    QTest::newRow("smallest") << lineWith(67, "8000") << -32768 << -1843200LL;
-    QTest::newRow("no digit keeps the value") << lineWith(67, "zzzz") << 8 << 450LL;
-    QTest::newRow("nothing but the end keeps the value") << lineWith(67, "    ") << 8 << 450LL;
-    QTest::newRow("blanks first") << lineWith(67, "  2z") << 2 << 112LL;
-    QTest::newRow("digit before does not count") << lineWith(66, "1zzzz") << 8 << 450LL;
-    QTest::newRow("NUL before does not matter") << lineWith(64, QByteArray(1, '\0')) << 16 << 900LL;
-    QTest::newRow("up to the end") << lineWith(67, "012345") << 0x2345 << 507881LL; // 9029 * 225 / 4
+    addRow("four digits", lineWith(67, "1000"), 4096, 230400LL);
+    addRow("negative", lineWith(67, "FFFC"), -4, -225LL);
+    addRow("cut toward zero", lineWith(67, "0001"), 1, 56LL);
+    addRow("negative, cut toward zero", lineWith(67, "ffff"), -1, -56LL);
+    addRow("largest", lineWith(67, "7fff"), 32767, 1843143LL);
+    addRow("smallest", lineWith(67, "8000"), -32768, -1843200LL);
+    addRow("no digit keeps the value", lineWith(67, "zzzz"), 8, 450LL);
+    addRow("nothing but the end keeps the value", lineWith(67, "    "), 8, 450LL);
+    addRow("blanks first", lineWith(67, "  2z"), 2, 112LL);
+    addRow("digit before does not count", lineWith(66, "1zzzz"), 8, 450LL);
+    addRow("NUL before does not matter", lineWith(64, QByteArray(1, '\0')), 16, 900LL);
+    addRow("up to the end", lineWith(67, "012345"), 0x2345, 507881LL); // 9029 * 225 / 4
 }
 
 void TestTextLines::frequency()

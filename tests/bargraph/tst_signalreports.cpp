@@ -1,16 +1,14 @@
 #include <memory>
 
-#include "bargraph/display.h"
+#include "bargraph/bargraphtest.h"
 #include "bargraph/paintcounter.h"
 #include "support/testmain.h"
 
-class TestSignalReports : public QObject
+class TestSignalReports : public BarGraphTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
     void fullSignal();
     void fullSignalAtItsExtremes();
     void shortSignal();
@@ -28,20 +26,7 @@ private slots:
     void missingProximity();
 
 private:
-    std::unique_ptr<qorvexgraph> window;
-    bargraph *view = nullptr;
 };
-
-void TestSignalReports::init()
-{
-    window = std::make_unique<qorvexgraph>();
-    view = window->barGraphView;
-}
-
-void TestSignalReports::cleanup()
-{
-    window.reset();
-}
 
 void TestSignalReports::fullSignal()
 {
@@ -89,57 +74,54 @@ void TestSignalReports::normalisedSignal()
 
 void TestSignalReports::selection_data()
 {
-    QTest::addColumn<int>("length");
-    QTest::addColumn<int>("type");
-    QTest::addColumn<int>("subType");
-    QTest::addColumn<bool>("taken");
+    addColumns<int, int, int, bool>("length", "type", "subType", "taken");
 
-    QTest::newRow("full") << 40 << 47 << 1 << true;
-    QTest::newRow("full, one byte less") << 39 << 47 << 1 << false;
-    QTest::newRow("full, one byte more") << 41 << 47 << 1 << false;
-    QTest::newRow("full, sub-type 0") << 40 << 47 << 0 << false;
-    QTest::newRow("full, sub-type 2") << 40 << 47 << 2 << false;
-    QTest::newRow("full, type below") << 40 << 46 << 1 << false;
-    QTest::newRow("full, type above") << 40 << 48 << 1 << false;
-    QTest::newRow("phase report") << 40 << 104 << 1 << false;
+    addRow("full", 40, 47, 1, true);
+    addRow("full, one byte less", 39, 47, 1, false);
+    addRow("full, one byte more", 41, 47, 1, false);
+    addRow("full, sub-type 0", 40, 47, 0, false);
+    addRow("full, sub-type 2", 40, 47, 2, false);
+    addRow("full, type below", 40, 46, 1, false);
+    addRow("full, type above", 40, 48, 1, false);
+    addRow("phase report", 40, 104, 1, false);
 
-    QTest::newRow("integrators, sub-type 4") << 10 << 47 << 4 << true;
-    QTest::newRow("integrators, sub-type 0") << 10 << 47 << 0 << true;
-    QTest::newRow("integrators, sub-type 255") << 10 << 47 << 255 << true;
-    QTest::newRow("integrators, one byte less") << 9 << 47 << 4 << false;
-    QTest::newRow("integrators, one byte more") << 11 << 47 << 4 << false;
-    QTest::newRow("integrators, type below") << 10 << 46 << 4 << false;
-    QTest::newRow("integrators, type above") << 10 << 48 << 4 << false;
-    QTest::newRow("integrators, text or voltage") << 10 << 119 << 4 << false;
+    addRow("integrators, sub-type 4", 10, 47, 4, true);
+    addRow("integrators, sub-type 0", 10, 47, 0, true);
+    addRow("integrators, sub-type 255", 10, 47, 255, true);
+    addRow("integrators, one byte less", 9, 47, 4, false);
+    addRow("integrators, one byte more", 11, 47, 4, false);
+    addRow("integrators, type below", 10, 46, 4, false);
+    addRow("integrators, type above", 10, 48, 4, false);
+    addRow("integrators, text or voltage", 10, 119, 4, false);
 
-    QTest::newRow("normalised, sub-type 5") << 16 << 47 << 5 << true;
-    QTest::newRow("normalised, sub-type 1") << 16 << 47 << 1 << true;
-    QTest::newRow("normalised, one byte less") << 15 << 47 << 5 << false;
-    QTest::newRow("normalised, one byte more") << 17 << 47 << 5 << false;
-    QTest::newRow("normalised, type below") << 16 << 46 << 5 << false;
-    QTest::newRow("normalised, type above") << 16 << 48 << 5 << false;
+    addRow("normalised, sub-type 5", 16, 47, 5, true);
+    addRow("normalised, sub-type 1", 16, 47, 1, true);
+    addRow("normalised, one byte less", 15, 47, 5, false);
+    addRow("normalised, one byte more", 17, 47, 5, false);
+    addRow("normalised, type below", 16, 46, 5, false);
+    addRow("normalised, type above", 16, 48, 5, false);
 
-    QTest::newRow("quality of length 14") << 14 << 47 << 3 << false;
-    QTest::newRow("counters of length 25") << 25 << 47 << 6 << false;
-    QTest::newRow("signal of length 0") << 0 << 47 << 1 << false;
-    QTest::newRow("signal of length 255") << 255 << 47 << 1 << false;
+    addRow("quality of length 14", 14, 47, 3, false);
+    addRow("counters of length 25", 25, 47, 6, false);
+    addRow("signal of length 0", 0, 47, 1, false);
+    addRow("signal of length 255", 255, 47, 1, false);
 
-    QTest::newRow("voltage of length 52") << 52 << 119 << 12 << true;
-    QTest::newRow("voltage of length 58") << 58 << 119 << 12 << true;
-    QTest::newRow("voltage, sub-type 11") << 52 << 119 << 11 << true;
-    QTest::newRow("voltage, sub-type 13") << 58 << 119 << 13 << true;
-    QTest::newRow("voltage of length 51") << 51 << 119 << 12 << false;
-    QTest::newRow("voltage of length 53") << 53 << 119 << 12 << false;
-    QTest::newRow("voltage of length 57") << 57 << 119 << 12 << false;
-    QTest::newRow("voltage of length 59") << 59 << 119 << 12 << false;
-    QTest::newRow("voltage, type below") << 52 << 118 << 12 << false;
-    QTest::newRow("voltage, type above") << 58 << 120 << 12 << false;
-    QTest::newRow("signal of length 52") << 52 << 47 << 12 << false;
+    addRow("voltage of length 52", 52, 119, 12, true);
+    addRow("voltage of length 58", 58, 119, 12, true);
+    addRow("voltage, sub-type 11", 52, 119, 11, true);
+    addRow("voltage, sub-type 13", 58, 119, 13, true);
+    addRow("voltage of length 51", 51, 119, 12, false);
+    addRow("voltage of length 53", 53, 119, 12, false);
+    addRow("voltage of length 57", 57, 119, 12, false);
+    addRow("voltage of length 59", 59, 119, 12, false);
+    addRow("voltage, type below", 52, 118, 12, false);
+    addRow("voltage, type above", 58, 120, 12, false);
+    addRow("signal of length 52", 52, 47, 12, false);
 
-    QTest::newRow("text of another type") << 40 << 51 << 1 << false;
-    QTest::newRow("pen identity") << 16 << 162 << 5 << false;
-    QTest::newRow("dual pen") << 10 << 163 << 4 << false;
-    QTest::newRow("position") << 40 << 164 << 1 << false;
+    addRow("text of another type", 40, 51, 1, false);
+    addRow("pen identity", 16, 162, 5, false);
+    addRow("dual pen", 10, 163, 4, false);
+    addRow("position", 40, 164, 1, false);
 }
 
 void TestSignalReports::selection()
@@ -165,12 +147,12 @@ void TestSignalReports::shortPackets_data()
 {
     QTest::addColumn<QByteArray>("report");
 
-    QTest::newRow("full") << hex("28 2f 01 1111111111 1111 1111 11 1111 1111 1111 1111 1111 1111"
-                                 "1111 1111 1111 1111 1111 1111 1111 11");
-    QTest::newRow("integrators") << hex("0a 2f 04 1111 1111 1111 11");
-    QTest::newRow("normalised") << hex("10 2f 05 1111 1111 1111 11 1111 1111 1111");
-    QTest::newRow("voltage of length 52") << hex("34 77 0c 11 11 11");
-    QTest::newRow("voltage of length 58") << hex("3a 77 0c 11 11 11");
+    addRow("full", hex("28 2f 01 1111111111 1111 1111 11 1111 1111 1111 1111 1111 1111"
+                       "1111 1111 1111 1111 1111 1111 1111 11"));
+    addRow("integrators", hex("0a 2f 04 1111 1111 1111 11"));
+    addRow("normalised", hex("10 2f 05 1111 1111 1111 11 1111 1111 1111"));
+    addRow("voltage of length 52", hex("34 77 0c 11 11 11"));
+    addRow("voltage of length 58", hex("3a 77 0c 11 11 11"));
 }
 
 /// A byte that is missing reads as zero. The bytes lie in a block of their own size, so that a sanitizer sees
@@ -207,17 +189,16 @@ void TestSignalReports::shortPacketsByTheByte()
 
 void TestSignalReports::voltage_data()
 {
-    QTest::addColumn<QByteArray>("report");
-    QTest::addColumn<int>("expected");
+    addColumns<QByteArray, int>("report", "expected");
 
-    QTest::newRow("zero") << hex("34 77 0c 00 00") << 0;
-    QTest::newRow("low byte") << hex("34 77 0c ff 00") << 255;
-    QTest::newRow("one high bit") << hex("34 77 0c 00 01") << 256;
-    QTest::newRow("two high bits") << hex("3a 77 0c 01 02") << 513;
-    QTest::newRow("largest") << hex("3a 77 0c ff 03") << 1023;
-    QTest::newRow("bits above are nothing") << hex("34 77 0c 00 fc") << 0;
-    QTest::newRow("all bits") << hex("34 77 0c ff ff") << 1023;
-    QTest::newRow("only the header") << hex("34 77") << 0;
+    addRow("zero", hex("34 77 0c 00 00"), 0);
+    addRow("low byte", hex("34 77 0c ff 00"), 255);
+    addRow("one high bit", hex("34 77 0c 00 01"), 256);
+    addRow("two high bits", hex("3a 77 0c 01 02"), 513);
+    addRow("largest", hex("3a 77 0c ff 03"), 1023);
+    addRow("bits above are nothing", hex("34 77 0c 00 fc"), 0);
+    addRow("all bits", hex("34 77 0c ff ff"), 1023);
+    addRow("only the header", hex("34 77"), 0);
 }
 
 void TestSignalReports::voltage()

@@ -1,16 +1,13 @@
-#include <memory>
-
+#include "bargraph/bargraphtest.h"
 #include "bargraph/paintcounter.h"
 #include "bargraph/textline.h"
 #include "support/testmain.h"
 
-class TestTextPause : public QObject
+class TestTextPause : public BarGraphTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
     void firstCallStartsThePause();
     void due_data();
     void due();
@@ -20,20 +17,7 @@ private slots:
     void severalLines();
 
 private:
-    std::unique_ptr<qorvexgraph> window;
-    bargraph *view = nullptr;
 };
-
-void TestTextPause::init()
-{
-    window = std::make_unique<qorvexgraph>();
-    view = window->barGraphView;
-}
-
-void TestTextPause::cleanup()
-{
-    window.reset();
-}
 
 /// Must run first: the time is kept for the life of the process.
 void TestTextPause::firstCallStartsThePause()
@@ -53,14 +37,13 @@ void TestTextPause::firstCallStartsThePause()
 
 void TestTextPause::due_data()
 {
-    QTest::addColumn<int>("afterMs");
-    QTest::addColumn<bool>("shown");
+    addColumns<int, bool>("afterMs", "shown");
 
-    QTest::newRow("at once") << 0 << false;
-    QTest::newRow("20 ms later") << 20 << false;
-    QTest::newRow("21 ms later") << 21 << true;
-    QTest::newRow("an hour later") << 3600000 << true;
-    QTest::newRow("earlier, as past midnight") << -21 << false;
+    addRow("at once", 0, false);
+    addRow("20 ms later", 20, false);
+    addRow("21 ms later", 21, true);
+    addRow("an hour later", 3600000, true);
+    addRow("earlier, as past midnight", -21, false);
 }
 
 void TestTextPause::due()
@@ -116,16 +99,14 @@ void TestTextPause::everyPictureRestartsThePause()
 
 void TestTextPause::severalLines_data()
 {
-    QTest::addColumn<QByteArray>("characters");
-    QTest::addColumn<int>("firstSignal");
-    QTest::addColumn<bool>("shown");
+    addColumns<QByteArray, int, bool>("characters", "firstSignal", "shown");
 
     const QByteArray second = lineWith(0, "0055"); // 85
-    QTest::newRow("the second counts") << goodLine + second << 85 << true;
-    QTest::newRow("a parsed line, then a short one") << second + "short!" << 85 << true;
-    QTest::newRow("a short line, then a parsed one") << "short!" + second << 85 << true;
-    QTest::newRow("a parsed line, then the start of one") << second + "0011 " << 85 << true;
-    QTest::newRow("two short ones") << QByteArray("short!short!") << -7 << false;
+    addRow("the second counts", goodLine + second, 85, true);
+    addRow("a parsed line, then a short one", second + "short!", 85, true);
+    addRow("a short line, then a parsed one", "short!" + second, 85, true);
+    addRow("a parsed line, then the start of one", second + "0011 ", 85, true);
+    addRow("two short ones", QByteArray("short!short!"), -7, false);
 }
 
 void TestTextPause::severalLines()

@@ -16,12 +16,11 @@ private slots:
 
 void ByteTests::onlyOneIsYesForGetters_data()
 {
-    QTest::addColumn<int>("byte");
-    QTest::addColumn<bool>("expected");
-    QTest::newRow("zero") << 0 << false;
-    QTest::newRow("one") << 1 << true;
-    QTest::newRow("two") << 2 << false;
-    QTest::newRow("largest") << 255 << false;
+    addColumns<int, bool>("byte", "expected");
+    addRow("zero", 0, false);
+    addRow("one", 1, true);
+    addRow("two", 2, false);
+    addRow("largest", 255, false);
 }
 
 void ByteTests::onlyOneIsYesForGetters()
@@ -40,12 +39,11 @@ void ByteTests::onlyOneIsYesForGetters()
 
 void ByteTests::recordIsFoundUnlessZero_data()
 {
-    QTest::addColumn<int>("byte");
-    QTest::addColumn<bool>("expected");
-    QTest::newRow("zero") << 0 << false;
-    QTest::newRow("one") << 1 << true;
-    QTest::newRow("two") << 2 << true;
-    QTest::newRow("largest") << 255 << true;
+    addColumns<int, bool>("byte", "expected");
+    addRow("zero", 0, false);
+    addRow("one", 1, true);
+    addRow("two", 2, true);
+    addRow("largest", 255, true);
 }
 
 void ByteTests::recordIsFoundUnlessZero()

@@ -1,7 +1,7 @@
 #include <dlfcn.h>
 
 #include "orvexwrapper.h"
-#include "support/capturedstderr.h"
+#include "support/capturedoutput.h"
 #include "support/driverlibrary.h"
 #include "support/entrypointnames.h"
 #include "support/testmain.h"
@@ -78,7 +78,7 @@ void LoadingTests::withoutLibraryEachAttachSaysSo()
     const QByteArray message(
         "liborvexboardex.so.1: cannot open shared object file: No such file or directory");
     OrvexWrapper wrapper;
-    CapturedStderr once;
+    CapturedOutput once(stderr);
     QCOMPARE(wrapper.Attach(), 0);
     QCOMPARE(once.text(), message);
     QCOMPARE(takeLoaderCalls(), QStringList(opening));
@@ -86,7 +86,7 @@ void LoadingTests::withoutLibraryEachAttachSaysSo()
     QCOMPARE(wrapper.SendCommand(1, "A\r"), -1);
     QVERIFY(wrapper.GetTouchEnabled(1));
 
-    CapturedStderr again;
+    CapturedOutput again(stderr);
     QCOMPARE(wrapper.Attach(), 0);
     QCOMPARE(again.text(), message);
 }
@@ -94,14 +94,13 @@ void LoadingTests::withoutLibraryEachAttachSaysSo()
 void LoadingTests::libraryThatAppearsLaterIsFound()
 {
     OrvexWrapper wrapper;
-    CapturedStderr captured;
+    CapturedOutput captured(stderr);
     QCOMPARE(wrapper.Attach(), 0);
     QVERIFY(!captured.text().isEmpty());
 
-    const DriverLibrary library("complete");
-    library.setBoards({1, 2});
+    const DriverLibrary library("complete", {1, 2});
     library->setResult("orvexAttach", 42);
-    CapturedStderr silent;
+    CapturedOutput silent(stderr);
     QCOMPARE(wrapper.Attach(), 42);
     QCOMPARE(silent.text(), QByteArray());
     QCOMPARE(wrapper.GetDeviceCount(), 2);
@@ -155,7 +154,7 @@ void LoadingTests::withoutAttachEntryTheLibraryStaysLoaded()
     const DriverLibrary library("without/orvexAttach");
     library.setBoards({1, 2, 3});
     OrvexWrapper wrapper;
-    CapturedStderr captured;
+    CapturedOutput captured(stderr);
 
     QCOMPARE(wrapper.Attach(), 0);
     QCOMPARE(captured.text(), QByteArray());

@@ -10,11 +10,11 @@ class OperationTests : public QObject
 
 private slots:
     void areComplete();
-    void forwardArgumentsAndResult_data();
+    void forwardArgumentsAndResult_data() { addRows(); }
     void forwardArgumentsAndResult();
-    void fallBackWithoutAnyEntryPoint_data();
+    void fallBackWithoutAnyEntryPoint_data() { addRows(); }
     void fallBackWithoutAnyEntryPoint();
-    void fallBackWithoutTheirEntryPoint_data();
+    void fallBackWithoutTheirEntryPoint_data() { addRows(); }
     void fallBackWithoutTheirEntryPoint();
     void extendedOnesFallBackToThePlainOnes();
     void outputsReachTheCaller();
@@ -39,11 +39,6 @@ void OperationTests::areComplete()
     QCOMPARE(operationrows::all().size(), 48);
 }
 
-void OperationTests::forwardArgumentsAndResult_data()
-{
-    addRows();
-}
-
 void OperationTests::forwardArgumentsAndResult()
 {
     QFETCH(int, index);
@@ -62,11 +57,6 @@ void OperationTests::forwardArgumentsAndResult()
     QCOMPARE(library.takeCalls(), QStringList(operationrows::filledIn(row.journal)));
 }
 
-void OperationTests::fallBackWithoutAnyEntryPoint_data()
-{
-    addRows();
-}
-
 void OperationTests::fallBackWithoutAnyEntryPoint()
 {
     QFETCH(int, index);
@@ -79,11 +69,6 @@ void OperationTests::fallBackWithoutAnyEntryPoint()
 
     QCOMPARE(returned, QString::fromLatin1(row.returnedFallback));
     QCOMPARE(library.takeCalls(), QStringList());
-}
-
-void OperationTests::fallBackWithoutTheirEntryPoint_data()
-{
-    addRows();
 }
 
 void OperationTests::fallBackWithoutTheirEntryPoint()
@@ -125,8 +110,7 @@ void OperationTests::extendedOnesFallBackToThePlainOnes()
 
 void OperationTests::outputsReachTheCaller()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({-123456});
+    const DriverLibrary library("complete", {-123456});
     OrvexWrapper wrapper;
     wrapper.Attach();
 

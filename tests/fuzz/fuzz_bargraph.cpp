@@ -59,8 +59,7 @@ void runStep(fuzz::Input &input, QTime &time)
         time = QTime(23, 59, 59, 990);
     } else {
         time = time.addMSecs(operation);
-        _DataPacket packet =
-            fuzz::packetOf(operation == 253 ? textLine(input) : input.bytes(input.byte()), time);
+        _DataPacket packet = packetOf(operation == 253 ? textLine(input) : input.bytes(input.byte()), time);
         view->Display(&packet);
     }
     checkView(view);
@@ -71,7 +70,7 @@ void runStep(fuzz::Input &input, QTime &time)
 void resetView()
 {
     bargraph *view = window->barGraphView;
-    _DataPacket voltage = fuzz::packetOf(QByteArray("\x34\x77\x0c\x01\x01", 5), QTime(12, 0));
+    _DataPacket voltage = packetOf(QByteArray("\x34\x77\x0c\x01\x01", 5), QTime(12, 0));
     view->Display(&voltage);
     std::fill(std::begin(view->channelSignals), std::end(view->channelSignals), qint16{0});
     view->textLine.clear();

@@ -58,7 +58,7 @@ void runStep(fuzz::Input &input, QTime &time, QByteArray &bytes)
         else if (operation != 253)
             bytes = input.bytes(input.byte());
         time = time.addMSecs(operation < 248 ? operation : 0);
-        _DataPacket packet = fuzz::packetOf(bytes, time);
+        _DataPacket packet = packetOf(bytes, time);
         view->Display(&packet);
         checkView(view, &packet);
     }

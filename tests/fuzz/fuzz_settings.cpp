@@ -62,10 +62,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         fuzz::require(window.commandLine->historyIndex == 0, "recalling starts from the front");
         const int shown = window.barGraphView->freqSpin->value();
         fuzz::require(shown >= 0 && shown <= 500000, "the spin box is within its range");
-        _DataPacket packet = fuzz::packetOf(QByteArray("\x08\x32"
-                                                       "line\r\n",
-                                                       8),
-                                            QTime(12, 0));
+        _DataPacket packet = packetOf(QByteArray("\x08\x32"
+                                                 "line\r\n",
+                                                 8),
+                                      QTime(12, 0));
         window.monitorView->logEnabled = false;
         window.monitorView->Display(&packet);
         window.monitorView->grab();

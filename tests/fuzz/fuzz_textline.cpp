@@ -65,7 +65,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         cuts[i] = input.byte();
     for (std::size_t i = 0; !input.isEmpty(); i = (i + 1) % 16) {
         const QByteArray part = input.bytes(qMax<std::size_t>(cuts[i], 1));
-        _DataPacket packet = fuzz::packetOf(QByteArray("\x20\x32", 2) + part, time = time.addMSecs(31));
+        _DataPacket packet = packetOf(QByteArray("\x20\x32", 2) + part, time = time.addMSecs(31));
         view->Display(&packet);
         window->barGraphView->Display(&packet);
         if (packet.checksum == lastChecksum)

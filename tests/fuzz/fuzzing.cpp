@@ -63,15 +63,4 @@ QByteArray Input::bytes(std::size_t length)
     return result;
 }
 
-_DataPacket packetOf(const QByteArray &bytes, QTime time)
-{
-    _DataPacket packet;
-    packet.data = bytes;
-    packet.length = static_cast<quint32>(bytes.size());
-    packet.checksum = qChecksum(bytes.constData(), packet.length);
-    packet.device = 1;
-    packet.time = time;
-    return packet;
-}
-
 } // namespace fuzz

@@ -3,10 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include <QByteArray>
-#include <QTime>
-
-#include "datapacket.h"
+#include "support/packets.h"
 
 // What the fuzz targets share. A target defines LLVMFuzzerInitialize() and LLVMFuzzerTestOneInput(), which
 // libFuzzer calls, or a replay of stored inputs.
@@ -38,8 +35,5 @@ private:
     const std::uint8_t *rest;
     std::size_t left;
 };
-
-/// A packet as the data callback builds it.
-_DataPacket packetOf(const QByteArray &bytes, QTime time);
 
 } // namespace fuzz

@@ -121,10 +121,9 @@ void AccessTest::namesItsParts()
 
 void AccessTest::followsThePalette_data()
 {
-    QTest::addColumn<QColor>("ground");
-    QTest::addColumn<QColor>("text");
-    QTest::newRow("dark") << QColor(30, 31, 32) << QColor(240, 240, 240);
-    QTest::newRow("light") << QColor(240, 241, 242) << QColor(10, 10, 10);
+    addColumns<QColor, QColor>("ground", "text");
+    addRow("dark", QColor(30, 31, 32), QColor(240, 240, 240));
+    addRow("light", QColor(240, 241, 242), QColor(10, 10, 10));
 }
 
 void AccessTest::followsThePalette()

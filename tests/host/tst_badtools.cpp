@@ -1,6 +1,6 @@
 #include "host/examplefolder.h"
 #include "hostwindow.h"
-#include "support/capturedstderr.h"
+#include "support/capturedoutput.h"
 #include "support/testmain.h"
 #include "tendroplugininterface.h"
 
@@ -76,8 +76,8 @@ void BadToolsTest::refusesDuplicateId()
 void BadToolsTest::refusesToolThatThrowsAtOnce_data()
 {
     QTest::addColumn<QByteArray>("operation");
-    QTest::newRow("when it is made") << QByteArray("constructor");
-    QTest::newRow("when it tells its id") << QByteArray("id");
+    addRow("when it is made", QByteArray("constructor"));
+    addRow("when it tells its id", QByteArray("id"));
 }
 
 void BadToolsTest::refusesToolThatThrowsAtOnce()
@@ -95,7 +95,7 @@ void BadToolsTest::survivesThrowingAction()
 {
     scan();
     qputenv("EXAMPLE_THROWS", "Second.action");
-    CapturedStderr errors;
+    CapturedOutput errors(stderr);
     const HostWindow window(scan_.plugins);
     QCOMPARE(errors.text(),
              "tendro-host: " + fileOf("example_second") + ": its action() throws: no action\n");
@@ -122,7 +122,7 @@ void BadToolsTest::survivesThrowingWidget()
     const QWidget *tenth = window.openTool(scan_.plugins[1]);
     QVERIFY(tenth);
     qputenv("EXAMPLE_THROWS", "Second.widget");
-    CapturedStderr errors;
+    CapturedOutput errors(stderr);
     QVERIFY(!window.openTool(scan_.plugins[0]));
     QCOMPARE(errors.text(),
              "tendro-host: " + fileOf("example_second") + ": its widget() throws: no widget\n");
@@ -136,7 +136,7 @@ void BadToolsTest::survivesThrowingClose()
     window.show();
     const QWidget *second = window.openTool(scan_.plugins[0]);
     qputenv("EXAMPLE_THROWS", "Second.closeWidget");
-    CapturedStderr errors;
+    CapturedOutput errors(stderr);
     const QWidget *tenth = window.openTool(scan_.plugins[1]);
     QCOMPARE(errors.text(),
              "tendro-host: " + fileOf("example_second") + ": its closeWidget() throws: no closeWidget\n");

@@ -1,5 +1,6 @@
 #include "boardmenu.h"
 #include "host/examplefolder.h"
+#include "host/menuactions.h"
 #include "hostwindow.h"
 #include "simulator/simulatedlibrary.h"
 #include "support/testmain.h"
@@ -10,15 +11,6 @@
 #include <QTranslator>
 
 namespace {
-
-QStringList captions(const QWidget &menu)
-{
-    QStringList texts;
-    const QList<QAction *> actions = menu.actions();
-    for (const QAction *action : actions)
-        texts += action->text();
-    return texts;
-}
 
 /// Letters that more than one of the captions has as its own.
 QString sharedLetters(const QStringList &texts)
@@ -73,19 +65,19 @@ void GermanTest::initTestCase()
 void GermanTest::namesMenus()
 {
     // "basic" is no group that the host knows
-    QCOMPARE(captions(*window_->menuBar()),
+    QCOMPARE(captions(window_->menuBar()->actions()),
              QStringList({QStringLiteral("&Datei"), QStringLiteral("&Basic"), QStringLiteral("&Erweitert"),
                           QStringLiteral("B&oard"), QStringLiteral("&Hilfe")}));
 }
 
 void GermanTest::namesActions()
 {
-    QCOMPARE(captions(*menu(0)),
+    QCOMPARE(captions(menu(0)->actions()),
              QStringList({QStringLiteral("Werkzeug &schließen"), QStringLiteral("&Beenden")}));
-    QCOMPARE(captions(*menu(3)),
+    QCOMPARE(captions(menu(3)->actions()),
              QStringList({QStringLiteral("&Einstecken"), QStringLiteral("&Ausstecken"),
                           QStringLiteral("&Störung"), QStringLiteral("S&zenario: default")}));
-    QCOMPARE(captions(*menu(4)), QStringList(QStringLiteral("Ü&ber")));
+    QCOMPARE(captions(menu(4)->actions()), QStringList(QStringLiteral("Ü&ber")));
 }
 
 void GermanTest::givesEachActionALetterOfItsOwn()
@@ -94,7 +86,7 @@ void GermanTest::givesEachActionALetterOfItsOwn()
     const QList<QMenu *> menus = window_->findChildren<QMenu *>();
     QVERIFY(menus.size() >= 8);
     for (const QMenu *each : menus)
-        QVERIFY2(sharedLetters(captions(*each)).isEmpty(), qPrintable(each->title()));
+        QVERIFY2(sharedLetters(captions(each->actions())).isEmpty(), qPrintable(each->title()));
 }
 
 void GermanTest::saysInGermanWhatFaultsDo()

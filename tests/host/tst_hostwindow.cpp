@@ -1,4 +1,5 @@
 #include "host/examplefolder.h"
+#include "host/menuactions.h"
 #include "hostwindow.h"
 #include "support/testmain.h"
 #include "tendroplugininterface.h"
@@ -12,18 +13,6 @@
 #include <QSignalSpy>
 #include <QToolBar>
 #include <QToolButton>
-
-namespace {
-
-QStringList captions(const QList<QAction *> &actions)
-{
-    QStringList texts;
-    for (const QAction *action : actions)
-        texts += action->text();
-    return texts;
-}
-
-} // namespace
 
 class HostWindowTest : public QObject
 {

@@ -41,14 +41,13 @@ private slots:
 
 void LanguageTest::followsTheSystem_data()
 {
-    QTest::addColumn<QByteArray>("languages");
-    QTest::addColumn<QString>("captions");
+    addColumns<QByteArray, QString>("languages", "captions");
 
-    QTest::newRow("German") << QByteArray("de") << german;
-    QTest::newRow("German of a country") << QByteArray("de_AT") << german;
-    QTest::newRow("German as the second choice") << QByteArray("xh:de") << german;
-    QTest::newRow("English before German") << QByteArray("en_GB:de") << english;
-    QTest::newRow("a language without translation") << QByteArray("xh") << english;
+    addRow("German", QByteArray("de"), german);
+    addRow("German of a country", QByteArray("de_AT"), german);
+    addRow("German as the second choice", QByteArray("xh:de"), german);
+    addRow("English before German", QByteArray("en_GB:de"), english);
+    addRow("a language without translation", QByteArray("xh"), english);
 }
 
 void LanguageTest::followsTheSystem()
@@ -73,12 +72,10 @@ void LanguageTest::followsTheLocaleAlone()
 
 void LanguageTest::translatesHostAndToolkit_data()
 {
-    QTest::addColumn<QByteArray>("languages");
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<QString>("translation");
+    addColumns<QByteArray, QByteArray, QString>("languages", "text", "translation");
 
     const auto row = [](const char *name, const char *languages, const char *text, const char *translation) {
-        QTest::newRow(name) << QByteArray(languages) << QByteArray(text) << QString::fromUtf8(translation);
+        addRow(name, QByteArray(languages), QByteArray(text), QString::fromUtf8(translation));
     };
     row("host", "de", "HostWindow|&Quit", "&Beenden");
     row("host in German of a country", "de_AT", "HostWindow|&Quit", "&Beenden");
@@ -104,12 +101,11 @@ void LanguageTest::translatesHostAndToolkit()
 
 void LanguageTest::findsTabsByEitherCaption_data()
 {
-    QTest::addColumn<QString>("tab");
-    QTest::addColumn<int>("status");
-    QTest::newRow("translated") << "Balkenanzeige=0" << 0;
-    QTest::newRow("untranslated") << "Bar Graph=0" << 0;
-    QTest::newRow("the same in both") << "Monitor=0" << 0;
-    QTest::newRow("another text of the tool") << "Log to file=0" << 2;
+    addColumns<QString, int>("tab", "status");
+    addRow("translated", "Balkenanzeige=0", 0);
+    addRow("untranslated", "Bar Graph=0", 0);
+    addRow("the same in both", "Monitor=0", 0);
+    addRow("another text of the tool", "Log to file=0", 2);
 }
 
 void LanguageTest::findsTabsByEitherCaption()

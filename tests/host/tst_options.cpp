@@ -65,16 +65,14 @@ void OptionsTest::readsEverything()
 
 void OptionsTest::readsScenario_data()
 {
-    QTest::addColumn<QString>("arguments");
-    QTest::addColumn<bool>("simulate");
-    QTest::addColumn<QString>("scenario");
+    addColumns<QString, bool, QString>("arguments", "simulate", "scenario");
 
-    QTest::newRow("none") << "--rows" << false << "";
-    QTest::newRow("no value at the end") << "--rows --simulate" << true << "";
-    QTest::newRow("no value before an option") << "--simulate --rows" << true << "";
-    QTest::newRow("a name") << "--simulate flood --rows" << true << "flood";
-    QTest::newRow("a name with an equals sign") << "--simulate=flood --rows" << true << "flood";
-    QTest::newRow("the last one counts") << "--simulate --rows --simulate flood" << true << "flood";
+    addRow("none", "--rows", false, "");
+    addRow("no value at the end", "--rows --simulate", true, "");
+    addRow("no value before an option", "--simulate --rows", true, "");
+    addRow("a name", "--simulate flood --rows", true, "flood");
+    addRow("a name with an equals sign", "--simulate=flood --rows", true, "flood");
+    addRow("the last one counts", "--simulate --rows --simulate flood", true, "flood");
 }
 
 void OptionsTest::readsScenario()
@@ -89,20 +87,13 @@ void OptionsTest::readsScenario()
 
 void OptionsTest::readsTabs_data()
 {
-    QTest::addColumn<QString>("value");
-    QTest::addColumn<QString>("caption");
-    QTest::addColumn<int>("durationMs");
+    addColumns<QString, QString, int>("value", "caption", "durationMs");
 
-    QTest::newRow("caption alone") << "Bar Graph"
-                                   << "Bar Graph" << 1000;
-    QTest::newRow("with seconds") << "Monitor=2.5"
-                                  << "Monitor" << 2500;
-    QTest::newRow("no time at all") << "Monitor=0"
-                                    << "Monitor" << 0;
-    QTest::newRow("last equals sign") << "a=b=3"
-                                      << "a=b" << 3000;
-    QTest::newRow("a day") << "Monitor=86400"
-                           << "Monitor" << 86400000;
+    addRow("caption alone", "Bar Graph", "Bar Graph", 1000);
+    addRow("with seconds", "Monitor=2.5", "Monitor", 2500);
+    addRow("no time at all", "Monitor=0", "Monitor", 0);
+    addRow("last equals sign", "a=b=3", "a=b", 3000);
+    addRow("a day", "Monitor=86400", "Monitor", 86400000);
 }
 
 void OptionsTest::readsTabs()
@@ -117,31 +108,28 @@ void OptionsTest::readsTabs()
 
 void OptionsTest::refuses_data()
 {
-    QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<QString>("error");
+    addColumns<QStringList, QString>("arguments", "error");
 
     const QString seconds = QStringLiteral("expected seconds from 0 to 86400");
-    QTest::newRow("unknown option") << words("--bogus") << "Unknown option 'bogus'.";
-    QTest::newRow("argument") << words("file") << "Unexpected argument 'file'.";
-    QTest::newRow("missing value") << words("--for") << "Missing value after '--for'.";
-    QTest::newRow("value of a switch") << words("--rows=1") << "Unexpected value after '--rows'.";
-    QTest::newRow("text for seconds") << words("--for soon") << "--for soon: " + seconds;
-    QTest::newRow("negative seconds") << words("--for=-1") << "--for -1: " + seconds;
-    QTest::newRow("endless seconds") << words("--for inf") << "--for inf: " + seconds;
-    QTest::newRow("no number of seconds") << words("--for nan") << "--for nan: " + seconds;
-    QTest::newRow("more than a day") << words("--for 86400.1") << "--for 86400.1: " + seconds;
-    QTest::newRow("empty tab seconds") << words("--tab A=") << "--tab A=: " + seconds + " after \"=\"";
-    QTest::newRow("no such folder") << words("--plugins /nowhere") << "--plugins /nowhere: no such folder";
-    QTest::newRow("second folder") << words("--plugins / --plugins /nowhere")
-                                   << "--plugins /nowhere: no such folder";
-    QTest::newRow("file as the folder")
-        << words("--plugins /proc/self/status") << "--plugins /proc/self/status: a file, not a folder";
-    QTest::newRow("no such driver") << words("--driver /nowhere") << "--driver /nowhere: no such file";
-    QTest::newRow("driver is a folder") << words("--driver /") << "--driver /: a folder, not a file";
-    QTest::newRow("two drivers") << words("--simulate --driver /proc/self/status")
-                                 << "--simulate and --driver: expected one of them at most";
-    QTest::newRow("no such translation")
-        << words("--translation /nowhere") << "--translation /nowhere: no such file";
+    addRow("unknown option", words("--bogus"), "Unknown option 'bogus'.");
+    addRow("argument", words("file"), "Unexpected argument 'file'.");
+    addRow("missing value", words("--for"), "Missing value after '--for'.");
+    addRow("value of a switch", words("--rows=1"), "Unexpected value after '--rows'.");
+    addRow("text for seconds", words("--for soon"), "--for soon: " + seconds);
+    addRow("negative seconds", words("--for=-1"), "--for -1: " + seconds);
+    addRow("endless seconds", words("--for inf"), "--for inf: " + seconds);
+    addRow("no number of seconds", words("--for nan"), "--for nan: " + seconds);
+    addRow("more than a day", words("--for 86400.1"), "--for 86400.1: " + seconds);
+    addRow("empty tab seconds", words("--tab A="), "--tab A=: " + seconds + " after \"=\"");
+    addRow("no such folder", words("--plugins /nowhere"), "--plugins /nowhere: no such folder");
+    addRow("second folder", words("--plugins / --plugins /nowhere"), "--plugins /nowhere: no such folder");
+    addRow("file as the folder", words("--plugins /proc/self/status"),
+           "--plugins /proc/self/status: a file, not a folder");
+    addRow("no such driver", words("--driver /nowhere"), "--driver /nowhere: no such file");
+    addRow("driver is a folder", words("--driver /"), "--driver /: a folder, not a file");
+    addRow("two drivers", words("--simulate --driver /proc/self/status"),
+           "--simulate and --driver: expected one of them at most");
+    addRow("no such translation", words("--translation /nowhere"), "--translation /nowhere: no such file");
 }
 
 void OptionsTest::refuses()
@@ -155,7 +143,7 @@ void OptionsTest::refusesEmptyPaths_data()
 {
     QTest::addColumn<QString>("name");
     for (const char *name : {"--plugins", "--driver", "--translation", "--snapshot"})
-        QTest::newRow(name) << name;
+        addRow(name, name);
 }
 
 void OptionsTest::refusesEmptyPaths()

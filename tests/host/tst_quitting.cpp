@@ -38,8 +38,8 @@ bool QuittingTest::runUntilSignal(const ExampleFolder &folder, const QStringList
 void QuittingTest::closesToolFirst_data()
 {
     QTest::addColumn<int>("number");
-    QTest::newRow("SIGINT") << SIGINT;
-    QTest::newRow("SIGTERM") << SIGTERM;
+    addRow("SIGINT", SIGINT);
+    addRow("SIGTERM", SIGTERM);
 }
 
 void QuittingTest::closesToolFirst()

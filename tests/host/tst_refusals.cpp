@@ -50,14 +50,13 @@ void RefusalTest::needsAPlugin()
 
 void RefusalTest::refusesBadInput_data()
 {
-    QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<QString>("error");
+    addColumns<QStringList, QString>("arguments", "error");
 
     const auto row = [](const char *name, std::initializer_list<const char *> arguments, const char *error) {
         QStringList list;
         for (const char *argument : arguments)
             list += QString::fromLatin1(argument);
-        QTest::newRow(name) << list << QString::fromLatin1(error);
+        addRow(name, list, QString::fromLatin1(error));
     };
     row("unknown option", {"--bogus"}, "Unknown option 'bogus'.");
     row("two lines in an argument", {"one\ntwo"}, "Unexpected argument 'one two'.");
@@ -90,7 +89,7 @@ void RefusalTest::refusesToolkitOptionsWithoutValue_data()
 {
     QTest::addColumn<QString>("option");
     for (const char *option : {"-platform", "--platform", "-style", "-qwindowtitle"})
-        QTest::newRow(option) << option;
+        addRow(option, option);
 }
 
 void RefusalTest::refusesToolkitOptionsWithoutValue()
@@ -119,9 +118,8 @@ void RefusalTest::tellsThatOutputIsFull_data()
 {
     QTest::addColumn<QStringList>("arguments");
     for (const char *name : {"--list", "--list-scenarios", "--help", "--version"})
-        QTest::newRow(name) << QStringList(QLatin1String(name));
-    QTest::newRow("--rows") << QStringList(
-        {QStringLiteral("--rows"), QStringLiteral("--for"), QStringLiteral("0")});
+        addRow(name, QStringList(QLatin1String(name)));
+    addRow("--rows", QStringList({QStringLiteral("--rows"), QStringLiteral("--for"), QStringLiteral("0")}));
 }
 
 void RefusalTest::tellsThatOutputIsFull()
@@ -160,11 +158,10 @@ void RefusalTest::tellsThatThereAreNoScenarios()
 
 void RefusalTest::refusesBadScenario_data()
 {
-    QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<QString>("place");
-    QTest::newRow("no such file") << QByteArray() << "scenario.json";
-    QTest::newRow("not JSON") << QByteArray("{\n  \"title\":\n") << "scenario.json";
-    QTest::newRow("unknown key") << QByteArray("{\"title\": \"x\", \"bords\": []}\n") << "bords";
+    addColumns<QByteArray, QString>("content", "place");
+    addRow("no such file", QByteArray(), "scenario.json");
+    addRow("not JSON", QByteArray("{\n  \"title\":\n"), "scenario.json");
+    addRow("unknown key", QByteArray("{\"title\": \"x\", \"bords\": []}\n"), "bords");
 }
 
 void RefusalTest::refusesBadScenario()

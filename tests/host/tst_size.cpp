@@ -36,11 +36,10 @@ void SizeTest::initTestCase()
 
 void SizeTest::fitsTheScreen_data()
 {
-    QTest::addColumn<QString>("scale");
-    QTest::addColumn<QSize>("least");
-    QTest::newRow("100 %") << "1" << QSize(900, 700);
-    QTest::newRow("150 %") << "1.5" << QSize(1200, 700);
-    QTest::newRow("200 %") << "2" << QSize(1200, 700);
+    addColumns<QString, QSize>("scale", "least");
+    addRow("100 %", "1", QSize(900, 700));
+    addRow("150 %", "1.5", QSize(1200, 700));
+    addRow("200 %", "2", QSize(1200, 700));
 }
 
 void SizeTest::fitsTheScreen()

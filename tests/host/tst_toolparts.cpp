@@ -191,22 +191,17 @@ void ToolPartsTest::leavesOutComboBoxesAndHeaders()
 
 void ToolPartsTest::namesSnapshots_data()
 {
-    QTest::addColumn<QString>("caption");
-    QTest::addColumn<QString>("name");
-    QTest::newRow("one word") << "Monitor"
-                              << "monitor";
-    QTest::newRow("two words") << "Bar Graph"
-                               << "bar-graph";
-    QTest::newRow("a path") << "../../A b"
-                            << "a-b";
-    QTest::newRow("digits") << "Tab 2"
-                            << "tab-2";
-    QTest::newRow("umlauts") << QString::fromUtf8("\xc3\x9c"
-                                                  "bersicht")
-                             << QString::fromUtf8("\xc3\xbc"
-                                                  "bersicht");
-    QTest::newRow("nothing usable") << "?!"
-                                    << "tab";
+    addColumns<QString, QString>("caption", "name");
+    addRow("one word", "Monitor", "monitor");
+    addRow("two words", "Bar Graph", "bar-graph");
+    addRow("a path", "../../A b", "a-b");
+    addRow("digits", "Tab 2", "tab-2");
+    addRow("umlauts",
+           QString::fromUtf8("\xc3\x9c"
+                             "bersicht"),
+           QString::fromUtf8("\xc3\xbc"
+                             "bersicht"));
+    addRow("nothing usable", "?!", "tab");
 }
 
 void ToolPartsTest::namesSnapshots()

@@ -2,7 +2,7 @@
 
 #include "orvexwrapper.h"
 #include "qorvexgraph.h"
-#include "support/capturedstderr.h"
+#include "support/capturedoutput.h"
 #include "support/driverlibrary.h"
 #include "support/testmain.h"
 
@@ -57,16 +57,15 @@ QByteArray bytesSeen(const DriverLibrary &library, int call)
 void AttachmentTests::callsOfAnAttach_data()
 {
     QTest::addColumn<QVector<int>>("ids");
-    QTest::newRow("no board") << QVector<int>{};
-    QTest::newRow("one board") << QVector<int>{1001};
-    QTest::newRow("two boards, larger id first") << QVector<int>{2002, -5};
+    addRow("no board", QVector<int>{});
+    addRow("one board", QVector<int>{1001});
+    addRow("two boards, larger id first", QVector<int>{2002, -5});
 }
 
 void AttachmentTests::callsOfAnAttach()
 {
     QFETCH(QVector<int>, ids);
-    const DriverLibrary library("complete");
-    library.setBoards(ids);
+    const DriverLibrary library("complete", ids);
     qorvexgraph window;
 
     window.AttachHardware();
@@ -79,8 +78,7 @@ void AttachmentTests::callsOfAnAttach()
 
 void AttachmentTests::recordIsPreparedOnce()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({258, 7});
+    const DriverLibrary library("complete", {258, 7});
     qorvexgraph window;
     window.AttachHardware();
 
@@ -95,8 +93,7 @@ void AttachmentTests::recordIsPreparedOnce()
 
 void AttachmentTests::boardWithoutRecordIsLeftOut()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({11, 12, 13});
+    const DriverLibrary library("complete", {11, 12, 13});
     library->setFailingIndex(1);
     qorvexgraph window;
     window.AttachHardware();
@@ -112,8 +109,7 @@ void AttachmentTests::boardWithoutRecordIsLeftOut()
 
 void AttachmentTests::countBelowZeroIsNoBoard()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({11});
+    const DriverLibrary library("complete", {11});
     library->setResult("orvexGetDeviceCount", -1);
     qorvexgraph window;
     window.AttachHardware();
@@ -124,8 +120,7 @@ void AttachmentTests::countBelowZeroIsNoBoard()
 
 void AttachmentTests::secondAttachRegistersDataCallbacksAgain()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({11, 12});
+    const DriverLibrary library("complete", {11, 12});
     qorvexgraph window;
     window.AttachHardware();
     const OrvexWrapper *wrapper = window.hardware;
@@ -162,8 +157,7 @@ void AttachmentTests::connectionsAccumulate()
 
 void AttachmentTests::callsOfADetach()
 {
-    DriverLibrary library("complete");
-    library.setBoards({11, 12});
+    DriverLibrary library("complete", {11, 12});
     qorvexgraph window;
     window.AttachHardware();
     library.takeCalls();
@@ -189,8 +183,7 @@ void AttachmentTests::callsOfADetach()
 
 void AttachmentTests::detachWhenDetachedOnlyShowsIt()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({11});
+    const DriverLibrary library("complete", {11});
     qorvexgraph window;
     window.detachFromHardware();
     QCOMPARE(window.statusLabel->text(), QStringLiteral("<i>No device found.</i> <i>Paused</i>"));
@@ -207,25 +200,19 @@ void AttachmentTests::detachWhenDetachedOnlyShowsIt()
 
 void AttachmentTests::statusTexts_data()
 {
-    QTest::addColumn<QVector<int>>("ids");
-    QTest::addColumn<QString>("attached");
-    QTest::addColumn<QString>("detached");
-    QTest::newRow("no board") << QVector<int>{} << "<i>No device found.</i>"
-                              << "<i>No device found.</i> <i>Paused</i>";
-    QTest::newRow("one board") << QVector<int>{5} << "<b>1 device found.</b>"
-                               << "<b>1 device found.</b> <i>Paused</i>";
-    QTest::newRow("two boards") << QVector<int>{5, 6} << "<b>2 devices found.</b>"
-                                << "<b>2 devices found.</b> <i>Paused</i>";
-    QTest::newRow("twelve boards") << QVector<int>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}
-                                   << "<b>12 devices found.</b>"
-                                   << "<b>12 devices found.</b> <i>Paused</i>";
+    addColumns<QVector<int>, QString, QString>("ids", "attached", "detached");
+    addRow("no board", QVector<int>{}, "<i>No device found.</i>", "<i>No device found.</i> <i>Paused</i>");
+    addRow("one board", QVector<int>{5}, "<b>1 device found.</b>", "<b>1 device found.</b> <i>Paused</i>");
+    addRow("two boards", QVector<int>{5, 6}, "<b>2 devices found.</b>",
+           "<b>2 devices found.</b> <i>Paused</i>");
+    addRow("twelve boards", QVector<int>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}, "<b>12 devices found.</b>",
+           "<b>12 devices found.</b> <i>Paused</i>");
 }
 
 void AttachmentTests::statusTexts()
 {
     QFETCH(QVector<int>, ids);
-    const DriverLibrary library("complete");
-    library.setBoards(ids);
+    const DriverLibrary library("complete", ids);
     qorvexgraph window;
     window.AttachHardware();
     QTEST(window.statusLabel->text(), "attached");
@@ -237,7 +224,7 @@ void AttachmentTests::withoutLibraryTheToolIsAttachedToNothing()
 {
     QVERIFY(!DriverLibrary::isLoaded());
     qorvexgraph window;
-    CapturedStderr captured;
+    CapturedOutput captured(stderr);
     window.AttachHardware();
     QCOMPARE(captured.text(),
              QByteArray("liborvexboardex.so.1: cannot open shared object file: No such file or directory"));
@@ -251,12 +238,11 @@ void AttachmentTests::withoutLibraryTheToolIsAttachedToNothing()
 void AttachmentTests::libraryThatAppearsIsFoundByTheNextAttach()
 {
     qorvexgraph window;
-    CapturedStderr captured;
+    CapturedOutput captured(stderr);
     window.AttachHardware();
     QVERIFY(!captured.text().isEmpty());
 
-    const DriverLibrary library("complete");
-    library.setBoards({11});
+    const DriverLibrary library("complete", {11});
     window.AttachHardware();
     QCOMPARE(window.statusLabel->text(), QStringLiteral("<b>1 device found.</b>"));
     // The plug-and-play callback went nowhere with the first attach, and is not offered again.
@@ -266,8 +252,7 @@ void AttachmentTests::libraryThatAppearsIsFoundByTheNextAttach()
 
 void AttachmentTests::destructorMakesNoDriverCall()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({11});
+    const DriverLibrary library("complete", {11});
     OrvexWrapper *left = nullptr;
     {
         qorvexgraph window;

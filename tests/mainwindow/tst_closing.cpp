@@ -8,6 +8,7 @@
 #include "qlineupdownedit.h"
 #include "qorvexgraph.h"
 #include "support/driverlibrary.h"
+#include "support/otherstore.h"
 #include "support/testmain.h"
 
 /// Closing and hiding the window.
@@ -30,14 +31,6 @@ private slots:
 
 namespace {
 
-struct Store : QSettings
-{
-    Store()
-        : QSettings(QStringLiteral("Corvane"), QStringLiteral("qorvexgraph"))
-    {
-    }
-};
-
 /// Counts how often the window system hides a widget.
 class HideCounter : public QObject
 {
@@ -54,7 +47,7 @@ public:
 
 QByteArrayList linesOfStoreFile()
 {
-    Store().sync();
+    otherStore().sync();
     QFile file(QDir::homePath() + "/config/Corvane/qorvexgraph.conf");
     if (!file.open(QIODevice::ReadOnly))
         return {};
@@ -65,13 +58,12 @@ QByteArrayList linesOfStoreFile()
 
 void ClosingTests::init()
 {
-    Store().clear();
+    otherStore().clear();
 }
 
 void ClosingTests::closingDetaches()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({1});
+    const DriverLibrary library("complete", {1});
     qorvexgraph window;
     window.show();
     window.AttachHardware();
@@ -105,7 +97,7 @@ void ClosingTests::closingSavesTheMonitorsSettings()
     window.monitorView->monitorFont = QFont(QStringLiteral("Some Family"), 17);
     window.monitorView->logEnabled = true;
     window.close();
-    const Store store;
+    const QSettings store = otherStore();
     QCOMPARE(store.value("Monitor Font"), QVariant("Some Family"));
     QCOMPARE(store.value("Monitor Font Size"), QVariant(17));
     QCOMPARE(store.value("Log To File"), QVariant(true));
@@ -134,29 +126,27 @@ void ClosingTests::nothingIsSavedBeforeClosing()
     window.monitorView->OnChangedFontSize("12");
     window.monitorView->LogToFile(true);
     window.commandLine->addToHistory("A1");
-    QCOMPARE(Store().allKeys(), QStringList());
+    QCOMPARE(otherStore().allKeys(), QStringList());
     window.close();
     const QStringList keys{"Log To File", "Monitor Font", "Monitor Font Size", "history/0"};
-    QCOMPARE(Store().allKeys(), keys);
+    QCOMPARE(otherStore().allKeys(), keys);
 }
 
 void ClosingTests::hidingDetachesWithoutSaving()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({1});
+    const DriverLibrary library("complete", {1});
     qorvexgraph window;
     window.show();
     window.AttachHardware();
     window.hide();
     QVERIFY(!window.hardware);
     QCOMPARE(library.takeCalls().filter("orvexDetach()").size(), 2);
-    QCOMPARE(Store().allKeys(), QStringList());
+    QCOMPARE(otherStore().allKeys(), QStringList());
 }
 
 void ClosingTests::hiddenByTheWindowSystemStaysAttached()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({1});
+    const DriverLibrary library("complete", {1});
     qorvexgraph window;
     window.AttachHardware();
     library.takeCalls();
@@ -176,8 +166,7 @@ void ClosingTests::hiddenByTheWindowSystemStaysAttached()
 
 void ClosingTests::minimisingStaysAttached()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({1});
+    const DriverLibrary library("complete", {1});
     qorvexgraph window;
     HideCounter hides;
     window.installEventFilter(&hides);
@@ -199,8 +188,7 @@ void ClosingTests::minimisingStaysAttached()
 
 void ClosingTests::closedWindowCanBeUsedAgain()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({1});
+    const DriverLibrary library("complete", {1});
     qorvexgraph window;
     window.show();
     window.close();

@@ -109,14 +109,13 @@ void IntakeTests::packetIsACopy()
 
 void IntakeTests::checksums_data()
 {
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<quint32>("checksum");
+    addColumns<QByteArray, quint32>("bytes", "checksum");
     // CRC-16 of ISO 3309: polynomial 1021 (hex), reflected, begun with FFFF, complemented at the end.
-    QTest::newRow("the digits 1 to 9") << QByteArray("123456789") << 0x906EU;
-    QTest::newRow("no byte") << QByteArray() << 0x0000U;
-    QTest::newRow("a zero") << QByteArray("\0", 1) << 0xF078U;
-    QTest::newRow("five bytes") << QByteArray("\5\x21\0\xff\1", 5) << 0x9482U;
-    QTest::newRow("64 zeros") << QByteArray(64, '\0') << 0xA494U;
+    addRow("the digits 1 to 9", QByteArray("123456789"), 0x906EU);
+    addRow("no byte", QByteArray(), 0x0000U);
+    addRow("a zero", QByteArray("\0", 1), 0xF078U);
+    addRow("five bytes", QByteArray("\5\x21\0\xff\1", 5), 0x9482U);
+    addRow("64 zeros", QByteArray(64, '\0'), 0xA494U);
 }
 
 void IntakeTests::checksums()
@@ -129,12 +128,11 @@ void IntakeTests::checksums()
 
 void IntakeTests::missingTypeByteIsZero_data()
 {
-    QTest::addColumn<bool>("isNull");
-    QTest::addColumn<int>("length");
-    QTest::newRow("null, no length") << true << 0;
-    QTest::newRow("null, with a length") << true << 5;
-    QTest::newRow("no byte") << false << 0;
-    QTest::newRow("one byte") << false << 1;
+    addColumns<bool, int>("isNull", "length");
+    addRow("null, no length", true, 0);
+    addRow("null, with a length", true, 5);
+    addRow("no byte", false, 0);
+    addRow("one byte", false, 1);
 }
 
 void IntakeTests::missingTypeByteIsZero()
@@ -211,8 +209,8 @@ void IntakeTests::thresholdIsThatOfTheViewLastShown()
 void IntakeTests::packetsOfOtherTabsAreDropped_data()
 {
     QTest::addColumn<bool>("anyTab");
-    QTest::newRow("the tab holds no view") << true;
-    QTest::newRow("there is no tab") << false;
+    addRow("the tab holds no view", true);
+    addRow("there is no tab", false);
 }
 
 void IntakeTests::packetsOfOtherTabsAreDropped()

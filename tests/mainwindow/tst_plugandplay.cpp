@@ -30,8 +30,7 @@ private slots:
 
 void PlugAndPlayTests::noticeIsHandledOnTheGuiThread()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({11});
+    const DriverLibrary library("complete", {11});
     qorvexgraph window;
     window.AttachHardware();
     library.takeCalls();
@@ -53,15 +52,14 @@ void PlugAndPlayTests::noticeIsHandledOnTheGuiThread()
 void PlugAndPlayTests::noticeStillQueuedAtDetachIsDropped_data()
 {
     QTest::addColumn<bool>("close");
-    QTest::newRow("closed") << true;
-    QTest::newRow("hidden") << false;
+    addRow("closed", true);
+    addRow("hidden", false);
 }
 
 void PlugAndPlayTests::noticeStillQueuedAtDetachIsDropped()
 {
     QFETCH(bool, close);
-    const DriverLibrary library("complete");
-    library.setBoards({11});
+    const DriverLibrary library("complete", {11});
     qorvexgraph window;
     window.show();
     window.AttachHardware();
@@ -80,12 +78,11 @@ void PlugAndPlayTests::noticeStillQueuedAtDetachIsDropped()
 
 void PlugAndPlayTests::noticeAfterADetachIsIgnored_data()
 {
-    QTest::addColumn<bool>("close");
-    QTest::addColumn<bool>("ownThread");
-    QTest::newRow("closed; on the caller's own thread") << true << true;
-    QTest::newRow("closed; on another thread") << true << false;
-    QTest::newRow("hidden; on the caller's own thread") << false << true;
-    QTest::newRow("hidden; on another thread") << false << false;
+    addColumns<bool, bool>("close", "ownThread");
+    addRow("closed; on the caller's own thread", true, true);
+    addRow("closed; on another thread", true, false);
+    addRow("hidden; on the caller's own thread", false, true);
+    addRow("hidden; on another thread", false, false);
 }
 
 void PlugAndPlayTests::noticeAfterADetachIsIgnored()
@@ -93,8 +90,7 @@ void PlugAndPlayTests::noticeAfterADetachIsIgnored()
     QFETCH(bool, close);
     QFETCH(bool, ownThread);
     // Keeps the library loaded, with the callbacks that it knows.
-    const DriverLibrary library("complete");
-    library.setBoards({11});
+    const DriverLibrary library("complete", {11});
     qorvexgraph window;
     window.show();
     window.AttachHardware();
@@ -125,8 +121,7 @@ void PlugAndPlayTests::noticeAfterADetachIsIgnored()
 
 void PlugAndPlayTests::noticeAfterAnAttachThatWasBrokenOffIsIgnored()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({11});
+    const DriverLibrary library("complete", {11});
     qorvexgraph window;
     window.show();
     {
@@ -146,8 +141,7 @@ void PlugAndPlayTests::noticeAfterAnAttachThatWasBrokenOffIsIgnored()
 
 void PlugAndPlayTests::noticeReachesTheOtherWindows()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({11});
+    const DriverLibrary library("complete", {11});
     qorvexgraph closed;
     closed.AttachHardware();
     qorvexgraph attached;
@@ -166,19 +160,17 @@ void PlugAndPlayTests::noticeReachesTheOtherWindows()
 
 void PlugAndPlayTests::noticeAttachesAWindowThatNeverWas_data()
 {
-    QTest::addColumn<bool>("shown");
-    QTest::addColumn<bool>("hidden");
-    QTest::newRow("never shown") << false << false;
-    QTest::newRow("shown") << true << false;
-    QTest::newRow("shown, then hidden") << true << true;
+    addColumns<bool, bool>("shown", "hidden");
+    addRow("never shown", false, false);
+    addRow("shown", true, false);
+    addRow("shown, then hidden", true, true);
 }
 
 void PlugAndPlayTests::noticeAttachesAWindowThatNeverWas()
 {
     QFETCH(bool, shown);
     QFETCH(bool, hidden);
-    const DriverLibrary library("complete");
-    library.setBoards({11});
+    const DriverLibrary library("complete", {11});
     qorvexgraph window;
     if (shown)
         window.show();
@@ -198,27 +190,26 @@ void PlugAndPlayTests::noticeAttachesAWindowThatNeverWas()
 void PlugAndPlayTests::callOfTheSlotAlwaysAttaches_data()
 {
     QTest::addColumn<Call>("call");
-    QTest::newRow("plain") << Call([](qorvexgraph &window) { window.AttachHardware(); });
-    QTest::newRow("queued") << Call([](qorvexgraph &window) {
-        QMetaObject::invokeMethod(&window, "AttachHardware", Qt::QueuedConnection);
-    });
-    QTest::newRow("through a timer of the host")
-        << Call([](qorvexgraph &window) { QTimer::singleShot(1, &window, SLOT(AttachHardware())); });
-    QTest::newRow("through another signal of the window") << Call([](qorvexgraph &window) {
-        connect(&window, SIGNAL(windowTitleChanged(QString)), &window, SLOT(AttachHardware()));
-        window.setWindowTitle("title");
-    });
-    QTest::newRow("a typed command") << Call([](qorvexgraph &window) {
-        window.commandLine->setText("A");
-        QTest::keyClick(window.commandLine, Qt::Key_Return);
-    });
+    addRow("plain", Call([](qorvexgraph &window) { window.AttachHardware(); }));
+    addRow("queued", Call([](qorvexgraph &window) {
+               QMetaObject::invokeMethod(&window, "AttachHardware", Qt::QueuedConnection);
+           }));
+    addRow("through a timer of the host",
+           Call([](qorvexgraph &window) { QTimer::singleShot(1, &window, SLOT(AttachHardware())); }));
+    addRow("through another signal of the window", Call([](qorvexgraph &window) {
+               connect(&window, SIGNAL(windowTitleChanged(QString)), &window, SLOT(AttachHardware()));
+               window.setWindowTitle("title");
+           }));
+    addRow("a typed command", Call([](qorvexgraph &window) {
+               window.commandLine->setText("A");
+               QTest::keyClick(window.commandLine, Qt::Key_Return);
+           }));
 }
 
 void PlugAndPlayTests::callOfTheSlotAlwaysAttaches()
 {
     QFETCH(Call, call);
-    const DriverLibrary library("complete");
-    library.setBoards({11});
+    const DriverLibrary library("complete", {11});
     qorvexgraph window;
     window.AttachHardware();
     window.detachFromHardware();

@@ -88,15 +88,13 @@ void RateLimitTests::nothingLimitedIsKeptBeforeTheFirstText()
 
 void RateLimitTests::gapMustExceedTheThreshold_data()
 {
-    QTest::addColumn<int>("threshold");
-    QTest::addColumn<int>("gap");
-    QTest::addColumn<bool>("kept");
-    QTest::newRow("default, just too soon") << 50 << 50 << false;
-    QTest::newRow("default, just late enough") << 50 << 51 << true;
-    QTest::newRow("none, at once") << 0 << 0 << false;
-    QTest::newRow("none, a millisecond") << 0 << 1 << true;
-    QTest::newRow("slowest, a second") << 1000 << 1000 << false;
-    QTest::newRow("slowest, just late enough") << 1000 << 1001 << true;
+    addColumns<int, int, bool>("threshold", "gap", "kept");
+    addRow("default, just too soon", 50, 50, false);
+    addRow("default, just late enough", 50, 51, true);
+    addRow("none, at once", 0, 0, false);
+    addRow("none, a millisecond", 0, 1, true);
+    addRow("slowest, a second", 1000, 1000, false);
+    addRow("slowest, just late enough", 1000, 1001, true);
 }
 
 void RateLimitTests::gapMustExceedTheThreshold()

@@ -69,8 +69,7 @@ int countOutOfOrder(const QVector<_DataPacket> &packets)
 
 void ThreadTests::fourThreadsDeliverAtOnce()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({7});
+    const DriverLibrary library("complete", {7});
     qorvexgraph window;
     auto *view = new RecordingView(&window);
     window.tabs->setCurrentIndex(window.tabs->addTab(view, "Recording"));
@@ -86,8 +85,7 @@ void ThreadTests::fourThreadsDeliverAtOnce()
 
 void ThreadTests::floodWhileAttachingAndDetaching()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({7, 8});
+    const DriverLibrary library("complete", {7, 8});
     qorvexgraph window;
     auto *view = new RecordingView(&window);
     window.tabs->setCurrentIndex(window.tabs->addTab(view, "Recording"));
@@ -117,8 +115,7 @@ void ThreadTests::floodWhileAttachingAndDetaching()
 
 void ThreadTests::floodIntoTheMonitor()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({7, 8});
+    const DriverLibrary library("complete", {7, 8});
     qorvexgraph window;
     window.tabs->setCurrentWidget(window.monitorView);
     int rows = 0;

@@ -40,19 +40,17 @@ void TranslationTests::firstStatusIsNotTranslated()
 
 void TranslationTests::statusTexts_data()
 {
-    QTest::addColumn<QVector<int>>("ids");
-    QTest::addColumn<QString>("status");
-    QTest::newRow("no board") << QVector<int>{} << "{qorvexgraph: <i>No device found.</i>}";
-    QTest::newRow("one board") << QVector<int>{5} << "{qorvexgraph: <b>1 device found.</b>}";
-    QTest::newRow("three boards") << QVector<int>{5, 6, 7} << "{qorvexgraph: <b>3 devices found.</b>}";
+    addColumns<QVector<int>, QString>("ids", "status");
+    addRow("no board", QVector<int>{}, "{qorvexgraph: <i>No device found.</i>}");
+    addRow("one board", QVector<int>{5}, "{qorvexgraph: <b>1 device found.</b>}");
+    addRow("three boards", QVector<int>{5, 6, 7}, "{qorvexgraph: <b>3 devices found.</b>}");
 }
 
 void TranslationTests::statusTexts()
 {
     QFETCH(QVector<int>, ids);
     QFETCH(QString, status);
-    const DriverLibrary library("complete");
-    library.setBoards(ids);
+    const DriverLibrary library("complete", ids);
     const MarkingTranslator translator;
     qorvexgraph window;
     window.AttachHardware();

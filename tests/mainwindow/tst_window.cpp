@@ -63,8 +63,7 @@ void WindowTests::startsDetached()
 
 void WindowTests::constructionMakesNoDriverCall()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({1});
+    const DriverLibrary library("complete", {1});
     {
         const qorvexgraph window;
     }

@@ -4,9 +4,9 @@
 #include <QStandardItemModel>
 #include <QStringList>
 
-#include "datapacket.h"
 #include "monitor.h"
 #include "qorvexgraph.h"
+#include "support/packets.h"
 
 /// A detached main window and its "Monitor" tab, with what a board would send it.
 class MonitorView
@@ -19,10 +19,9 @@ public:
     MonitorView &operator=(const MonitorView &) = delete;
 
     /// Shows one report, as the intake does.
-    void send(const QByteArray &bytes, QTime time = QTime(12, 0))
+    void send(const QByteArray &bytes, QTime time = noon)
     {
-        _DataPacket packet{bytes, static_cast<quint32>(bytes.size()),
-                           qChecksum(bytes.constData(), static_cast<uint>(bytes.size())), 1001, time};
+        _DataPacket packet = packetOf(bytes, time);
         view->Display(&packet);
     }
 

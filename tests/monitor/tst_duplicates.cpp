@@ -15,11 +15,6 @@ const char positionRow[] = "Q:     3  Px:    47 X:  1106176 Y:  4321000 Fine X: 
                            "PolY:    88";
 const char unknownAlikeRow[] = ".!A..   05 21 41 e0 0f ";
 
-QByteArray bytes(const char *hexadecimal)
-{
-    return QByteArray::fromHex(hexadecimal);
-}
-
 } // namespace
 
 /// Which reports are dropped because the one before them had the same checksum.
@@ -50,13 +45,12 @@ private slots:
 
 void Duplicates::checksumsAreAsWritten_data()
 {
-    QTest::addColumn<QByteArray>("report");
-    QTest::addColumn<quint16>("checksum");
-    QTest::newRow("the dummy before the first report") << QByteArray("HH") << quint16{0x49ad};
-    QTest::newRow("position") << bytes(positionHex) << quint16{0x370f};
-    QTest::newRow("pen identity") << bytes(penIdentityAlikeHex) << quint16{0x370f};
-    QTest::newRow("unknown") << bytes(unknownAlikeHex) << quint16{0x370f};
-    QTest::newRow("pen identity, one byte away") << bytes("09 a2 00 0100 f8ff 207d") << quint16{0x2ed7};
+    addColumns<QByteArray, quint16>("report", "checksum");
+    addRow("the dummy before the first report", QByteArray("HH"), quint16{0x49ad});
+    addRow("position", hex(positionHex), quint16{0x370f});
+    addRow("pen identity", hex(penIdentityAlikeHex), quint16{0x370f});
+    addRow("unknown", hex(unknownAlikeHex), quint16{0x370f});
+    addRow("pen identity, one byte away", hex("09 a2 00 0100 f8ff 207d"), quint16{0x2ed7});
 }
 
 void Duplicates::checksumsAreAsWritten()
@@ -69,15 +63,15 @@ void Duplicates::checksumsAreAsWritten()
 void Duplicates::knownReportTwiceGivesOneRow_data()
 {
     QTest::addColumn<QByteArray>("report");
-    QTest::newRow("signal") << bytes("0a 2f 04 0100 0200 0300 04");
-    QTest::newRow("signal of a sub-type without fields") << bytes("0a 2f 09 0100 0200 0300 04");
-    QTest::newRow("signal with a length byte that is wrong") << bytes("0c 2f 04 0100 0200 0300 04");
-    QTest::newRow("phase") << bytes("28 68 01 02");
-    QTest::newRow("phase with a length byte that is wrong") << bytes("29 68 01 02");
-    QTest::newRow("voltage") << bytes("34 77 0c 10 01");
-    QTest::newRow("pen identity") << bytes("09 a2 00 0100 0200 0300");
-    QTest::newRow("dual pen") << bytes("1a a3 01 00 05");
-    QTest::newRow("position") << bytes(positionHex);
+    addRow("signal", hex("0a 2f 04 0100 0200 0300 04"));
+    addRow("signal of a sub-type without fields", hex("0a 2f 09 0100 0200 0300 04"));
+    addRow("signal with a length byte that is wrong", hex("0c 2f 04 0100 0200 0300 04"));
+    addRow("phase", hex("28 68 01 02"));
+    addRow("phase with a length byte that is wrong", hex("29 68 01 02"));
+    addRow("voltage", hex("34 77 0c 10 01"));
+    addRow("pen identity", hex("09 a2 00 0100 0200 0300"));
+    addRow("dual pen", hex("1a a3 01 00 05"));
+    addRow("position", hex(positionHex));
 }
 
 void Duplicates::knownReportTwiceGivesOneRow()
@@ -93,17 +87,17 @@ void Duplicates::knownReportTwiceGivesOneRow()
 void Duplicates::unknownReportTwiceGivesTwoRows()
 {
     MonitorView monitorView;
-    monitorView.send(bytes(unknownAlikeHex));
-    monitorView.send(bytes(unknownAlikeHex));
+    monitorView.send(hex(unknownAlikeHex));
+    monitorView.send(hex(unknownAlikeHex));
     QCOMPARE(monitorView.rows(), (QStringList{unknownAlikeRow, unknownAlikeRow}));
 }
 
 void Duplicates::knownReportComesBackAfterAnother()
 {
     MonitorView monitorView;
-    monitorView.send(bytes(positionHex));
-    monitorView.send(bytes("0a 2f 04 0100 0200 0300 04"));
-    monitorView.send(bytes(positionHex));
+    monitorView.send(hex(positionHex));
+    monitorView.send(hex("0a 2f 04 0100 0200 0300 04"));
+    monitorView.send(hex(positionHex));
     QCOMPARE(monitorView.rows(),
              (QStringList{positionRow, "0:     1  60:     2  120:     3  Integs:   4", positionRow}));
 }
@@ -111,12 +105,12 @@ void Duplicates::knownReportComesBackAfterAnother()
 void Duplicates::otherTypeWithTheSameChecksumIsDropped()
 {
     MonitorView monitorView;
-    monitorView.send(bytes(positionHex));
-    monitorView.send(bytes(penIdentityAlikeHex));
+    monitorView.send(hex(positionHex));
+    monitorView.send(hex(penIdentityAlikeHex));
     QCOMPARE(monitorView.rows(), QStringList{positionRow});
 
     // One bit of the last value away, it is shown.
-    monitorView.send(bytes("09 a2 00 0100 f8ff 207d"));
+    monitorView.send(hex("09 a2 00 0100 f8ff 207d"));
     QCOMPARE(monitorView.rows(),
              (QStringList{positionRow, "Q:             -8     Button:        32032 Pen:        Student"}));
 }
@@ -125,9 +119,9 @@ void Duplicates::otherTypeWithTheSameChecksumIsDropped()
 void Duplicates::onlyTheChecksumCounts()
 {
     MonitorView monitorView;
-    _DataPacket first{bytes("09 a2 00 0100 0200 0300"), 9, 7, 1001, QTime(12, 0)};
-    _DataPacket otherBytes{bytes("0a 2f 04 0100 0200 0300 04"), 10, 7, 1002, QTime(12, 1)};
-    _DataPacket otherChecksum{bytes("09 a2 00 0100 0200 0300"), 9, 8, 1001, QTime(12, 0)};
+    _DataPacket first{hex("09 a2 00 0100 0200 0300"), 9, 7, 1001, noon};
+    _DataPacket otherBytes{hex("0a 2f 04 0100 0200 0300 04"), 10, 7, 1002, QTime(12, 1)};
+    _DataPacket otherChecksum{hex("09 a2 00 0100 0200 0300"), 9, 8, 1001, noon};
     monitorView.view->Display(&first);
     monitorView.view->Display(&otherBytes);
     QCOMPARE(monitorView.rows().size(), 1);
@@ -140,29 +134,28 @@ void Duplicates::onlyTheChecksumCounts()
 void Duplicates::unknownTypeIsNotCompared()
 {
     MonitorView monitorView;
-    monitorView.send(bytes(positionHex));
-    monitorView.send(bytes(unknownAlikeHex));
+    monitorView.send(hex(positionHex));
+    monitorView.send(hex(unknownAlikeHex));
     QCOMPARE(monitorView.rows(), (QStringList{positionRow, unknownAlikeRow}));
 }
 
 void Duplicates::knownTypeIsComparedWithAnUnknownOne()
 {
     MonitorView monitorView;
-    monitorView.send(bytes(unknownAlikeHex));
-    monitorView.send(bytes(positionHex));
+    monitorView.send(hex(unknownAlikeHex));
+    monitorView.send(hex(positionHex));
     QCOMPARE(monitorView.rows(), QStringList{unknownAlikeRow});
 }
 
 // Each of these has the checksum of the two bytes "HH".
 void Duplicates::firstReportAlikeTheDummy_data()
 {
-    QTest::addColumn<QByteArray>("report");
-    QTest::addColumn<QByteArray>("oneBitAway");
-    QTest::newRow("signal") << bytes("0a 2f 04 21 1b") << bytes("0a 2f 04 20 1b");
-    QTest::newRow("phase") << bytes("28 68 41 65 b3") << bytes("28 68 41 64 b3");
-    QTest::newRow("pen identity") << bytes("09 a2 41 58 dd") << bytes("09 a2 41 59 dd");
-    QTest::newRow("dual pen") << bytes("09 a3 41 80 c4") << bytes("09 a3 41 81 c4");
-    QTest::newRow("position") << bytes("09 a4 41 88 89") << bytes("09 a4 41 89 89");
+    addColumns<QByteArray, QByteArray>("report", "oneBitAway");
+    addRow("signal", hex("0a 2f 04 21 1b"), hex("0a 2f 04 20 1b"));
+    addRow("phase", hex("28 68 41 65 b3"), hex("28 68 41 64 b3"));
+    addRow("pen identity", hex("09 a2 41 58 dd"), hex("09 a2 41 59 dd"));
+    addRow("dual pen", hex("09 a3 41 80 c4"), hex("09 a3 41 81 c4"));
+    addRow("position", hex("09 a4 41 88 89"), hex("09 a4 41 89 89"));
 }
 
 void Duplicates::firstReportAlikeTheDummy()
@@ -186,52 +179,52 @@ void Duplicates::firstReportAlikeTheDummy()
 void Duplicates::firstReportAlikeTheDummyButUnknown()
 {
     MonitorView monitorView;
-    monitorView.send(bytes("09 21 41 fc 7b"));
+    monitorView.send(hex("09 21 41 fc 7b"));
     QCOMPARE(monitorView.rows(), QStringList{".!A.{   09 21 41 fc 7b "});
 }
 
 void Duplicates::firstTextAlikeTheDummy()
 {
     MonitorView monitorView;
-    monitorView.send(bytes("09 32 41 05 c4"));
-    monitorView.send(bytes("09 77 41 db fc"));
+    monitorView.send(hex("09 32 41 05 c4"));
+    monitorView.send(hex("09 77 41 db fc"));
     QCOMPARE(monitorView.view->pendingText, QString());
-    monitorView.send(bytes("09 32 41 05 c5"));
+    monitorView.send(hex("09 32 41 05 c5"));
     QCOMPARE(monitorView.view->pendingText, QString("A.."));
 }
 
 void Duplicates::repeatedTextIsNotCollected()
 {
     MonitorView monitorView;
-    monitorView.send(bytes("05 32 41 42 43"));
+    monitorView.send(hex("05 32 41 42 43"));
     QCOMPARE(monitorView.view->pendingText, QString("ABC"));
-    monitorView.send(bytes("05 32 41 42 43"));
+    monitorView.send(hex("05 32 41 42 43"));
     QCOMPARE(monitorView.view->pendingText, QString("ABC"));
-    monitorView.send(bytes("05 32 41 42 44"));
+    monitorView.send(hex("05 32 41 42 44"));
     QCOMPARE(monitorView.view->pendingText, QString("ABCABD"));
 }
 
 void Duplicates::previousPacketIsTheLastShown()
 {
     MonitorView monitorView;
-    _DataPacket packet{bytes("0a 2f 04 0100 0200 0300 04"), 10, 12345, 77, QTime(1, 2, 3, 4)};
+    _DataPacket packet{hex("0a 2f 04 0100 0200 0300 04"), 10, 12345, 77, QTime(1, 2, 3, 4)};
     monitorView.view->Display(&packet);
     const _DataPacket *previous = monitorView.view->previousPacket;
-    QCOMPARE(previous->data, bytes("0a 2f 04 0100 0200 0300 04"));
+    QCOMPARE(previous->data, hex("0a 2f 04 0100 0200 0300 04"));
     QCOMPARE(previous->length, quint32{10});
     QCOMPARE(previous->checksum, quint32{12345});
     QCOMPARE(previous->device, 77);
     QCOMPARE(previous->time, QTime(1, 2, 3, 4));
 
     // Raw reports, of an unknown type or with a wrong length byte, take its place as well.
-    monitorView.send(bytes(unknownAlikeHex), QTime(5, 0));
-    QCOMPARE(previous->data, bytes(unknownAlikeHex));
+    monitorView.send(hex(unknownAlikeHex), QTime(5, 0));
+    QCOMPARE(previous->data, hex(unknownAlikeHex));
     QCOMPARE(previous->time, QTime(5, 0));
-    monitorView.send(bytes("29 68 01 02"), QTime(6, 0));
-    QCOMPARE(previous->data, bytes("29 68 01 02"));
+    monitorView.send(hex("29 68 01 02"), QTime(6, 0));
+    QCOMPARE(previous->data, hex("29 68 01 02"));
     QCOMPARE(previous->time, QTime(6, 0));
-    monitorView.send(bytes("05 32 41 42 43"), QTime(7, 0));
-    QCOMPARE(previous->data, bytes("05 32 41 42 43"));
+    monitorView.send(hex("05 32 41 42 43"), QTime(7, 0));
+    QCOMPARE(previous->data, hex("05 32 41 42 43"));
     QCOMPARE(previous->time, QTime(7, 0));
     QVERIFY(monitorView.view->previousPacket == previous);
 }
@@ -239,21 +232,21 @@ void Duplicates::previousPacketIsTheLastShown()
 void Duplicates::droppedReportLeavesThePreviousPacket()
 {
     MonitorView monitorView;
-    monitorView.send(bytes(positionHex), QTime(12, 0));
-    monitorView.send(bytes(penIdentityAlikeHex), QTime(13, 0));
-    QCOMPARE(monitorView.view->previousPacket->data, bytes(positionHex));
-    QCOMPARE(monitorView.view->previousPacket->time, QTime(12, 0));
+    monitorView.send(hex(positionHex), noon);
+    monitorView.send(hex(penIdentityAlikeHex), QTime(13, 0));
+    QCOMPARE(monitorView.view->previousPacket->data, hex(positionHex));
+    QCOMPARE(monitorView.view->previousPacket->time, noon);
 }
 
 // The intake deletes each packet once the view has seen it.
 void Duplicates::previousPacketIsACopy()
 {
     MonitorView monitorView;
-    auto *packet = new _DataPacket{bytes(positionHex), 31, 0x370f, 1001, QTime(12, 0)};
+    auto *packet = new _DataPacket{hex(positionHex), 31, 0x370f, 1001, noon};
     monitorView.view->Display(packet);
     QVERIFY(monitorView.view->previousPacket != packet);
     delete packet;
-    QCOMPARE(monitorView.view->previousPacket->data, bytes(positionHex));
+    QCOMPARE(monitorView.view->previousPacket->data, hex(positionHex));
 }
 
 PADSCOPE_TEST_MAIN(Duplicates)

@@ -174,8 +174,8 @@ void Frames::viewFollowsWhileHeldBack()
 void Frames::eventLoopWithinAChange_data()
 {
     QTest::addColumn<bool>("withinALayout");
-    QTest::newRow("as rows are inserted") << false;
-    QTest::newRow("as the scroll bar moves") << true;
+    addRow("as rows are inserted", false);
+    addRow("as the scroll bar moves", true);
 }
 
 void Frames::eventLoopWithinAChange()
@@ -210,8 +210,8 @@ void Frames::eventLoopWithinAChangeIsPainted()
 void Frames::hostThatStopsUpdatesWithinAChange_data()
 {
     QTest::addColumn<bool>("ofTheWindow");
-    QTest::newRow("of the rows") << false;
-    QTest::newRow("of the window") << true;
+    addRow("of the rows", false);
+    addRow("of the window", true);
 }
 
 void Frames::hostThatStopsUpdatesWithinAChange()
@@ -275,13 +275,12 @@ void Frames::hostThatStopsUpdatesIsHeard()
 
 void Frames::scrollBarIsThatOfAPlainView_data()
 {
-    QTest::addColumn<QSize>("size");
-    QTest::addColumn<int>("mode");
-    QTest::newRow("few rows in sight") << QSize(480, 300) << int(QTreeView::ScrollPerItem);
-    QTest::newRow("many") << QSize(480, 900) << int(QTreeView::ScrollPerItem);
-    QTest::newRow("narrow") << QSize(310, 360) << int(QTreeView::ScrollPerItem);
-    QTest::newRow("all rows fit") << QSize(480, 3200) << int(QTreeView::ScrollPerItem);
-    QTest::newRow("by pixels, as a style may ask for") << QSize(480, 360) << int(QTreeView::ScrollPerPixel);
+    addColumns<QSize, int>("size", "mode");
+    addRow("few rows in sight", QSize(480, 300), int(QTreeView::ScrollPerItem));
+    addRow("many", QSize(480, 900), int(QTreeView::ScrollPerItem));
+    addRow("narrow", QSize(310, 360), int(QTreeView::ScrollPerItem));
+    addRow("all rows fit", QSize(480, 3200), int(QTreeView::ScrollPerItem));
+    addRow("by pixels, as a style may ask for", QSize(480, 360), int(QTreeView::ScrollPerPixel));
 }
 
 void Frames::scrollBarIsThatOfAPlainView()

@@ -100,27 +100,18 @@ void Log::folderAndName()
 
 void Log::contents_data()
 {
-    QTest::addColumn<QString>("first");
-    QTest::addColumn<QString>("second");
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::newRow("both texts") << "A"
-                                << "B" << QByteArray("A\nB\n");
-    QTest::newRow("first only") << "A"
-                                << "" << QByteArray("A\n");
-    QTest::newRow("second only") << ""
-                                 << "B" << QByteArray("\nB\n");
-    QTest::newRow("neither") << ""
-                             << "" << QByteArray("\n");
-    QTest::newRow("blanks are kept") << " A  "
-                                     << "  " << QByteArray(" A  \n  \n");
-    QTest::newRow("Latin-1") << QString::fromUtf8("\xc3\xa4\xc2\xb5\xc3\xbf") << QString::fromUtf8("\xc3\x89")
-                             << QByteArray("\xe4\xb5\xff\n\xc9\n");
+    addColumns<QString, QString, QByteArray>("first", "second", "bytes");
+    addRow("both texts", "A", "B", QByteArray("A\nB\n"));
+    addRow("first only", "A", "", QByteArray("A\n"));
+    addRow("second only", "", "B", QByteArray("\nB\n"));
+    addRow("neither", "", "", QByteArray("\n"));
+    addRow("blanks are kept", " A  ", "  ", QByteArray(" A  \n  \n"));
+    addRow("Latin-1", QString::fromUtf8("\xc3\xa4\xc2\xb5\xc3\xbf"), QString::fromUtf8("\xc3\x89"),
+           QByteArray("\xe4\xb5\xff\n\xc9\n"));
     // The euro sign, a Greek letter, and one that takes two code units.
-    QTest::newRow("characters that Latin-1 lacks")
-        << QString::fromUtf8("1 \xe2\x82\xac") << QString::fromUtf8("\xce\xb1 \xf0\x9f\x99\x82")
-        << QByteArray("1 ?\n? ??\n");
-    QTest::newRow("line ends stay as they are") << "A\r\nB"
-                                                << "\r" << QByteArray("A\r\nB\n\r\n");
+    addRow("characters that Latin-1 lacks", QString::fromUtf8("1 \xe2\x82\xac"),
+           QString::fromUtf8("\xce\xb1 \xf0\x9f\x99\x82"), QByteArray("1 ?\n? ??\n"));
+    addRow("line ends stay as they are", "A\r\nB", "\r", QByteArray("A\r\nB\n\r\n"));
 }
 
 void Log::contents()
@@ -152,8 +143,8 @@ void Log::decodedRowsAreLogged()
 {
     MonitorView monitorView;
     monitorView.view->LogToFile(true);
-    monitorView.send(QByteArray::fromHex("28 68 00 01"));
-    monitorView.send(QByteArray::fromHex("00 21 41"));
+    monitorView.send(hex("28 68 00 01"));
+    monitorView.send(hex("00 21 41"));
     QCOMPARE(logged(), QByteArray("X Rs 0:     1  60:     0  120:     0 X Full 0:     0  60:     0  "
                                   "120:     0  Y Rs 0:     0  60:     0  120:     0 Y Full 0:     0  "
                                   "60:     0  120:     0  \n"
@@ -166,8 +157,8 @@ void Log::textLineIsLogged()
 {
     MonitorView monitorView;
     monitorView.view->LogToFile(true);
-    monitorView.send(QByteArray::fromHex("02 32"), QTime(12, 0));
-    monitorView.send(QByteArray::fromHex("00 32 41 42 0d 0a 43"), QTime(12, 1));
+    monitorView.send(hex("02 32"), QTime(12, 0));
+    monitorView.send(hex("00 32 41 42 0d 0a 43"), QTime(12, 1));
     QCOMPARE(logged(), QByteArray("AB..\n"));
     monitorView.view->OnTimerAddRest();
     QCOMPARE(logged(), QByteArray("AB..\nC\n"));

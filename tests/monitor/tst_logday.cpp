@@ -56,17 +56,12 @@ QByteArray LogDay::contents(const QString &home, const char *name)
 
 void LogDay::fileOfTheDay_data()
 {
-    QTest::addColumn<QString>("time");
-    QTest::addColumn<QByteArray>("locale");
-    QTest::addColumn<QString>("file");
-    QTest::newRow("a Sunday in November")
-        << "2026-11-15 12:00:00" << QByteArray("C.UTF-8") << "Sun-Nov-15-26.log";
-    QTest::newRow("day of one digit") << "2026-03-05 12:00:00" << QByteArray("C.UTF-8") << "Thu-Mar-5-26.log";
-    QTest::newRow("year of one digit")
-        << "2008-02-29 12:00:00" << QByteArray("C.UTF-8") << "Fri-Feb-29-08.log";
-    QTest::newRow("American English")
-        << "2026-11-15 12:00:00" << QByteArray("en_US.UTF-8") << "Sun-Nov-15-26.log";
-    QTest::newRow("Spanish") << "2026-11-15 12:00:00" << QByteArray("es_ES.UTF-8") << "dom-nov-15-26.log";
+    addColumns<QString, QByteArray, QString>("time", "locale", "file");
+    addRow("a Sunday in November", "2026-11-15 12:00:00", QByteArray("C.UTF-8"), "Sun-Nov-15-26.log");
+    addRow("day of one digit", "2026-03-05 12:00:00", QByteArray("C.UTF-8"), "Thu-Mar-5-26.log");
+    addRow("year of one digit", "2008-02-29 12:00:00", QByteArray("C.UTF-8"), "Fri-Feb-29-08.log");
+    addRow("American English", "2026-11-15 12:00:00", QByteArray("en_US.UTF-8"), "Sun-Nov-15-26.log");
+    addRow("Spanish", "2026-11-15 12:00:00", QByteArray("es_ES.UTF-8"), "dom-nov-15-26.log");
 }
 
 void LogDay::fileOfTheDay()

@@ -4,10 +4,10 @@
 #include <QTabWidget>
 #include <QTreeView>
 
-#include "datapacket.h"
 #include "monitor.h"
 #include "qorvexgraph.h"
 #include "support/countingpaintdevice.h"
+#include "support/packets.h"
 #include "support/testmain.h"
 
 namespace {
@@ -21,17 +21,6 @@ int charactersPainted(QWidget *widget)
     CountingPaintDevice device;
     widget->render(&device);
     return device.characters();
-}
-
-_DataPacket textPacket(const QByteArray &text, QTime time)
-{
-    _DataPacket packet;
-    packet.data = QByteArray("\x40\x32", 2) + text;
-    packet.length = static_cast<quint32>(packet.data.size());
-    packet.checksum = qChecksum(packet.data.constData(), packet.length);
-    packet.device = 1;
-    packet.time = time;
-    return packet;
 }
 
 } // namespace
@@ -107,11 +96,10 @@ void LongRowTests::streamWithoutLineEnds()
     window.tabs->setCurrentIndex(1);
     window.show();
     monitor *view = window.monitorView;
-    const QTime start(12, 0);
     for (int i = 0; i < 1000; ++i) {
         // Different in each packet, since a repeated one is dropped.
         _DataPacket packet =
-            textPacket(QByteArray::number(i).rightJustified(1000, 'a'), start.addMSecs(i * 50));
+            packetOf("\x40\x32" + QByteArray::number(i).rightJustified(1000, 'a'), noon.addMSecs(i * 50));
         view->Display(&packet);
     }
     QCOMPARE(view->model->rowCount(), 0);

@@ -1,18 +1,12 @@
 #include <QFontComboBox>
-#include <QSettings>
 #include <QTest>
 #include <QTreeView>
 
 #include "monitor/monitorview.h"
+#include "support/otherstore.h"
 #include "support/testmain.h"
 
 namespace {
-
-// Stands for any other program that reads the store meanwhile.
-QSettings otherStore()
-{
-    return QSettings("Corvane", "qorvexgraph");
-}
 
 QFontComboBox *fontBox(const MonitorView &monitorView)
 {
@@ -76,8 +70,8 @@ void MonitorFont::storedFamily()
 void MonitorFont::unknownFamily_data()
 {
     QTest::addColumn<QString>("family");
-    QTest::newRow("no such family") << "No Such Family";
-    QTest::newRow("a family in capitals") << "DEJAVU SANS MONO";
+    addRow("no such family", "No Such Family");
+    addRow("a family in capitals", "DEJAVU SANS MONO");
 }
 
 void MonitorFont::unknownFamily()
@@ -100,18 +94,15 @@ void MonitorFont::unknownFamily()
 
 void MonitorFont::storedSize_data()
 {
-    QTest::addColumn<QVariant>("stored");
-    QTest::addColumn<int>("index");
-    QTest::addColumn<int>("pointSize");
-    QTest::addColumn<QString>("pixels");
+    addColumns<QVariant, int, int, QString>("stored", "index", "pointSize", "pixels");
     const int unchanged = QFont().pointSize();
-    QTest::newRow("12 as a number") << QVariant(12) << 3 << 12 << "12px";
-    QTest::newRow("12 as text") << QVariant("12") << 3 << 12 << "12px";
-    QTest::newRow("6") << QVariant(6) << 0 << 6 << "6px";
-    QTest::newRow("8") << QVariant(8) << 1 << 8 << "8px";
-    QTest::newRow("11 is not offered") << QVariant(11) << 0 << unchanged << "11px";
-    QTest::newRow("not the exact text") << QVariant("12 ") << 0 << unchanged << "12 px";
-    QTest::newRow("no number") << QVariant("big") << 0 << unchanged << "bigpx";
+    addRow("12 as a number", QVariant(12), 3, 12, "12px");
+    addRow("12 as text", QVariant("12"), 3, 12, "12px");
+    addRow("6", QVariant(6), 0, 6, "6px");
+    addRow("8", QVariant(8), 1, 8, "8px");
+    addRow("11 is not offered", QVariant(11), 0, unchanged, "11px");
+    addRow("not the exact text", QVariant("12 "), 0, unchanged, "12 px");
+    addRow("no number", QVariant("big"), 0, unchanged, "bigpx");
 }
 
 void MonitorFont::storedSize()
@@ -170,10 +161,10 @@ void MonitorFont::sizeKeepsTheFamily()
 void MonitorFont::sizeThatIsNoNumber_data()
 {
     QTest::addColumn<QString>("text");
-    QTest::newRow("a word") << "big";
-    QTest::newRow("nothing") << "";
-    QTest::newRow("hexadecimal") << "0x10";
-    QTest::newRow("number and word") << "12pt";
+    addRow("a word", "big");
+    addRow("nothing", "");
+    addRow("hexadecimal", "0x10");
+    addRow("number and word", "12pt");
 }
 
 void MonitorFont::sizeThatIsNoNumber()

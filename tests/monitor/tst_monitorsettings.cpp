@@ -1,5 +1,4 @@
 #include <QCheckBox>
-#include <QSettings>
 #include <QSignalSpy>
 #include <QSlider>
 #include <QTabWidget>
@@ -7,15 +6,10 @@
 
 #include "monitor/monitorview.h"
 #include "orvexwrapper.h"
+#include "support/otherstore.h"
 #include "support/testmain.h"
 
 namespace {
-
-// Stands for any other program that reads the store meanwhile.
-QSettings otherStore()
-{
-    return QSettings("Corvane", "qorvexgraph");
-}
 
 QSlider *slider(const MonitorView &monitorView)
 {
@@ -51,15 +45,13 @@ void MonitorSettings::init()
 
 void MonitorSettings::storedThreshold_data()
 {
-    QTest::addColumn<QVariant>("stored");
-    QTest::addColumn<int>("threshold");
-    QTest::addColumn<int>("shown");
-    QTest::newRow("ordinary") << QVariant(250) << 250 << 250;
-    QTest::newRow("least") << QVariant(0) << 0 << 0;
-    QTest::newRow("most") << QVariant(1000) << 1000 << 1000;
-    QTest::newRow("more than the slider has") << QVariant(5000) << 5000 << 1000;
-    QTest::newRow("negative") << QVariant(-5) << -5 << 0;
-    QTest::newRow("no number") << QVariant("fast") << 0 << 0;
+    addColumns<QVariant, int, int>("stored", "threshold", "shown");
+    addRow("ordinary", QVariant(250), 250, 250);
+    addRow("least", QVariant(0), 0, 0);
+    addRow("most", QVariant(1000), 1000, 1000);
+    addRow("more than the slider has", QVariant(5000), 5000, 1000);
+    addRow("negative", QVariant(-5), -5, 0);
+    addRow("no number", QVariant("fast"), 0, 0);
 }
 
 void MonitorSettings::storedThreshold()

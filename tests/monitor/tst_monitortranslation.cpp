@@ -72,14 +72,13 @@ void MonitorTranslation::controls()
 
 void MonitorTranslation::penNames_data()
 {
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QString>("row");
-    QTest::newRow("teacher") << QByteArray("09 a2 00 0000 0100 0200")
-                             << "Q:              1     Button:            2 Pen:        xxTeacher";
-    QTest::newRow("student") << QByteArray("09 a2 00 0100 0100 0200")
-                             << "Q:              1     Button:            2 Pen:        xxStudent";
-    QTest::newRow("unknown") << QByteArray("09 a2 00 0200 0100 0200")
-                             << "Q:              1     Button:            2 Pen:        Unbekannt 2 (2)";
+    addColumns<QByteArray, QString>("bytes", "row");
+    addRow("teacher", QByteArray("09 a2 00 0000 0100 0200"),
+           "Q:              1     Button:            2 Pen:        xxTeacher");
+    addRow("student", QByteArray("09 a2 00 0100 0100 0200"),
+           "Q:              1     Button:            2 Pen:        xxStudent");
+    addRow("unknown", QByteArray("09 a2 00 0200 0100 0200"),
+           "Q:              1     Button:            2 Pen:        Unbekannt 2 (2)");
 }
 
 void MonitorTranslation::penNames()
@@ -87,15 +86,15 @@ void MonitorTranslation::penNames()
     QFETCH(QByteArray, bytes);
     QFETCH(QString, row);
     MonitorView monitorView;
-    monitorView.send(QByteArray::fromHex(bytes));
+    monitorView.send(hex(bytes));
     QCOMPARE(monitorView.rows(), QStringList{row});
 }
 
 void MonitorTranslation::rowFormatsAreNotTranslated()
 {
     MonitorView monitorView;
-    monitorView.send(QByteArray::fromHex("34 77 0c 64 00"));
-    monitorView.send(QByteArray::fromHex("0e 2f 03"));
+    monitorView.send(hex("34 77 0c 64 00"));
+    monitorView.send(hex("0e 2f 03"));
     QCOMPARE(monitorView.rows(), (QStringList{"Raw ADC: 100Voltage: 0.488V",
                                               "Q: Flag  0 Pass  0 AvQ     0 MinQ     0 MaxQ     0"}));
 }
@@ -105,7 +104,7 @@ void MonitorTranslation::nothingElseIsAskedFor()
     MonitorView monitorView;
     for (const char *report : {"28 2f 01", "28 2f 02", "0e 2f 03", "0a 2f 04", "10 2f 05", "19 2f 06",
                                "28 68", "34 77 0c", "1a a3", "1f a4", "00 21"})
-        monitorView.send(QByteArray::fromHex(report));
+        monitorView.send(hex(report));
     QCOMPARE(monitorView.rows().size(), 11);
     translator->asked.sort();
     QCOMPARE(translator->asked, (QStringList{"Data", "Fast Computer", "Log to file", "Slow Computer"}));

@@ -44,27 +44,13 @@ int Rows::columnWidth(const MonitorView &monitorView)
 
 void Rows::textOfARow_data()
 {
-    QTest::addColumn<QString>("first");
-    QTest::addColumn<QString>("second");
-    QTest::addColumn<QString>("row");
-    QTest::newRow("both texts") << "A"
-                                << "B"
-                                << "A   B";
-    QTest::newRow("first only") << "A"
-                                << ""
-                                << "A";
-    QTest::newRow("second only") << ""
-                                 << "B"
-                                 << "   B";
-    QTest::newRow("neither") << ""
-                             << ""
-                             << "";
-    QTest::newRow("blanks are kept") << "A  "
-                                     << "  B "
-                                     << "A       B ";
-    QTest::newRow("second of blanks") << "A"
-                                      << " "
-                                      << "A    ";
+    addColumns<QString, QString, QString>("first", "second", "row");
+    addRow("both texts", "A", "B", "A   B");
+    addRow("first only", "A", "", "A");
+    addRow("second only", "", "B", "   B");
+    addRow("neither", "", "", "");
+    addRow("blanks are kept", "A  ", "  B ", "A       B ");
+    addRow("second of blanks", "A", " ", "A    ");
 }
 
 void Rows::textOfARow()
@@ -196,9 +182,9 @@ void Rows::labelShowsTextAndNoMarkup()
 void Rows::longRowLeavesTheWindow_data()
 {
     QTest::addColumn<QString>("text");
-    QTest::newRow("a letter") << "x";
-    QTest::newRow("one long word") << QString(20000, 'W');
-    QTest::newRow("many words") << QString("word ").repeated(4000);
+    addRow("a letter", "x");
+    addRow("one long word", QString(20000, 'W'));
+    addRow("many words", QString("word ").repeated(4000));
 }
 
 void Rows::longRowLeavesTheWindow()

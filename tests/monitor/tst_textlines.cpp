@@ -7,8 +7,6 @@
 
 namespace {
 
-const QTime noon(12, 0);
-
 QByteArray text(const QByteArray &characters, char type = '\x32')
 {
     return QByteArray("\x00", 1) + type + characters;
@@ -47,16 +45,15 @@ private slots:
 
 void TextLines::lineEndsAtTheLineFeed_data()
 {
-    QTest::addColumn<QByteArray>("report");
-    QTest::addColumn<QString>("row");
-    QTest::newRow("type 50") << text("AB\r\n") << "AB..";
-    QTest::newRow("type 119") << text("AB\r\n", '\x77') << "AB..";
-    QTest::newRow("line feed alone") << text("\n") << ".";
-    QTest::newRow("byte 11 of sub-type 11 is text") << QByteArray::fromHex("3a 77 0b 41 0a") << ".A.";
-    QTest::newRow("byte 12 of type 50 is text") << QByteArray::fromHex("3a 32 0c 41 0a") << ".A.";
-    QTest::newRow("markup") << text("<b>x</b>&amp;\n") << "<b>x</b>&amp;.";
-    QTest::newRow("placeholders") << text("%1 %2 100%\n") << "%1 %2 100%.";
-    QTest::newRow("nothing that prints") << text(QByteArray("\0\t\x1b\x7f\xe4\n", 6)) << "......";
+    addColumns<QByteArray, QString>("report", "row");
+    addRow("type 50", text("AB\r\n"), "AB..");
+    addRow("type 119", text("AB\r\n", '\x77'), "AB..");
+    addRow("line feed alone", text("\n"), ".");
+    addRow("byte 11 of sub-type 11 is text", hex("3a 77 0b 41 0a"), ".A.");
+    addRow("byte 12 of type 50 is text", hex("3a 32 0c 41 0a"), ".A.");
+    addRow("markup", text("<b>x</b>&amp;\n"), "<b>x</b>&amp;.");
+    addRow("placeholders", text("%1 %2 100%\n"), "%1 %2 100%.");
+    addRow("nothing that prints", text(QByteArray("\0\t\x1b\x7f\xe4\n", 6)), "......");
 }
 
 void TextLines::lineEndsAtTheLineFeed()
@@ -74,18 +71,16 @@ void TextLines::lineEndsAtTheLineFeed()
 
 void TextLines::lineTooSoonIsThrownAway_data()
 {
-    QTest::addColumn<QTime>("previous");
-    QTest::addColumn<QTime>("time");
-    QTest::addColumn<bool>("shown");
-    QTest::newRow("same time") << noon << noon << false;
-    QTest::newRow("1 ms") << noon << noon.addMSecs(1) << false;
-    QTest::newRow("20 ms") << noon << noon.addMSecs(20) << false;
-    QTest::newRow("30 ms") << noon << noon.addMSecs(30) << false;
-    QTest::newRow("31 ms") << noon << noon.addMSecs(31) << true;
-    QTest::newRow("an hour") << noon << noon.addSecs(3600) << true;
-    QTest::newRow("1 ms back") << noon << noon.addMSecs(-1) << false;
-    QTest::newRow("over midnight") << QTime(23, 59, 59, 900) << QTime(0, 0, 0, 100) << false;
-    QTest::newRow("no time of its own") << noon << QTime() << false;
+    addColumns<QTime, QTime, bool>("previous", "time", "shown");
+    addRow("same time", noon, noon, false);
+    addRow("1 ms", noon, noon.addMSecs(1), false);
+    addRow("20 ms", noon, noon.addMSecs(20), false);
+    addRow("30 ms", noon, noon.addMSecs(30), false);
+    addRow("31 ms", noon, noon.addMSecs(31), true);
+    addRow("an hour", noon, noon.addSecs(3600), true);
+    addRow("1 ms back", noon, noon.addMSecs(-1), false);
+    addRow("over midnight", QTime(23, 59, 59, 900), QTime(0, 0, 0, 100), false);
+    addRow("no time of its own", noon, QTime(), false);
 }
 
 void TextLines::lineTooSoonIsThrownAway()
@@ -107,7 +102,7 @@ void TextLines::timeCountsFromAnyReportShown()
 {
     MonitorView monitorView;
     monitorView.send(text(""), noon);
-    monitorView.send(QByteArray::fromHex("09 a2 00 0000 0100 0200"), noon.addMSecs(100));
+    monitorView.send(hex("09 a2 00 0000 0100 0200"), noon.addMSecs(100));
     monitorView.send(text("late\n"), noon.addMSecs(130));
     QCOMPARE(monitorView.rows(),
              QStringList{"Q:              1     Button:            2 Pen:        Teacher"});
@@ -244,7 +239,7 @@ void TextLines::otherReportLeavesTheTimer()
 {
     MonitorView monitorView;
     monitorView.send(text("one "), noon);
-    monitorView.send(QByteArray::fromHex("34 77 0c 64 00"), noon);
+    monitorView.send(hex("34 77 0c 64 00"), noon);
     QCOMPARE(monitorView.view->pendingText, QString("one "));
     QVERIFY(monitorView.view->pendingTextTimer.isActive());
     QTRY_COMPARE(monitorView.rows(), (QStringList{"Raw ADC: 100Voltage: 0.488V", "one "}));
@@ -253,9 +248,9 @@ void TextLines::otherReportLeavesTheTimer()
 void TextLines::packetWithoutText_data()
 {
     QTest::addColumn<QByteArray>("report");
-    QTest::newRow("type 50") << QByteArray::fromHex("02 32");
-    QTest::newRow("type 119") << QByteArray::fromHex("02 77");
-    QTest::newRow("type 119, length byte of a voltage") << QByteArray::fromHex("34 77");
+    addRow("type 50", hex("02 32"));
+    addRow("type 119", hex("02 77"));
+    addRow("type 119, length byte of a voltage", hex("34 77"));
 }
 
 void TextLines::packetWithoutText()

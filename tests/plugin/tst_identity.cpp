@@ -121,8 +121,7 @@ void IdentityTests::actionIsTranslatedWhenCreated()
 
 void IdentityTests::widgetIsCreatedOnceAndDetached()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({1});
+    const DriverLibrary library("complete", {1});
     QWidget *widget = plugin->widget();
     QCOMPARE(plugin->widget(), widget);
     QVERIFY(widget->inherits("qorvexgraph"));
@@ -156,8 +155,7 @@ void IdentityTests::closeWidgetKeepsTheWindow()
 
 void IdentityTests::closeWidgetDetachesTheBoards()
 {
-    DriverLibrary library("complete");
-    library.setBoards({1});
+    DriverLibrary library("complete", {1});
     QWidget *widget = plugin->widget();
     widget->show();
     QLineEdit *commandLine = widget->findChild<QLineEdit *>();

@@ -53,8 +53,7 @@ bool useOnce()
 /// \return whether all of it worked
 bool unloadBeforeRepeatedAttach()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({1});
+    const DriverLibrary library("complete", {1});
     QPluginLoader loader(QStringLiteral(PADSCOPE_PLUGIN_FILE));
     loader.setLoadHints({});
     auto *plugin = qobject_cast<TendroPluginInterface *>(loader.instance());

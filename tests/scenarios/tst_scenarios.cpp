@@ -121,7 +121,7 @@ void ScenariosTest::plays_data()
 {
     QTest::addColumn<const Expectation *>("expected");
     for (const Expectation &expectation : expectations())
-        QTest::newRow(expectation.scenario) << &expectation;
+        addRow(expectation.scenario, &expectation);
 }
 
 void ScenariosTest::plays()

@@ -24,11 +24,11 @@ private slots:
 void BoardText::rowsAreNoMarkup_data()
 {
     QTest::addColumn<QByteArray>("text");
-    QTest::newRow("bold") << QByteArray("<b>bold</b>");
-    QTest::newRow("a picture") << QByteArray("<img src=\"/etc/hostname\">");
-    QTest::newRow("a link") << QByteArray("<a href=\"file:///\">here</a>");
-    QTest::newRow("a document") << QByteArray("<!DOCTYPE html><html><body>all</body></html>");
-    QTest::newRow("an entity") << QByteArray("&lt;&amp;");
+    addRow("bold", QByteArray("<b>bold</b>"));
+    addRow("a picture", QByteArray("<img src=\"/etc/hostname\">"));
+    addRow("a link", QByteArray("<a href=\"file:///\">here</a>"));
+    addRow("a document", QByteArray("<!DOCTYPE html><html><body>all</body></html>"));
+    addRow("an entity", QByteArray("&lt;&amp;"));
 }
 
 void BoardText::rowsAreNoMarkup()
@@ -50,10 +50,10 @@ void BoardText::rowsAreNoMarkup()
 void BoardText::proximityIsNoMarkup_data()
 {
     QTest::addColumn<char>("character");
-    QTest::newRow("less than") << '<';
-    QTest::newRow("greater than") << '>';
-    QTest::newRow("ampersand") << '&';
-    QTest::newRow("per cent") << '%';
+    addRow("less than", '<');
+    addRow("greater than", '>');
+    addRow("ampersand", '&');
+    addRow("per cent", '%');
 }
 
 // One character behind "Prox: " is too little for a tag, and the label guesses by tags.
@@ -63,8 +63,7 @@ void BoardText::proximityIsNoMarkup()
     MonitorView monitorView;
     bargraph *view = monitorView.window.barGraphView;
     view->proxChar = character;
-    _DataPacket packet{QByteArray(), 0, 0, 1001, QTime(12, 0)};
-    view->publish(packet);
+    view->publish(packetOf({}));
     const QString shown = view->proxLabel->text();
     QCOMPARE(shown, QStringLiteral("Prox: ") + QLatin1Char(character));
     QVERIFY(!Qt::mightBeRichText(shown));

@@ -1,3 +1,4 @@
+#include "support/table.h"
 #include <QProcess>
 #include <QtTest>
 
@@ -39,9 +40,9 @@ QString segmentFlags(const QString &headers, const char *segment)
 void Hardening::binaries_data()
 {
     QTest::addColumn<QByteArray>("file");
-    QTest::newRow("the plugin") << QByteArray(PADSCOPE_PLUGIN);
-    QTest::newRow("the host") << QByteArray(TENDRO_HOST);
-    QTest::newRow("the simulator") << QByteArray(SIMULATOR_FILE);
+    addRow("the plugin", QByteArray(PADSCOPE_PLUGIN));
+    addRow("the host", QByteArray(TENDRO_HOST));
+    addRow("the simulator", QByteArray(SIMULATOR_FILE));
 }
 
 void Hardening::binaries()

@@ -9,7 +9,7 @@
 #include "monitor.h"
 #include "qlineupdownedit.h"
 #include "qorvexgraph.h"
-#include "support/capturedstderr.h"
+#include "support/capturedoutput.h"
 #include "support/driverlibrary.h"
 #include "support/testmain.h"
 
@@ -34,7 +34,7 @@ void Trust::libraryOfTheCurrentFolderIsNotLoaded()
     QVERIFY(QFile::exists(QStringLiteral("liborvexboardex.so.1")));
     {
         qorvexgraph window;
-        CapturedStderr errors;
+        CapturedOutput errors(stderr);
         window.AttachHardware();
         QVERIFY(!DriverLibrary::isLoaded());
         QVERIFY(errors.text().contains("liborvexboardex.so.1"));
@@ -60,8 +60,7 @@ void Trust::pluginFolderWithoutPlugins()
 void Trust::historyIsNotSent()
 {
     QSettings("Corvane", "qorvexgraph").setValue("history/0", ":ERASE");
-    const DriverLibrary library("complete");
-    library.setBoards({7});
+    const DriverLibrary library("complete", {7});
     qorvexgraph window;
     QCOMPARE(window.commandLine->historyLines(), QStringList(":ERASE"));
     window.AttachHardware();

@@ -1,4 +1,5 @@
 #include "simulator/simulatedlibrary.h"
+#include "support/table.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -91,14 +92,12 @@ void tst_attachment::oneBoardByDefault()
 
 void tst_attachment::refusedRecords_data()
 {
-    QTest::addColumn<int>("index");
-    QTest::addColumn<int>("kind");
-    QTest::addColumn<int>("answer");
-    QTest::newRow("first board") << 0 << 6 << 1;
-    QTest::newRow("index past the last board") << 1 << 6 << 0;
-    QTest::newRow("negative index") << -1 << 6 << 0;
-    QTest::newRow("kind too small") << 0 << 5 << 0;
-    QTest::newRow("kind too large") << 0 << 7 << 0;
+    addColumns<int, int, int>("index", "kind", "answer");
+    addRow("first board", 0, 6, 1);
+    addRow("index past the last board", 1, 6, 0);
+    addRow("negative index", -1, 6, 0);
+    addRow("kind too small", 0, 5, 0);
+    addRow("kind too large", 0, 7, 0);
 }
 
 void tst_attachment::refusedRecords()

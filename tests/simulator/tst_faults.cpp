@@ -1,4 +1,5 @@
 #include "simulator/simulatedlibrary.h"
+#include "support/table.h"
 
 #include <atomic>
 #include <QElapsedTimer>
@@ -98,7 +99,7 @@ void tst_faults::tellsWhichLastingFaultIsOn_data()
 {
     QTest::addColumn<QByteArray>("fault");
     for (const char *fault : {"callback-in-command", "enumeration-fails", "lying-count"})
-        QTest::newRow(fault) << QByteArray(fault);
+        addRow(fault, QByteArray(fault));
 }
 
 void tst_faults::tellsWhichLastingFaultIsOn()

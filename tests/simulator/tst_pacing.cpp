@@ -1,4 +1,5 @@
 #include "simulator/simulatedlibrary.h"
+#include "support/table.h"
 
 #include <atomic>
 #include <chrono>
@@ -32,11 +33,10 @@ struct Counter
 
 void tst_pacing::withinOnePercentOverTenSeconds_data()
 {
-    QTest::addColumn<int>("boards");
-    QTest::addColumn<int>("rate");
-    QTest::newRow("one board, 137 a second") << 1 << 137;
-    QTest::newRow("one board, 10,000 a second") << 1 << 10000;
-    QTest::newRow("four boards, 20,000 a second in all") << 4 << 5000;
+    addColumns<int, int>("boards", "rate");
+    addRow("one board, 137 a second", 1, 137);
+    addRow("one board, 10,000 a second", 1, 10000);
+    addRow("four boards, 20,000 a second in all", 4, 5000);
 }
 
 void tst_pacing::withinOnePercentOverTenSeconds()

@@ -134,9 +134,9 @@ void SimRows::theFirstAnswerIsARowOfItsOwn()
 void SimRows::answersAreRowsOfTheirOwn_data()
 {
     QTest::addColumn<QByteArray>("scenario");
-    QTest::newRow("one board") << QByteArray("default");
-    QTest::newRow("two boards") << QByteArray("two-pens");
-    QTest::newRow("texts among the kinds") << QByteArray("all-kinds");
+    addRow("one board", QByteArray("default"));
+    addRow("two boards", QByteArray("two-pens"));
+    addRow("texts among the kinds", QByteArray("all-kinds"));
 }
 
 void SimRows::answersAreRowsOfTheirOwn()

@@ -1,4 +1,5 @@
 #include "simulator/simulatedlibrary.h"
+#include "support/table.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -96,13 +97,12 @@ void tst_scenarios::shippedOnesAreListed()
 
 void tst_scenarios::theEnvironmentChooses_data()
 {
-    QTest::addColumn<QByteArray>("scenario");
-    QTest::addColumn<int>("boards");
-    QTest::newRow("a name") << QByteArray("vanish") << 2;
-    QTest::newRow("32 boards") << QByteArray("many-boards") << 32;
-    QTest::newRow("none") << QByteArray("no-boards") << 0;
-    QTest::newRow("a path") << QByteArray(SCENARIO_FOLDER "/flood.json") << 8;
-    QTest::newRow("empty") << QByteArray("") << 1;
+    addColumns<QByteArray, int>("scenario", "boards");
+    addRow("a name", QByteArray("vanish"), 2);
+    addRow("32 boards", QByteArray("many-boards"), 32);
+    addRow("none", QByteArray("no-boards"), 0);
+    addRow("a path", QByteArray(SCENARIO_FOLDER "/flood.json"), 8);
+    addRow("empty", QByteArray(""), 1);
 }
 
 void tst_scenarios::theEnvironmentChooses()
@@ -188,7 +188,7 @@ void tst_scenarios::sameBytesInEveryRun_data()
 {
     QTest::addColumn<QByteArray>("scenario");
     for (const char *name : {"default", "all-kinds", "timeline", "two-pens", "garbage", "all-types"})
-        QTest::newRow(name) << QByteArray(name);
+        addRow(name, QByteArray(name));
 }
 
 void tst_scenarios::sameBytesInEveryRun()
@@ -236,8 +236,8 @@ void tst_scenarios::whatTheTimelineUnplugsStaysUnplugged()
 void tst_scenarios::whatHappensToABoardHappensOnce_data()
 {
     QTest::addColumn<bool>("unplugged");
-    QTest::newRow("attached anew") << false;
-    QTest::newRow("plugged in anew") << true;
+    addRow("attached anew", false);
+    addRow("plugged in anew", true);
 }
 
 void tst_scenarios::whatHappensToABoardHappensOnce()
@@ -298,12 +298,11 @@ void tst_scenarios::aBoardComesBackAsDescribed()
 
 void tst_scenarios::variants_data()
 {
-    QTest::addColumn<QByteArray>("file");
-    QTest::addColumn<int>("entryPoints");
-    QTest::newRow("complete") << QByteArray(SIMULATOR_FILE) << 47;
-    QTest::newRow("old") << QByteArray(SIMULATOR_OLD) << 45;
-    QTest::newRow("bare") << QByteArray(SIMULATOR_BARE) << 7;
-    QTest::newRow("empty") << QByteArray(SIMULATOR_EMPTY) << 0;
+    addColumns<QByteArray, int>("file", "entryPoints");
+    addRow("complete", QByteArray(SIMULATOR_FILE), 47);
+    addRow("old", QByteArray(SIMULATOR_OLD), 45);
+    addRow("bare", QByteArray(SIMULATOR_BARE), 7);
+    addRow("empty", QByteArray(SIMULATOR_EMPTY), 0);
 }
 
 void tst_scenarios::variants()

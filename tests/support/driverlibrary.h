@@ -14,7 +14,8 @@ class DriverLibrary
 public:
     /// \param variant "complete", "old" (no name that ends in Ex but the calibration's), "empty" (no name at
     ///        all) or "without/orvexLock" (lacks just that name)
-    explicit DriverLibrary(const char *variant)
+    /// \param ids the boards that are plugged in
+    explicit DriverLibrary(const char *variant, const QVector<int> &ids = {})
     {
         const QByteArray path = QByteArray(PADSCOPE_FAKE_DRIVERS "/") + variant + "/liborvexboardex.so.1";
         handle = dlopen(path.constData(), RTLD_NOW | RTLD_LOCAL);
@@ -25,6 +26,7 @@ public:
             qFatal("not a fake driver library: %s", path.constData());
         boards = function();
         boards->reset();
+        setBoards(ids);
     }
     ~DriverLibrary() { close(); }
 

@@ -3,52 +3,19 @@
 #include <QStringList>
 
 /// All entry points of a driver library, in the order in which the tool looks them up.
-inline const QStringList entryPointNames{
-    QStringLiteral("orvexAttach"),
-    QStringLiteral("orvexDetach"),
-    QStringLiteral("orvexInterface"),
-    QStringLiteral("orvexSetCallback"),
-    QStringLiteral("orvexClearCallback"),
-    QStringLiteral("orvexSendCommand"),
-    QStringLiteral("orvexWritePacket"),
-    QStringLiteral("orvexSetXferMask"),
-    QStringLiteral("orvexGetDeviceCount"),
-    QStringLiteral("orvexEnumDeviceInfo"),
-    QStringLiteral("orvexSetPnpCallback"),
-    QStringLiteral("orvexSetPointingDeviceDestination"),
-    QStringLiteral("orvexSetPointingDeviceDestinationEx"),
-    QStringLiteral("orvexGetPointingDeviceDestination"),
-    QStringLiteral("orvexOpenSynchronousChannel"),
-    QStringLiteral("orvexCloseSynchronousChannel"),
-    QStringLiteral("orvexReadSynchronousPacket"),
-    QStringLiteral("orvexSetCalibrationMode"),
-    QStringLiteral("orvexSetCalibrationData"),
-    QStringLiteral("orvexSetCalibrationDataEx"),
-    QStringLiteral("orvexGetCalibrationPoints"),
-    QStringLiteral("orvexSetWirelessCalibrationData"),
-    QStringLiteral("orvexLibraryVersionNumber"),
-    QStringLiteral("orvexLock"),
-    QStringLiteral("orvexUnlock"),
-    QStringLiteral("orvexSerialConnect"),
-    QStringLiteral("orvexSerialDisconnect"),
-    QStringLiteral("orvexSerialGetConnected"),
-    QStringLiteral("orvexSerialSetStartupMode"),
-    QStringLiteral("orvexSerialGetStartupMode"),
-    QStringLiteral("orvexSetDoubleClickDistance"),
-    QStringLiteral("orvexSetDriverDebugMode"),
-    QStringLiteral("orvexEcho"),
-    QStringLiteral("orvexInject"),
-    QStringLiteral("orvexSendTouchPacketToSystem"),
-    QStringLiteral("orvexSetTouchDestination"),
-    QStringLiteral("orvexSetTouchDestinationEx"),
-    QStringLiteral("orvexGetTouchDestination"),
-    QStringLiteral("orvexSetTouchEnabled"),
-    QStringLiteral("orvexGetTouchEnabled"),
-    QStringLiteral("orvexSetTouchSystemRedirectionEnabled"),
-    QStringLiteral("orvexGetTouchSystemRedirectionEnabled"),
-    QStringLiteral("orvexSetLATEDetection"),
-    QStringLiteral("orvexGetLATEDetection"),
-    QStringLiteral("orvexIsSomethingOnBoard"),
-    QStringLiteral("orvexSetTwoFingerScroll"),
-    QStringLiteral("orvexReverseButtons"),
-};
+inline const QStringList entryPointNames =
+    QString("orvexAttach orvexDetach orvexInterface orvexSetCallback orvexClearCallback orvexSendCommand "
+            "orvexWritePacket orvexSetXferMask orvexGetDeviceCount orvexEnumDeviceInfo orvexSetPnpCallback "
+            "orvexSetPointingDeviceDestination orvexSetPointingDeviceDestinationEx "
+            "orvexGetPointingDeviceDestination orvexOpenSynchronousChannel orvexCloseSynchronousChannel "
+            "orvexReadSynchronousPacket orvexSetCalibrationMode orvexSetCalibrationData "
+            "orvexSetCalibrationDataEx orvexGetCalibrationPoints orvexSetWirelessCalibrationData "
+            "orvexLibraryVersionNumber orvexLock orvexUnlock orvexSerialConnect orvexSerialDisconnect "
+            "orvexSerialGetConnected orvexSerialSetStartupMode orvexSerialGetStartupMode "
+            "orvexSetDoubleClickDistance orvexSetDriverDebugMode orvexEcho orvexInject "
+            "orvexSendTouchPacketToSystem orvexSetTouchDestination orvexSetTouchDestinationEx "
+            "orvexGetTouchDestination orvexSetTouchEnabled orvexGetTouchEnabled "
+            "orvexSetTouchSystemRedirectionEnabled orvexGetTouchSystemRedirectionEnabled "
+            "orvexSetLATEDetection orvexGetLATEDetection orvexIsSomethingOnBoard orvexSetTwoFingerScroll "
+            "orvexReverseButtons")
+        .split(' ');

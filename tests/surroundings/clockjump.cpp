@@ -22,7 +22,7 @@ void setClock(const QString &path, const QString &seconds)
 
 void receive(qorvexgraph &window, const QByteArray &hexadecimal)
 {
-    const QByteArray bytes = QByteArray::fromHex(hexadecimal);
+    const QByteArray bytes = hex(hexadecimal);
     qorvexgraph::DataCallback(1001, reinterpret_cast<const unsigned char *>(bytes.constData()),
                               static_cast<unsigned int>(bytes.size()), &window);
     std::printf("%d ", static_cast<int>(window.packetQueue.size()));

@@ -16,9 +16,8 @@ namespace {
 
 void send(MonitorView &monitorView, const char *hexadecimal, QTime time)
 {
-    const QByteArray bytes = QByteArray::fromHex(hexadecimal);
-    monitorView.send(bytes, time);
-    _DataPacket packet{bytes, static_cast<quint32>(bytes.size()), 0, 1001, time};
+    _DataPacket packet = packetOf(hex(hexadecimal), time);
+    monitorView.view->Display(&packet);
     monitorView.window.barGraphView->Display(&packet);
 }
 

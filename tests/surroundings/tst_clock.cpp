@@ -19,23 +19,16 @@ private slots:
 
 void Clock::jump_data()
 {
-    QTest::addColumn<QString>("zone");
-    QTest::addColumn<QString>("before");
-    QTest::addColumn<QString>("after");
-    QTest::addColumn<QStringList>("logs");
+    addColumns<QString, QString, QString, QStringList>("zone", "before", "after", "logs");
     const QStringList sameDay("Sun-Nov-15-26.log");
     // The clock goes on while the program starts, so it begins a minute before it matters.
     // 1794744000 is 2026-11-15 12:00:00 UTC.
-    QTest::newRow("an hour back") << "UTC"
-                                  << "1794744000"
-                                  << "1794740400" << sameDay;
-    QTest::newRow("over midnight") << "UTC"
-                                   << "1794787140"
-                                   << "1794787201" << QStringList{"Mon-Nov-16-26.log", "Sun-Nov-15-26.log"};
+    addRow("an hour back", "UTC", "1794744000", "1794740400", sameDay);
+    addRow("over midnight", "UTC", "1794787140", "1794787201",
+           QStringList{"Mon-Nov-16-26.log", "Sun-Nov-15-26.log"});
     // Summer time ends on 2026-10-25 at 01:00:00 UTC, when 3 o'clock becomes 2 o'clock.
-    QTest::newRow("the end of summer time") << "CET-1CEST,M3.5.0,M10.5.0/3"
-                                            << "1792889940"
-                                            << "1792890001" << QStringList("Sun-Oct-25-26.log");
+    addRow("the end of summer time", "CET-1CEST,M3.5.0,M10.5.0/3", "1792889940", "1792890001",
+           QStringList("Sun-Oct-25-26.log"));
 }
 
 void Clock::jump()

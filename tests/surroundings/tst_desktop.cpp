@@ -64,17 +64,12 @@ QByteArray Desktop::rowsOf(const QByteArray &output) const
 
 void Desktop::locales_data()
 {
-    QTest::addColumn<QString>("language");
-    QTest::addColumn<QString>("characters");
-    QTest::newRow("C") << QString() << QString();
-    QTest::newRow("German") << "de_DE"
-                            << "UTF-8";
-    QTest::newRow("Japanese") << "ja_JP"
-                              << "UTF-8";
-    QTest::newRow("Arabic") << "ar_EG"
-                            << "UTF-8";
-    QTest::newRow("German, Latin-1") << "de_DE"
-                                     << "ISO-8859-1";
+    addColumns<QString, QString>("language", "characters");
+    addRow("C", QString(), QString());
+    addRow("German", "de_DE", "UTF-8");
+    addRow("Japanese", "ja_JP", "UTF-8");
+    addRow("Arabic", "ar_EG", "UTF-8");
+    addRow("German, Latin-1", "de_DE", "ISO-8859-1");
 }
 
 void Desktop::locales()
@@ -138,11 +133,10 @@ void Desktop::smallWindow()
 
 void Desktop::pixelRatios_data()
 {
-    QTest::addColumn<QString>("factor");
-    QTest::addColumn<QByteArray>("picture");
-    QTest::newRow("1") << "1" << QByteArray("picture 500 x 400, 100%");
-    QTest::newRow("1.5") << "1.5" << QByteArray("picture 750 x 600, 150%");
-    QTest::newRow("2") << "2" << QByteArray("picture 1000 x 800, 200%");
+    addColumns<QString, QByteArray>("factor", "picture");
+    addRow("1", "1", QByteArray("picture 500 x 400, 100%"));
+    addRow("1.5", "1.5", QByteArray("picture 750 x 600, 150%"));
+    addRow("2", "2", QByteArray("picture 1000 x 800, 200%"));
 }
 
 void Desktop::pixelRatios()

@@ -28,22 +28,19 @@ QByteArray DriverFile::simulator()
 
 void DriverFile::file_data()
 {
-    QTest::addColumn<QByteArray>("contents");
-    QTest::addColumn<QByteArray>("loaderSays");
-    QTest::addColumn<bool>("rows");
+    addColumns<QByteArray, QByteArray, bool>("contents", "loaderSays", "rows");
     const QByteArray whole = simulator();
     QByteArray otherMachine = whole;
     otherMachine[18] = '\xb7'; // e_machine: AArch64
     QByteArray otherClass = whole;
     otherClass[4] = 1; // ELFCLASS32
-    QTest::newRow("missing") << QByteArray() << QByteArray("cannot open shared object file") << false;
-    QTest::newRow("a text file") << QByteArray(4096, 'x') << QByteArray("invalid ELF header") << false;
-    QTest::newRow("a short text file") << QByteArray("library\n") << QByteArray("file too short") << false;
-    QTest::newRow("cut within its header") << whole.left(40) << QByteArray("file too short") << false;
-    QTest::newRow("for another machine")
-        << otherMachine << QByteArray("cannot open shared object file") << false;
-    QTest::newRow("for another word size") << otherClass << QByteArray("wrong ELF class") << false;
-    QTest::newRow("whole") << whole << QByteArray() << true;
+    addRow("missing", QByteArray(), QByteArray("cannot open shared object file"), false);
+    addRow("a text file", QByteArray(4096, 'x'), QByteArray("invalid ELF header"), false);
+    addRow("a short text file", QByteArray("library\n"), QByteArray("file too short"), false);
+    addRow("cut within its header", whole.left(40), QByteArray("file too short"), false);
+    addRow("for another machine", otherMachine, QByteArray("cannot open shared object file"), false);
+    addRow("for another word size", otherClass, QByteArray("wrong ELF class"), false);
+    addRow("whole", whole, QByteArray(), true);
 }
 
 void DriverFile::file()

@@ -105,12 +105,12 @@ void HomeFolder::settings_data()
     QByteArray random;
     for (int i = 0; i < 4096; ++i)
         random += static_cast<char>((i * 7919) >> 3);
-    QTest::newRow("a folder") << QString() << QByteArray();
-    QTest::newRow("a file that nobody can write") << "/proc/version" << QByteArray();
+    addRow("a folder", QString(), QByteArray());
+    addRow("a file that nobody can write", "/proc/version", QByteArray());
     // Not the full device: settings are replaced as a whole, and root would replace the device.
-    QTest::newRow("a dead link") << "/nowhere/at/all" << QByteArray();
-    QTest::newRow("garbage") << QString() << random;
-    QTest::newRow("no end of a section") << QString() << QByteArray("[General\nMonitor Font Size=12\n");
+    addRow("a dead link", "/nowhere/at/all", QByteArray());
+    addRow("garbage", QString(), random);
+    addRow("no end of a section", QString(), QByteArray("[General\nMonitor Font Size=12\n"));
 }
 
 void HomeFolder::settings()

@@ -5,7 +5,6 @@
 #include <QElapsedTimer>
 #include <QTemporaryDir>
 
-#include "support/capturedstderr.h"
 #include "support/testmain.h"
 #include "torture/packetcount.h"
 #include "torture/torture.h"

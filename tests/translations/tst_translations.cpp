@@ -34,8 +34,7 @@ private slots:
 
 void TranslationsTest::keepsFixedParts_data()
 {
-    QTest::addColumn<QString>("source");
-    QTest::addColumn<QString>("translation");
+    addColumns<QString, QString>("source", "translation");
 
     const QDir folder(QStringLiteral(TRANSLATION_SOURCES));
     const QStringList files = folder.entryList({QStringLiteral("*_*.ts")});
@@ -66,9 +65,7 @@ void TranslationsTest::keepsFixedParts()
 
 void TranslationsTest::speaksGerman_data()
 {
-    QTest::addColumn<QByteArray>("context");
-    QTest::addColumn<QByteArray>("source");
-    QTest::addColumn<QString>("german");
+    addColumns<QByteArray, QByteArray, QString>("context", "source", "german");
 
     const auto row = [](const char *context, const char *source, const char *german) {
         QTest::addRow("%s %s", context, source)

@@ -1,0 +1,364 @@
+#include "stream.h"
+#include "support/table.h"
+
+#include <algorithm>
+#include <map>
+#include <QtTest>
+#include <set>
+
+using namespace std::chrono_literals;
+
+/// What a board sends within its own time, seen through the tool's rate limit.
+class tst_stream : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void sameBytesFromTheSameSeed();
+    void otherBytesFromAnotherSeed();
+    void textsAtMostOnceASecond();
+    void nothingThatTheBarGraphTakesForAVoltage();
+    void everyKindPassesTheRateLimit_data();
+    void everyKindPassesTheRateLimit();
+    void neighboursDiffer();
+    void componentsStayWithinTheBars();
+    void componentsFollowThePen();
+    void voltagesAfterTheirCommand();
+    void voltagesStayOnTheMeter_data();
+    void voltagesStayOnTheMeter();
+    void answersKeepAwayFromOtherTexts();
+    void anotherBoardsAnswerHoldsTextsBack_data();
+    void anotherBoardsAnswerHoldsTextsBack();
+    void theGreetingComesBeforeAnyAnswer();
+    void theNewestAnswersReplaceEachOther();
+};
+
+namespace {
+
+constexpr std::chrono::nanoseconds period = 10ms;
+
+/// (type, sub-type); the sub-type is 0 for all but SignalReport, and the type for all unknown ones is 0.
+using Name = std::pair<int, int>;
+
+Name nameOf(const Report &report)
+{
+    switch (report.at(1)) {
+    case 47:
+        return {47, report.at(2)};
+    case 33:
+    case 65:
+    case 200:
+        return {0, 0};
+    default:
+        return {report.at(1), 0};
+    }
+}
+
+bool isRateLimited(int type)
+{
+    return type == 47 || type == 104 || type == 162 || type == 163 || type == 164;
+}
+
+constexpr Name completedLine{50, 10};
+
+/// How often each kind passes the tool's intake in so many seconds at 100 reports a second, and how often the
+/// Monitor shows a line that ends in a line feed.
+std::map<Name, int> passed(Stream &stream, int seconds, int thresholdMs)
+{
+    std::map<Name, int> counts;
+    int lastKeptMs = -1; // none: rate-limited kinds are dropped until the first text
+    int lastShownMs = 0;
+    for (int ms = 0; ms < seconds * 1000; ms += 10) {
+        const Report report = stream.next(period);
+        const int type = report.at(1);
+        if (isRateLimited(type) && (lastKeptMs < 0 || ms - lastKeptMs <= thresholdMs))
+            continue;
+        if (isRateLimited(type) || type == 50)
+            lastKeptMs = ms;
+        ++counts[nameOf(report)];
+        const bool hasLine = std::find(report.begin() + 2, report.end(), 10) != report.end();
+        if (type == 50 && hasLine && ms - lastShownMs > 30)
+            ++counts[completedLine];
+        lastShownMs = ms;
+    }
+    return counts;
+}
+
+std::string textOf(const Report &report)
+{
+    return {report.begin() + 2, report.end()};
+}
+
+int littleEndian(const Report &report, std::size_t offset)
+{
+    return static_cast<std::int16_t>(report.at(offset) | report.at(offset + 1) << 8);
+}
+
+} // namespace
+
+void tst_stream::sameBytesFromTheSameSeed()
+{
+    Stream first({1001, 7}), second({1001, 7});
+    for (int i = 0; i < 5000; ++i)
+        QCOMPARE(first.next(period), second.next(period));
+}
+
+void tst_stream::otherBytesFromAnotherSeed()
+{
+    Stream first({1001, 7}), second({1001, 8});
+    int equal = 0;
+    for (int i = 0; i < 1000; ++i)
+        equal += first.next(period) == second.next(period);
+    QVERIFY2(equal < 20, QByteArray::number(equal));
+}
+
+void tst_stream::textsAtMostOnceASecond()
+{
+    Stream stream({1001, 7});
+    std::vector<int> textTimes;
+    for (int ms = 0; ms < 30000; ms += 10) {
+        if (stream.next(period).at(1) == 50)
+            textTimes.push_back(ms);
+    }
+    QVERIFY2(textTimes.size() >= 26 && textTimes.size() <= 30,
+             QByteArray::number(static_cast<int>(textTimes.size())));
+    QCOMPARE(textTimes.front(), 0);
+    for (std::size_t i = 1; i < textTimes.size(); ++i)
+        QVERIFY(textTimes[i] - textTimes[i - 1] >= 1000);
+}
+
+void tst_stream::nothingThatTheBarGraphTakesForAVoltage()
+{
+    Stream stream({1001, 7});
+    stream.command("T");
+    int statusTexts = 0;
+    for (int i = 0; i < 30000; ++i) {
+        const Report report = stream.next(period);
+        if (report.at(1) != 119)
+            continue;
+        ++statusTexts;
+        QVERIFY(report.at(0) != 52 && report.at(0) != 58);
+    }
+    QVERIFY(statusTexts > 250);
+}
+
+void tst_stream::everyKindPassesTheRateLimit_data()
+{
+    addColumns<int, int>("seed", "thresholdMs");
+    for (int seed = 1; seed <= 20; ++seed)
+        QTest::addRow("Monitor, seed %d", seed) << seed << 100;
+    addRow("bar graph", 1, 50);
+    addRow("the board's own seed", 1001, 100);
+}
+
+void tst_stream::everyKindPassesTheRateLimit()
+{
+    QFETCH(int, seed);
+    QFETCH(int, thresholdMs);
+    Stream stream({1001, static_cast<std::uint32_t>(seed)});
+    const std::map<Name, int> counts = passed(stream, 30, thresholdMs);
+    std::set<Name> names;
+    for (const auto &[name, count] : counts) {
+        names.insert(name);
+        // Often enough for some to be lost to the jitter of a busy machine.
+        QVERIFY2(count >= 5, qPrintable(QString("%1/%2: %3").arg(name.first).arg(name.second).arg(count)));
+    }
+    const std::set<Name> expected{{0, 0},  {47, 1},  {47, 2},  {47, 3},  {47, 4},  {47, 5},      {47, 6},
+                                  {50, 0}, {104, 0}, {162, 0}, {163, 0}, {164, 0}, completedLine};
+    QCOMPARE(names.size(), expected.size());
+    QVERIFY(names == expected);
+}
+
+void tst_stream::neighboursDiffer()
+{
+    Stream stream({1001, 7});
+    std::map<Name, Report> last;
+    std::map<Name, int> repeated;
+    for (int i = 0; i < 30000; ++i) {
+        const Report report = stream.next(period);
+        Report &before = last[nameOf(report)];
+        repeated[nameOf(report)] += report == before;
+        before = report;
+    }
+    // Of 2500 or more of its kind; only the short identity of a pen is ever the same twice in a row.
+    for (const auto &[name, count] : repeated)
+        QVERIFY2(count < 150, qPrintable(QString("%1/%2: %3").arg(name.first).arg(name.second).arg(count)));
+}
+
+void tst_stream::componentsStayWithinTheBars()
+{
+    Stream stream({1001, 7});
+    int largest = 0;
+    for (int i = 0; i < 30000; ++i) {
+        const Report report = stream.next(period);
+        if (nameOf(report) != Name{47, 1})
+            continue;
+        for (std::size_t offset = 13; offset < 37; offset += 2)
+            largest = std::max(largest, std::abs(littleEndian(report, offset)));
+        const int frequency = littleEndian(report, 37);
+        QVERIFY2(frequency > 0 && frequency <= 8888, QByteArray::number(frequency));
+    }
+    QVERIFY2(largest > 3000 && largest <= 3500, QByteArray::number(largest));
+}
+
+// The coarse dial of x turns once on the width of the board: it tells where the pen is.
+void tst_stream::componentsFollowThePen()
+{
+    Sensor sensor(7);
+    for (int tenths = 0; tenths < 500; ++tenths) {
+        const Measurement m = sensor.measure(tenths / 10.0);
+        const int x = m.xCoarse.c0 + m.xCoarse.c60 / 2 - m.xCoarse.c120 / 2;
+        const int y = (m.xCoarse.c60 + m.xCoarse.c120) * 512 / 591;
+        double turns = std::atan2(y, x) / 6.283185307179586;
+        if (turns < 0)
+            turns += 1;
+        // The noise of 20 turns the vector, which is no shorter than 1900, by less than 0.005 of a turn.
+        QVERIFY2(std::abs(turns * 16000 - m.pen.x) < 0.005 * 16000,
+                 qPrintable(QString("%1 s: %2, %3").arg(tenths / 10.0).arg(turns * 16000).arg(m.pen.x)));
+    }
+}
+
+void tst_stream::voltagesAfterTheirCommand()
+{
+    Stream stream({1001, 7});
+    for (int i = 0; i < 1000; ++i)
+        QVERIFY(stream.next(period).at(1) != 119);
+    stream.command("V\r");
+    int voltages = 0;
+    for (int i = 0; i < 1000; ++i) {
+        const Report report = stream.next(period);
+        if (report.at(1) != 119)
+            continue;
+        QCOMPARE(report.size(), std::size_t{52});
+        QCOMPARE(static_cast<int>(report.at(0)), 52);
+        QCOMPARE(static_cast<int>(report.at(2)), 12);
+        ++voltages;
+    }
+    QCOMPARE(voltages, 40); // four a second
+}
+
+void tst_stream::voltagesStayOnTheMeter_data()
+{
+    QTest::addColumn<int>("adcMax");
+    addRow("unless told otherwise", 500); // the meter is full at 511
+    addRow("beyond the meter", 1023);
+    addRow("always the same", 100);
+}
+
+void tst_stream::voltagesStayOnTheMeter()
+{
+    QFETCH(int, adcMax);
+    BoardPlan plan{1001, 7};
+    if (adcMax != 500)
+        plan.adcMax = adcMax;
+    Stream stream(plan);
+    stream.command("V");
+    int lowest = 1024;
+    int highest = -1;
+    for (int i = 0; i < 30000; ++i) {
+        const Report report = stream.next(period);
+        if (report.at(1) != 119)
+            continue;
+        const int reading = report.at(3) + 256 * report.at(4);
+        lowest = std::min(lowest, reading);
+        highest = std::max(highest, reading);
+    }
+    QCOMPARE(lowest, 100);
+    QCOMPARE(highest, adcMax);
+}
+
+namespace {
+
+struct Text
+{
+    int ms;
+    std::string text;
+};
+
+/// The texts of so many milliseconds; those of the bar graph's line are called "line".
+std::vector<Text> textsIn(Stream &stream, int lengthMs)
+{
+    std::vector<Text> texts;
+    const auto start = stream.time();
+    while (stream.time() < start + std::chrono::milliseconds(lengthMs)) {
+        const Report report = stream.next(period);
+        const auto ms = static_cast<int>((stream.time() - start) / 1ms);
+        if (report.at(1) == 50)
+            texts.push_back({ms, report.size() == 76 ? "line" : textOf(report)});
+    }
+    return texts;
+}
+
+} // namespace
+
+// The Monitor joins texts that come within 300 ms.
+void tst_stream::answersKeepAwayFromOtherTexts()
+{
+    Stream stream({1001, 7});
+    textsIn(stream, 2500);
+    stream.command(".\rU8\r");
+    stream.command("B\r");
+    const std::vector<Text> texts = textsIn(stream, 4500);
+    QVERIFY(texts.size() >= 5);
+    const char *expected[] = {"[.] streaming stopped!", "[U8] frequency locked!", "[B] streaming!", "line",
+                              "line"};
+    for (std::size_t i = 0; i < 5; ++i) {
+        QCOMPARE(texts[i].text, std::string(expected[i]));
+        QVERIFY(texts[i].ms >= (i > 0 ? texts[i - 1].ms : 0) + 600);
+    }
+    QCOMPARE(texts[0].ms, 600);
+}
+
+void tst_stream::anotherBoardsAnswerHoldsTextsBack_data()
+{
+    addColumns<QByteArray, int>("command", "statusTexts");
+    addRow("lines alone", QByteArray(), 0);
+    addRow("status texts after their command", QByteArray("T"), 0);
+    addRow("status texts among the kinds", QByteArray(), 5);
+}
+
+void tst_stream::anotherBoardsAnswerHoldsTextsBack()
+{
+    QFETCH(QByteArray, command);
+    QFETCH(int, statusTexts);
+    BoardPlan plan{1001, 7};
+    plan.weights[static_cast<std::size_t>(Kind::StatusText)] = statusTexts;
+    Stream stream(plan);
+    stream.command(command.constData());
+    textsIn(stream, 7500);
+    stream.command("");
+    for (int ms = 0; ms < 2400; ms += 10) {
+        const int type = stream.next(period).at(1);
+        QVERIFY(type != 50 && type != 119);
+    }
+    QVERIFY(!textsIn(stream, 200).empty());
+}
+
+void tst_stream::theGreetingComesBeforeAnyAnswer()
+{
+    Stream stream({1001, 7});
+    stream.command("?");
+    QCOMPARE(textOf(stream.next(period)), std::string("board 1001 ready!"));
+    const std::vector<Text> texts = textsIn(stream, 1000);
+    QCOMPARE(texts.size(), std::size_t{1});
+    QCOMPARE(texts[0].ms, 600);
+    QCOMPARE(texts[0].text.substr(0, 13), std::string("[?] commands:"));
+}
+
+// As many as a spin box sends that is held down.
+void tst_stream::theNewestAnswersReplaceEachOther()
+{
+    Stream stream({1001, 7});
+    stream.command("U8"); // or the frequency drifts
+    textsIn(stream, 1000);
+    for (int i = 0; i < 1000; ++i)
+        stream.command(">");
+    const std::vector<Text> texts = textsIn(stream, 7500);
+    QVERIFY(texts.size() >= 11);
+    QCOMPARE(texts.at(0).text, std::string("[>] frequency 112556 Hz!")); // 2001 steps of 56.25 Hz
+    QCOMPARE(texts.at(9).text, std::string("[>] frequency 168750 Hz!")); // 3000
+    QCOMPARE(texts.at(10).text, std::string("line"));
+}
+
+QTEST_APPLESS_MAIN(tst_stream)
+#include "tst_stream.moc"
