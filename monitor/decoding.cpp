@@ -18,9 +18,9 @@ _DataPacket *newDummyPacket()
 }
 
 /// The names of values in reports, for the translators.
-constexpr const char *valueNames[] = {QT_TRANSLATE_NOOP("monitor", "Teacher"),
-                                      QT_TRANSLATE_NOOP("monitor", "Student"),
-                                      QT_TRANSLATE_NOOP("monitor", "Unknown: %1")};
+[[maybe_unused]] constexpr const char *valueNames[] = {QT_TRANSLATE_NOOP("monitor", "Teacher"),
+                                                       QT_TRANSLATE_NOOP("monitor", "Student"),
+                                                       QT_TRANSLATE_NOOP("monitor", "Unknown: %1")};
 
 std::string translated(const char *english)
 {

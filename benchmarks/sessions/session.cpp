@@ -8,8 +8,6 @@
 #include <QTimer>
 #include <sys/resource.h>
 
-#include "orvexwrapper.h"
-
 namespace {
 
 constexpr int settlingMs = 500;
@@ -20,10 +18,7 @@ Session::Session(int attaches)
 {
     for (int i = 0; i < attaches; ++i)
         tool.window->AttachHardware();
-    for (int id : qAsConst(tool.window->deviceIds))
-        tool.window->hardware->SetXferMask(id, 0);
     tool.show(tool.rows);
-    // What boards have sent before they were told is shown by then.
     runFor(settlingMs);
 }
 
