@@ -9,7 +9,7 @@
 
 #include "bargraph/display.h"
 #include "bargraph/paintcounter.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 class TestBarControls : public QObject
 {
@@ -274,5 +274,5 @@ void TestBarControls::noRepaintOfTheirOwn()
     QVERIFY(!view->classicMode);
 }
 
-PADSCOPE_TEST_MAIN(TestBarControls)
+PADSCOPE_TESTS(TestBarControls);
 #include "tst_barcontrols.moc"

@@ -8,7 +8,7 @@
 #include "monitor.h"
 #include "qlineupdownedit.h"
 #include "support/otherstore.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 namespace {
 
@@ -176,5 +176,5 @@ void TestBarTab::translations()
     QVERIFY(translator.asked.contains("qorvexgraph: Bar Graph"));
 }
 
-PADSCOPE_TEST_MAIN(TestBarTab)
+PADSCOPE_TESTS(TestBarTab);
 #include "tst_bartab.moc"

@@ -1,7 +1,7 @@
 #include "bargraph/attachedwindow.h"
 #include "bargraph/display.h"
 #include "support/capturedoutput.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 namespace {
 
@@ -152,5 +152,5 @@ void TestFrequency::lockWithoutBoard()
     QCOMPARE(window.barGraphView->spinFrequency, 4);
 }
 
-PADSCOPE_TEST_MAIN(TestFrequency)
+PADSCOPE_TESTS(TestFrequency);
 #include "tst_frequency.moc"

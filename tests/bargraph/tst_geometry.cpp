@@ -1,5 +1,5 @@
 #include "geometry.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 class TestGeometry : public QObject
 {
@@ -228,5 +228,5 @@ void TestGeometry::meter()
     QCOMPARE(meter.extremesText, firstText + QPoint(0, 50));
 }
 
-PADSCOPE_TEST_MAIN(TestGeometry)
+PADSCOPE_TESTS(TestGeometry);
 #include "tst_geometry.moc"

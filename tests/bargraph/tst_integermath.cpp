@@ -2,7 +2,7 @@
 #include <cmath>
 
 #include "integermath.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 class TestIntegerMath : public QObject
 {
@@ -132,5 +132,5 @@ void TestIntegerMath::rootAroundEverySquare()
     }
 }
 
-PADSCOPE_TEST_MAIN(TestIntegerMath)
+PADSCOPE_TESTS(TestIntegerMath);
 #include "tst_integermath.moc"

@@ -1,7 +1,7 @@
 #include "bargraph/bargraphtest.h"
 #include "bargraph/paintcounter.h"
 #include "bargraph/textline.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 class TestTextLines : public BarGraphTest
 {
@@ -203,5 +203,5 @@ void TestTextLines::textOfType119()
     QCOMPARE(stateOf(view), before);
 }
 
-PADSCOPE_TEST_MAIN(TestTextLines)
+PADSCOPE_TESTS(TestTextLines);
 #include "tst_signallines.moc"

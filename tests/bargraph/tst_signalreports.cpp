@@ -2,7 +2,7 @@
 
 #include "bargraph/bargraphtest.h"
 #include "bargraph/paintcounter.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 class TestSignalReports : public BarGraphTest
 {
@@ -256,5 +256,5 @@ void TestSignalReports::missingProximity()
     QCOMPARE(view->proxLabel->text(), QStringLiteral("Prox: ") + QChar(0));
 }
 
-PADSCOPE_TEST_MAIN(TestSignalReports)
+PADSCOPE_TESTS(TestSignalReports);
 #include "tst_signalreports.moc"

@@ -1,7 +1,7 @@
 #include "bargraph/bargraphtest.h"
 #include "bargraph/paintcounter.h"
 #include "bargraph/textline.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 class TestTextPause : public BarGraphTest
 {
@@ -126,5 +126,5 @@ void TestTextPause::severalLines()
     QCOMPARE(paints.take(), 0);
 }
 
-PADSCOPE_TEST_MAIN(TestTextPause)
+PADSCOPE_TESTS(TestTextPause);
 #include "tst_textpause.moc"

@@ -2,7 +2,7 @@
 
 #include "bargraph/display.h"
 #include "bargraph/paintcounter.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 class TestVolts : public QObject
 {
@@ -57,5 +57,5 @@ void TestVolts::countsDownOnceInTheLifeOfTheProcess()
     QCOMPARE(signalsOf(view), QVector<int>(12, 0));
 }
 
-PADSCOPE_TEST_MAIN(TestVolts)
+PADSCOPE_TESTS(TestVolts);
 #include "tst_volts.moc"

@@ -6,7 +6,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "support/testmain.h"
+#include "support/tests.h"
 
 /// The tool from end to end on a display server with a window manager, by key and mouse events that come from
 /// the server. Each step needs the one before it.
@@ -263,5 +263,5 @@ void Display::cleanupTestCase()
     stop(server);
 }
 
-PADSCOPE_TEST_MAIN(Display)
+PADSCOPE_TESTS(Display);
 #include "tst_display.moc"

@@ -1,6 +1,6 @@
 #include "orvexwrapper.h"
 #include "support/driverlibrary.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 /// The library's boolean answers are bytes.
 class ByteTests : public QObject
@@ -59,5 +59,5 @@ void ByteTests::recordIsFoundUnlessZero()
     QCOMPARE(wrapper.EnumDeviceInfo(0, &info), expected);
 }
 
-PADSCOPE_TEST_MAIN(ByteTests)
+PADSCOPE_TESTS(ByteTests);
 #include "tst_bytes.moc"

@@ -4,7 +4,7 @@
 #include "support/capturedoutput.h"
 #include "support/driverlibrary.h"
 #include "support/entrypointnames.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 // The linker sends the loader's functions through these, so that the binding's use of them is seen.
 extern "C" {
@@ -171,5 +171,5 @@ void LoadingTests::nothingIsLoadedBeforeAttach()
     QCOMPARE(takeLoaderCalls(), QStringList());
 }
 
-PADSCOPE_TEST_MAIN(LoadingTests)
+PADSCOPE_TESTS(LoadingTests);
 #include "tst_loading.moc"

@@ -1,5 +1,5 @@
 #include "driver/operationrows.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 using operationrows::Row;
 
@@ -195,5 +195,5 @@ void OperationTests::hidReportModeIsNeverResolved()
     QCOMPARE(library.takeCalls(), QStringList());
 }
 
-PADSCOPE_TEST_MAIN(OperationTests)
+PADSCOPE_TESTS(OperationTests);
 #include "tst_operations.moc"

@@ -1,6 +1,6 @@
 #include "host/examplefolder.h"
 #include "hostwindow.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 #include <QAccessible>
 #include <QMenuBar>
@@ -146,5 +146,5 @@ void AccessTest::followsThePalette()
     QVERIFY(hasText);
 }
 
-PADSCOPE_TEST_MAIN(AccessTest)
+PADSCOPE_TESTS(AccessTest);
 #include "tst_access.moc"

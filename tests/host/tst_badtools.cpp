@@ -1,7 +1,7 @@
 #include "host/examplefolder.h"
 #include "hostwindow.h"
 #include "support/capturedoutput.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 #include "tendroplugininterface.h"
 
 #include <QAction>
@@ -144,5 +144,5 @@ void BadToolsTest::survivesThrowingClose()
     QVERIFY(tenth->isVisible());
 }
 
-PADSCOPE_TEST_MAIN(BadToolsTest)
+PADSCOPE_TESTS(BadToolsTest);
 #include "tst_badtools.moc"

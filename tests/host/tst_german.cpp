@@ -3,7 +3,7 @@
 #include "host/menuactions.h"
 #include "hostwindow.h"
 #include "simulator/simulatedlibrary.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 #include <QMenu>
 #include <QMenuBar>
@@ -100,5 +100,5 @@ void GermanTest::saysInGermanWhatFaultsDo()
     }
 }
 
-PADSCOPE_TEST_MAIN(GermanTest)
+PADSCOPE_TESTS(GermanTest);
 #include "tst_german.moc"

@@ -1,7 +1,7 @@
 #include "host/examplefolder.h"
 #include "host/menuactions.h"
 #include "hostwindow.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 #include "tendroplugininterface.h"
 
 #include <QAction>
@@ -218,5 +218,5 @@ void HostWindowTest::tellsAboutTools()
     QCOMPARE(box->text().count(QStringLiteral("Copyright (c) 2010 Example")), 3);
 }
 
-PADSCOPE_TEST_MAIN(HostWindowTest)
+PADSCOPE_TESTS(HostWindowTest);
 #include "tst_hostwindow.moc"

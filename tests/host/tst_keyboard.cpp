@@ -1,6 +1,6 @@
 #include "hostwindow.h"
 #include "simulator/simulatedlibrary.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 #include "support/waitingpackets.h"
 #include "toolparts.h"
 
@@ -134,5 +134,5 @@ void KeyboardTest::readsTheAnswer()
     QTRY_VERIFY(answered());
 }
 
-PADSCOPE_TEST_MAIN(KeyboardTest)
+PADSCOPE_TESTS(KeyboardTest);
 #include "tst_keyboard.moc"

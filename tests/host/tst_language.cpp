@@ -1,6 +1,6 @@
 #include "host/examplefolder.h"
 #include "host/hostrun.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 #include <QSettings>
 
@@ -143,5 +143,5 @@ void LanguageTest::keepsSettingsKeys()
     QCOMPARE(settings.value(QStringLiteral("history/0")).toString(), QStringLiteral("in German"));
 }
 
-PADSCOPE_TEST_MAIN(LanguageTest)
+PADSCOPE_TESTS(LanguageTest);
 #include "tst_language.moc"

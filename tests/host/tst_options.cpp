@@ -1,5 +1,5 @@
 #include "options.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 #include <QCommandLineParser>
 
@@ -154,5 +154,5 @@ void OptionsTest::refusesEmptyPaths()
     QVERIFY2(error.startsWith(name), qPrintable(error));
 }
 
-PADSCOPE_TEST_MAIN(OptionsTest)
+PADSCOPE_TESTS(OptionsTest);
 #include "tst_options.moc"

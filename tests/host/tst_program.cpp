@@ -1,6 +1,6 @@
 #include "host/examplefolder.h"
 #include "host/hostrun.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 #include <QElapsedTimer>
 
@@ -247,5 +247,5 @@ void ProgramTest::translates()
     QCOMPARE(host.output.count(QStringLiteral("\tFassung 1.0\t")), 2);
 }
 
-PADSCOPE_TEST_MAIN(ProgramTest)
+PADSCOPE_TESTS(ProgramTest);
 #include "tst_program.moc"

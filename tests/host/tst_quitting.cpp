@@ -1,5 +1,5 @@
 #include "host/examplefolder.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 #include <csignal>
 #include <QProcess>
@@ -74,5 +74,5 @@ void QuittingTest::remembersToolForTheNextStart()
     QCOMPARE(status, 0);
 }
 
-PADSCOPE_TEST_MAIN(QuittingTest)
+PADSCOPE_TESTS(QuittingTest);
 #include "tst_quitting.moc"

@@ -1,6 +1,6 @@
 #include "host/examplefolder.h"
 #include "host/hostrun.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 /// What the host refuses, with a line on standard error and status 2.
 class RefusalTest : public QObject
@@ -181,5 +181,5 @@ void RefusalTest::refusesBadScenario()
     QCOMPARE(folder_->events(), QStringList());
 }
 
-PADSCOPE_TEST_MAIN(RefusalTest)
+PADSCOPE_TESTS(RefusalTest);
 #include "tst_refusals.moc"

@@ -1,5 +1,5 @@
 #include "host/hostrun.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 #include <QImage>
 
@@ -69,5 +69,5 @@ void SizeTest::cleanupTestCase()
     QVERIFY(server_.waitForFinished());
 }
 
-PADSCOPE_TEST_MAIN(SizeTest)
+PADSCOPE_TESTS(SizeTest);
 #include "tst_size.moc"

@@ -1,5 +1,5 @@
 #include "snapshots.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 #include "toolparts.h"
 
 #include <csignal>
@@ -269,5 +269,5 @@ void ToolPartsTest::leavesNothingWhereThereIsNoRoom()
     QCOMPARE(QImage(picture).size(), QSize(300, 200));
 }
 
-PADSCOPE_TEST_MAIN(ToolPartsTest)
+PADSCOPE_TESTS(ToolPartsTest);
 #include "tst_toolparts.moc"

@@ -1,6 +1,6 @@
 #include "host/examplefolder.h"
 #include "hostwindow.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 #include "windowmemory.h"
 
 #include <QPluginLoader>
@@ -129,5 +129,5 @@ void WindowMemoryTest::passesOverDamagedSettings()
     }
 }
 
-PADSCOPE_TEST_MAIN(WindowMemoryTest)
+PADSCOPE_TESTS(WindowMemoryTest);
 #include "tst_windowmemory.moc"

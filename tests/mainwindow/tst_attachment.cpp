@@ -4,7 +4,7 @@
 #include "qorvexgraph.h"
 #include "support/capturedoutput.h"
 #include "support/driverlibrary.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 /// How boards come under the tool's control, and go.
 class AttachmentTests : public QObject
@@ -264,5 +264,5 @@ void AttachmentTests::destructorMakesNoDriverCall()
     delete left;
 }
 
-PADSCOPE_TEST_MAIN(AttachmentTests)
+PADSCOPE_TESTS(AttachmentTests);
 #include "tst_attachment.moc"

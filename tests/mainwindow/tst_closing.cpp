@@ -9,7 +9,7 @@
 #include "qorvexgraph.h"
 #include "support/driverlibrary.h"
 #include "support/otherstore.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 /// Closing and hiding the window.
 class ClosingTests : public QObject
@@ -199,5 +199,5 @@ void ClosingTests::closedWindowCanBeUsedAgain()
     window.close();
 }
 
-PADSCOPE_TEST_MAIN(ClosingTests)
+PADSCOPE_TESTS(ClosingTests);
 #include "tst_closing.moc"

@@ -8,7 +8,7 @@
 
 #include "qlineupdownedit.h"
 #include "qorvexgraph.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 /// Settings files that Qt cannot decode without ending the program.
 class DamagedSettings : public QObject
@@ -133,5 +133,5 @@ void DamagedSettings::zerosInTheHistoryAreNoDamage()
     QVERIFY(!QFile::exists(ownFile() + ".damaged-1"));
 }
 
-PADSCOPE_TEST_MAIN(DamagedSettings)
+PADSCOPE_TESTS(DamagedSettings);
 #include "tst_damagedsettings.moc"

@@ -12,7 +12,7 @@
 #include "livewindows.h"
 #include "qorvexgraph.h"
 #include "support/driverlibrary.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 namespace {
 
@@ -220,5 +220,5 @@ void BlockingHazards::destructionWaitsForTheWindowsOwnCallback()
     thread.join();
 }
 
-PADSCOPE_TEST_MAIN(BlockingHazards)
+PADSCOPE_TESTS(BlockingHazards);
 #include "tst_hazards_blocking.moc"

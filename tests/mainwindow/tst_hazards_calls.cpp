@@ -5,7 +5,7 @@
 #include "qlineupdownedit.h"
 #include "qorvexgraph.h"
 #include "support/observedcalls.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 namespace {
 
@@ -343,5 +343,5 @@ void CallHazards::attachInsideDetach()
     QVERIFY(window.paused);
 }
 
-PADSCOPE_TEST_MAIN(CallHazards)
+PADSCOPE_TESTS(CallHazards);
 #include "tst_hazards_calls.moc"

@@ -7,7 +7,7 @@
 #include "qlineupdownedit.h"
 #include "qorvexgraph.h"
 #include "support/observedcalls.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 namespace {
 
@@ -293,5 +293,5 @@ void DetachHazards::boardsAreQuietedOnce()
     QVERIFY(window.paused);
 }
 
-PADSCOPE_TEST_MAIN(DetachHazards)
+PADSCOPE_TESTS(DetachHazards);
 #include "tst_hazards_detach.moc"

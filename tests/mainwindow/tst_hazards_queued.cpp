@@ -8,7 +8,7 @@
 #include "qorvexgraph.h"
 #include "support/observedcalls.h"
 #include "support/recordingview.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 /// What is queued for a window at a detach, and what two windows do at the same time: none takes what is
 /// another's.
@@ -239,5 +239,5 @@ void QueuedHazards::exceptionPassesTheDeepestDispatch()
     window.detachFromHardware();
 }
 
-PADSCOPE_TEST_MAIN(QueuedHazards)
+PADSCOPE_TESTS(QueuedHazards);
 #include "tst_hazards_queued.moc"

@@ -3,7 +3,7 @@
 #include "qlineupdownedit.h"
 #include "qorvexgraph.h"
 #include "support/observedcalls.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 namespace {
 
@@ -272,5 +272,5 @@ void TypingHazards::withoutBoards()
     window.detachFromHardware();
 }
 
-PADSCOPE_TEST_MAIN(TypingHazards)
+PADSCOPE_TESTS(TypingHazards);
 #include "tst_hazards_typing.moc"

@@ -5,7 +5,7 @@
 
 #include "support/abandonedwindow.h"
 #include "support/driverlibrary.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 namespace {
 
@@ -147,5 +147,5 @@ void WindowHazards::noticeQueuedBeforeAClose()
     window.detachFromHardware();
 }
 
-PADSCOPE_TEST_MAIN(WindowHazards)
+PADSCOPE_TESTS(WindowHazards);
 #include "tst_hazards_windows.moc"

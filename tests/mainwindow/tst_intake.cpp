@@ -4,7 +4,7 @@
 #include "support/driverlibrary.h"
 #include "support/recordingview.h"
 #include "support/testclock.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 /// What becomes of a report: the packet, the queue and the hand-off to a view.
 class IntakeTests : public QObject
@@ -296,5 +296,5 @@ void IntakeTests::destructorLeavesQueuedPackets()
     delete packet;
 }
 
-PADSCOPE_TEST_MAIN(IntakeTests)
+PADSCOPE_TESTS(IntakeTests);
 #include "tst_intake.moc"

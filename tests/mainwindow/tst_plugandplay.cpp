@@ -4,7 +4,7 @@
 #include "qlineupdownedit.h"
 #include "qorvexgraph.h"
 #include "support/observedcalls.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 using Call = void (*)(qorvexgraph &);
 Q_DECLARE_METATYPE(Call)
@@ -219,5 +219,5 @@ void PlugAndPlayTests::callOfTheSlotAlwaysAttaches()
     window.detachFromHardware();
 }
 
-PADSCOPE_TEST_MAIN(PlugAndPlayTests)
+PADSCOPE_TESTS(PlugAndPlayTests);
 #include "tst_plugandplay.moc"

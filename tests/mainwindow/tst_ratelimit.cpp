@@ -2,7 +2,7 @@
 
 #include "support/recordingview.h"
 #include "support/testclock.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 /// Which reports the callback keeps, by a clock that the tests set.
 ///
@@ -224,5 +224,5 @@ void RateLimitTests::allWindowsShareTheClock()
     QVERIFY(!one.receive(limited, 60));
 }
 
-PADSCOPE_TEST_MAIN(RateLimitTests)
+PADSCOPE_TESTS(RateLimitTests);
 #include "tst_ratelimit.moc"

@@ -8,7 +8,7 @@
 #include "monitor.h"
 #include "support/driverlibrary.h"
 #include "support/recordingview.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 /// Reports from several threads of the driver at once, while the GUI thread attaches, plugs and detaches.
 class ThreadTests : public QObject
@@ -131,5 +131,5 @@ void ThreadTests::floodIntoTheMonitor()
     freePackets(window);
 }
 
-PADSCOPE_TEST_MAIN(ThreadTests)
+PADSCOPE_TESTS(ThreadTests);
 #include "tst_threads.moc"

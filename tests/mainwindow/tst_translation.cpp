@@ -7,7 +7,7 @@
 #include "qorvexgraph.h"
 #include "support/driverlibrary.h"
 #include "support/markingtranslator.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 /// Which texts of the window a translation changes, and in which context.
 class TranslationTests : public QObject
@@ -87,5 +87,5 @@ void TranslationTests::otherKeysAreNotTranslated()
     QCOMPARE(store.allKeys(), QStringList({"Log To File", "Monitor Font", "Monitor Font Size"}));
 }
 
-PADSCOPE_TEST_MAIN(TranslationTests)
+PADSCOPE_TESTS(TranslationTests);
 #include "tst_translation.moc"

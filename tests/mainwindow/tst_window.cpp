@@ -7,7 +7,7 @@
 #include "qlineupdownedit.h"
 #include "support/driverlibrary.h"
 #include "support/recordingview.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 namespace {
 
@@ -158,5 +158,5 @@ void WindowTests::viewWithoutWindowKnowsNothing()
     QVERIFY(!view.settings);
 }
 
-PADSCOPE_TEST_MAIN(WindowTests)
+PADSCOPE_TESTS(WindowTests);
 #include "tst_window.moc"

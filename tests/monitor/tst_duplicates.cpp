@@ -1,7 +1,7 @@
 #include <QTest>
 
 #include "monitor/monitorview.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 namespace {
 
@@ -249,5 +249,5 @@ void Duplicates::previousPacketIsACopy()
     QCOMPARE(monitorView.view->previousPacket->data, hex(positionHex));
 }
 
-PADSCOPE_TEST_MAIN(Duplicates)
+PADSCOPE_TESTS(Duplicates);
 #include "tst_duplicates.moc"

@@ -9,7 +9,7 @@
 #include "framepacer.h"
 #include "monitor/monitorview.h"
 #include "qlineupdownedit.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 /// Rows that come in quick succession are painted together; the first after a rest is painted at once.
 class Frames : public QObject
@@ -315,5 +315,5 @@ void Frames::scrollBarIsThatOfAPlainView()
     }
 }
 
-PADSCOPE_TEST_MAIN(Frames)
+PADSCOPE_TESTS(Frames);
 #include "tst_frames.moc"

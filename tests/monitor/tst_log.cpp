@@ -6,7 +6,7 @@
 #include <QTest>
 
 #include "monitor/monitorview.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 namespace {
 
@@ -255,5 +255,5 @@ void Log::folderRemovedBetweenRows()
     QCOMPARE(logged(), QByteArray("B\n"));
 }
 
-PADSCOPE_TEST_MAIN(Log)
+PADSCOPE_TESTS(Log);
 #include "tst_log.moc"

@@ -3,7 +3,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "support/testmain.h"
+#include "support/tests.h"
 
 /// The log file's name on a given day, in a process whose clock is set to it.
 class LogDay : public QObject
@@ -83,5 +83,5 @@ void LogDay::rowAfterMidnightGoesToTheNextDay()
     QCOMPARE(contents(home.path(), "Fri-Jan-1-27.log"), QByteArray("new year\n"));
 }
 
-PADSCOPE_TEST_MAIN(LogDay)
+PADSCOPE_TESTS(LogDay);
 #include "tst_logday.moc"

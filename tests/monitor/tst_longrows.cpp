@@ -8,7 +8,7 @@
 #include "qorvexgraph.h"
 #include "support/countingpaintdevice.h"
 #include "support/packets.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 namespace {
 
@@ -111,5 +111,5 @@ void LongRowTests::streamWithoutLineEnds()
     QVERIFY(charactersPainted(&window) < mostPainted);
 }
 
-PADSCOPE_TEST_MAIN(LongRowTests)
+PADSCOPE_TESTS(LongRowTests);
 #include "tst_longrows.moc"

@@ -4,7 +4,7 @@
 
 #include "monitor/monitorview.h"
 #include "support/otherstore.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 namespace {
 
@@ -192,5 +192,5 @@ void MonitorFont::fontIsWrittenOnClose()
     QCOMPARE(sizeBox(next)->currentText(), QString("12"));
 }
 
-PADSCOPE_TEST_MAIN(MonitorFont)
+PADSCOPE_TESTS(MonitorFont);
 #include "tst_monitorfont.moc"

@@ -7,7 +7,7 @@
 #include "monitor/monitorview.h"
 #include "orvexwrapper.h"
 #include "support/otherstore.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 namespace {
 
@@ -172,5 +172,5 @@ void MonitorSettings::intakeFollowsTheSlider()
     window.hardware = nullptr;
 }
 
-PADSCOPE_TEST_MAIN(MonitorSettings)
+PADSCOPE_TESTS(MonitorSettings);
 #include "tst_monitorsettings.moc"

@@ -9,7 +9,7 @@
 #include <QVBoxLayout>
 
 #include "monitor/monitorview.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 /// How the tab is built when nothing was ever stored.
 class MonitorTab : public QObject
@@ -207,5 +207,5 @@ void MonitorTab::buildingWritesNoSetting()
     QVERIFY(!monitorView.window.settings.contains("Monitor Font Size"));
 }
 
-PADSCOPE_TEST_MAIN(MonitorTab)
+PADSCOPE_TESTS(MonitorTab);
 #include "tst_monitortab.moc"

@@ -6,7 +6,7 @@
 #include <QTranslator>
 
 #include "monitor/monitorview.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 namespace {
 
@@ -110,5 +110,5 @@ void MonitorTranslation::nothingElseIsAskedFor()
     QCOMPARE(translator->asked, (QStringList{"Data", "Fast Computer", "Log to file", "Slow Computer"}));
 }
 
-PADSCOPE_TEST_MAIN(MonitorTranslation)
+PADSCOPE_TESTS(MonitorTranslation);
 #include "tst_monitortranslation.moc"

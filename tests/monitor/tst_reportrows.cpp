@@ -2,7 +2,7 @@
 
 #include "monitor/monitorview.h"
 #include "support/datalines.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 /// What the Monitor makes of a report's bytes, blank by blank. The cases are lines of data files.
 class ReportRows : public QObject
@@ -89,5 +89,5 @@ void ReportRows::texts()
     QTEST(monitorView.view->pendingText, "text");
 }
 
-PADSCOPE_TEST_MAIN(ReportRows)
+PADSCOPE_TESTS(ReportRows);
 #include "tst_reportrows.moc"

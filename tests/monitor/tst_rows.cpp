@@ -5,7 +5,7 @@
 #include <QTreeView>
 
 #include "monitor/monitorview.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 /// Adding rows: how many stay, when the view follows, and what the window does not do.
 class Rows : public QObject
@@ -207,5 +207,5 @@ void Rows::longRowLeavesTheWindow()
     QCOMPARE(monitorView.view->minimumSizeHint().width(), viewMinimumHint);
 }
 
-PADSCOPE_TEST_MAIN(Rows)
+PADSCOPE_TESTS(Rows);
 #include "tst_rows.moc"

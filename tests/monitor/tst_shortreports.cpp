@@ -3,7 +3,7 @@
 #include <QTest>
 
 #include "monitor/monitorview.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 /// Reports that are shorter than their fields: a missing byte counts as zero.
 class ShortReports : public QObject
@@ -72,5 +72,5 @@ void ShortReports::everyTypeAtLengthsZeroToTwo()
     }
 }
 
-PADSCOPE_TEST_MAIN(ShortReports)
+PADSCOPE_TESTS(ShortReports);
 #include "tst_shortreports.moc"

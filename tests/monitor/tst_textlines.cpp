@@ -3,7 +3,7 @@
 #include <QThread>
 
 #include "monitor/monitorview.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 namespace {
 
@@ -300,5 +300,5 @@ void TextLines::textThatComesAsARowIsAdded()
     QVERIFY(monitorView.rows().contains("rest"));
 }
 
-PADSCOPE_TEST_MAIN(TextLines)
+PADSCOPE_TESTS(TextLines);
 #include "tst_textlines.moc"

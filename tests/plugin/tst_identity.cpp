@@ -9,7 +9,7 @@
 
 #include "support/driverlibrary.h"
 #include "support/markingtranslator.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 #include "tendroplugininterface.h"
 
 /// What the plugin's object tells the host, and the window and the action that it gives.
@@ -205,5 +205,5 @@ void IdentityTests::pluginLeavesTheWindowToTheHost()
     delete widget;
 }
 
-PADSCOPE_TEST_MAIN(IdentityTests)
+PADSCOPE_TESTS(IdentityTests);
 #include "tst_identity.moc"

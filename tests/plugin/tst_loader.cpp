@@ -8,7 +8,7 @@
 #include <QPointer>
 #include <QProcess>
 
-#include "support/testmain.h"
+#include "support/tests.h"
 #include "tendroplugininterface.h"
 
 /// The plugin file, as a host's loader sees it.
@@ -177,5 +177,5 @@ void LoaderTests::needsNoOtherQtModule()
     QCOMPARE(modules, QByteArrayList({"[libQt5Core.so.5]", "[libQt5Gui.so.5]", "[libQt5Widgets.so.5]"}));
 }
 
-PADSCOPE_TEST_MAIN(LoaderTests)
+PADSCOPE_TESTS(LoaderTests);
 #include "tst_loader.moc"

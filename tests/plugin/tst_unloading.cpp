@@ -5,7 +5,7 @@
 #include <QPluginLoader>
 
 #include "support/observedcalls.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 #include "tendroplugininterface.h"
 
 /// A host that removes the plugin from memory and goes on. Qt, which stays, must hold nothing of it: what it
@@ -100,5 +100,5 @@ void UnloadingTests::unloadedWhileAnAttachIsToBeRepeated()
     QTest::qWait(20);
 }
 
-PADSCOPE_TEST_MAIN(UnloadingTests)
+PADSCOPE_TESTS(UnloadingTests);
 #include "tst_unloading.moc"

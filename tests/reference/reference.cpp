@@ -23,12 +23,10 @@ QString keep(const QString &name, const QImage &picture)
     return picture.save(path) ? QStringLiteral("; see ") + path : QStringLiteral("; it can't be saved");
 }
 
-} // namespace
+/// Makes fontconfig see the family of the pictures alone, before the application is created.
+[[maybe_unused]] const bool fixedFonts = qputenv("FONTCONFIG_FILE", PADSCOPE_REFERENCE "/fonts.conf");
 
-void useFixedFonts()
-{
-    qputenv("FONTCONFIG_FILE", PADSCOPE_REFERENCE "/fonts.conf");
-}
+} // namespace
 
 QString difference(const QImage &actual, const QImage &expected)
 {

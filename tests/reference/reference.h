@@ -10,9 +10,6 @@
 /// for a change of what is to be seen, never for a change of how it is painted.
 namespace reference {
 
-/// Makes fontconfig see the family of the pictures alone. To be called before the application is created.
-void useFixedFonts();
-
 /// Compares a picture, pixel for pixel, with the one that is kept under its name.
 /// \return what differs; empty when nothing does
 QString difference(const QString &name, const QImage &picture);

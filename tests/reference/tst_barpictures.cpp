@@ -1,7 +1,7 @@
 #include "reference/reference.h"
 #include "reference/reports.h"
 #include "reference/shownwindow.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 #include <QCheckBox>
 #include <QStyleFactory>
@@ -74,9 +74,5 @@ void BarPictureTests::pictures()
     QVERIFY2(difference.isEmpty(), qPrintable(difference));
 }
 
-int main(int argc, char **argv)
-{
-    reference::useFixedFonts();
-    return testsupport::run<BarPictureTests>(argc, argv);
-}
+PADSCOPE_TESTS(BarPictureTests);
 #include "tst_barpictures.moc"

@@ -1,7 +1,7 @@
 #include "reference/plainrows.h"
 #include "reference/randomuser.h"
 #include "reference/reference.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 #include <functional>
 #include <vector>
@@ -220,9 +220,5 @@ void PlainViewTests::cleanupTestCase()
     QVERIFY(unsteadySteps * 4 < steps);
 }
 
-int main(int argc, char **argv)
-{
-    reference::useFixedFonts();
-    return testsupport::run<PlainViewTests>(argc, argv);
-}
+PADSCOPE_TESTS(PlainViewTests);
 #include "tst_plainview.moc"

@@ -1,7 +1,7 @@
 #include "reference/reference.h"
 #include "reference/shownwindow.h"
 #include "rowdelegate.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 #include <cmath>
 
@@ -300,9 +300,5 @@ void RowLooks::moreTextsThanAreKept()
     verifyScreen(shown);
 }
 
-int main(int argc, char **argv)
-{
-    reference::useFixedFonts();
-    return testsupport::run<RowLooks>(argc, argv);
-}
+PADSCOPE_TESTS(RowLooks);
 #include "tst_rowlooks.moc"

@@ -2,7 +2,7 @@
 #include "reference/reports.h"
 #include "reference/shownwindow.h"
 #include "rowdelegate.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 #include <functional>
 
@@ -269,9 +269,5 @@ void RowPictureTests::cleanup()
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("fusion")));
 }
 
-int main(int argc, char **argv)
-{
-    reference::useFixedFonts();
-    return testsupport::run<RowPictureTests>(argc, argv);
-}
+PADSCOPE_TESTS(RowPictureTests);
 #include "tst_rowpictures.moc"

@@ -1,7 +1,7 @@
 #include "reference/reference.h"
 #include "reference/reports.h"
 #include "reference/shownwindow.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 #include <QDir>
 #include <QHeaderView>
@@ -158,9 +158,5 @@ void RowTextTests::signalsOfTheBarGraph()
     QVERIFY2(difference.isEmpty(), qPrintable(difference));
 }
 
-int main(int argc, char **argv)
-{
-    reference::useFixedFonts();
-    return testsupport::run<RowTextTests>(argc, argv);
-}
+PADSCOPE_TESTS(RowTextTests);
 #include "tst_rowtexts.moc"

@@ -1,7 +1,7 @@
 #include "reference/reference.h"
 #include "reference/reports.h"
 #include "reference/shownwindow.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 #include <QScrollBar>
 #include <QStandardItemModel>
@@ -125,9 +125,5 @@ void ScreenTests::selectionAndScrollingWhileRowsCome()
     }
 }
 
-int main(int argc, char **argv)
-{
-    reference::useFixedFonts();
-    return testsupport::run<ScreenTests>(argc, argv);
-}
+PADSCOPE_TESTS(ScreenTests);
 #include "tst_screen.moc"

@@ -2,7 +2,7 @@
 #include "scenarios/expectations.h"
 #include "simulation.h"
 #include "simulator/simulatedlibrary.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 #include "support/waitingpackets.h"
 #include "toolparts.h"
 
@@ -230,5 +230,5 @@ QImage ScenariosTest::barGraph() const
     return tabs_->widget(0)->grab().toImage();
 }
 
-PADSCOPE_TEST_MAIN(ScenariosTest)
+PADSCOPE_TESTS(ScenariosTest);
 #include "tst_scenarios.moc"

@@ -5,7 +5,7 @@
 
 #include "bargraph.h"
 #include "monitor/monitorview.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 /// What a board says is shown as it stands: nothing of it is markup, a file name, a style or a command.
 class BoardText : public QObject
@@ -86,5 +86,5 @@ void BoardText::noRowChangesTheStyle()
     QCOMPARE(monitorView.view->styleSheet(), before);
 }
 
-PADSCOPE_TEST_MAIN(BoardText)
+PADSCOPE_TESTS(BoardText);
 #include "tst_boardtext.moc"

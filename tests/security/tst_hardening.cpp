@@ -1,6 +1,5 @@
-#include "support/table.h"
+#include "support/tests.h"
 #include <QProcess>
-#include <QtTest>
 
 /// The hardening flags, read back from what was built.
 class Hardening : public QObject
@@ -76,5 +75,5 @@ void Hardening::functionsAreFortified()
     QVERIFY2(symbols.contains(QRegularExpression(QStringLiteral(" __\\w+_chk@"))), qPrintable(symbols));
 }
 
-QTEST_APPLESS_MAIN(Hardening)
+PADSCOPE_TESTS(Hardening);
 #include "tst_hardening.moc"

@@ -11,7 +11,7 @@
 #include "qorvexgraph.h"
 #include "support/capturedoutput.h"
 #include "support/driverlibrary.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 /// What crosses into the tool from files that it does not trust.
 class Trust : public QObject
@@ -110,5 +110,5 @@ void Trust::scenarioThatIsNone()
     QVERIFY2(result.errors.value(0).contains("/etc/hostname"), qPrintable(result.errors.join('\n')));
 }
 
-PADSCOPE_TEST_MAIN(Trust)
+PADSCOPE_TESTS(Trust);
 #include "tst_trust.moc"

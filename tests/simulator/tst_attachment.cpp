@@ -1,9 +1,8 @@
 #include "simulator/simulatedlibrary.h"
-#include "support/table.h"
+#include "support/tests.h"
 
 #include <QDir>
 #include <QElapsedTimer>
-#include <QtTest>
 
 /// Boards that are plugged in, enumerated and streaming, and the threads behind them.
 class tst_attachment : public QObject
@@ -283,5 +282,5 @@ void tst_attachment::aTextComesFirst()
     QCOMPARE(recorder.deliveries().front().bytes, expected);
 }
 
-QTEST_APPLESS_MAIN(tst_attachment)
+PADSCOPE_TESTS(tst_attachment);
 #include "tst_attachment.moc"

@@ -1,7 +1,7 @@
 #include "simulator/simulatedlibrary.h"
+#include "support/tests.h"
 
 #include <atomic>
-#include <QtTest>
 #include <set>
 
 /// Who is called, how often, on which thread, and for how long no more.
@@ -284,5 +284,5 @@ void tst_callbacks::manyThreadsAtOnce()
         thread.join();
 }
 
-QTEST_APPLESS_MAIN(tst_callbacks)
+PADSCOPE_TESTS(tst_callbacks);
 #include "tst_callbacks.moc"

@@ -1,7 +1,7 @@
 #include "simulator/simulatedlibrary.h"
+#include "support/tests.h"
 
 #include <atomic>
-#include <QtTest>
 #include <unistd.h>
 
 /// What hosts and tests control the library with.
@@ -235,5 +235,5 @@ void tst_control::totalRateIsLimited()
     QCOMPARE(library.plug(4), 0);
 }
 
-QTEST_APPLESS_MAIN(tst_control)
+PADSCOPE_TESTS(tst_control);
 #include "tst_control.moc"

@@ -1,6 +1,5 @@
 #include "simulator/simulatedlibrary.h"
-
-#include <QtTest>
+#include "support/tests.h"
 
 /// Commands, and the entry points that do nothing.
 class tst_entrypoints : public QObject
@@ -97,5 +96,5 @@ void tst_entrypoints::closingCommands()
     QTRY_COMPARE(recorder->timesSeen(50, "[:MDP0] goodbye!"), 1);
 }
 
-QTEST_APPLESS_MAIN(tst_entrypoints)
+PADSCOPE_TESTS(tst_entrypoints);
 #include "tst_entrypoints.moc"

@@ -1,8 +1,8 @@
 #include "simulator/simulatedlibrary.h"
 #include "support/entrypointnames.h"
+#include "support/tests.h"
 
 #include <QProcess>
-#include <QtTest>
 
 /// What the loader finds in the library.
 class tst_exports : public QObject
@@ -77,5 +77,5 @@ void tst_exports::isGoneAfterAnAttachWithoutDetach()
     QVERIFY(!SimulatedLibrary::isLoaded());
 }
 
-QTEST_APPLESS_MAIN(tst_exports)
+PADSCOPE_TESTS(tst_exports);
 #include "tst_exports.moc"

@@ -1,9 +1,8 @@
 #include "simulator/simulatedlibrary.h"
-#include "support/table.h"
+#include "support/tests.h"
 
 #include <atomic>
 #include <QElapsedTimer>
-#include <QtTest>
 #include <set>
 
 /// Faults, as scenarios have them and as they are triggered.
@@ -394,5 +393,5 @@ void tst_faults::aSlowCommandIsOne()
     }
 }
 
-QTEST_APPLESS_MAIN(tst_faults)
+PADSCOPE_TESTS(tst_faults);
 #include "tst_faults.moc"

@@ -1,9 +1,8 @@
 #include "simulator/simulatedlibrary.h"
-#include "support/table.h"
+#include "support/tests.h"
 
 #include <atomic>
 #include <chrono>
-#include <QtTest>
 
 /// Rates, into a callback that only counts. Time is what they are about; a sanitizer takes too much of it.
 class tst_pacing : public QObject
@@ -68,5 +67,5 @@ void tst_pacing::withinOnePercentOverTenSeconds()
     library.orvexDetach();
 }
 
-QTEST_APPLESS_MAIN(tst_pacing)
+PADSCOPE_TESTS(tst_pacing);
 #include "tst_pacing.moc"

@@ -1,5 +1,6 @@
 #include "firmware.h"
 #include "scenarioreader.h"
+#include "support/tests.h"
 
 #include <algorithm>
 #include <QDir>
@@ -9,7 +10,6 @@
 #include <QJsonObject>
 #include <QRegularExpression>
 #include <QTemporaryFile>
-#include <QtTest>
 
 /// The tables of the simulator's pages name what there is: no more, no less, and each once.
 class tst_readme : public QObject
@@ -189,5 +189,5 @@ void tst_readme::defaultWeights()
     QCOMPARE(found, expected);
 }
 
-QTEST_APPLESS_MAIN(tst_readme)
+PADSCOPE_TESTS(tst_readme);
 #include "tst_readme.moc"

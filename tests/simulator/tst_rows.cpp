@@ -8,7 +8,7 @@
 
 #include "datapacket.h"
 #include "qorvexgraph.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 namespace {
 
@@ -155,6 +155,6 @@ void SimRows::answersAreRowsOfTheirOwn()
                                 tool.rows.join(QLatin1Char('\n'))));
 }
 
-PADSCOPE_TEST_MAIN(SimRows)
+PADSCOPE_TESTS(SimRows);
 
 #include "tst_rows.moc"

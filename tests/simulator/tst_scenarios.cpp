@@ -1,11 +1,11 @@
 #include "simulator/simulatedlibrary.h"
-#include "support/table.h"
+#include "support/capturedoutput.h"
+#include "support/tests.h"
 
 #include <QDir>
 #include <QElapsedTimer>
 #include <QProcess>
 #include <QTemporaryDir>
-#include <QtTest>
 
 /// Scenarios as they are chosen, and what the timeline does to the library.
 class tst_scenarios : public QObject
@@ -131,18 +131,15 @@ void tst_scenarios::aBadScenarioMeansNoBoards()
     QCOMPARE(library.orvexGetDeviceCount(), 1);
 }
 
-// Another process, because what is written to standard error there is all that is looked at.
 void tst_scenarios::theLineOnStandardError()
 {
     QTemporaryDir folder;
     const QByteArray path = written(folder, R"({"title": "t", "boards": [{"id": 1, "rate": 0}]})");
-    QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(variable, path);
-    process.setProcessEnvironment(environment);
-    process.start(QCoreApplication::applicationFilePath(), {"aBadScenarioIsTold"});
-    QVERIFY(process.waitForFinished());
-    QCOMPARE(process.readAllStandardError(),
+    qputenv(variable, path);
+    SimulatedLibrary library;
+    CapturedOutput errors(stderr);
+    library.orvexAttach();
+    QCOMPARE(errors.text(),
              path + ": /boards/0/rate: 0 is not allowed; allowed is a whole number from 1 to 10000\n");
 }
 
@@ -330,16 +327,5 @@ void tst_scenarios::variantsFindTheScenarios()
     QCOMPARE(library.orvexGetDeviceCount(), 2);
 }
 
-int main(int argc, char **argv)
-{
-    QCoreApplication application(argc, argv);
-    if (application.arguments().contains("aBadScenarioIsTold")) {
-        SimulatedLibrary library;
-        library.orvexAttach();
-        return library.orvexGetDeviceCount();
-    }
-    tst_scenarios test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+PADSCOPE_TESTS(tst_scenarios);
 #include "tst_scenarios.moc"

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdio>
 #include <memory>
 #ifdef __SANITIZE_ADDRESS__
 #include <sanitizer/lsan_interface.h>
@@ -42,26 +41,4 @@ inline std::unique_ptr<QApplication> newApplication(int &argc, char **argv)
     return std::make_unique<QApplication>(argc, argv);
 }
 
-/// Runs the tests of a class in a home folder that is new, before Qt has looked for any setting in it.
-template <typename Tests>
-int run(int argc, char **argv)
-{
-    const QTemporaryDir home;
-    if (!home.isValid()) {
-        std::fprintf(stderr, "no home folder for the tests: %s\n", qPrintable(home.errorString()));
-        return 2;
-    }
-    useHome(home.path());
-    const std::unique_ptr<QApplication> application = newApplication(argc, argv);
-    Tests tests;
-    return QTest::qExec(&tests, argc, argv);
-}
-
 } // namespace testsupport
-
-/// The main() of a test program.
-#define PADSCOPE_TEST_MAIN(Class)                                                                            \
-    int main(int argc, char **argv)                                                                          \
-    {                                                                                                        \
-        return testsupport::run<Class>(argc, argv);                                                          \
-    }

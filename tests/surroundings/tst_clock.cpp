@@ -3,7 +3,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "support/testmain.h"
+#include "support/tests.h"
 #include "surroundings/childrun.h"
 
 /// A clock that is set back while boards stream: what is not rate-limited is kept, and the rest is from the
@@ -61,5 +61,5 @@ void Clock::jump()
     QCOMPARE(QDir(home.filePath("qorvexgraph logs")).entryList(QDir::Files, QDir::Name), logs);
 }
 
-PADSCOPE_TEST_MAIN(Clock)
+PADSCOPE_TESTS(Clock);
 #include "tst_clock.moc"

@@ -3,7 +3,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "support/testmain.h"
+#include "support/tests.h"
 #include "surroundings/childrun.h"
 
 /// Locales, fonts, directions, sizes and resolutions: the same rows in all of them, and pictures of the size.
@@ -151,5 +151,5 @@ void Desktop::pixelRatios()
     QVERIFY2(result.output.count(picture) == 4, result.output);
 }
 
-PADSCOPE_TEST_MAIN(Desktop)
+PADSCOPE_TESTS(Desktop);
 #include "tst_desktop.moc"

@@ -3,7 +3,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "support/testmain.h"
+#include "support/tests.h"
 #include "surroundings/childrun.h"
 
 /// A driver library that is missing or damaged: the host starts, opens the tool, types and closes all the
@@ -69,5 +69,5 @@ void DriverFile::file()
     QVERIFY2(result.output.isEmpty() != rows, result.output);
 }
 
-PADSCOPE_TEST_MAIN(DriverFile)
+PADSCOPE_TESTS(DriverFile);
 #include "tst_driverfile.moc"

@@ -6,7 +6,7 @@
 
 #include "monitor/monitorview.h"
 #include "qlineupdownedit.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 /// Log folder and settings that cannot be used: the rows are shown, the window works, nothing else is
 /// touched. The tests may run as root, to whom permissions mean nothing.
@@ -161,5 +161,5 @@ void HomeFolder::settingsOfAnotherVersionAreKept()
     QCOMPARE(settings.value("history/0").toString(), QString("from there"));
 }
 
-PADSCOPE_TEST_MAIN(HomeFolder)
+PADSCOPE_TESTS(HomeFolder);
 #include "tst_homefolder.moc"

@@ -1,4 +1,4 @@
-#include "support/testmain.h"
+#include "support/tests.h"
 
 #include <QDir>
 #include <QRegularExpression>
@@ -90,5 +90,5 @@ void TranslationsTest::speaksGerman()
     QTEST(translator.translate(context.constData(), source.constData()), "german");
 }
 
-PADSCOPE_TEST_MAIN(TranslationsTest)
+PADSCOPE_TESTS(TranslationsTest);
 #include "tst_translations.moc"

@@ -1,6 +1,6 @@
 #include "bargraph/bargraphtest.h"
 #include "bargraph/pictures/picture.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 namespace {
 
@@ -220,5 +220,5 @@ void TestBarPicture::twoPixelsToOne()
     QCOMPARE(colourAt(classic, 85, 350), QStringLiteral("#000000"));
 }
 
-PADSCOPE_TEST_MAIN(TestBarPicture)
+PADSCOPE_TESTS(TestBarPicture);
 #include "tst_barpicture.moc"

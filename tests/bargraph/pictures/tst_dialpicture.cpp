@@ -2,7 +2,7 @@
 
 #include "bargraph/bargraphtest.h"
 #include "bargraph/pictures/picture.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 namespace {
 
@@ -196,5 +196,5 @@ void TestDialPicture::twoPixelsToOne()
     QCOMPARE(needle.right(), 221);
 }
 
-PADSCOPE_TEST_MAIN(TestDialPicture)
+PADSCOPE_TESTS(TestDialPicture);
 #include "tst_dialpicture.moc"

@@ -3,7 +3,7 @@
 #include <QStyleFactory>
 
 #include "bargraph/pictures/picture.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 namespace {
 
@@ -218,5 +218,5 @@ void TestHostLooks::otherwiseTheFrameIsPlain()
     }
 }
 
-PADSCOPE_TEST_MAIN(TestHostLooks)
+PADSCOPE_TESTS(TestHostLooks);
 #include "tst_hostlooks.moc"

@@ -2,7 +2,7 @@
 
 #include "bargraph/bargraphtest.h"
 #include "bargraph/pictures/picture.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 namespace {
 
@@ -181,5 +181,5 @@ void TestMeterPicture::twoPixelsToOne()
     QVERIFY(extentOf(image, white, QRect(130, 440, 600, 40)).isValid());
 }
 
-PADSCOPE_TEST_MAIN(TestMeterPicture)
+PADSCOPE_TESTS(TestMeterPicture);
 #include "tst_meterpicture.moc"

@@ -1,7 +1,7 @@
 #include "bargraph/bargraphtest.h"
 #include "bargraph/pictures/picture.h"
 #include "bargraph/pictures/recordingcanvas.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 namespace {
 
@@ -128,5 +128,5 @@ void TestPrimitives::orderOfThePicture()
                     }));
 }
 
-PADSCOPE_TEST_MAIN(TestPrimitives)
+PADSCOPE_TESTS(TestPrimitives);
 #include "tst_primitives.moc"

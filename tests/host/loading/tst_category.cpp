@@ -1,5 +1,5 @@
 #include "category.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 #include <limits>
 
@@ -52,5 +52,5 @@ void CategoryTest::ordersEqualNumbersByGroupThenKey()
     QVERIFY(!(parseCategory(QStringLiteral("2/a/a")) < parseCategory(QStringLiteral("2/a/a"))));
 }
 
-PADSCOPE_TEST_MAIN(CategoryTest)
+PADSCOPE_TESTS(CategoryTest);
 #include "tst_category.moc"

@@ -1,6 +1,6 @@
 #include "host/examplefolder.h"
 #include "paths.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -132,5 +132,5 @@ void PathsTest::tellsWhatMayNotBeRead()
     QCOMPARE(chmod(folder.constData(), 0700), 0);
 }
 
-PADSCOPE_TEST_MAIN(PathsTest)
+PADSCOPE_TESTS(PathsTest);
 #include "tst_paths.moc"

@@ -1,6 +1,6 @@
 #include "host/examplefolder.h"
 #include "pluginloading.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 #include "tendroplugininterface.h"
 
 #include <QPluginLoader>
@@ -120,5 +120,5 @@ void PluginLoadingTest::deletesObjectAtUnloading()
     QCOMPARE(folder.events(), QStringList(QStringLiteral("plugin destroyed")));
 }
 
-PADSCOPE_TEST_MAIN(PluginLoadingTest)
+PADSCOPE_TESTS(PluginLoadingTest);
 #include "tst_pluginloading.moc"

@@ -1,7 +1,7 @@
 #include "host/menuactions.h"
 #include "scenariomenu.h"
 #include "simulator/simulatedlibrary.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 #include <QActionGroup>
 #include <QFileDialog>
@@ -134,5 +134,5 @@ void ScenarioMenuTest::tellsWhyAScenarioIsRefused()
     QCOMPARE(simulation_.boards(), std::vector<int>({7}));
 }
 
-PADSCOPE_TEST_MAIN(ScenarioMenuTest)
+PADSCOPE_TESTS(ScenarioMenuTest);
 #include "tst_scenariomenu.moc"

@@ -4,7 +4,7 @@
 #include "reportrates.h"
 #include "simulation.h"
 #include "simulator/simulatedlibrary.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 #include <QMenuBar>
 #include <QPluginLoader>
@@ -226,5 +226,5 @@ void SimulationTest::showsRates()
     QTRY_COMPARE(rates.text(), QStringLiteral("Reports a second: 0 sent, 0 delivered"));
 }
 
-PADSCOPE_TEST_MAIN(SimulationTest)
+PADSCOPE_TESTS(SimulationTest);
 #include "tst_simulation.moc"

@@ -7,7 +7,7 @@
 #include "support/capturedoutput.h"
 #include "support/driverlibrary.h"
 #include "support/otherstore.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 /// What is typed, and what views send, on its way to the first board.
 class CommandTests : public QObject
@@ -272,5 +272,5 @@ void CommandTests::fixedCommandDoesNotAttach()
     QVERIFY(!window.hardware);
 }
 
-PADSCOPE_TEST_MAIN(CommandTests)
+PADSCOPE_TESTS(CommandTests);
 #include "tst_commands.moc"

@@ -2,7 +2,7 @@
 
 #include "qlineupdownedit.h"
 #include "qorvexgraph.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 /// The command history in the settings store.
 class HistoryTests : public QObject
@@ -199,5 +199,5 @@ void HistoryTests::listInTheFileEndsTheLoad()
     QCOMPARE(loadedHistory(), QList<QString>());
 }
 
-PADSCOPE_TEST_MAIN(HistoryTests)
+PADSCOPE_TESTS(HistoryTests);
 #include "tst_history.moc"

@@ -1,7 +1,7 @@
 #include <QSignalSpy>
 
 #include "qlineupdownedit.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 /// The command line and what it recalls.
 class LineEditTests : public QObject
@@ -195,5 +195,5 @@ void LineEditTests::otherKeysAreTypedAsUsual()
     QVERIFY(edit.history.isEmpty());
 }
 
-PADSCOPE_TEST_MAIN(LineEditTests)
+PADSCOPE_TESTS(LineEditTests);
 #include "tst_lineedit.moc"

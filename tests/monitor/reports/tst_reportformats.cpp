@@ -3,7 +3,7 @@
 #include <QTest>
 
 #include "decoding.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 Q_DECLARE_METATYPE(reports::Field)
 
@@ -163,5 +163,5 @@ void ReportFormats::adcReading()
     QTEST(adc["volts"].scale->of(raw), "volts");
 }
 
-PADSCOPE_TEST_MAIN(ReportFormats)
+PADSCOPE_TESTS(ReportFormats);
 #include "tst_reportformats.moc"

@@ -4,7 +4,7 @@
 
 #include "layouts.h"
 #include "support/datalines.h"
-#include "support/testmain.h"
+#include "support/tests.h"
 
 using namespace reports;
 
@@ -94,5 +94,5 @@ void ReportLayouts::noOtherLayout()
     QCOMPARE(textOffset, std::size_t{2});
 }
 
-PADSCOPE_TEST_MAIN(ReportLayouts)
+PADSCOPE_TESTS(ReportLayouts);
 #include "tst_reportlayouts.moc"

@@ -1,8 +1,6 @@
 #include "encoding.h"
 #include "oddreports.h"
-#include "support/table.h"
-
-#include <QtTest>
+#include "support/tests.h"
 
 /// The bytes of each kind of report, written out by hand.
 class tst_encoding : public QObject
@@ -113,5 +111,5 @@ void tst_encoding::unknownTypes()
     }
 }
 
-QTEST_APPLESS_MAIN(tst_encoding)
+PADSCOPE_TESTS(tst_encoding);
 #include "tst_encoding.moc"

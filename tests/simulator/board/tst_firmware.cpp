@@ -1,7 +1,5 @@
 #include "firmware.h"
-#include "support/table.h"
-
-#include <QtTest>
+#include "support/tests.h"
 
 /// Commands: known with or without a carriage return, split or joined, and answered one by one.
 class tst_firmware : public QObject
@@ -137,5 +135,5 @@ void tst_firmware::noTwoAnswersInARowAreTheSame()
                                                "[U8] frequency locked!", "[B] streaming!"}));
 }
 
-QTEST_APPLESS_MAIN(tst_firmware)
+PADSCOPE_TESTS(tst_firmware);
 #include "tst_firmware.moc"

@@ -1,10 +1,9 @@
 #include "scenarioreader.h"
 #include "script.h"
-#include "support/table.h"
+#include "support/tests.h"
 
 #include <algorithm>
 #include <map>
-#include <QtTest>
 #include <set>
 
 using namespace std::chrono_literals;
@@ -311,5 +310,5 @@ void tst_script::allKindsUseEveryField()
     QVERIFY(types.count(33) || types.count(65) || types.count(200));
 }
 
-QTEST_APPLESS_MAIN(tst_script)
+PADSCOPE_TESTS(tst_script);
 #include "tst_script.moc"

@@ -1,9 +1,8 @@
 #include "stream.h"
-#include "support/table.h"
+#include "support/tests.h"
 
 #include <algorithm>
 #include <map>
-#include <QtTest>
 #include <set>
 
 using namespace std::chrono_literals;
@@ -360,5 +359,5 @@ void tst_stream::theNewestAnswersReplaceEachOther()
     QCOMPARE(texts.at(10).text, std::string("line"));
 }
 
-QTEST_APPLESS_MAIN(tst_stream)
+PADSCOPE_TESTS(tst_stream);
 #include "tst_stream.moc"

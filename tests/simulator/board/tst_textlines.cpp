@@ -1,6 +1,5 @@
+#include "support/tests.h"
 #include "textlines.h"
-
-#include <QtTest>
 
 /// The board's texts, scanned as the bar graph scans them.
 class tst_textlines : public QObject
@@ -95,5 +94,5 @@ void tst_textlines::statusTextsNeverHaveTheLengthOfAVoltage()
     }
 }
 
-QTEST_APPLESS_MAIN(tst_textlines)
+PADSCOPE_TESTS(tst_textlines);
 #include "tst_textlines.moc"

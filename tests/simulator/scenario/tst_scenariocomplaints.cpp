@@ -1,10 +1,9 @@
 #include "scenarioreader.h"
 #include "support/datalines.h"
-#include "support/table.h"
+#include "support/tests.h"
 
 #include <QFile>
 #include <QTemporaryDir>
-#include <QtTest>
 
 /// The one line about a scenario file that is not taken, and its twin that is.
 class tst_scenariocomplaints : public QObject
@@ -156,5 +155,5 @@ void tst_scenariocomplaints::cutFilesAreRefused()
     QVERIFY2(readScenario(written(whole).toStdString(), complaint), complaint.c_str());
 }
 
-QTEST_APPLESS_MAIN(tst_scenariocomplaints)
+PADSCOPE_TESTS(tst_scenariocomplaints);
 #include "tst_scenariocomplaints.moc"

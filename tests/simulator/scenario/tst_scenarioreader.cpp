@@ -1,10 +1,9 @@
 #include "scenarioreader.h"
-#include "support/table.h"
+#include "support/tests.h"
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
-#include <QtTest>
 
 /// What is read from scenario files.
 class tst_scenarioreader : public QObject
@@ -210,5 +209,5 @@ void tst_scenarioreader::theDefaultIsOneBoard()
     QVERIFY(scenario->events.empty());
 }
 
-QTEST_APPLESS_MAIN(tst_scenarioreader)
+PADSCOPE_TESTS(tst_scenarioreader);
 #include "tst_scenarioreader.moc"

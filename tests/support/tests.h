@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QTest>
+
+#include "support/table.h"
+
+namespace testsupport {
+
+using RunTests = int (*)(int argc, char **argv);
+
+/// Lets main() find the tests of a class by the name of their file: "tst_rows" for
+/// tests/monitor/tst_rows.cpp.
+bool addTests(const char *file, RunTests run);
+
+template <typename Tests>
+int runTests(int argc, char **argv)
+{
+    Tests tests;
+    return QTest::qExec(&tests, argc, argv);
+}
+
+} // namespace testsupport
+
+/// Ends the file of a test class. One program holds the tests of a folder: `tests_monitor tst_rows` runs
+/// these.
+#define PADSCOPE_TESTS(Class)                                                                                \
+    [[maybe_unused]] static const bool added = testsupport::addTests(__FILE__, testsupport::runTests<Class>)
