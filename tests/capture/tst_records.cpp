@@ -1,0 +1,122 @@
+#include "capture/blocks.h"
+#include "recordreader.h"
+#include "support/tests.h"
+
+using namespace blocks;
+using capture::pcapng::Event;
+
+namespace {
+
+const QByteArray header = QByteArray::fromHex("5044"     // "PD"
+                                              "01"       // version
+                                              "28"       // 40 bytes
+                                              "03"       // a return
+                                              "06"       // with a result, within a call
+                                              "2900"     // the 41st entry point
+                                              "f9ffffff" // board -7
+                                              "feffffff" // result -2
+                                              "0807060504030201"
+                                              "93c0f1a5"
+                                              "d2040000"
+                                              "11000000"
+                                              "03000000");
+
+} // namespace
+
+class RecordTests : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aHeaderIsFortyBytes();
+    void namesOfKinds();
+    void readsRecords();
+    void passesForeignPacketsBy();
+    void refusesALaterVersion();
+};
+
+void RecordTests::aHeaderIsFortyBytes()
+{
+    capture::Header written = capture::newHeader(capture::Kind::Return);
+    written.flags = capture::ResultIsValid | capture::WithinCall;
+    written.call = 41;
+    written.board = -7;
+    written.result = -2;
+    written.sequence = 0x0102030405060708;
+    written.session = 0xA5F1C093;
+    written.thread = 1234;
+    written.link = 17;
+    written.lost = 3;
+    std::string bytes;
+    append(bytes, written);
+    QCOMPARE(QByteArray::fromStdString(bytes).toHex(), header.toHex());
+}
+
+void RecordTests::namesOfKinds()
+{
+    QCOMPARE(capture::nameOf(capture::Kind::Report), "report");
+    QCOMPARE(capture::nameOf(capture::Kind::Return), "return");
+    QCOMPARE(capture::nameOf(capture::Kind::End), "end");
+    QVERIFY(!capture::nameOf(static_cast<capture::Kind>(9)));
+}
+
+void RecordTests::readsRecords()
+{
+    const QByteArray longer = QByteArray(header).replace(3, 1, "\x2c") + "new.";
+    const MemoryFile file(section() + interface("driver") + packet(5, header + "payload") +
+                          packet(6, longer + "pay"));
+    capture::RecordReader reader(file.descriptor());
+    QCOMPARE(reader.next(), Event::Packet);
+    const capture::Record &record = reader.record();
+    QCOMPARE(record.frame, std::uint64_t{1});
+    QCOMPARE(record.offset, std::uint64_t{28 + 44});
+    QCOMPARE(record.timeNs, std::uint64_t{5});
+    QCOMPARE(record.header.kindOf(), capture::Kind::Return);
+    QVERIFY(record.header.has(capture::ResultIsValid) && record.header.has(capture::WithinCall));
+    QVERIFY(!record.header.has(capture::BoardIsValid));
+    QCOMPARE(record.header.call, std::uint16_t{41});
+    QCOMPARE(record.header.board, -7);
+    QCOMPARE(record.header.result, -2);
+    QCOMPARE(record.header.sequence, std::uint64_t{0x0102030405060708});
+    QCOMPARE(record.header.session, 0xA5F1C093U);
+    QCOMPARE(record.header.thread, 1234U);
+    QCOMPARE(record.header.link, 17U);
+    QCOMPARE(record.header.lost, 3U);
+    QCOMPARE(record.payload.text(), std::string_view("payload"));
+    QCOMPARE(record.payloadLength, 7U);
+    QCOMPARE(reader.next(), Event::Packet);
+    QCOMPARE(record.payload.text(), std::string_view("pay")); // behind what the header has more
+    QCOMPARE(reader.next(), Event::End);
+}
+
+void RecordTests::passesForeignPacketsBy()
+{
+    const QByteArray shortHeader = QByteArray(header).replace(3, 1, "\x24");
+    const QByteArray oddHeader = QByteArray(header).replace(3, 1, "\x29") + "....";
+    const MemoryFile file(section() + interface("driver") + packet(1, "") + packet(2, "PD\x01") +
+                          packet(3, "QD\x01(") + packet(4, header.left(39)) + packet(5, shortHeader) +
+                          packet(6, oddHeader) + block(0xBAD, "....") + packet(7, header));
+    capture::RecordReader reader(file.descriptor());
+    QCOMPARE(reader.next(), Event::Packet);
+    QCOMPARE(reader.record().frame, std::uint64_t{7});
+    QCOMPARE(reader.record().payload.size, std::size_t{0});
+    QCOMPARE(reader.next(), Event::End);
+    QCOMPARE(reader.skipped().foreignPackets, std::uint64_t{3});
+    QCOMPARE(reader.skipped().cutHeaders, std::uint64_t{3});
+    QCOMPARE(reader.skipped().otherBlocks, std::uint64_t{1});
+}
+
+void RecordTests::refusesALaterVersion()
+{
+    const MemoryFile file(section() + interface("driver") + packet(1, header) +
+                          packet(2, QByteArray(header).replace(2, 1, "\x02")) + packet(3, header));
+    capture::RecordReader reader(file.descriptor());
+    QCOMPARE(reader.next(), Event::Packet);
+    QCOMPARE(reader.next(), Event::Damage);
+    QCOMPARE(reader.damage().reason, std::string("a packet of a later version of the format"));
+    QCOMPARE(reader.damage().offset, std::uint64_t{28 + 44 + 72});
+    QCOMPARE(reader.next(), Event::Damage);
+}
+
+PADSCOPE_TESTS(RecordTests);
+#include "tst_records.moc"
