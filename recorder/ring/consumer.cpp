@@ -60,6 +60,7 @@ bool Consumer::copy(std::uint32_t crossing, std::uint64_t reserved, Taken &recor
     record.result = head->result;
     record.thread = head->thread;
     record.link = head->link;
+    record.isCallLost = head->isCallLost != 0;
     copyBytes(cell, length, record.payload);
     cell += cells;
     nextCrossing = record.crossing + 1;

@@ -21,6 +21,7 @@ struct Taken
     std::int32_t result = 0;
     std::uint32_t thread = 0;
     std::uint32_t link = 0;
+    bool isCallLost = false;
     std::string payload;
 };
 

@@ -58,8 +58,8 @@ struct RecordHead
     std::int32_t board;
     std::int32_t result;
     std::uint32_t thread;
-    std::uint32_t link; ///< of a return: the crossing of its call
-    std::uint32_t reserved;
+    std::uint32_t link;       ///< of a return: the crossing of its call
+    std::uint32_t isCallLost; ///< of a return: 1 when its call was lost
 };
 static_assert(sizeof(RecordHead) == 48);
 

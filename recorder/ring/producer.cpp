@@ -96,6 +96,7 @@ Put put(Control &control, const Crossing &crossing, const Piece *pieces, std::si
     head->result = crossing.result;
     head->thread = crossing.thread;
     head->link = crossing.link;
+    head->isCallLost = crossing.isCallLost ? 1 : 0;
     head->commit.store(commitWord(control.key, place.cell, place.crossing), std::memory_order_release);
     return {place.crossing, false};
 }

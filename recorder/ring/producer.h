@@ -25,6 +25,7 @@ struct Crossing
     std::uint32_t thread = 0;
     std::uint32_t link = 0;
     std::uint32_t originalLength = 0;
+    bool isCallLost = false;
     bool mayUseReserve = true; ///< false leaves the last eighth of the ring to others
 };
 

@@ -1,0 +1,183 @@
+#include "listeners.h"
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <cerrno>
+#include <utility>
+
+#include "header.h"
+#include "payloads.h"
+#include "session.h"
+
+namespace tap {
+
+namespace {
+
+constexpr std::size_t poolSize = 32; // of either sort
+constexpr std::size_t maxListeners = 256;
+
+template <typename Function>
+std::array<std::atomic<Function>, poolSize> functions{};
+
+struct Listener
+{
+    std::atomic<const void *> function; ///< set last
+    std::atomic<const void *> context;
+};
+
+Listener listeners[maxListeners];
+std::atomic<std::uint32_t> listenerCount{0};
+
+std::uint8_t flagsOfThread()
+{
+    return callDepth() > 0 ? std::uint8_t{capture::WithinCall} : std::uint8_t{0};
+}
+
+void recordReport(ring::Control &control, std::uint32_t listener, int device, const unsigned char *data,
+                  unsigned int length)
+{
+    ring::Crossing crossing;
+    crossing.kind = static_cast<std::uint8_t>(capture::Kind::Report);
+    crossing.flags = static_cast<std::uint8_t>(flagsOfThread() | capture::BoardIsValid);
+    crossing.board = device;
+    crossing.thread = threadId();
+    crossing.link = listener;
+    crossing.originalLength = length;
+    crossing.mayUseReserve = false;
+    ring::Piece piece{data, length};
+    if (!data) {
+        crossing.flags |= capture::PointerWasNull;
+        piece.length = 0;
+    } else if (length > capture::maxReportLength) {
+        crossing.flags |= capture::PayloadCut;
+        piece.length = capture::maxReportLength;
+    }
+    ring::countReport(control, device, ring::put(control, crossing, &piece, 1).isLost);
+}
+
+void recordHotplug(ring::Control &control, std::uint32_t listener)
+{
+    ring::Crossing crossing;
+    crossing.kind = static_cast<std::uint8_t>(capture::Kind::Hotplug);
+    crossing.flags = flagsOfThread();
+    crossing.thread = threadId();
+    crossing.link = listener;
+    ring::put(control, crossing, nullptr, 0);
+}
+
+template <std::size_t Index>
+void dataTrampoline(int device, const unsigned char *data, unsigned int length, void *context)
+{
+    const int error = errno;
+    const OrvexDataCallback function = functions<OrvexDataCallback>[Index].load(std::memory_order_acquire);
+    if (ring::Control *control = recording())
+        recordReport(*control, listenerNumber(reinterpret_cast<const void *>(function), context), device,
+                     data, length);
+    errno = error;
+    function(device, data, length, context);
+}
+
+template <std::size_t Index>
+void pnpTrampoline(void *context)
+{
+    const int error = errno;
+    const OrvexPnpCallback function = functions<OrvexPnpCallback>[Index].load(std::memory_order_acquire);
+    if (ring::Control *control = recording())
+        recordHotplug(*control, listenerNumber(reinterpret_cast<const void *>(function), context));
+    errno = error;
+    function(context);
+}
+
+template <std::size_t... Index>
+constexpr std::array<OrvexDataCallback, poolSize> dataPool(std::index_sequence<Index...>)
+{
+    return {dataTrampoline<Index>...};
+}
+
+template <std::size_t... Index>
+constexpr std::array<OrvexPnpCallback, poolSize> pnpPool(std::index_sequence<Index...>)
+{
+    return {pnpTrampoline<Index>...};
+}
+
+constexpr auto dataTrampolines = dataPool(std::make_index_sequence<poolSize>());
+constexpr auto pnpTrampolines = pnpPool(std::make_index_sequence<poolSize>());
+
+/// \param mayTake takes a free trampoline for a function that has none
+template <typename Function>
+Function find(Function function, const std::array<Function, poolSize> &trampolines, bool mayTake)
+{
+    if (!function)
+        return nullptr;
+    for (std::size_t i = 0; i < poolSize; ++i) {
+        Function found = functions<Function>[i].load(std::memory_order_acquire);
+        if (!found && mayTake && functions<Function>[i].compare_exchange_strong(found, function))
+            return trampolines[i];
+        if (found == function)
+            return trampolines[i];
+        if (!found)
+            return function;
+    }
+    return function;
+}
+
+template <typename Function>
+Function findOrTake(Function function, const std::array<Function, poolSize> &trampolines)
+{
+    const Function found = find(function, trampolines, true);
+    ring::Control *control = recording();
+    if (found == function && function && control && control->unrecordedCallbacks.fetch_add(1) == 0)
+        say("a callback is not recorded: there are more than 32 of its sort");
+    return found;
+}
+
+} // namespace
+
+OrvexDataCallback trampolineFor(OrvexDataCallback function)
+{
+    return findOrTake(function, dataTrampolines);
+}
+
+OrvexPnpCallback trampolineFor(OrvexPnpCallback function)
+{
+    return findOrTake(function, pnpTrampolines);
+}
+
+OrvexDataCallback knownTrampoline(OrvexDataCallback function)
+{
+    return find(function, dataTrampolines, false);
+}
+
+OrvexPnpCallback knownTrampoline(OrvexPnpCallback function)
+{
+    return find(function, pnpTrampolines, false);
+}
+
+std::uint32_t listenerNumber(const void *function, const void *context)
+{
+    const std::uint32_t count = std::min<std::uint32_t>(listenerCount.load(), maxListeners);
+    for (std::uint32_t i = 0; function && i < count; ++i) {
+        if (listeners[i].function.load(std::memory_order_acquire) == function &&
+            listeners[i].context.load() == context)
+            return i + 1;
+    }
+    return 0;
+}
+
+std::uint32_t addListener(const void *function, const void *context)
+{
+    const std::uint32_t known = listenerNumber(function, context);
+    if (known != 0 || !function)
+        return known;
+    const std::uint32_t index = listenerCount.fetch_add(1);
+    if (index >= maxListeners) {
+        listenerCount.store(maxListeners);
+        return 0;
+    }
+    listeners[index].context.store(context);
+    listeners[index].function.store(function, std::memory_order_release);
+    return index + 1;
+}
+
+} // namespace tap
