@@ -18,6 +18,16 @@ bool isFoundAsDriver(void *library)
     return found == library;
 }
 
+/// A recorder's tap, if there is one, stands in front of the library and opens it itself.
+QByteArray libraryToLoad(const QString &path)
+{
+    const QByteArray tap = qgetenv("PADSCOPE_TAP");
+    if (tap.isEmpty())
+        return QFile::encodeName(path);
+    qputenv("PADSCOPE_DRIVER", QFile::encodeName(path));
+    return tap;
+}
+
 } // namespace
 
 QString loadDriver(const QString &file)
@@ -27,7 +37,7 @@ QString loadDriver(const QString &file)
     const QString reason = reasonAgainstLibrary(path);
     if (!reason.isEmpty())
         return file + QStringLiteral(": ") + reason;
-    void *library = dlopen(QFile::encodeName(path).constData(), RTLD_NOW | RTLD_LOCAL);
+    void *library = dlopen(libraryToLoad(path).constData(), RTLD_NOW | RTLD_LOCAL);
     if (!library)
         return QFile::decodeName(dlerror());
     if (isFoundAsDriver(library))

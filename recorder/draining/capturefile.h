@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace recorder {
+
+/// A new file that only its owner may read. It holds whole blocks whatever happens.
+class CaptureFile
+{
+public:
+    /// Overwrites nothing and follows no link in the file's place.
+    explicit CaptureFile(const std::string &path);
+    ~CaptureFile();
+
+    CaptureFile(const CaptureFile &) = delete;
+    CaptureFile &operator=(const CaptureFile &) = delete;
+
+    /// Empty, or why the file could not be made, or not be written last.
+    const std::string &error() const { return trouble; }
+    bool isOpen() const { return file >= 0; }
+
+    /// Writes a block whole or not at all: without room for it the file ends with the block before.
+    bool write(const std::string &block);
+
+    /// Removes the file, when it is of no use.
+    void remove();
+
+private:
+    std::string path;
+    int file;
+    std::uint64_t size = 0;
+    std::string trouble;
+};
+
+} // namespace recorder

@@ -1,0 +1,121 @@
+#include "hostprocess.h"
+
+#include <cerrno>
+#include <poll.h>
+#include <spawn.h>
+#include <sys/signalfd.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace recorder {
+
+namespace {
+
+/// The environment with some variables replaced.
+std::vector<std::string> environmentWith(const HostProcess::Environment &added)
+{
+    std::vector<std::string> variables;
+    for (char **variable = environ; *variable; ++variable) {
+        const std::string text = *variable;
+        bool isReplaced = false;
+        for (const auto &[name, value] : added)
+            isReplaced = isReplaced || text.compare(0, name.size() + 1, name + '=') == 0;
+        if (!isReplaced)
+            variables.push_back(text);
+    }
+    for (const auto &[name, value] : added)
+        variables.push_back(name + '=' + value);
+    return variables;
+}
+
+std::vector<char *> pointersTo(const std::vector<std::string> &texts)
+{
+    std::vector<char *> pointers;
+    for (const std::string &text : texts)
+        pointers.push_back(const_cast<char *>(text.c_str()));
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
+sigset_t ownSignals()
+{
+    sigset_t signals;
+    sigemptyset(&signals);
+    for (const int number : {SIGTERM, SIGHUP, SIGINT, SIGQUIT})
+        sigaddset(&signals, number);
+    return signals;
+}
+
+} // namespace
+
+ProcessHandle::ProcessHandle(pid_t process)
+    : file(static_cast<int>(syscall(SYS_pidfd_open, process, 0)))
+{
+}
+
+ProcessHandle::~ProcessHandle()
+{
+    if (file >= 0)
+        close(file);
+}
+
+bool ProcessHandle::hasEnded() const
+{
+    pollfd waited{file, POLLIN, 0};
+    return file < 0 || (poll(&waited, 1, 0) > 0 && (waited.revents & POLLIN) != 0);
+}
+
+HostProcess::HostProcess(const std::vector<std::string> &command, const Environment &added,
+                         const sigset_t &mask)
+{
+    const std::vector<std::string> variables = environmentWith(added);
+    posix_spawnattr_t attributes;
+    posix_spawnattr_init(&attributes);
+    posix_spawnattr_setsigmask(&attributes, &mask);
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK);
+    startError = posix_spawnp(&process, command.front().c_str(), nullptr, &attributes,
+                              pointersTo(command).data(), pointersTo(variables).data());
+    posix_spawnattr_destroy(&attributes);
+}
+
+std::optional<ProcessEnd> HostProcess::end()
+{
+    int status = 0;
+    if (!ended && waitpid(process, &status, WNOHANG) == process) {
+        if (WIFSIGNALED(status))
+            ended = ProcessEnd{true, WTERMSIG(status)};
+        else if (WIFEXITED(status))
+            ended = ProcessEnd{false, WEXITSTATUS(status)};
+    }
+    return ended;
+}
+
+void HostProcess::signal(int number) const
+{
+    if (!ended)
+        kill(process, number);
+}
+
+SignalInbox::SignalInbox()
+{
+    const sigset_t signals = ownSignals();
+    sigprocmask(SIG_BLOCK, &signals, &previous);
+    file = signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
+}
+
+SignalInbox::~SignalInbox()
+{
+    while (take() != 0) {
+    }
+    close(file);
+    sigprocmask(SIG_SETMASK, &previous, nullptr);
+}
+
+int SignalInbox::take() const
+{
+    signalfd_siginfo info{};
+    return read(file, &info, sizeof info) == sizeof info ? static_cast<int>(info.ssi_signo) : 0;
+}
+
+} // namespace recorder

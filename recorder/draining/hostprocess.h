@@ -1,0 +1,85 @@
+#pragma once
+
+#include <csignal>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <sys/types.h>
+
+namespace recorder {
+
+/// How a process ended.
+struct ProcessEnd
+{
+    bool isSignal = false;
+    int value = 0; ///< the exit status, or the signal's number
+};
+
+/// A process as a descriptor that becomes readable when it ends.
+class ProcessHandle
+{
+public:
+    explicit ProcessHandle(pid_t process);
+    ~ProcessHandle();
+    ProcessHandle(const ProcessHandle &) = delete;
+    ProcessHandle &operator=(const ProcessHandle &) = delete;
+
+    /// -1 when the process was gone before.
+    int descriptor() const { return file; }
+    bool hasEnded() const;
+
+private:
+    int file;
+};
+
+/// The host, started as if it were started alone: with the terminal, streams, process group, signal mask and
+/// dispositions that this process has found.
+class HostProcess
+{
+public:
+    using Environment = std::vector<std::pair<std::string, std::string>>;
+
+    /// \param added variables that are set, or replaced
+    /// \param mask its signal mask
+    HostProcess(const std::vector<std::string> &command, const Environment &added, const sigset_t &mask);
+
+    /// 0, or the error number of the start.
+    int error() const { return startError; }
+    pid_t id() const { return process; }
+
+    /// Nothing while it runs.
+    std::optional<ProcessEnd> end();
+    /// Passes a signal on, unless it has ended.
+    void signal(int number) const;
+
+private:
+    pid_t process = -1;
+    int startError = 0;
+    std::optional<ProcessEnd> ended;
+};
+
+/// While in scope, this process ignores what the terminal sends to the host as well, and gets SIGTERM and
+/// SIGHUP as numbers.
+class SignalInbox
+{
+public:
+    SignalInbox();
+    ~SignalInbox();
+    SignalInbox(const SignalInbox &) = delete;
+    SignalInbox &operator=(const SignalInbox &) = delete;
+
+    /// The mask that was in force before, which the host is started with.
+    const sigset_t &previousMask() const { return previous; }
+    /// Readable when take() has a signal.
+    int descriptor() const { return file; }
+    /// 0 when there is none.
+    int take() const;
+
+private:
+    sigset_t previous;
+    int file;
+};
+
+} // namespace recorder

@@ -1,0 +1,268 @@
+#include "recording.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <ctime>
+#include <sys/utsname.h>
+
+#include "pcapngwriter.h"
+
+namespace recorder {
+
+namespace {
+
+constexpr std::uint32_t inbound = 1;  // from the library
+constexpr std::uint32_t outbound = 2; // to it
+
+constexpr std::uint16_t getDeviceCountCall = 9; // numbers of the format
+constexpr std::uint16_t enumDeviceInfoCall = 10;
+
+std::uint64_t nanoseconds(clockid_t clock)
+{
+    timespec time{};
+    clock_gettime(clock, &time);
+    return static_cast<std::uint64_t>(time.tv_sec) * 1'000'000'000 + static_cast<std::uint64_t>(time.tv_nsec);
+}
+
+std::string sessionTextOf(std::uint32_t session)
+{
+    char text[32];
+    std::snprintf(text, sizeof text, "session %08x", session);
+    return text;
+}
+
+std::uint32_t directionOf(capture::Kind kind)
+{
+    switch (kind) {
+    case capture::Kind::Report:
+    case capture::Kind::Return:
+    case capture::Kind::Hotplug:
+        return inbound;
+    case capture::Kind::Call:
+        return outbound;
+    default:
+        return 0;
+    }
+}
+
+std::string sectionOf(const std::string &sessionText)
+{
+    utsname system{};
+    uname(&system);
+    const std::string comment = "padscope capture 1, " + sessionText;
+    const std::string os = std::string(system.sysname) + ' ' + system.release;
+    capture::pcapng::SectionInfo info;
+    info.comment = comment;
+    info.hardware = system.machine;
+    info.operatingSystem = os;
+    info.userApplication = "padscope " PADSCOPE_VERSION;
+    return capture::pcapng::sectionHeader(info);
+}
+
+} // namespace
+
+Clocks Clocks::now()
+{
+    Clocks clocks;
+    clocks.monotonicNs = nanoseconds(CLOCK_MONOTONIC);
+    clocks.realNs = nanoseconds(CLOCK_REALTIME);
+    clocks.bootNs = nanoseconds(CLOCK_BOOTTIME);
+    const auto seconds = static_cast<std::time_t>(clocks.realNs / 1'000'000'000);
+    std::tm local{};
+    localtime_r(&seconds, &local);
+    clocks.localOffsetSeconds = static_cast<std::int32_t>(local.tm_gmtoff);
+    return clocks;
+}
+
+Recording::Recording(CaptureFile &captureFile, std::uint32_t sessionNumber, const Clocks &clocks)
+    : file(captureFile)
+    , session(sessionNumber)
+    , start(clocks)
+    , sessionText(sessionTextOf(sessionNumber))
+{
+    file.write(sectionOf(sessionText));
+    file.write(capture::pcapng::interfaceDescription("driver", "driver library, " + sessionText));
+    received.push_back(0);
+}
+
+void Recording::write(const ring::Taken &taken)
+{
+    addLost(taken.lost);
+    const auto kind = static_cast<capture::Kind>(taken.kind);
+    if (kind == capture::Kind::Report)
+        writeChanges(enumeration.reported(taken.board), taken.clockNs);
+    if (kind == capture::Kind::Call)
+        open(taken);
+    const std::optional<OpenCall> returned = close(taken);
+    capture::Header header = capture::newHeader(kind);
+    header.flags = taken.flags;
+    header.call = taken.call;
+    header.board = taken.board;
+    header.result = taken.result;
+    header.thread = taken.thread;
+    header.link = taken.link;
+    if (kind == capture::Kind::Return)
+        header.link = returned ? static_cast<std::uint32_t>(returned->sequence) : capture::lostLink;
+    Extras extras;
+    extras.direction = directionOf(kind);
+    extras.originalPayloadLength = taken.originalLength;
+    const bool isWritten = writePacket(header, taken.payload, taken.clockNs, extras);
+    if (kind == capture::Kind::Report) {
+        ++(isWritten ? boards[taken.board].recorded : boards[taken.board].unwritten);
+        ++reportCount;
+    }
+    if (returned)
+        follow(taken, *returned);
+}
+
+void Recording::open(const ring::Taken &taken)
+{
+    openCalls[taken.crossing] = {nextSequence,
+                                 capture::integerAt<std::int32_t>(capture::viewOf(taken.payload), 0)};
+}
+
+/// \return nothing for what is no return, or one whose call was lost
+std::optional<Recording::OpenCall> Recording::close(const ring::Taken &taken)
+{
+    if (static_cast<capture::Kind>(taken.kind) != capture::Kind::Return || taken.isCallLost)
+        return std::nullopt;
+    // The ring has the low half of the crossing's number.
+    const std::uint32_t distance = static_cast<std::uint32_t>(taken.crossing) - taken.link;
+    const auto found = openCalls.find(taken.crossing - distance);
+    if (found == openCalls.end())
+        return std::nullopt;
+    const OpenCall call = found->second;
+    openCalls.erase(found);
+    return call;
+}
+
+/// Returns of the enumeration tell which boards there are.
+void Recording::follow(const ring::Taken &taken, const OpenCall &call)
+{
+    if (taken.call == getDeviceCountCall)
+        writeChanges(enumeration.countReturned(taken.result), taken.clockNs);
+    else if (taken.call == enumDeviceInfoCall)
+        writeChanges(
+            enumeration.recordReturned(call.argument, taken.result != 0 ? taken.payload : std::string()),
+            taken.clockNs);
+}
+
+void Recording::writeChanges(const std::vector<Enumeration::Change> &changes, std::uint64_t monotonicNs)
+{
+    for (const Enumeration::Change &change : changes) {
+        if (boards.count(change.board) == 0)
+            addInterface(change.board, change.index);
+        capture::Header header = capture::newHeader(capture::Kind::Board);
+        header.flags = capture::BoardIsValid;
+        header.board = change.board;
+        const capture::BoardState state =
+            change.isGone ? capture::BoardState::Gone : capture::BoardState::Seen;
+        writePacket(header,
+                    payloadOf(capture::BoardChange{state, change.index, capture::viewOf(change.record)}),
+                    monotonicNs, {});
+    }
+}
+
+void Recording::addInterface(std::int32_t board, std::int32_t index)
+{
+    const std::string name = "board " + std::to_string(board);
+    const std::string place = index < 0 ? std::string() : "index " + std::to_string(index) + ", ";
+    if (!file.write(capture::pcapng::interfaceDescription(name, name + ", " + place + sessionText)))
+        return;
+    boards[board].interface = static_cast<std::uint32_t>(received.size());
+    received.push_back(0);
+}
+
+void Recording::addLost(std::uint64_t count)
+{
+    nextSequence += count;
+    pendingLost += count;
+    lostCount += count;
+}
+
+bool Recording::writePacket(capture::Header header, const std::string &payload, std::uint64_t monotonicNs,
+                            const Extras &extras)
+{
+    header.session = session;
+    header.sequence = nextSequence;
+    header.lost = static_cast<std::uint32_t>(pendingLost);
+    std::string data;
+    append(data, header);
+    data += payload;
+
+    capture::pcapng::PacketInfo info;
+    const auto board = boards.find(header.board);
+    if (header.has(capture::BoardIsValid) && board != boards.end())
+        info.interface = board->second.interface;
+    info.timeNs = std::max(start.realNs + (monotonicNs - start.monotonicNs), lastStamp + 1);
+    info.originalLength = static_cast<std::uint32_t>(capture::headerSize) + extras.originalPayloadLength;
+    info.flags = extras.direction;
+    info.dropCount = pendingLost;
+    info.comment = extras.comment;
+    if (!file.write(capture::pcapng::enhancedPacket(info, capture::viewOf(data)))) {
+        addLost(1);
+        return false;
+    }
+    ++nextSequence;
+    lastStamp = info.timeNs;
+    pendingLost = 0;
+    ++received[info.interface];
+    return true;
+}
+
+std::vector<capture::BoardCounts> Recording::counts(const ring::Control &control, bool isEnd) const
+{
+    std::vector<capture::BoardCounts> all;
+    for (const ring::BoardSlot &slot : control.boards) {
+        if (slot.key == 0)
+            continue;
+        capture::BoardCounts counts;
+        counts.board = static_cast<std::int32_t>(static_cast<std::uint32_t>(slot.key));
+        counts.delivered = slot.delivered;
+        const auto board = boards.find(counts.board);
+        if (board != boards.end()) {
+            counts.recorded = board->second.recorded;
+            counts.lost = board->second.unwritten;
+        }
+        counts.lost += slot.lost;
+        if (isEnd) {
+            // What a producer that died has not counted any more.
+            counts.delivered = std::max(counts.delivered, counts.recorded);
+            counts.lost = counts.delivered - counts.recorded;
+        }
+        all.push_back(counts);
+    }
+    return all;
+}
+
+void Recording::writeStatus(const Clocks &clocks, const ring::Control &control)
+{
+    const capture::Status status{clocks.monotonicNs, clocks.realNs, clocks.bootNs, clocks.localOffsetSeconds,
+                                 counts(control, false)};
+    writePacket(capture::newHeader(capture::Kind::Status), payloadOf(status), clocks.monotonicNs, {});
+}
+
+void Recording::writeMark(const std::string &text, std::uint64_t monotonicNs)
+{
+    Extras extras;
+    extras.comment = text;
+    writePacket(capture::newHeader(capture::Kind::Mark), text, monotonicNs, extras);
+}
+
+void Recording::writeEnd(capture::End end, std::uint64_t lost, const Clocks &clocks,
+                         const ring::Control &control)
+{
+    addLost(lost);
+    end.boards = counts(control, true);
+    writePacket(capture::newHeader(capture::Kind::End), payloadOf(end), clocks.monotonicNs, {});
+    for (std::size_t i = 0; i < received.size(); ++i) {
+        capture::pcapng::StatisticsInfo info;
+        info.interface = static_cast<std::uint32_t>(i);
+        info.startNs = start.realNs;
+        info.endNs = lastStamp;
+        info.received = received[i];
+        file.write(capture::pcapng::interfaceStatistics(info));
+    }
+}
+
+} // namespace recorder

@@ -1,0 +1,91 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "capturefile.h"
+#include "consumer.h"
+#include "enumeration.h"
+#include "header.h"
+#include "payloads.h"
+
+namespace recorder {
+
+/// The clocks at one moment.
+struct Clocks
+{
+    std::uint64_t monotonicNs = 0;
+    std::uint64_t realNs = 0; ///< since 1970-01-01 UTC
+    std::uint64_t bootNs = 0;
+    std::int32_t localOffsetSeconds = 0;
+
+    static Clocks now();
+};
+
+/// Turns what crosses into the packets of a capture. Every packet and every crossing that was lost takes the
+/// next number.
+class Recording
+{
+public:
+    /// Writes the section, the interface of the library and the first status.
+    Recording(CaptureFile &file, std::uint32_t session, const Clocks &start);
+
+    void write(const ring::Taken &taken);
+    void writeStatus(const Clocks &clocks, const ring::Control &control);
+    void writeMark(const std::string &text, std::uint64_t monotonicNs);
+    /// The last packet, and the statistics of the interfaces.
+    void writeEnd(capture::End end, std::uint64_t lost, const Clocks &clocks, const ring::Control &control);
+
+    std::uint64_t reports() const { return reportCount; }
+    std::uint64_t lost() const { return lostCount; }
+
+private:
+    struct Board
+    {
+        std::uint32_t interface = 0;
+        std::uint64_t recorded = 0;
+        std::uint64_t unwritten = 0; ///< reports for which the file had no room
+    };
+
+    struct OpenCall
+    {
+        std::uint64_t sequence = 0;
+        std::int32_t argument = 0; ///< the first one
+    };
+
+    struct Extras
+    {
+        std::uint32_t direction = 0; ///< 1 inbound, 2 outbound, 0 neither
+        std::uint32_t originalPayloadLength = 0;
+        std::string comment;
+    };
+
+    bool writePacket(capture::Header header, const std::string &payload, std::uint64_t monotonicNs,
+                     const Extras &extras);
+    void writeChanges(const std::vector<Enumeration::Change> &changes, std::uint64_t monotonicNs);
+    void addInterface(std::int32_t board, std::int32_t index);
+    void open(const ring::Taken &taken);
+    std::optional<OpenCall> close(const ring::Taken &taken);
+    void follow(const ring::Taken &taken, const OpenCall &call);
+    std::vector<capture::BoardCounts> counts(const ring::Control &control, bool isEnd) const;
+    void addLost(std::uint64_t count);
+
+    CaptureFile &file;
+    std::uint32_t session;
+    Clocks start;
+    std::string sessionText;
+    Enumeration enumeration;
+    std::map<std::int32_t, Board> boards;
+    std::vector<std::uint64_t> received;         ///< packets of each interface
+    std::map<std::uint64_t, OpenCall> openCalls; ///< by crossing; those that have not returned
+    std::uint64_t nextSequence = 0;
+    std::uint64_t lastStamp = 0;
+    std::uint64_t pendingLost = 0; ///< since the last packet
+    std::uint64_t lostCount = 0;
+    std::uint64_t reportCount = 0;
+};
+
+} // namespace recorder

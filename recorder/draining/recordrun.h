@@ -1,0 +1,39 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "hostprocess.h"
+#include "sharedring.h"
+
+namespace recorder {
+
+struct RecordOptions
+{
+    std::vector<std::string> command; ///< the host and its arguments
+    std::string output;               ///< path of the capture
+    std::string tap;                  ///< path of the tap's exports
+    std::string driver;               ///< path of the real library; empty when the host is to name it
+    std::string note;
+    std::size_t ringSize = defaultRingSize;
+};
+
+struct Progress
+{
+    double seconds = 0;
+    std::uint64_t reports = 0;
+    std::uint64_t lost = 0;
+};
+
+struct RecordResult
+{
+    int status = 0;                 ///< that `padscope record` ends with
+    std::vector<std::string> lines; ///< for standard error
+};
+
+/// Runs the host with the tap, and writes what crosses until both the host and the process that holds the
+/// library have ended. \param report called once a second
+RecordResult record(const RecordOptions &options, const std::function<void(const Progress &)> &report);
+
+} // namespace recorder
