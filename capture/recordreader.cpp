@@ -8,6 +8,8 @@ pcapng::Event RecordReader::next()
 {
     while (!isNewer) {
         const pcapng::Event event = reader.next();
+        if (onBlock)
+            onBlock(reader.block());
         if (event == pcapng::Event::Other)
             ++passed.otherBlocks;
         if (event == pcapng::Event::End || event == pcapng::Event::Damage)

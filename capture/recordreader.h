@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 
 #include "header.h"
 #include "pcapngreader.h"
@@ -40,6 +41,9 @@ public:
     /// Goes on to the next packet of a capture.
     /// \return Packet, End or Damage, as pcapng::Reader::next()
     pcapng::Event next();
+
+    /// Called with each block as it stands in the file, when it is set.
+    std::function<void(ByteView block)> onBlock;
 
     const Record &record() const { return last; }
     const Skipped &skipped() const { return passed; }

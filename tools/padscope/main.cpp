@@ -1,5 +1,8 @@
 #include <CLI/CLI.hpp>
 
+#include "checkcommand.h"
+#include "decodecommand.h"
+#include "infocommand.h"
 #include "recordcommand.h"
 
 namespace {
@@ -15,6 +18,9 @@ int main(int argc, char **argv)
     program.require_subcommand(1);
     int status = 0;
     addRecordCommand(program, status);
+    addInfoCommand(program, status);
+    addDecodeCommand(program, status);
+    addCheckCommand(program, status);
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError &error) {

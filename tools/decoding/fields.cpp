@@ -1,0 +1,232 @@
+#include "fields.h"
+
+#include <algorithm>
+#include <cinttypes>
+#include <cstdio>
+#include <type_traits>
+#include <unordered_map>
+
+#include "decoding.h"
+#include "signatures.h"
+
+namespace decoding {
+
+namespace {
+
+/// Where the fields of each table begin in the list of all.
+struct Index
+{
+    std::vector<FieldInfo> fields;
+    std::unordered_map<const reports::Layout *, std::size_t> layouts;
+    std::unordered_map<std::string, std::size_t> arguments;
+    std::size_t characters = 0;
+    std::size_t mark = 0;
+};
+
+template <typename Integer>
+FieldInfo headerField(const char *name)
+{
+    const std::string text = name;
+    const bool isHexadecimal = text == "magic" || text == "flags" || text == "session";
+    const FieldType type = isHexadecimal               ? FieldType::Hexadecimal
+                           : std::is_signed_v<Integer> ? FieldType::Signed
+                                                       : FieldType::Unsigned;
+    return {text, type, 8 * sizeof(Integer)};
+}
+
+FieldInfo reportField(const reports::Layout &layout, const reports::Field &field)
+{
+    FieldType type = field.sign == reports::Signed ? FieldType::Signed : FieldType::Unsigned;
+    if (field.scale)
+        type = FieldType::Decimal;
+    return {std::string(layout.name) + '.' + field.name, type, 8 * reports::widthInBytes(field)};
+}
+
+FieldType typeOf(signatures::Role role)
+{
+    switch (role) {
+    case signatures::Role::Signed:
+    case signatures::Role::OutSigned:
+        return FieldType::Signed;
+    case signatures::Role::Text:
+        return FieldType::Text;
+    case signatures::Role::Buffer:
+    case signatures::Role::OutBuffer:
+    case signatures::Role::OutRecord:
+        return FieldType::Bytes;
+    default:
+        return FieldType::Unsigned;
+    }
+}
+
+bool isInPayload(signatures::Role role)
+{
+    return role != signatures::Role::Context && role != signatures::Role::Unread;
+}
+
+/// One type for one name: signed where one of the calls has a sign.
+void addArguments(Index &index)
+{
+    for (unsigned call = 1; call <= signatures::callCount; ++call) {
+        for (const signatures::Argument &argument : signatures::signatureOf(call)->arguments) {
+            if (!isInPayload(argument.role))
+                continue;
+            const auto [place, isNew] = index.arguments.try_emplace(argument.name, index.fields.size());
+            if (isNew)
+                index.fields.push_back({"call." + argument.name, typeOf(argument.role), 32});
+            else if (typeOf(argument.role) == FieldType::Signed)
+                index.fields[place->second].type = FieldType::Signed;
+        }
+    }
+}
+
+Index newIndex()
+{
+    Index index;
+#define ADD(type, name) index.fields.push_back(headerField<type>(#name));
+    CAPTURE_HEADER_FIELDS(ADD)
+#undef ADD
+    for (const reports::Layout *layout : reports::layouts) {
+        index.layouts[layout] = index.fields.size();
+        for (std::size_t i = 0; i < layout->fieldCount; ++i)
+            index.fields.push_back(reportField(*layout, layout->fields[i]));
+    }
+    index.characters = index.fields.size();
+    index.fields.push_back({"text.characters", FieldType::Text, 0});
+    addArguments(index);
+    index.mark = index.fields.size();
+    index.fields.push_back({"mark", FieldType::Text, 0});
+    return index;
+}
+
+const Index &index()
+{
+    static const Index built = newIndex();
+    return built;
+}
+
+void addNumber(std::vector<FieldValue> &values, std::size_t place, std::int64_t number)
+{
+    FieldValue value;
+    value.index = place;
+    value.number = number;
+    values.push_back(std::move(value));
+}
+
+void addText(std::vector<FieldValue> &values, std::size_t place, std::string text)
+{
+    FieldValue value;
+    value.index = place;
+    value.text = std::move(text);
+    values.push_back(std::move(value));
+}
+
+void addReport(std::vector<FieldValue> &values, const capture::Record &record)
+{
+    const reports::Bytes bytes{record.payload.data, record.payload.size};
+    if (reports::formOf(bytes) == reports::Form::Text) {
+        std::string characters;
+        for (std::size_t i = reports::textOffset; i < bytes.length; ++i)
+            reports::appendPrintable(characters, bytes.data[i]);
+        addText(values, index().characters, std::move(characters));
+        return;
+    }
+    const reports::Layout *layout = reports::layoutOf(bytes);
+    if (!layout)
+        return;
+    const std::size_t first = index().layouts.at(layout);
+    for (std::size_t i = 0; i < layout->fieldCount; ++i) {
+        const reports::Field &field = layout->fields[i];
+        // What is cut off is not there.
+        if (field.offset + reports::widthInBytes(field) > bytes.length)
+            continue;
+        addNumber(values, first + i, reports::read(field, bytes));
+        if (field.scale)
+            values.back().decimal = field.scale->of(values.back().number);
+    }
+}
+
+void addCall(std::vector<FieldValue> &values, const capture::Record &record)
+{
+    const signatures::Signature *signature = signatures::signatureOf(record.header.call);
+    if (!signature)
+        return;
+    const bool isCall = record.header.kindOf() == capture::Kind::Call;
+    for (const signatures::Value &value : isCall ? signatures::argumentsOf(*signature, record.payload)
+                                                 : signatures::filledInBy(*signature, record.payload)) {
+        const std::size_t place = index().arguments.at(value.argument->name);
+        const FieldType type = index().fields[place].type;
+        if (type != FieldType::Text && type != FieldType::Bytes)
+            addNumber(values, place, value.number);
+        else if (!value.isNull)
+            addText(values, place, std::string(value.bytes.text()));
+    }
+}
+
+} // namespace
+
+const std::vector<FieldInfo> &allFields()
+{
+    return index().fields;
+}
+
+void fieldsOf(const capture::Record &record, std::vector<FieldValue> &values)
+{
+    values.clear();
+    std::size_t place = 0;
+#define ADD(type, name) addNumber(values, place++, static_cast<std::int64_t>(record.header.name));
+    CAPTURE_HEADER_FIELDS(ADD)
+#undef ADD
+    switch (record.header.kindOf()) {
+    case capture::Kind::Report:
+        addReport(values, record);
+        break;
+    case capture::Kind::Call:
+    case capture::Kind::Return:
+        addCall(values, record);
+        break;
+    case capture::Kind::Mark:
+        addText(values, index().mark, std::string(record.payload.text()));
+        break;
+    default:
+        break;
+    }
+    std::stable_sort(values.begin(), values.end(),
+                     [](const FieldValue &a, const FieldValue &b) { return a.index < b.index; });
+}
+
+void appendPrinted(std::string &line, const FieldValue &value)
+{
+    static constexpr char digits[] = "0123456789abcdef";
+    const FieldInfo &info = allFields()[value.index];
+    char text[32];
+    switch (info.type) {
+    case FieldType::Signed:
+        line += std::to_string(value.number);
+        break;
+    case FieldType::Unsigned:
+        line += std::to_string(static_cast<std::uint64_t>(value.number));
+        break;
+    case FieldType::Hexadecimal:
+        std::snprintf(text, sizeof text, "0x%0*" PRIx64, static_cast<int>(info.bits / 4),
+                      static_cast<std::uint64_t>(value.number));
+        line += text;
+        break;
+    case FieldType::Decimal:
+        std::snprintf(text, sizeof text, "%.15g", value.decimal);
+        line += text;
+        break;
+    case FieldType::Text:
+        line += value.text;
+        break;
+    case FieldType::Bytes:
+        for (const char character : value.text) {
+            const auto byte = static_cast<unsigned char>(character);
+            line += digits[byte >> 4];
+            line += digits[byte & 15];
+        }
+        break;
+    }
+}
+
+} // namespace decoding

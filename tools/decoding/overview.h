@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "payloads.h"
+#include "recordreader.h"
+
+namespace decoding {
+
+/// What one session of a capture has.
+struct SessionOverview
+{
+    struct Board
+    {
+        std::uint64_t reports = 0;
+        std::uint64_t firstNs = 0; ///< stamp of the first report
+        std::uint64_t lastNs = 0;
+        std::map<std::string, std::uint64_t> types; ///< reports by the name of their type
+    };
+
+    std::uint32_t session = 0;
+    std::uint64_t packets = 0;
+    std::uint64_t firstNs = 0;
+    std::uint64_t lastNs = 0;
+    std::uint64_t lost = 0;
+    std::map<std::string, std::uint64_t> kinds; ///< packets by the name of their kind
+    std::map<std::int32_t, Board> boards;
+    std::optional<capture::End> end;
+    std::map<std::uint32_t, std::string>
+        openCalls; ///< by the low half of their number: those that have not returned
+    std::vector<std::string> notes;
+
+    /// Reports a second between the first and the last; 0 for fewer than two.
+    static double rateOf(const Board &board);
+    /// "exit status 0", "signal 9", "unknown" or "no clean end".
+    std::string endText() const;
+};
+
+/// Sessions in the order of their first packets.
+class Overview
+{
+public:
+    void follow(const capture::Record &record);
+    const std::vector<SessionOverview> &sessions() const { return all; }
+
+private:
+    SessionOverview &sessionOf(const capture::Record &record);
+
+    std::vector<SessionOverview> all;
+};
+
+} // namespace decoding

@@ -1,0 +1,198 @@
+#include "recordtext.h"
+
+#include "decoding.h"
+#include "payloads.h"
+#include "signatures.h"
+
+namespace decoding {
+
+namespace {
+
+std::string inEnglish(const char *english)
+{
+    return english;
+}
+
+reports::Bytes bytesOf(const capture::Record &record)
+{
+    return {record.payload.data, record.payload.size};
+}
+
+std::string reportText(const capture::Record &record)
+{
+    const reports::Bytes bytes = bytesOf(record);
+    switch (reports::formOf(bytes)) {
+    case reports::Form::Text: {
+        std::string text;
+        for (std::size_t i = reports::textOffset; i < bytes.length; ++i)
+            reports::appendPrintable(text, bytes.data[i]);
+        return text;
+    }
+    case reports::Form::Row: {
+        const reports::Row row = reports::fieldRow(bytes, inEnglish);
+        return row.second.empty() ? row.first : row.first + "  " + row.second;
+    }
+    case reports::Form::Raw:
+        break;
+    }
+    const reports::Row row = reports::rawRow(bytes);
+    return row.first + "  " + row.second;
+}
+
+void appendQuoted(std::string &text, capture::ByteView bytes)
+{
+    static constexpr char digits[] = "0123456789abcdef";
+    text += '"';
+    for (const char character : bytes.text()) {
+        const auto byte = static_cast<unsigned char>(character);
+        if (character == '\r')
+            text += "\\r";
+        else if (character == '\n')
+            text += "\\n";
+        else if (character == '"' || character == '\\')
+            (text += '\\') += character;
+        else if (byte >= 0x20 && byte < 0x7F)
+            text += character;
+        else
+            ((text += "\\x") += digits[byte >> 4]) += digits[byte & 15];
+    }
+    text += '"';
+}
+
+std::string valueText(const signatures::Value &value)
+{
+    using signatures::Role;
+    std::string text;
+    if (value.isNull)
+        return "null";
+    switch (value.argument->role) {
+    case Role::Text:
+    case Role::Buffer:
+    case Role::OutBuffer:
+        appendQuoted(text, value.bytes);
+        return text;
+    case Role::OutRecord:
+        return std::to_string(value.bytes.size) + " bytes";
+    case Role::Listener:
+        return value.number == 0 ? "null" : "listener " + std::to_string(value.number);
+    default:
+        return std::to_string(value.number);
+    }
+}
+
+std::string listText(const std::vector<signatures::Value> &values, bool hasNames)
+{
+    std::string text;
+    for (const signatures::Value &value : values) {
+        if (!text.empty())
+            text += ", ";
+        if (hasNames)
+            text += value.argument->name + ": ";
+        text += valueText(value);
+    }
+    return text;
+}
+
+std::string callText(const capture::Record &record)
+{
+    const signatures::Signature *signature = signatures::signatureOf(record.header.call);
+    const std::string name = signature ? signature->name : "call " + std::to_string(record.header.call);
+    if (record.header.kindOf() == capture::Kind::Call)
+        return name + '(' +
+               (signature ? listText(signatures::argumentsOf(*signature, record.payload), false) : "") + ')';
+    std::string text = name + "()";
+    if (record.header.has(capture::ResultIsValid))
+        text += " = " + std::to_string(record.header.result);
+    const std::string filledIn =
+        signature ? listText(signatures::filledInBy(*signature, record.payload), true) : "";
+    return filledIn.empty() ? text : text + ", " + filledIn;
+}
+
+std::string countsText(const std::vector<capture::BoardCounts> &boards)
+{
+    std::string text;
+    for (const capture::BoardCounts &counts : boards)
+        text += ", board " + std::to_string(counts.board) + ": " + std::to_string(counts.delivered) +
+                " delivered, " + std::to_string(counts.recorded) + " recorded, " +
+                std::to_string(counts.lost) + " lost";
+    return text;
+}
+
+std::string endText(const capture::Record &record)
+{
+    const auto end = capture::endOf(record.payload);
+    if (!end)
+        return "end";
+    const std::string value = std::to_string(end->value);
+    switch (end->reason) {
+    case capture::EndReason::Exit:
+        return "end: exit status " + value + countsText(end->boards);
+    case capture::EndReason::Signal:
+        return "end: signal " + value + countsText(end->boards);
+    default:
+        return "end: unknown" + countsText(end->boards);
+    }
+}
+
+std::string boardText(const capture::Record &record)
+{
+    const auto change = capture::boardChangeOf(record.payload);
+    if (!change)
+        return "board";
+    if (change->state == capture::BoardState::Gone)
+        return "gone";
+    return change->index < 0 ? "seen" : "seen, index " + std::to_string(change->index);
+}
+
+std::string ownText(const capture::Record &record)
+{
+    switch (record.header.kindOf()) {
+    case capture::Kind::Report:
+        return reportText(record);
+    case capture::Kind::Call:
+    case capture::Kind::Return:
+        return callText(record);
+    case capture::Kind::Hotplug:
+        return "hot-plug notification, listener " + std::to_string(record.header.link);
+    case capture::Kind::Status: {
+        const auto status = capture::statusOf(record.payload);
+        return status ? "status" + countsText(status->boards) : "status";
+    }
+    case capture::Kind::Mark: {
+        std::string text = "mark: ";
+        appendQuoted(text, record.payload);
+        return text;
+    }
+    case capture::Kind::Board:
+        return boardText(record);
+    case capture::Kind::End:
+        return endText(record);
+    }
+    return "kind " + std::to_string(record.header.kind);
+}
+
+} // namespace
+
+std::string textOf(const capture::Record &record)
+{
+    if (record.header.lost == 0)
+        return ownText(record);
+    return '[' + std::to_string(record.header.lost) + " lost] " + ownText(record);
+}
+
+const char *reportNameOf(const capture::Record &record)
+{
+    if (record.header.kindOf() != capture::Kind::Report)
+        return nullptr;
+    if (const reports::Layout *layout = reports::layoutOf(bytesOf(record)))
+        return layout->report;
+    const reports::TypeRule *rule = reports::ruleOf(reports::read(reports::reportType, bytesOf(record)));
+    return rule ? rule->name : nullptr;
+}
+
+std::string boardOf(const capture::Record &record)
+{
+    return record.header.has(capture::BoardIsValid) ? std::to_string(record.header.board) : "-";
+}
+
+} // namespace decoding

@@ -1,0 +1,85 @@
+#include "times.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+
+#include "payloads.h"
+
+namespace decoding {
+
+namespace {
+
+constexpr std::uint64_t nsPerSecond = 1'000'000'000;
+
+std::string seconds(std::uint64_t ns)
+{
+    char text[48];
+    std::snprintf(text, sizeof text, "%llu.%09llu", static_cast<unsigned long long>(ns / nsPerSecond),
+                  static_cast<unsigned long long>(ns % nsPerSecond));
+    return text;
+}
+
+std::string difference(std::uint64_t from, std::uint64_t to)
+{
+    return to >= from ? seconds(to - from) : '-' + seconds(from - to);
+}
+
+std::string date(std::uint64_t ns, std::int32_t offsetSeconds, bool isUtc)
+{
+    const auto time = static_cast<std::time_t>(ns / nsPerSecond) + offsetSeconds;
+    std::tm parts{};
+    gmtime_r(&time, &parts);
+    char text[64];
+    const std::size_t length = std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%S", &parts);
+    char rest[32];
+    const int minutes = std::abs(offsetSeconds) / 60;
+    if (isUtc)
+        std::snprintf(rest, sizeof rest, ".%09lluZ", static_cast<unsigned long long>(ns % nsPerSecond));
+    else
+        std::snprintf(rest, sizeof rest, ".%09llu%c%02d:%02d",
+                      static_cast<unsigned long long>(ns % nsPerSecond), offsetSeconds < 0 ? '-' : '+',
+                      minutes / 60, minutes % 60);
+    return std::string(text, length) + rest;
+}
+
+} // namespace
+
+void Times::follow(const capture::Record &record)
+{
+    if (!first)
+        first = record.timeNs;
+    if (record.header.kindOf() != capture::Kind::Status)
+        return;
+    if (const auto status = capture::statusOf(record.payload)) {
+        wallOffsetNs = static_cast<std::int64_t>(status->realNs - record.timeNs);
+        localOffsetSeconds = status->localOffsetSeconds;
+    }
+}
+
+double Times::secondsOf(const capture::Record &record) const
+{
+    return static_cast<double>(static_cast<std::int64_t>(record.timeNs - first.value_or(0))) / 1e9;
+}
+
+std::string Times::textOf(const capture::Record &record)
+{
+    const std::uint64_t before = lastShown.value_or(record.timeNs);
+    lastShown = record.timeNs;
+    const std::uint64_t wall = record.timeNs + static_cast<std::uint64_t>(wallOffsetNs);
+    switch (style) {
+    case TimeStyle::Relative:
+        return difference(first.value_or(record.timeNs), record.timeNs);
+    case TimeStyle::Delta:
+        return difference(before, record.timeNs);
+    case TimeStyle::Utc:
+        return date(wall, 0, true);
+    case TimeStyle::Local:
+        return date(wall, localOffsetSeconds, false);
+    case TimeStyle::Epoch:
+        break;
+    }
+    return seconds(record.timeNs);
+}
+
+} // namespace decoding
