@@ -119,6 +119,8 @@ Event Reader::readBody(std::uint32_t type, ByteView body)
         return readPacket(body, at<std::uint32_t>(body, 0));
     case ObsoletePacket:
         return readPacket(body, at<std::uint16_t>(body, 0));
+    case InterfaceStatistics:
+        return Event::Statistics;
     default:
         return Event::Other;
     }

@@ -45,9 +45,10 @@ enum class Event
     Section,
     Interface,
     Packet,
-    Other,  ///< a block of a type that is not read
-    End,    ///< of the file, as it is now: next() goes on when it has grown
-    Damage, ///< nothing can be read behind it
+    Statistics, ///< of an interface, which are not read
+    Other,      ///< a block of a type that is not read
+    End,        ///< of the file, as it is now: next() goes on when it has grown
+    Damage,     ///< nothing can be read behind it
 };
 
 struct Damage
