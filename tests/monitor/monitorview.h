@@ -25,13 +25,6 @@ public:
         view->Display(&packet);
     }
 
-    /// Makes the next report new, whatever its bytes: no checksum of 16 bits has this value.
-    void forgetPrevious()
-    {
-        if (view->previousPacket)
-            view->previousPacket->checksum = 0x10000;
-    }
-
     QStringList rows() const
     {
         QStringList texts;
