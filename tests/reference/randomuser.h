@@ -41,8 +41,7 @@ private:
     QString changeItem();
     QString edit();
     QString rowText();
-    QString addBurst();
-    QTreeView *rows() const { return shown.view->treeView; }
+    QTreeView *rows() const { return shown.rows(); }
     QModelIndex someRow();
 
     ShownWindow &shown;
