@@ -41,6 +41,8 @@ private:
     QElapsedTimer sinceFrame; ///< invalid before the first one
     QBasicTimer frameEnd;     ///< runs while repaints are deferred
     Widgets blocked;
+
+    friend struct Inspect;
 };
 
 /// Suppresses update() of the paced widgets while in scope, or until the frame ends, if repaints are

@@ -39,4 +39,6 @@ private:
     mutable QHash<QString, QSize> hints; ///< of the texts measured last, with hintFont and hintStyle
     mutable QFont hintFont;
     mutable const QMetaObject *hintStyle = nullptr;
+
+    friend struct Inspect;
 };

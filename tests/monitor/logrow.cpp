@@ -4,7 +4,7 @@
 #include <QDateTime>
 
 #include "monitor.h"
-#include "monitor/settingswindow.h"
+#include "support/fakewindow.h"
 
 /// Takes the place of Qt's own for the objects that are linked into the program.
 QDateTime QDateTime::currentDateTime()
@@ -15,7 +15,7 @@ QDateTime QDateTime::currentDateTime()
 int main(int argc, char **argv)
 {
     const QApplication application(argc, argv);
-    SettingsWindow window;
+    FakeWindow window;
     monitor view(&window);
     view.LogToFile(true);
     view.AddData("A", QString());

@@ -7,7 +7,7 @@
 #include <QTreeView>
 
 #include "monitor/inspect.h"
-#include "monitor/settingswindow.h"
+#include "support/fakewindow.h"
 #include "support/otherstore.h"
 #include "support/packets.h"
 #include "support/tests.h"
@@ -71,7 +71,7 @@ protected:
     QString pendingText() const { return Inspect::pendingText(*view); }
     const _DataPacket *previousPacket() const { return Inspect::previousPacket(*view); }
 
-    SettingsWindow window;
+    FakeWindow window;
     monitor *view = nullptr;
     QTreeView *tree = nullptr;
     QStandardItemModel *model = nullptr;
