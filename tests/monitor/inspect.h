@@ -2,7 +2,6 @@
 
 #include "framepacer.h"
 #include "monitor.h"
-#include "rowdelegate.h"
 
 /// What the "Monitor" tab holds and shows nowhere.
 struct Inspect
@@ -16,7 +15,4 @@ struct Inspect
     static FramePacer &pacer(const monitor &view) { return *view.pacer; }
     static QElapsedTimer &sinceFrame(FramePacer &pacer) { return pacer.sinceFrame; }
     static bool isHeldBack(const FramePacer &pacer) { return pacer.frameEnd.isActive(); }
-
-    static QHash<QString, QStaticText> &layouts(const RowDelegate &delegate) { return delegate.layouts; }
-    static const QHash<QString, QSize> &hints(const RowDelegate &delegate) { return delegate.hints; }
 };

@@ -37,6 +37,7 @@ private slots:
     void init();
     void rowAfterARestIsPaintedAtOnce();
     void rowsOfAFrameArePaintedTogether();
+    void nothingIsPaintedWithinAFrame_data();
     void nothingIsPaintedWithinAFrame();
     void pictureShowsWhatIsHeldBack();
     void viewFollowsWhileHeldBack();
@@ -121,16 +122,29 @@ void Frames::rowsOfAFrameArePaintedTogether()
     const PaintCount ofRows(tree->viewport());
     const PaintCount ofLabel(lastRow);
     addWithinAFrame("first");
+    const qint64 start = Inspect::sinceFrame(Inspect::pacer(*view)).msecsSinceReference();
     for (int row = 0; row < 20; ++row)
         add(QString::number(row));
     settle();
     QCOMPARE(ofRows.count, 1);
     QCOMPARE(ofLabel.count, 1);
     QCOMPARE(lastRow->text(), QString("19"));
+    // The next frame begins with this paint.
+    QVERIFY(Inspect::sinceFrame(Inspect::pacer(*view)).msecsSinceReference() > start);
+}
+
+void Frames::nothingIsPaintedWithinAFrame_data()
+{
+    QTest::addColumn<int>("height");
+    addRow("rows fill the view", 360);
+    addRow("all rows fit", 3200);
 }
 
 void Frames::nothingIsPaintedWithinAFrame()
 {
+    QFETCH(int, height);
+    view->resize(480, height);
+    settle();
     const PaintCount ofRows(tree->viewport());
     const PaintCount ofBar(bar);
     const PaintCount ofLabel(lastRow);

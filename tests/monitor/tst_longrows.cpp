@@ -38,6 +38,7 @@ void LongRowTests::longRowIsPaintedInPart()
     const int width = tree->columnWidth(0);
     QVERIFY2(width > 2000 && width < maxColumnWidth, qPrintable(QString::number(width)));
     QVERIFY(lastRow->sizeHint().width() < maxColumnWidth);
+    QVERIFY(lastRow->minimumSizeHint().width() < maxColumnWidth);
 }
 
 void LongRowTests::shortRowIsPaintedWhole()

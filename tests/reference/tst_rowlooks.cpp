@@ -33,7 +33,7 @@ public:
     }
 };
 
-/// Moved, turned, mirrored, scaled by halves and by quarters, sheared.
+/// Moved, turned, mirrored, scaled and moved by quarters, sheared.
 QVector<QTransform> transforms()
 {
     QRandomGenerator random(1);
@@ -42,7 +42,9 @@ QVector<QTransform> transforms()
     };
     QVector<QTransform> transforms;
     for (int i = 0; i < 60; ++i) {
-        QTransform transform = QTransform::fromTranslate(between(-9, 9), between(-9, 9));
+        const double unit = i % 6 == 2 ? 0.25 : 0.01;
+        QTransform transform =
+            QTransform::fromTranslate(random.bounded(-36, 37) * unit, random.bounded(-36, 37) * unit);
         if (i % 3 == 0)
             transform.rotate(between(-180, 180));
         if (i % 3 == 1)
@@ -83,7 +85,7 @@ private slots:
     void turnedAndMovedPictures();
     void rulesInTheNameOfAFont();
     void delegateWithoutAView();
-    void keptHints();
+    void keptSizesAndLayouts();
     void labelOfALongRowIsAsHighAsAnother();
     void labelThatWraps();
     void moreTextsThanAreKept();
@@ -93,7 +95,7 @@ void RowLooks::scaledScreens_data()
 {
     addColumns<qreal, QString>("ratio", "size");
     for (const char *size : {"6", "8", "10", "12"}) {
-        for (const qreal ratio : {1.0, 1.1, 1.2, 1.25, 1.4, 1.5, 1.7, 1.75, 1.8, 2.0, 2.3})
+        for (const qreal ratio : {1.0, 1.1, 1.125, 1.2, 1.25, 1.4, 1.5, 1.7, 1.75, 1.8, 2.0, 2.3})
             QTest::addRow("%s points at %g", size, ratio) << ratio << size;
     }
 }
@@ -160,8 +162,8 @@ void RowLooks::delegateWithoutAView()
     QCOMPARE(picture(shown.delegate()), picture(plain));
 }
 
-// Sizes are kept until the screen, the font or the style changes.
-void RowLooks::keptHints()
+// Sizes and layouts are kept until the screen or the font changes, sizes also until the style does.
+void RowLooks::keptSizesAndLayouts()
 {
     const RowDelegate delegate(QStringLiteral("QTreeView {}"), nullptr);
     const QStyledItemDelegate plain;
@@ -169,31 +171,37 @@ void RowLooks::keptHints()
     tab.setStyleSheet(QStringLiteral("QTreeView {}"));
     MovedView view(&tab);
     int points = 10;
-    const auto sizeHint = [&](const QStyledItemDelegate &asked, const char *text) {
+    const auto verify = [&](const char *text, int hints, int layouts) {
         QStandardItemModel model;
         model.appendRow(new QStandardItem(QLatin1String(text)));
         QStyleOptionViewItem option;
         option.initFrom(&view);
         option.widget = &view;
         option.font = QFont(QFont(QStringLiteral("DejaVu Sans"), points), &view);
-        return asked.sizeHint(option, model.index(0, 0));
+        option.rect = QRect(0, 0, 400, 100);
+        option.displayAlignment = Qt::AlignLeft | Qt::AlignVCenter;
+        QCOMPARE(delegate.sizeHint(option, model.index(0, 0)), plain.sizeHint(option, model.index(0, 0)));
+        QCOMPARE(Inspect::hints(delegate).size(), hints);
+        QImage image(400, 100, QImage::Format_RGB32);
+        image.setDotsPerMeterX(qRound(view.dpi / 0.0254));
+        image.setDotsPerMeterY(qRound(view.dpi / 0.0254));
+        QPainter painter(&image);
+        delegate.paint(&painter, option, model.index(0, 0));
+        QCOMPARE(Inspect::layouts(delegate).size(), layouts);
     };
-    const auto verify = [&](const char *text, int kept) {
-        QCOMPARE(sizeHint(delegate, text), sizeHint(plain, text));
-        QCOMPARE(Inspect::hints(delegate).size(), kept);
-    };
-    verify("a row", 1);
-    verify("another", 2);
-    verify("a row", 2);
+    verify("a row", 1, 1);
+    verify("another", 2, 2);
+    verify("a row", 2, 2);
     view.dpi = 192;
-    verify("a row", 1);
-    verify("another", 2);
+    verify("a row", 1, 1);
+    verify("another", 2, 2);
     points = 20;
-    verify("a row", 1);
-    verify("another", 2);
+    verify("a row", 1, 1);
+    verify("another", 2, 2);
+    // Layouts depend on the font alone.
     QApplication::setStyle(QStyleFactory::create("windows"));
-    verify("a row", 1);
-    verify("another", 2);
+    verify("a row", 1, 2);
+    verify("another", 2, 2);
     QApplication::setStyle(QStyleFactory::create("fusion"));
 }
 
