@@ -50,14 +50,12 @@ QString RandomUser::rowText()
     const int length = below(4) == 0 ? between(60, 400) : between(0, 20);
     for (int i = 0; i < length; ++i)
         text += QChar(between(0x20, 0x7E));
-    switch (below(12)) {
-    case 0:
-        return text + QChar(between(0xA0, 0xFF));
-    case 1:
-        return text + QLatin1Char('\t') + text;
-    default:
-        return text;
-    }
+    const int end = below(12);
+    if (end == 0)
+        text += QChar(between(0xA0, 0xFF));
+    if (end == 1)
+        text += QLatin1Char('\t') + text;
+    return text;
 }
 
 QString RandomUser::addRows()

@@ -33,7 +33,7 @@ public:
     }
 };
 
-/// Moved, turned, mirrored, scaled and moved by quarters, sheared.
+/// Moved, turned, mirrored, scaled by eighths, scaled more in one direction, sheared.
 QVector<QTransform> transforms()
 {
     QRandomGenerator random(1);
@@ -41,7 +41,7 @@ QVector<QTransform> transforms()
         return min + random.generateDouble() * (max - min);
     };
     QVector<QTransform> transforms;
-    for (int i = 0; i < 60; ++i) {
+    for (int i = 0; i < 120; ++i) {
         const double unit = i % 6 == 2 ? 0.25 : 0.01;
         QTransform transform =
             QTransform::fromTranslate(random.bounded(-36, 37) * unit, random.bounded(-36, 37) * unit);
@@ -49,8 +49,9 @@ QVector<QTransform> transforms()
             transform.rotate(between(-180, 180));
         if (i % 3 == 1)
             transform.scale(between(-2, 2), between(-2, 2));
+        const double scale = random.bounded(4, 17) * 0.125;
         if (i % 6 == 2)
-            transform.scale(random.bounded(1, 9) * 0.25, random.bounded(1, 9) * 0.25);
+            transform.scale(scale, i % 12 == 2 ? scale : 1);
         if (i % 6 == 5)
             transform.shear(between(-1, 1), between(-1, 1));
         transforms.append(transform);

@@ -50,12 +50,6 @@ void addRowsUpToTheCut(ShownWindow &shown)
         shown.add(QString::number(i));
 }
 
-void hover(ShownWindow &shown)
-{
-    QTest::mouseMove(shown.rows()->viewport(), {60, 60});
-    QCoreApplication::processEvents();
-}
-
 using Change = std::function<void(ShownWindow &)>;
 
 Change chooseFont(const std::function<void(QFont &)> &change)
@@ -94,7 +88,10 @@ const std::map<QString, Change> changes{
     {"focus", [](auto &shown) { shown.rows()->setFocus(); }},
     {"disable", [](auto &shown) { shown.view->setEnabled(false); }},
     {"activate another window", activateAnotherWindow},
-    {"hover", hover},
+    {"hover",
+     [](auto &shown) {
+         QTest::mouseMove(shown.rows()->viewport(), {60, 60});
+     }},
     {"narrow the column", [](auto &shown) { shown.rows()->header()->resizeSection(0, 171); }},
     {"remove all rows", [](auto &shown) { shown.model->removeRows(0, shown.model->rowCount()); }},
     {"add rows up to the cut", addRowsUpToTheCut},
