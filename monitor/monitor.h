@@ -82,4 +82,6 @@ private:
     bool logEnabled = false;
     SteadyLayout *column = nullptr; ///< layout of the whole tab
     FramePacer *pacer = nullptr;    ///< coalesces the repaints that rows request
+
+    friend struct Inspect;
 };
