@@ -40,11 +40,9 @@ public:
     bargraph view{&window};
 };
 
-inline QByteArray fullReport()
-{
-    return hex("28 2f 01 f3f4f5f6f7 3412 7896 fc"
-               "0100 0200 0300 0400 0500 0600 0700 0800 0900 0a00 0b00 0c00 1000 ff");
-}
+/// A full signal report, in hexadecimal: the components 1 to 12, the frequency word 16 and two other words.
+inline const char *const fullReport =
+    "28 2f 01 f3f4f5f6f7 3412 7896 fc 0100 0200 0300 0400 0500 0600 0700 0800 0900 0a00 0b00 0c00 1000 ff";
 
 /// A line of 74 characters, percent-encoded: twelve words, the proximity behind the first line feed, and the
 /// frequency at 67.

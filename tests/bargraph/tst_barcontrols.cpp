@@ -99,7 +99,7 @@ void TestBarControls::translations()
 {
     const MarkingTranslator translator;
     BarView bars;
-    bars.display(fullReport());
+    bars.display(hex(fullReport));
     QCOMPARE(rowOf(bars.view),
              (QStringList{"QCheckBox {bargraph: Classic Mode}", "QLabel {bargraph: Fast Computer}",
                           "QSlider ", "QLabel {bargraph: Slow Computer}", "stretch", "QLabel Prox: O",

@@ -7,9 +7,9 @@
 
 namespace {
 
+/// What the data files abbreviate.
 const std::pair<const char *, const char *> names[] = {
-    {"FULL",
-     "28 2f 01 f3f4f5f6f7 3412 7896 fc 0100 0200 0300 0400 0500 0600 0700 0800 0900 0a00 0b00 0c00 1000 ff"},
+    {"FULL", fullReport},
     {"FREQ", "28 2f 01 00000000000000000000 0000 0000 0000 0000 0000 0000 0000 0000 0000 0000 0000 0000"},
     {"LINE", signalLine},
     {"OLD", "fff9 fff9 fff9 fff9 fff9 fff9*fff9 fff9 fff9 fff9 fff9 fff9%0D%0AP     0008%0D%0A!"},
@@ -117,7 +117,7 @@ void TestSignalReports::selection()
 void TestSignalReports::missingBytesAreZero_data()
 {
     QTest::addColumn<QByteArray>("report");
-    addRow("full", fullReport());
+    addRow("full", hex(fullReport));
     addRow("short", hex("0a 2f 04 1111 1111 1111 11"));
     addRow("normalised", hex("10 2f 05 1111 1111 1111 11 1111 1111 1111"));
     addRow("voltage of length 52", hex("34 77 0c 11 11 11"));

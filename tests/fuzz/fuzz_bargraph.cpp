@@ -6,7 +6,7 @@
 
 // A stream of packets into the Bar Graph tab. Each step is an operation, then what it needs:
 //   0 to 247  a packet that comes so many milliseconds after the last: length, bytes
-//   248       the voltage's extremes are forgotten
+//   248       the voltage's extremes are reset
 //   249       the picture is painted
 //   250       the frequency is stepped: a byte
 //   251       classic mode is switched: a byte

@@ -6,13 +6,13 @@
 #include "scenarioreader.h"
 #include "stream.h"
 
-// An arbitrary scenario file: it is refused in one line, or read whole, and then played.
+// An arbitrary scenario file: it is rejected in one line, or read whole, and then played.
 
 namespace {
 
 constexpr int playedReports = 64;
 
-void checkRefusal(const std::string &error, const std::string &path)
+void checkError(const std::string &error, const std::string &path)
 {
     fuzz::require(error.compare(0, path.size() + 2, path + ": ") == 0, "the error names the file");
     fuzz::require(error.size() > path.size() + 2, "the error says something");
@@ -66,7 +66,7 @@ void fuzz::run(const QByteArray &bytes)
     std::string error;
     const std::optional<Scenario> scenario = readScenario(path.toStdString(), error);
     if (!scenario)
-        return checkRefusal(error, path.toStdString());
+        return checkError(error, path.toStdString());
     require(error.empty(), "there is no error in what is read");
     checkLimits(*scenario);
     for (const Scenario::Place &place : scenario->boards)
