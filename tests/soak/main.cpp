@@ -157,9 +157,10 @@ QString soak(const QCommandLineParser &options)
     if (!error.isEmpty())
         return error;
     const std::optional<Simulation> simulation = Simulation::find();
-    const QString refusal = simulation ? simulation->choose(options.value("scenario")) : "not the simulator";
-    if (!refusal.isEmpty())
-        return refusal;
+    const QString rejection =
+        simulation ? simulation->choose(options.value("scenario")) : "not the simulator";
+    if (!rejection.isEmpty())
+        return rejection;
     const PluginScan scan = scanPlugins({options.value("plugins")});
     if (scan.plugins.empty())
         return "no plugin";
