@@ -65,7 +65,9 @@ void runStep(qorvexgraph &window, fuzz::Input &input, _DataPacket &packet)
 void fuzz::run(const QByteArray &bytes)
 {
     static auto &window = *new qorvexgraph;
-    Inspect::reset(*window.findChild<monitor *>());
+    auto &view = *window.findChild<monitor *>();
+    Inspect::reset(view);
+    view.OnChangedFontSize("10");
     window.findChild<QTabWidget *>()->setCurrentIndex(1);
     Input input{bytes};
     _DataPacket packet = packetOf(QByteArray());

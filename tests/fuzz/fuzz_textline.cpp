@@ -32,14 +32,15 @@ void fuzz::run(const QByteArray &bytes)
     static auto &window = *new FakeWindow;
     static auto &rowsView = *new monitor(&window);
     Inspect::reset(rowsView);
-    bargraph barsView(&window);
+    static auto &barsView = *new bargraph(&window);
+    _DataPacket end = packetOf("\x20\x32!");
+    barsView.Display(&end);
     QTime time(12, 0);
     QByteArray whole;
     int linesTooSoon = 0;
     quint32 lastChecksum = qChecksum("HH", 2);
     int cuts[16] = {};
-    const int number = input.byte() % 16;
-    for (int i = 0; i < number; ++i)
+    for (int i = 0, number = input.byte() % 16; i < number; ++i)
         cuts[i] = input.byte();
     for (int i = 0; !input.isEmpty(); i = (i + 1) % 16) {
         const QByteArray part = input.bytes(qMax(cuts[i], 1));

@@ -28,7 +28,7 @@ struct Inspect
     static bool willShowPendingText(const monitor &view) { return view.pendingTextTimer.isActive(); }
     static quint32 previousChecksum(const monitor &view) { return view.previousPacket->checksum; }
 
-    /// As after its construction; a new view for each input would take most of the time.
+    /// As after its construction, but for the font; a new view for each input would take most of the time.
     static void reset(monitor &view)
     {
         view.model->removeRows(0, view.model->rowCount());
@@ -36,6 +36,5 @@ struct Inspect
         view.pendingTextTimer.stop();
         view.pendingText = QString();
         delete std::exchange(view.previousPacket, nullptr);
-        view.OnChangedFontSize(QStringLiteral("10"));
     }
 };
