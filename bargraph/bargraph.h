@@ -84,4 +84,6 @@ private:
     int voltageMin = -1;   ///< since the last reset; -1 is none
     int voltageMax = -1;   ///< since the last reset; -1 is none
     QFont viewFont;        ///< of every text that is painted
+
+    friend struct Inspect;
 };
