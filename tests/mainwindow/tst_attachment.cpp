@@ -32,14 +32,14 @@ namespace {
 
 QStringList firstAttachCalls(const qorvexgraph &window, const DriverLibrary &library, const QVector<int> &ids)
 {
-    const QString context = journalText(&window);
-    const QString pnp = journalText(&qorvexgraph::pnp);
-    const QString data = journalText(&qorvexgraph::DataCallback);
+    const QString context = addressText(&window);
+    const QString pnp = addressText(&qorvexgraph::pnp);
+    const QString data = addressText(&qorvexgraph::DataCallback);
     QStringList calls{"orvexAttach()", "orvexSetPnpCallback(" + pnp + ", " + context + ")",
                       "orvexGetDeviceCount()"};
     for (int i = 0; i < ids.size(); ++i) {
         const QString id = QString::number(ids.at(i));
-        const QString record = journalText(library->recordAddress(0));
+        const QString record = addressText(library->recordAddress(0));
         calls += "orvexEnumDeviceInfo(" + QString::number(i) + ", " + record + ")";
         calls += "orvexSetXferMask(" + id + ", 255)";
         calls += "orvexSetCallback(" + id + ", " + data + ", " + context + ")";
