@@ -107,4 +107,6 @@ private:
     QStringList waitingCommands; ///< typed while the library was being opened, and after those
     int dispatchDepth = 0;
     QBasicTimer dispatchTimer; ///< runs while packets wait for all dispatches to return
+
+    friend struct Inspect;
 };
