@@ -129,6 +129,11 @@ private:
     const ObservedCalls observed;
 };
 
+/// What a slot of the host's throws, and its notify() catches.
+struct HostError
+{
+};
+
 /// The last of two is that of the binding's destruction.
 inline QStringList callsOfADetach(const QVector<int> &ids = {1})
 {

@@ -162,10 +162,8 @@ void AttachmentTests::libraryThatAppearsIsFoundByTheNextAttach()
 {
     QVERIFY(!DriverLibrary::isLoaded());
     qorvexgraph window;
-    CapturedOutput captured(stderr);
+    const CapturedOutput message(stderr);
     window.AttachHardware();
-    QCOMPARE(captured.text(),
-             QByteArray("liborvexboardex.so.1: cannot open shared object file: No such file or directory"));
     QVERIFY(Inspect::isAttached(window));
     QCOMPARE(statusOf(window), QString("<i>No device found.</i>"));
 

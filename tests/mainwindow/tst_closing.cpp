@@ -17,7 +17,6 @@ private slots:
     void closingAcceptsTheEvent();
     void settingsAreSavedByClosing();
     void minimisingStaysAttached();
-    void closedWindowCanBeUsedAgain();
 };
 
 namespace {
@@ -119,17 +118,6 @@ void ClosingTests::minimisingStaysAttached()
     QCOMPARE(window.hides, 1);
     QCOMPARE(window.library.takeCalls(), QStringList());
     QVERIFY(Inspect::isAttached(window));
-    QCOMPARE(statusOf(window), QString("<b>1 device found.</b>"));
-}
-
-void ClosingTests::closedWindowCanBeUsedAgain()
-{
-    TestWindow window;
-    window.show();
-    window.close();
-    window.show();
-    QVERIFY(Inspect::isDetached(window));
-    window.AttachHardware();
     QCOMPARE(statusOf(window), QString("<b>1 device found.</b>"));
 }
 

@@ -6,17 +6,10 @@
 
 namespace {
 
-/// A full signal report whose frequency word is `low` and `high`, at bytes 37 and 38.
-QByteArray signalReport(char low, char high)
-{
-    QByteArray report("\x28\x2f\1" + QByteArray(37, '\0'));
-    report[37] = low;
-    report[38] = high;
-    return report;
-}
-
-const QByteArray negativeFrequency = signalReport('\xFC', '\xFF'); // -4, which is -225 and clamped to 0
-const QByteArray positiveFrequency = signalReport('\x08', '\x00'); // 8, which is 450
+// Full signal reports, up to their frequency word at bytes 37 and 38.
+const QByteArray start = "\x28\x2f\1" + QByteArray(34, '\0');
+const QByteArray negativeFrequency = start + QByteArray("\xFC\xFF\0", 3); // -4: -225, clamped to 0
+const QByteArray positiveFrequency = start + QByteArray("\x08\0\0", 3);   // 8: 450
 
 /// Delivers a report that comes too late for the rate limit.
 void deliver(const DriverLibrary &library, const QByteArray &report)

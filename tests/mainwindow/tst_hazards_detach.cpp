@@ -17,9 +17,7 @@ private slots:
 
 namespace {
 
-const QByteArray rawReport("\x04\x21"
-                           "ab",
-                           4);
+const QByteArray rawReport("\x04\x21zz");
 
 } // namespace
 

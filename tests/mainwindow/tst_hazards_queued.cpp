@@ -18,14 +18,7 @@ private slots:
 
 namespace {
 
-const QByteArray rawReport("\x04\x21"
-                           "ab",
-                           4);
-
-/// What a slot of the host's throws, and its notify() catches.
-struct HostError
-{
-};
+const QByteArray rawReport("\x04\x21zz");
 
 } // namespace
 

@@ -14,11 +14,6 @@ void waitForCommands(const TestWindow &window)
     QTest::qWait(10); // longer than a repeated attach waits
 }
 
-/// What a slot of the host's throws, and its notify() catches.
-struct HostError
-{
-};
-
 } // namespace
 
 /// Commands that the user types while the driver library, inside one of its calls, runs the event loop.
