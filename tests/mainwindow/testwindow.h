@@ -134,6 +134,9 @@ struct HostError
 {
 };
 
+inline const QString debugMode = "orvexSetDriverDebugMode(1, 4, 4294967295)";
+inline const QString commandA = "orvexSendCommand(1, \"A\\x0d\")";
+
 /// The last of two is that of the binding's destruction.
 inline QStringList callsOfADetach(const QVector<int> &ids = {1})
 {

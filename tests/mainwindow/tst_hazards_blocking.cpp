@@ -37,26 +37,30 @@ void closeAndDestroy(qorvexgraph *window)
 
 } // namespace
 
-/// A report on a thread of its own, whose callback waits in a slot of the host's until the GUI thread runs
-/// it.
+/// A callback on a thread of its own, which waits in a slot of the host's until the GUI thread runs it.
 class WaitingCallback : public QObject
 {
     Q_OBJECT
 
 public:
     /// \param slot of the receiver's, called on the GUI thread
-    WaitingCallback(qorvexgraph *window, const QObject *receiver, const char *slot)
+    /// \param isReport whether it brings a report, or notifies of boards
+    WaitingCallback(qorvexgraph *window, const QObject *receiver, const char *slot, bool isReport = true)
     {
-        connect(window, SIGNAL(DataReceived()), this, SLOT(noteEmission()), Qt::DirectConnection);
-        connect(window, SIGNAL(DataReceived()), receiver, slot, Qt::BlockingQueuedConnection);
-        thread = std::thread([window] {
-            qorvexgraph::DataCallback(1, reinterpret_cast<const unsigned char *>(plainReport.constData()), 3,
-                                      window);
+        const char *received = isReport ? SIGNAL(DataReceived()) : SIGNAL(PnpHappened());
+        connect(window, received, this, SLOT(noteEmission()), Qt::DirectConnection);
+        connect(window, received, receiver, slot, Qt::BlockingQueuedConnection);
+        thread = std::thread([window, isReport] {
+            const auto *report = reinterpret_cast<const unsigned char *>(plainReport.constData());
+            if (isReport)
+                qorvexgraph::DataCallback(1, report, 3, window);
+            else
+                qorvexgraph::pnp(window);
         });
         waitFor(isEmitting);
     }
-    WaitingCallback(qorvexgraph *window, std::function<void()> function)
-        : WaitingCallback(window, this, SLOT(act()))
+    WaitingCallback(qorvexgraph *window, std::function<void()> function, bool isReport = true)
+        : WaitingCallback(window, this, SLOT(act()), isReport)
     {
         action = std::move(function);
     }
@@ -107,17 +111,20 @@ void BlockingHazards::otherWindowsComeAndGo()
 
 void BlockingHazards::windowIsDestroyedMeanwhile_data()
 {
-    QTest::addColumn<bool>("disconnects");
-    addRow("the host is connected", false);
-    addRow("the host has disconnected", true);
+    addColumns<bool, bool>("disconnects", "isReport");
+    addRow("report; the host is connected", false, true);
+    addRow("report; the host has disconnected", true, true);
+    addRow("notification; the host is connected", false, false);
 }
 
 void BlockingHazards::windowIsDestroyedMeanwhile()
 {
     QFETCH(bool, disconnects);
+    QFETCH(bool, isReport);
     qorvexgraph *window = newAttachedWindow();
     bool isHeard = false;
-    const WaitingCallback callback(window, [&] { isHeard = true; });
+    const WaitingCallback callback(
+        window, [&] { isHeard = true; }, isReport);
     if (disconnects)
         QObject::disconnect(window, nullptr, &callback, nullptr);
     closeAndDestroy(window);

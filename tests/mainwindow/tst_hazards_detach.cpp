@@ -24,11 +24,11 @@ const QByteArray rawReport("\x04\x21zz");
 void DetachHazards::notificationInsideDetach_data()
 {
     addColumns<QString, int, bool, bool>("call", "number", "ownThread", "queued");
-    const QString debugMode = "orvexSetDriverDebugMode(1, 1, 4294967295)";
+    const QString closingMode = "orvexSetDriverDebugMode(1, 1, 4294967295)";
     const QString command = "orvexSendCommand(1, \":MDP0\\x0d\")";
     const QString detach = "orvexDetach()";
-    addRow("debug mode, on the caller's own thread", debugMode, 1, true, false);
-    addRow("debug mode, through an event loop in the call", debugMode, 1, false, false);
+    addRow("debug mode, on the caller's own thread", closingMode, 1, true, false);
+    addRow("debug mode, through an event loop in the call", closingMode, 1, false, false);
     addRow("command, on the caller's own thread", command, 1, true, false);
     addRow("command, through an event loop in the call", command, 1, false, false);
     addRow("first orvexDetach, on the caller's own thread", detach, 1, true, false);

@@ -2,8 +2,6 @@
 
 namespace {
 
-const QString debugMode = "orvexSetDriverDebugMode(1, 4, 4294967295)";
-const QString commandA = "orvexSendCommand(1, \"A\\x0d\")";
 const QString commandB = "orvexSendCommand(1, \"B\\x0d\")";
 const QString commandC = "orvexSendCommand(1, \"C\\x0d\")";
 

@@ -20,13 +20,6 @@ private slots:
     void fixedCommandNeedsABoardAndABinding();
 };
 
-namespace {
-
-const QString debugMode = "orvexSetDriverDebugMode(1, 4, 4294967295)";
-const QString commandA = "orvexSendCommand(1, \"A\\x0d\")";
-
-} // namespace
-
 void CommandTests::init()
 {
     otherStore().clear();
