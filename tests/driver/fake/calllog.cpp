@@ -1,17 +1,16 @@
-#include "driver/fake/journal.h"
+#include "driver/fake/calllog.h"
 
 #include <atomic>
 #include <cstdio>
+#include <deque>
 #include <mutex>
-#include <vector>
 
-namespace journal {
+namespace calllog {
 
 namespace {
 
 std::mutex mutex;
-std::vector<std::string> calls;
-std::string handedOut;
+std::deque<std::string> calls; // which keeps its elements where they are
 std::atomic<Observer> observerOfCalls{nullptr};
 
 } // namespace
@@ -21,13 +20,10 @@ std::string text(const char *value)
     std::string result = "\"";
     for (const char *c = value; *c; ++c) {
         const auto byte = static_cast<unsigned char>(*c);
-        char escaped[5] = {};
-        if (byte < 32 || byte > 126)
-            std::snprintf(escaped, sizeof escaped, "\\x%02x", byte);
-        else if (byte == '"' || byte == '\\')
-            std::snprintf(escaped, sizeof escaped, "\\%c", byte);
-        else
-            escaped[0] = *c;
+        char escaped[5];
+        const bool isPlain = byte >= 32 && byte <= 126;
+        const bool isQuoted = byte == '"' || byte == '\\';
+        std::snprintf(escaped, sizeof escaped, isQuoted ? "\\%c" : isPlain ? "%c" : "\\x%02x", byte);
         result += escaped;
     }
     return result + '"';
@@ -65,8 +61,7 @@ int count()
 const char *at(int index)
 {
     const std::lock_guard lock(mutex);
-    handedOut = calls.at(static_cast<std::size_t>(index));
-    return handedOut.c_str();
+    return calls.at(static_cast<std::size_t>(index)).c_str();
 }
 
 void clear()
@@ -75,4 +70,4 @@ void clear()
     calls.clear();
 }
 
-} // namespace journal
+} // namespace calllog
