@@ -160,7 +160,7 @@ int runTools(const Options &options, const std::optional<Simulation> &simulation
     const QStringList folders =
         options.pluginFolders.isEmpty() ? defaultPluginFolders() : options.pluginFolders;
     const PluginScan scan = scanPlugins(folders);
-    for (const QString &error : scan.refusals)
+    for (const QString &error : scan.errors)
         printError(error);
     if (scan.plugins.empty())
         return printError(QStringLiteral("no plugin in ") + folders.join(QLatin1String(", ")));
