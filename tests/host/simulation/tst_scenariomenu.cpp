@@ -79,7 +79,7 @@ void ScenarioMenuTest::opensAFileOfTheUsersOwn()
     auto *dialog = window_->findChild<QFileDialog *>();
     QVERIFY(dialog && dialog->isVisible());
     dialog->selectFile(ownFile());
-    dialog->accept();
+    static_cast<QDialog *>(dialog)->accept();
     QCOMPARE(simulation_.boards(), std::vector<int>({7}));
     QCOMPARE(menu_->title(), QString("&Scenario: own && only.json"));
     QCOMPARE(told.value(0).value(0).toString(), "Scenario: " + ownFile());
