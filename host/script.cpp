@@ -1,8 +1,8 @@
 #include "script.h"
 
-#include "complaint.h"
 #include "hostwindow.h"
 #include "options.h"
+#include "printerror.h"
 #include "snapshots.h"
 #include "toolparts.h"
 
@@ -118,7 +118,7 @@ void Script::reportBeforeClosing(QWidget *tool)
         return;
     const QString error = saveSnapshots(window_, tabsOf(*tool), options_.snapshotFolder);
     if (!error.isEmpty()) {
-        complain(error);
+        printError(error);
         failed_ = true;
     }
 }

@@ -83,7 +83,7 @@ void loadPlugin(const QString &path, PluginScan &scan)
         }
     }
     if (!reason.isEmpty())
-        scan.refusals += path + QStringLiteral(": ") + reason;
+        scan.errors += path + QStringLiteral(": ") + reason;
 }
 
 /// The library files of the folders, each once, by its real name.

@@ -1,8 +1,8 @@
-#include "complaint.h"
+#include "printerror.h"
 
 #include <cstdio>
 
-int complain(const QString &text)
+int printError(const QString &text)
 {
     QString line = text;
     line.replace(QLatin1Char('\n'), QLatin1Char(' ')).replace(QLatin1Char('\r'), QLatin1Char(' '));

@@ -7,4 +7,4 @@ inline constexpr int badInput = 2;
 
 /// Writes "tendro-host: <text>" to standard error, as one line whatever the text holds.
 /// \return badInput
-int complain(const QString &text);
+int printError(const QString &text);
