@@ -2,7 +2,7 @@
 
 class QSettings;
 
-/// What a tab needs of the window that it belongs to. GUI thread.
+/// What a tab uses of its window. GUI thread.
 class TabWindow
 {
 public:
