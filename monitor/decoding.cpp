@@ -79,7 +79,7 @@ void monitor::addText(const _DataPacket &packet)
 
 void monitor::completeLine(const _DataPacket &packet)
 {
-    // A line that ends too soon after the packet before it is dropped.
+    // A line that ends too soon after the previous packet is dropped.
     if (previousPacket->time.msecsTo(packet.time) > reports::lineGapMs) {
         const QString text = pendingText;
         AddData(text, QString());

@@ -87,7 +87,7 @@ void FramePacer::timerEvent(QTimerEvent *)
 {
     frameEnd.stop();
     sinceFrame.start();
-    // A host's slot may run the event loop while a blocker is in scope.
+    // A slot of the host may run the event loop while a blocker is in scope.
     unblock();
     const Widgets paced = widgets();
     for (const QPointer<QWidget> &widget : paced)
