@@ -85,7 +85,7 @@ struct Layout
     const char *name;
     const char *report;
     Type type;
-    std::uint8_t subType;    ///< 0 where the kind has none
+    std::uint8_t subType;    ///< 0 for a type without sub-types
     std::uint8_t sentLength; ///< number of bytes that boards send, and value of the length byte
     const Field *fields;
     std::size_t fieldCount;
