@@ -17,11 +17,6 @@ _DataPacket *newDummyPacket()
     return packet;
 }
 
-/// The names of values in reports, for the translators.
-[[maybe_unused]] constexpr const char *valueNames[] = {QT_TRANSLATE_NOOP("monitor", "Teacher"),
-                                                       QT_TRANSLATE_NOOP("monitor", "Student"),
-                                                       QT_TRANSLATE_NOOP("monitor", "Unknown: %1")};
-
 std::string translated(const char *english)
 {
     return monitor::tr(english).toStdString();

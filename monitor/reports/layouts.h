@@ -250,8 +250,9 @@ inline constexpr Layout phase{
     "DC Offsets: 0: {dcOffset0:5}  60: {dcOffset60:5}  120 {dcOffset120:5}"};
 
 /// Which pen is in use, and its buttons.
-inline constexpr NamedValue penKinds[] = {{0, "Teacher"}, {1, "Student"}};
-inline constexpr ValueNames penKindNames{penKinds, 2, "Unknown: %1"};
+inline constexpr NamedValue penKinds[] = {{0, VALUE_NAME("monitor", "Teacher")},
+                                          {1, VALUE_NAME("monitor", "Student")}};
+inline constexpr ValueNames penKindNames{penKinds, 2, VALUE_NAME("monitor", "Unknown: %1")};
 inline constexpr Field penIdentityFields[] = {
     {"penKind", "Pen", 3, Width::Two, Unsigned, LittleEndian, 0xFFFFFFFF, &penKindNames},
     {"quality", "Q", 5, Width::Two, Signed},
