@@ -82,7 +82,7 @@ struct Layout
         noSuchField();
     }
 
-    const char *name;
+    const char *name; ///< as scenarios of the simulator name it
     const char *report;
     Type type;
     std::uint8_t subType;    ///< 0 for a type without sub-types
@@ -112,7 +112,7 @@ inline constexpr Field signal1Fields[] = {
     {"frequencyRaw", "Freq", 37, Width::Two, Signed},
 };
 inline constexpr Layout signal1{
-    "signal1",
+    "signal-1",
     "SignalReport",
     SignalReport,
     1,
@@ -131,7 +131,7 @@ inline constexpr Field signal2Fields[] = {
     {"norm120", "Norm 120", 26, Width::Two, Signed},
 };
 inline constexpr Layout signal2{
-    "signal2",
+    "signal-2",
     "SignalReport",
     SignalReport,
     2,
@@ -147,7 +147,7 @@ inline constexpr Field signal3Fields[] = {
     {"maximumQuality", "MaxQ", 12, Width::Two, Signed},
 };
 inline constexpr Layout signal3{
-    "signal3",
+    "signal-3",
     "SignalReport",
     SignalReport,
     3,
@@ -164,7 +164,7 @@ inline constexpr Field signal4Fields[] = {
     {"integrations", "Integs", 9, Width::One, Unsigned},
 };
 inline constexpr Layout signal4{
-    "signal4",
+    "signal-4",
     "SignalReport",
     SignalReport,
     4,
@@ -180,7 +180,7 @@ inline constexpr Field signal5Fields[] = {
     {"norm120", "Norm 120", 14, Width::Two, Signed},
 };
 inline constexpr Layout signal5{
-    "signal5",
+    "signal-5",
     "SignalReport",
     SignalReport,
     5,
@@ -202,7 +202,7 @@ inline constexpr Field signal6Fields[] = {
     {"fullY", "Y (second)", 21, Width::Four, Unsigned},
 };
 inline constexpr Layout signal6{
-    "signal6",
+    "signal-6",
     "SignalReport",
     SignalReport,
     6,
@@ -258,7 +258,7 @@ inline constexpr Field penIdentityFields[] = {
     {"quality", "Q", 5, Width::Two, Signed},
     {"buttons", "Button", 7, Width::Two, Signed},
 };
-inline constexpr Layout penIdentity{"penIdentity",
+inline constexpr Layout penIdentity{"pen-identity",
                                     "PenIdentityReport",
                                     PenIdentityReport,
                                     0,
@@ -276,7 +276,7 @@ inline constexpr Field dualPenFields[] = {
     {"pen2Y", "second pen Y", 20, Width::Four, Signed},
     {"pen2Flags", "second pen Flag", 24, Width::Two, Unsigned},
 };
-inline constexpr Layout dualPen{"dualPen",
+inline constexpr Layout dualPen{"dual-pen",
                                 "DualPenReport",
                                 DualPenReport,
                                 0,
