@@ -35,7 +35,7 @@ public:
     /// inside a call of the driver library that the window makes.
     ~qorvexgraph() override;
 
-    /// Sends a text as it stands to the first board; does nothing without a board or while detached.
+    /// Sends a text unchanged to the first board; does nothing without a board or while detached.
     void SendCommand(const char *command) override;
 
     /// Settings store that the views share.

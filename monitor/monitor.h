@@ -72,7 +72,7 @@ private:
     QStandardItemModel *model = nullptr;   ///< the rows, one column
     _DataPacket *previousPacket = nullptr; ///< the last packet shown; never freed, by design
     QString pendingText;                   ///< characters of a text line that is not shown yet
-    QTimer pendingTextTimer;               ///< flushes pendingText when no line end comes
+    QTimer pendingTextTimer;               ///< flushes pendingText when no line end arrives
     QFont monitorFont;
     QCheckBox *logCheckBox = nullptr;
     QTreeView *treeView = nullptr;

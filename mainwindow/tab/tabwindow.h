@@ -6,7 +6,7 @@ class QSettings;
 class TabWindow
 {
 public:
-    /// Sends a text as it stands to the first board; does nothing without a board or while detached.
+    /// Sends a text unchanged to the first board; does nothing without a board or while detached.
     virtual void SendCommand(const char *command) = 0;
 
     /// Settings store, owned by the window.

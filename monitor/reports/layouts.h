@@ -24,7 +24,7 @@ enum Type : std::uint8_t
 
 enum class RateLimit : std::uint8_t
 {
-    Limited,  ///< dropped when it comes too soon after a report that restarted the clock; otherwise kept
+    Limited,  ///< dropped when too soon after a report that restarted the clock; otherwise kept
               ///< and restarts it
     Restarts, ///< always kept; restarts the clock
     None,     ///< always kept; leaves the clock alone
@@ -140,7 +140,7 @@ inline constexpr Layout signal2{
     "Raw 0: {raw0:5}   60: {raw60:5}   120: {raw120:5} / Integs: {integrations:3}/ "
     "Norm 0: {norm0:5}   60 {norm60:5}   120: {norm120:5}"};
 
-/// Summary of the signal quality. The three qualities stand in slots of three bytes.
+/// Summary of the signal quality. The three qualities have slots of three bytes each.
 inline constexpr Field signal3Fields[] = {
     {"qualityFlag", "Flag", 3, Width::One, Unsigned},   {"qualityPass", "Pass", 4, Width::One, Unsigned},
     {"averageQuality", "AvQ", 6, Width::Two, Signed},   {"minimumQuality", "MinQ", 9, Width::Two, Signed},

@@ -39,7 +39,7 @@ void FramePacer::pace()
         frameEnd.start(frameMs - static_cast<int>(ms), Qt::PreciseTimer, this);
 }
 
-/// Parents come before their children. Looked up each time, since a host may replace header and scroll bars.
+/// Parents first. Looked up each time, since a host may replace header and scroll bars.
 FramePacer::Widgets FramePacer::widgets() const
 {
     QScrollBar *vertical = view->verticalScrollBar();
