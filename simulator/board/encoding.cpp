@@ -56,12 +56,6 @@ Values positionValues(const Measurement &m)
                 x / finePitch % 2, drive, y / finePitch % 2);
 }
 
-Values phaseValues(const Measurement &m)
-{
-    return list(m.xFine, m.xCoarse, m.yFine, m.yCoarse, m.integrations, m.integrations + 1,
-                m.integrations / 2, m.integrations / 2 + 1, m.qualityX, m.qualityY, m.offset);
-}
-
 /// What a board sends of one kind.
 struct Sent
 {
@@ -90,7 +84,11 @@ constexpr Sent sent[] = {
          return list(m.qualityX, m.qualityY, m.quality, m.minimumQuality, m.maximumQuality, m.risesX % 1000,
                      m.risesX, m.risesY % 1000, m.risesY);
      }},
-    {&phase, 2, phaseValues},
+    {&phase, 2,
+     [](const Measurement &m) {
+         return list(m.xFine, m.xCoarse, m.yFine, m.yCoarse, m.integrations, m.integrations + 1,
+                     m.integrations / 2, m.integrations / 2 + 1, m.qualityX, m.qualityY, m.offset);
+     }},
     {&penIdentity, 2, [](const Measurement &m) { return list(m.studentWrites, m.quality, m.pen.buttons); }},
     {&dualPen, 2,
      [](const Measurement &m) {
@@ -99,39 +97,29 @@ constexpr Sent sent[] = {
     {&position, 2, positionValues},
     {&adc, 0, [](const Measurement &m) { return list(m.adcRaw); }},
 };
-static_assert(
-    [] {
-        for (std::size_t i = 0; i < std::size(layouts); ++i) {
-            if (sent[i].layout != layouts[i])
-                return false;
-        }
-        return std::size(sent) == std::size(layouts);
-    }(),
-    "what is sent of each layout, in the same order");
+static_assert(std::size(sent) == std::size(layouts), "what is sent of each layout");
 
-constexpr Weights weightsSent()
-{
+} // namespace
+
+const Weights usualWeights = [] {
     Weights weights{};
     std::size_t kind = 0;
     for (const Sent &row : sent)
         weights[kind++] = row.weight;
     return weights;
-}
-
-} // namespace
-
-const Weights usualWeights = weightsSent();
+}();
 
 Report encode(Kind kind, const Measurement &measurement)
 {
-    const Layout &layout = *layouts[static_cast<std::size_t>(kind)];
+    const Sent &row = sent[static_cast<std::size_t>(kind)];
+    const Layout &layout = *row.layout;
     Report report(layout.sentLength, 0);
     write(reportLength, layout.sentLength, report.data());
     write(reportType, layout.type, report.data());
     if (layout.subType)
         write(reportSubType, layout.subType, report.data());
     const Field *field = layout.fields;
-    for (const std::int64_t value : sent[static_cast<std::size_t>(kind)].valuesOf(measurement))
+    for (const std::int64_t value : row.valuesOf(measurement))
         write(*field++, value, report.data());
     return report;
 }
