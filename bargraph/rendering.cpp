@@ -28,7 +28,7 @@ QLinearGradient acrossBar(const QRect &bar, const QColor &left, const QColor &ri
     return gradient;
 }
 
-/// By length and not by value: a value too small for a pixel gets the colours of a falling bar.
+/// By length, not by value: a value too small for a pixel gets the colours of a falling bar.
 void setBarColours(QPainter *painter, const QRect &bar, int length, bool classic)
 {
     const bool rises = length < 0;

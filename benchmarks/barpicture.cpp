@@ -18,7 +18,7 @@
 #include "layouts.h"
 #include "tool.h"
 
-// Twelve bars and four dials of 800 by 500 pixels, painted into an image, with other values each time.
+// Twelve bars and four dials, painted into an image of 800 by 500 pixels, with new values each time.
 
 namespace {
 
@@ -33,7 +33,7 @@ int signalAt(int round, int bar)
     return (round + bar) % 2 == 0 ? size : -size;
 }
 
-/// Takes the signals of a round from a report, as a board sends them.
+/// Displays a report with the signals of a round.
 void takeSignals(Tool &tool, int round)
 {
     QByteArray report(40, 0);
@@ -88,7 +88,7 @@ BENCHMARK(frameOfTool)
     ->Arg(0)
     ->Unit(benchmark::kMicrosecond);
 
-/// The rectangles and circles of the picture with their gradients, without which it is not what it must be.
+/// The picture's rectangles and circles with their gradients: the cost that no implementation can avoid.
 void gradientsAlone(benchmark::State &state)
 {
     QImage image(pictureSize, QImage::Format_ARGB32_Premultiplied);
@@ -119,7 +119,7 @@ void gradientsAlone(benchmark::State &state)
 }
 BENCHMARK(gradientsAlone)->Name("c/gradients")->Unit(benchmark::kMicrosecond);
 
-/// The bars in one chart, each dial in one of its own, as charts are without axes.
+/// The bars in one chart without axes, and each dial in a chart of its own.
 class ChartsPicture
 {
 public:
@@ -181,7 +181,7 @@ public:
         window.resize(pictureSize);
         auto *plot = new QwtPlot(&window);
         plot->setGeometry(0, 0, pictureSize.width(), pictureSize.height() - 90);
-        // It is painted each time, as the others are, and not copied from a picture.
+        // Painted each time, like the others, not copied from a backing store.
         static_cast<QwtPlotCanvas *>(plot->canvas())->setPaintAttribute(QwtPlotCanvas::BackingStore, false);
         for (int axis = 0; axis < QwtPlot::axisCnt; ++axis)
             plot->enableAxis(axis, false);

@@ -9,8 +9,8 @@
 
 #include "tool.h"
 
-// What the driver library's thread pays for one report. The callback runs on a thread that is not the
-// GUI's, so that the signal is queued; the queue and the posted events are cleared untimed.
+// What one report costs the driver library's thread. The callback runs off the GUI thread, so that the signal
+// is queued. Clearing the queue and the posted events is not timed.
 
 namespace {
 
@@ -34,7 +34,7 @@ QByteArray reportOfType(int type)
     return report;
 }
 
-/// Readings of the clock that the rules ask for: for the limit, the packet and the restarted limit.
+/// Number of clock readings that the design requires: for the rate limit, the packet and the restart.
 int clockReadings(int type)
 {
     switch (type) {
@@ -91,7 +91,7 @@ void keptByTool(benchmark::State &state)
 }
 BENCHMARK(keptByTool)->Name("d/tool")->ArgNames({"type", "TZ"})->ArgsProduct({{33, 50, 104}, {0, 1}});
 
-/// What no way around it could save.
+/// The work that no implementation can avoid.
 void keptByFloor(benchmark::State &state)
 {
     setZone(state.range(1) != 0);

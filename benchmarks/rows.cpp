@@ -13,8 +13,8 @@
 
 #include "tool.h"
 
-// One report to one row, with the event loop served once in a hundred rows, as when many come at once. The
-// tool's frame is over with each hundred, however soon they came, so that it paints as often as its peers.
+// From a report to a row. The event loop runs once in a hundred rows, as in a burst. The tool's frame ends
+// with each hundred, so that it paints as often as its peers.
 
 namespace {
 
@@ -34,7 +34,7 @@ void appendToFile(const QString &text)
         file.write((text + QLatin1Char('\n')).toLatin1());
 }
 
-/// The packets of a hundred reports that differ from all before.
+/// The packets of a hundred new reports.
 std::vector<_DataPacket> nextPackets(int &number)
 {
     std::vector<_DataPacket> all;
@@ -43,7 +43,7 @@ std::vector<_DataPacket> nextPackets(int &number)
     return all;
 }
 
-/// The texts of as many rows.
+/// Texts of rows, a hundred at a time.
 class Texts
 {
 public:

@@ -12,7 +12,7 @@
 namespace {
 
 constexpr int fullView = 151;
-constexpr int rowsInSight = 60; ///< no fewer
+constexpr int minVisibleRows = 60;
 
 /// The monitor, full, with a row view of 800 by 600 pixels.
 class FullMonitor
@@ -45,7 +45,7 @@ public:
     int number = 0;
 };
 
-/// A text widget that holds as many lines in the same font.
+/// A text widget with as many lines in the same font.
 class FullText
 {
 public:
@@ -105,7 +105,7 @@ void paintText(benchmark::State &state)
 }
 BENCHMARK(paintText)->Name("a1/QPlainTextEdit")->Unit(benchmark::kMicrosecond);
 
-/// Rows up to and with the one that empties the view; it is then filled again untimed.
+/// Rows up to and including the one that empties the view. Refilling it is not timed.
 void rowInMonitor(benchmark::State &state)
 {
     FullMonitor monitor;
@@ -115,7 +115,7 @@ void rowInMonitor(benchmark::State &state)
         settle();
         if (monitor.tool.rows->model->rowCount() == 1) {
             state.PauseTiming();
-            monitor.fill(rowsInSight);
+            monitor.fill(minVisibleRows);
             state.ResumeTiming();
         }
     }

@@ -1,5 +1,4 @@
-// Prints the faults of the simulator: "table" as they stand in simulator/README.md, "schema" as in its
-// schema.json.
+// Prints the faults of the simulator: "table" for simulator/README.md, "schema" for its schema.json.
 
 #include <cstdio>
 #include <cstring>

@@ -57,7 +57,7 @@ void monitor::AddData(const unsigned char *bytes, unsigned int length)
 void monitor::OnTimerAddRest()
 {
     pendingTextTimer.stop();
-    // A slot of the host's may run the event loop, in which another text is taken in.
+    // A slot of the host may run the event loop, in which more text may arrive.
     const QString text = pendingText;
     AddData(text, QString());
     pendingText = QString();
