@@ -1,6 +1,8 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 #include <optional>
 #include <string_view>
 
@@ -19,7 +21,7 @@ enum class Kind
     DualPen,
     Position,
     Adc,
-    // Made in textlines.h and oddreports.h.
+    // Made elsewhere.
     StatusText,    ///< text of type 119
     Garbage,       ///< random bytes, each length from 0 to 64 in turn
     AllTypes,      ///< each type byte from 0 to 255 in turn
@@ -47,4 +49,9 @@ inline constexpr int maxWeight = 100;
 // graph lives on the first of them. None that it takes for a voltage: one turns it into a meter for good.
 inline constexpr Weights usualWeights{5, 2, 2, 2, 3, 2, 2, 2, 2, 2};
 
-std::optional<Kind> kindNamed(std::string_view name);
+inline std::optional<Kind> kindNamed(std::string_view name)
+{
+    const auto match = std::find(std::begin(kindNames), std::end(kindNames), name);
+    return match == std::end(kindNames) ? std::nullopt
+                                        : std::optional(static_cast<Kind>(match - std::begin(kindNames)));
+}

@@ -118,8 +118,8 @@ void tst_readme::scenarios()
 void tst_readme::commands()
 {
     Sensor sensor(1);
-    Firmware firmware(sensor);
-    const QString answer = QString::fromStdString(firmware.take("?").at(0));
+    Firmware firmware;
+    const QString answer = QString::fromStdString(firmware.take("?", sensor).at(0));
     QStringList expected = answer.chopped(1).section(": ", 1).split(' ');
     QVERIFY(expected.size() > 10);
     expected.sort();
@@ -136,7 +136,7 @@ void tst_readme::theExampleIsAScenario()
     const auto scenario = readScenario(file.fileName().toStdString(), complaint);
     QVERIFY2(scenario, complaint.c_str());
     QCOMPARE(scenario->boards.size(), std::size_t{2});
-    QCOMPARE(scenario->boards[0].plan.rate, 200);
+    QCOMPARE(scenario->boards[0].rate, 200);
     QVERIFY(!scenario->boards[1].plugged);
 }
 
@@ -164,16 +164,16 @@ void tst_readme::defaultsOfABoard()
     QStringList keys = schema["$defs"].toObject()["board"].toObject()["properties"].toObject().keys();
     keys.sort();
     QCOMPARE(quotedIn(cells(rows, 1)), keys);
-    const Scenario::Place usual{{1, 1}};
+    const BoardPlan usual{1, 1};
     const auto tells = [&rows](const QString &key, const QString &value) {
         return rows.filter("| `" + key + "` | `" + value + "` |").size() == 1;
     };
-    QVERIFY(tells("rate", QString::number(usual.plan.rate)));
-    QVERIFY(tells("adcMax", QString::number(usual.plan.adcMax)));
+    QVERIFY(tells("rate", QString::number(usual.rate)));
+    QVERIFY(tells("adcMax", QString::number(usual.adcMax)));
     QVERIFY(tells("plugged", usual.plugged ? "true" : "false"));
-    QVERIFY(tells("lines", usual.plan.lines ? "true" : "false"));
-    QVERIFY(tells("unknowns", usual.plan.unknowns ? "true" : "false"));
-    QVERIFY(tells("pen", usual.plan.pen.away ? "\"away\"" : "\"writing\""));
+    QVERIFY(tells("lines", usual.lines ? "true" : "false"));
+    QVERIFY(tells("unknowns", usual.unknowns ? "true" : "false"));
+    QVERIFY(tells("pen", usual.pen.away ? "\"away\"" : "\"writing\""));
 }
 
 void tst_readme::defaultWeights()

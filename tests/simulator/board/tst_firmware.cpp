@@ -50,10 +50,10 @@ void tst_firmware::answers()
 {
     QFETCH(QByteArray, command);
     Sensor sensor(1);
-    Firmware firmware(sensor);
+    Firmware firmware;
     QStringList answers;
     for (const std::string &answer :
-         firmware.take({command.constData(), static_cast<std::size_t>(command.size())}))
+         firmware.take({command.constData(), static_cast<std::size_t>(command.size())}, sensor))
         answers.append(QString::fromStdString(answer));
     QTEST(answers, "answers");
 }
@@ -61,26 +61,26 @@ void tst_firmware::answers()
 void tst_firmware::aCommandInPieces()
 {
     Sensor sensor(1);
-    Firmware firmware(sensor);
-    QCOMPARE(firmware.take(":"), Answers{});
-    QCOMPARE(firmware.take("RM"), Answers{});
-    QCOMPARE(firmware.take("M"), Answers{"[:RMM] extremes reset!"});
-    QCOMPARE(firmware.take("\r"), Answers{});
+    Firmware firmware;
+    QCOMPARE(firmware.take(":", sensor), Answers{});
+    QCOMPARE(firmware.take("RM", sensor), Answers{});
+    QCOMPARE(firmware.take("M", sensor), Answers{"[:RMM] extremes reset!"});
+    QCOMPARE(firmware.take("\r", sensor), Answers{});
 }
 
 void tst_firmware::switches()
 {
     Sensor sensor(1);
-    Firmware firmware(sensor);
+    Firmware firmware;
     QVERIFY(firmware.switches().streaming);
     QVERIFY(!firmware.switches().voltages);
     QVERIFY(!firmware.switches().statusText);
-    QCOMPARE(firmware.take("V\rT\r."),
+    QCOMPARE(firmware.take("V\rT\r.", sensor),
              (Answers{"[V] voltage reports on!", "[T] status text on!", "[.] streaming stopped!"}));
     QVERIFY(!firmware.switches().streaming);
     QVERIFY(firmware.switches().voltages);
     QVERIFY(firmware.switches().statusText);
-    QCOMPARE(firmware.take("VTB"),
+    QCOMPARE(firmware.take("VTB", sensor),
              (Answers{"[V] voltage reports off!", "[T] status text off!", "[B] streaming!"}));
     QVERIFY(firmware.switches().streaming);
     QVERIFY(!firmware.switches().voltages);
@@ -90,10 +90,10 @@ void tst_firmware::switches()
 void tst_firmware::frequencySteps()
 {
     Sensor sensor(1);
-    Firmware firmware(sensor);
+    Firmware firmware;
     // 2000 steps of 56.25 Hz are 112500 Hz; 2001 are 112556.25.
-    QCOMPARE(firmware.take(">"), Answers{"[>] frequency 112556 Hz!"});
-    QCOMPARE(firmware.take("<<"), (Answers{"[<] frequency 112500 Hz!", "[<] frequency 112443 Hz!"}));
+    QCOMPARE(firmware.take(">", sensor), Answers{"[>] frequency 112556 Hz!"});
+    QCOMPARE(firmware.take("<<", sensor), (Answers{"[<] frequency 112500 Hz!", "[<] frequency 112443 Hz!"}));
     sensor.stepFrequency(-100000);
     QCOMPARE(sensor.frequency(), 0);
     sensor.stepFrequency(100000);
@@ -103,11 +103,11 @@ void tst_firmware::frequencySteps()
 void tst_firmware::aLockedFrequencyStands()
 {
     Sensor sensor(1);
-    Firmware firmware(sensor);
-    firmware.take("U8");
+    Firmware firmware;
+    firmware.take("U8", sensor);
     for (int i = 0; i < 1000; ++i)
         QCOMPARE(sensor.measure(i).frequencyRaw, 2000);
-    firmware.take("U0");
+    firmware.take("U0", sensor);
     bool drifts = false;
     for (int i = 0; i < 1000; ++i)
         drifts = drifts || sensor.measure(i).frequencyRaw != 2000;
@@ -117,9 +117,9 @@ void tst_firmware::aLockedFrequencyStands()
 void tst_firmware::noAnswerIsTakenForASignalLine()
 {
     Sensor sensor(1);
-    Firmware firmware(sensor);
+    Firmware firmware;
     for (int length = 1; length < 100; ++length) {
-        const Answers answers = firmware.take(std::string(static_cast<std::size_t>(length), 'x'));
+        const Answers answers = firmware.take(std::string(static_cast<std::size_t>(length), 'x'), sensor);
         QCOMPARE(answers.size(), std::size_t{1});
         QVERIFY(answers.front().size() != 74);
         QCOMPARE(answers.front().find('!'), answers.front().size() - 1);
@@ -130,9 +130,10 @@ void tst_firmware::noAnswerIsTakenForASignalLine()
 void tst_firmware::noTwoAnswersInARowAreTheSame()
 {
     Sensor sensor(1);
-    Firmware firmware(sensor);
-    QCOMPARE(firmware.take("BBBU8B"), (Answers{"[B] streaming!", "[B] again: streaming!", "[B] streaming!",
-                                               "[U8] frequency locked!", "[B] streaming!"}));
+    Firmware firmware;
+    QCOMPARE(firmware.take("BBBU8B", sensor),
+             (Answers{"[B] streaming!", "[B] again: streaming!", "[B] streaming!", "[U8] frequency locked!",
+                      "[B] streaming!"}));
 }
 
 PADSCOPE_TESTS(tst_firmware);

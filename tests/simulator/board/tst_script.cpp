@@ -107,7 +107,7 @@ void tst_script::sameStepsFromTheSamePlan()
     const Scenario one = shipped(scenario.constData());
     const Scenario other = shipped(scenario.constData());
     for (std::size_t board = 0; board < one.boards.size(); ++board) {
-        Script first(one.boards[board].plan), second(other.boards[board].plan);
+        Script first(one.boards[board]), second(other.boards[board]);
         for (int i = 0; i < 3000; ++i) {
             if (i == 1000) {
                 first.command("VT>");
@@ -280,7 +280,7 @@ void tst_script::thePenFollowsItsPath()
 // kind has them other than zero.
 void tst_script::allKindsUseEveryField()
 {
-    Script script(shipped("all-kinds").boards.front().plan);
+    Script script(shipped("all-kinds").boards.front());
     std::map<std::string, std::set<std::string>> used;
     std::set<int> types;
     for (const Sent &one : sentIn(script, 30s)) {

@@ -1,5 +1,5 @@
+#include "encoding.h"
 #include "support/tests.h"
-#include "textlines.h"
 
 /// The board's texts, scanned as the bar graph scans them.
 class tst_textlines : public QObject

@@ -80,7 +80,7 @@ void tst_scenarioreader::everythingThatABoardMayHave()
          "unknowns": false, "adcMax": 1023, "kinds": {"phase": 3, "garbage": 100, "adc": 0},
          "pen": [{"seconds": 0.5, "x": 16000, "y": 12000, "touches": true}]}, {"id": 7, "pen": "away"}]})");
     QCOMPARE(scenario.boards.size(), std::size_t{2});
-    const BoardPlan &plan = scenario.boards[0].plan;
+    const BoardPlan &plan = scenario.boards[0];
     QCOMPARE(plan.id, std::numeric_limits<int>::min());
     QCOMPARE(plan.rate, 10000);
     QCOMPARE(plan.seed, 4294967295U);
@@ -95,7 +95,7 @@ void tst_scenarioreader::everythingThatABoardMayHave()
     QCOMPARE(plan.pen.points[0].x, 16000.0);
     QVERIFY(plan.pen.points[0].touches);
 
-    const BoardPlan &usual = scenario.boards[1].plan;
+    const BoardPlan &usual = scenario.boards[1];
     QCOMPARE(usual.rate, 100);
     QVERIFY(scenario.boards[1].plugged);
     QVERIFY(usual.lines);
@@ -109,10 +109,10 @@ void tst_scenarioreader::seedsOfBoards()
 {
     const Scenario scenario = scenarioIn(
         R"({"title": "t", "seed": 10, "boards": [{"id": 5}, {"id": 5}, {"id": 5, "seed": 3}, {"id": -1}]})");
-    QCOMPARE(scenario.boards[0].plan.seed, 15U);
-    QVERIFY(scenario.boards[1].plan.seed != 15U);
-    QCOMPARE(scenario.boards[2].plan.seed, 3U);
-    QCOMPARE(scenario.boards[3].plan.seed, 9U);
+    QCOMPARE(scenario.boards[0].seed, 15U);
+    QVERIFY(scenario.boards[1].seed != 15U);
+    QCOMPARE(scenario.boards[2].seed, 3U);
+    QCOMPARE(scenario.boards[3].seed, 9U);
 }
 
 void tst_scenarioreader::eventsOfTheTimeline()
@@ -125,7 +125,7 @@ void tst_scenarioreader::eventsOfTheTimeline()
         {"at": 4, "do": "rate", "board": 1, "rate": 7},
         {"at": 6, "do": "unplug", "board": 1},
         {"at": 5, "do": "plug", "board": 1}])"));
-    const auto &events = scenario.boards[0].plan.events;
+    const auto &events = scenario.boards[0].events;
     QCOMPARE(events.size(), std::size_t{5});
     QVERIFY(std::get<Pause>(events[0].what).duration == oneSecond / 4);
     QVERIFY(events[1].at == oneSecond);
@@ -144,8 +144,8 @@ void tst_scenarioreader::faultsOfBoards()
     const Scenario scenario = scenarioIn(R"({"title": "t", "boards": [{"id": 1}, {"id": 2}], "faults": [
         {"fault": "garbage"}, {"fault": "vanish", "board": 2, "at": 1},
         {"fault": "text-long", "at": 2, "reports": 3}]})");
-    const auto &first = scenario.boards[0].plan.events;
-    const auto &second = scenario.boards[1].plan.events;
+    const auto &first = scenario.boards[0].events;
+    const auto &second = scenario.boards[1].events;
     QCOMPARE(first.size(), std::size_t{2});
     QCOMPARE(std::get<Burst>(first[0].what).reports, 650);
     QVERIFY(std::get<Burst>(first[0].what).kind == Kind::Garbage);
@@ -164,7 +164,7 @@ void tst_scenarioreader::faultsOfTheLibrary()
     const auto &events = scenario.events;
     StandingFaults standing;
     for (std::size_t i = 0; i < 4; ++i)
-        events[i].change(standing, events[i].value);
+        events[i].change(standing);
     QVERIFY(standing.failingIndexes == std::set<int>{3});
     QCOMPARE(standing.countLie, -1);
     QCOMPARE(standing.commandDelayMs, 500);
@@ -199,7 +199,7 @@ void tst_scenarioreader::theDefaultIsOneBoard()
     const auto scenario = readScenario(SCENARIO_FOLDER "/default.json", complaint);
     QVERIFY2(scenario, complaint.c_str());
     QCOMPARE(scenario->boards.size(), std::size_t{1});
-    const BoardPlan &plan = scenario->boards[0].plan;
+    const BoardPlan &plan = scenario->boards[0];
     const BoardPlan usual{1001, 1001};
     QCOMPARE(plan.id, 1001);
     QCOMPARE(plan.seed, 1001U);
