@@ -1,8 +1,9 @@
 #include "encoding.h"
 #include "oddreports.h"
+#include "support/datalines.h"
 #include "support/tests.h"
 
-/// The bytes of each kind of report, written out by hand.
+/// The bytes of each kind of report, and the texts, written out by hand.
 class tst_encoding : public QObject
 {
     Q_OBJECT
@@ -13,6 +14,10 @@ private slots:
     void texts();
     void longTextsHaveTheLargestLengthByte();
     void unknownTypes();
+    void signalLineByHand();
+    void signalLineOfEveryMomentHas74Characters();
+    void plainLinesNeverHave74Characters();
+    void statusTextsNeverHaveTheLengthOfAVoltage();
 };
 
 namespace {
@@ -48,33 +53,8 @@ Measurement sample()
 void tst_encoding::kinds_data()
 {
     addColumns<int, QByteArray>("kind", "expected");
-    const auto row = [](const char *name, Kind kind, const char *hex) {
-        addRow(name, static_cast<int>(kind), QByteArray::fromHex(hex));
-    };
-    row("signal 1", Kind::Signal1,
-        "28 2f 01 00 00 00 00 00  71 11 01 02 00"
-        "02 01 fe ff 03 00  04 00 05 00 fa ff  04 03 f8 ff 09 00  0a 00 0b 00 f4 ff  d0 07 00");
-    // The raw outputs are four times the normalised ones: 1032, -8, 12.
-    row("signal 2", Kind::Signal2,
-        "28 2f 02 00 00 00 00 00 00 00 00 00 00"
-        "08 04 f8 ff 0c 00 00 42 00 02 01 fe ff 03 00 00 00 00 00 00 00 00 00 00 00 00 00");
-    row("signal 3", Kind::Signal3, "0e 2f 03 01 02 00 85 03 00 14 00 00 e7 03");
-    row("signal 4", Kind::Signal4, "0a 2f 04 02 01 fe ff 03 00 42");
-    row("signal 5", Kind::Signal5, "10 2f 05 02 01 fe ff 03 00 42 04 03 f8 ff 09 00");
-    row("signal 6", Kind::Signal6,
-        "19 2f 06 84 03 86 03 85 03 14 00 e7 03 01 00 71 11 01 00 01 02 01 02 00 00");
-    row("phase", Kind::Phase,
-        "28 68 01 02 ff fe 00 03  03 04 ff f8 00 09  00 04 00 05 ff fa  00 0a 00 0b ff f4"
-        "42 43 21 22  84 03 86 03  ff ff 02 00 01 02");
-    row("pen identity", Kind::PenIdentity, "09 a2 00 01 00 85 03 01 00");
-    row("two pens", Kind::DualPen,
-        "1a a3 01 00  34 12 00 00 29 09 00 00 81 00  00 00  02 00 01 00 03 00 00 00 02 00");
-    // 4660 is 660 (0294h) in the fifth period of 1000, 2345 is 345 (0159h) in the third.
-    row("position", Kind::Position,
-        "1f a4 00 85 03 64 00 34 12 00 00 29 09 00 00 94 02 59 01 04 00 02 00 ff 00 00 00 ff 00 00 00");
-    row("voltage", Kind::Adc,
-        "34 77 0c ff 03 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00"
-        "00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00");
+    for (const QStringList &line : dataLines(TEST_FOLDER "/reports.txt", 3, 3))
+        addRow(qPrintable(line[0]), line[1].toInt(), QByteArray::fromHex(line[2].toLatin1()));
 }
 
 void tst_encoding::kinds()
@@ -108,6 +88,51 @@ void tst_encoding::unknownTypes()
         QVERIFY(report.size() >= 6 && report.size() <= 20);
         QCOMPARE(static_cast<std::size_t>(report[0]), report.size());
         QVERIFY2(report[1] == 33 || report[1] == 65 || report[1] == 200, QByteArray::number(report[1]));
+    }
+}
+
+void tst_encoding::signalLineByHand()
+{
+    // 3000 is 0BB8h, 1500 is 05DCh and -1500 FA24h; 3500 is 0DACh and -3500 F254h; 2000 is 07D0h.
+    Measurement m;
+    m.xFine = {3000, 1500, -1500};
+    m.yFine = {0, 1, -1};
+    m.xCoarse = {3500, -3500, 255};
+    m.yCoarse = {16, 32, -32768};
+    m.proximity = 'N';
+    m.frequencyRaw = 2000;
+    const std::string line = signalLine(m);
+    QCOMPARE(line,
+             std::string("0bb8 05dc fa24 0000 0001 ffff *0dac f254 00ff 0010 0020 8000\r\nN F: 07d0  !"));
+}
+
+void tst_encoding::signalLineOfEveryMomentHas74Characters()
+{
+    Sensor sensor(1);
+    for (int tenths = 0; tenths < 1000; ++tenths) {
+        const std::string line = signalLine(sensor.measure(tenths / 10.0));
+        QCOMPARE(line.size(), std::size_t{74});
+        QCOMPARE(line.find('!'), std::size_t{73});
+    }
+}
+
+void tst_encoding::plainLinesNeverHave74Characters()
+{
+    QCOMPARE(plainLine("text"), std::string("text!"));
+    QCOMPARE(plainLine(std::string(72, 'x')), std::string(72, 'x') + "!");
+    QCOMPARE(plainLine(std::string(73, 'x')), std::string(73, 'x') + ".!");
+    QCOMPARE(plainLine(std::string(74, 'x')), std::string(74, 'x') + "!");
+}
+
+void tst_encoding::statusTextsNeverHaveTheLengthOfAVoltage()
+{
+    Measurement m;
+    m.quality = 900;
+    for (m.risesX = 1; m.risesX < 1000000000; m.risesX *= 10) {
+        for (m.risesY = 1; m.risesY < 1000000000; m.risesY *= 10) {
+            const std::size_t length = 2 + statusLine(m).size();
+            QVERIFY2(length != 52 && length != 58, qPrintable(QString::fromStdString(statusLine(m))));
+        }
     }
 }
 

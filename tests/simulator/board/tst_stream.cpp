@@ -13,7 +13,6 @@ class tst_stream : public QObject
     Q_OBJECT
 
 private slots:
-    void sameBytesFromTheSameSeed();
     void otherBytesFromAnotherSeed();
     void textsAtMostOnceASecond();
     void nothingThatTheBarGraphTakesForAVoltage();
@@ -22,7 +21,6 @@ private slots:
     void neighboursDiffer();
     void componentsStayWithinTheBars();
     void componentsFollowThePen();
-    void voltagesAfterTheirCommand();
     void voltagesStayOnTheMeter_data();
     void voltagesStayOnTheMeter();
     void answersKeepAwayFromOtherTexts();
@@ -41,16 +39,10 @@ using Name = std::pair<int, int>;
 
 Name nameOf(const Report &report)
 {
-    switch (report.at(1)) {
-    case 47:
-        return {47, report.at(2)};
-    case 33:
-    case 65:
-    case 200:
+    const int type = report.at(1);
+    if (type == 33 || type == 65 || type == 200)
         return {0, 0};
-    default:
-        return {report.at(1), 0};
-    }
+    return {type, type == 47 ? report.at(2) : 0};
 }
 
 bool isRateLimited(int type)
@@ -93,14 +85,27 @@ int littleEndian(const Report &report, std::size_t offset)
     return static_cast<std::int16_t>(report.at(offset) | report.at(offset + 1) << 8);
 }
 
-} // namespace
-
-void tst_stream::sameBytesFromTheSameSeed()
+struct Text
 {
-    Stream first({1001, 7}), second({1001, 7});
-    for (int i = 0; i < 5000; ++i)
-        QCOMPARE(first.next(period), second.next(period));
+    int ms;
+    std::string text;
+};
+
+/// The texts of so many milliseconds; those of the bar graph's line are called "line".
+std::vector<Text> textsIn(Stream &stream, int lengthMs)
+{
+    std::vector<Text> texts;
+    const auto start = stream.time();
+    while (stream.time() < start + std::chrono::milliseconds(lengthMs)) {
+        const Report report = stream.next(period);
+        const auto ms = static_cast<int>((stream.time() - start) / 1ms);
+        if (report.at(1) == 50)
+            texts.push_back({ms, report.size() == 76 ? "line" : textOf(report)});
+    }
+    return texts;
 }
+
+} // namespace
 
 void tst_stream::otherBytesFromAnotherSeed()
 {
@@ -217,25 +222,6 @@ void tst_stream::componentsFollowThePen()
     }
 }
 
-void tst_stream::voltagesAfterTheirCommand()
-{
-    Stream stream({1001, 7});
-    for (int i = 0; i < 1000; ++i)
-        QVERIFY(stream.next(period).at(1) != 119);
-    stream.command("V\r");
-    int voltages = 0;
-    for (int i = 0; i < 1000; ++i) {
-        const Report report = stream.next(period);
-        if (report.at(1) != 119)
-            continue;
-        QCOMPARE(report.size(), std::size_t{52});
-        QCOMPARE(static_cast<int>(report.at(0)), 52);
-        QCOMPARE(static_cast<int>(report.at(2)), 12);
-        ++voltages;
-    }
-    QCOMPARE(voltages, 40); // four a second
-}
-
 void tst_stream::voltagesStayOnTheMeter_data()
 {
     QTest::addColumn<int>("adcMax");
@@ -251,44 +237,23 @@ void tst_stream::voltagesStayOnTheMeter()
     if (adcMax != 500)
         plan.adcMax = adcMax;
     Stream stream(plan);
-    stream.command("V");
-    int lowest = 1024;
-    int highest = -1;
+    for (int i = 0; i < 1000; ++i)
+        QVERIFY(stream.next(period).at(1) != 119); // none before the command
+    stream.command("V\r");
+    std::vector<int> readings;
     for (int i = 0; i < 30000; ++i) {
         const Report report = stream.next(period);
         if (report.at(1) != 119)
             continue;
-        const int reading = report.at(3) + 256 * report.at(4);
-        lowest = std::min(lowest, reading);
-        highest = std::max(highest, reading);
+        QCOMPARE(report.size(), std::size_t{52});
+        QCOMPARE(static_cast<int>(report.at(0)), 52);
+        QCOMPARE(static_cast<int>(report.at(2)), 12);
+        readings.push_back(littleEndian(report, 3));
     }
-    QCOMPARE(lowest, 100);
-    QCOMPARE(highest, adcMax);
+    QCOMPARE(readings.size(), std::size_t{1200}); // four a second
+    QCOMPARE(*std::min_element(readings.begin(), readings.end()), 100);
+    QCOMPARE(*std::max_element(readings.begin(), readings.end()), adcMax);
 }
-
-namespace {
-
-struct Text
-{
-    int ms;
-    std::string text;
-};
-
-/// The texts of so many milliseconds; those of the bar graph's line are called "line".
-std::vector<Text> textsIn(Stream &stream, int lengthMs)
-{
-    std::vector<Text> texts;
-    const auto start = stream.time();
-    while (stream.time() < start + std::chrono::milliseconds(lengthMs)) {
-        const Report report = stream.next(period);
-        const auto ms = static_cast<int>((stream.time() - start) / 1ms);
-        if (report.at(1) == 50)
-            texts.push_back({ms, report.size() == 76 ? "line" : textOf(report)});
-    }
-    return texts;
-}
-
-} // namespace
 
 // The Monitor joins texts that come within 300 ms.
 void tst_stream::answersKeepAwayFromOtherTexts()
