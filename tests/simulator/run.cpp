@@ -190,6 +190,15 @@ QString different(Run &run, In in, Function valueOf)
     return QString::number(values.size());
 }
 
+/// Whether two recorders have got the same 150 reports first.
+QString same150(Run &run, In in)
+{
+    const auto one = run.recorder(in[0]).deliveries();
+    const auto other = run.recorder(in[1]).deliveries();
+    const auto areSame = [](const auto &a, const auto &b) { return a.bytes == b.bytes; };
+    return QString::number(std::equal(one.begin(), one.begin() + 150, other.begin(), areSame));
+}
+
 /// Whose thread brought these bytes; the board's is that of the first report.
 QString threadOf(Run &run, In in)
 {
@@ -285,6 +294,7 @@ const std::map<QString, Word> &words()
         {"board-threads", {[](Run &run, In in) {
              return different(run, in, [](const Delivery &one) { return one.thread; });
          }}},
+        {"same-150", {same150}},
         {"thread", {threadOf}},
         {"on-this-thread", {onThisThread}},
         // Milliseconds since "clock".

@@ -22,6 +22,8 @@ bool holds(const QString &result, const QString &comparison, const QString &expe
 void Steps::steps_data()
 {
     QTest::addColumn<QStringList>("steps");
+    const QByteArray file =
+        QByteArray(TEST_FOLDER "/") + QByteArray(metaObject()->className()).mid(4) + ".txt";
     for (const QStringList &line : dataLines(file, 2, 2))
         addRow(qPrintable(line[0]), line[1].split(" & "));
 }

@@ -5,12 +5,6 @@
 class tst_attachment : public Steps
 {
     Q_OBJECT
-
-public:
-    tst_attachment()
-        : Steps(TEST_FOLDER "/attachment.txt")
-    {
-    }
 };
 
 PADSCOPE_TESTS(tst_attachment);

@@ -9,12 +9,6 @@ class tst_callbacks : public Steps
 {
     Q_OBJECT
 
-public:
-    tst_callbacks()
-        : Steps(TEST_FOLDER "/callbacks.txt")
-    {
-    }
-
 private slots:
     void clearingWaitsForTheRunningCall();
     void detachingWaitsForTheRunningCall();

@@ -9,12 +9,6 @@ class tst_control : public Steps
 {
     Q_OBJECT
 
-public:
-    tst_control()
-        : Steps(TEST_FOLDER "/control.txt")
-    {
-    }
-
 private slots:
     void listsOnlySoManyBoards();
     void theLogNamesCallsAndArguments();

@@ -11,12 +11,6 @@ class tst_faults : public Steps
 {
     Q_OBJECT
 
-public:
-    tst_faults()
-        : Steps(TEST_FOLDER "/faults.txt")
-    {
-    }
-
 private slots:
     void aBoardVanishesFromUnderItsCallbacks();
     void theFloodComesFromEightThreads();
