@@ -134,9 +134,8 @@ std::string plainLine(const std::string &text)
 
 std::string statusLine(const Measurement &m)
 {
-    std::string line = "status: quality " + std::to_string(m.quality) + " rises " + std::to_string(m.risesX) +
-                       "/" + std::to_string(m.risesY);
-    while (isAdcLength(static_cast<std::int64_t>(textOffset + line.size())))
-        line += '.';
-    return line;
+    // Never one of the lengths by which the bar graph knows a voltage: 48 characters at most, 50 with the
+    // header.
+    return "status: quality " + std::to_string(m.quality) + " rises " + std::to_string(m.risesX) + "/" +
+           std::to_string(m.risesY);
 }

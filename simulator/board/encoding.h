@@ -27,6 +27,5 @@ std::string signalLine(const Measurement &measurement);
 /// \param text should hold no "!"
 std::string plainLine(const std::string &text);
 
-/// What a board tells of itself in its text reports of type 119. Such a report never has one of the lengths
-/// by which the bar graph knows a voltage.
+/// What a board tells of itself in its text reports of type 119.
 std::string statusLine(const Measurement &measurement);

@@ -58,18 +58,14 @@ QString hexOf(const Bytes &bytes)
     return QByteArray(reinterpret_cast<const char *>(bytes.data()), static_cast<int>(bytes.size())).toHex();
 }
 
+/// "send 1001 04c8" or, on a sort of thread, "send 1001 04c8 2".
 QString send(Run &run, In in)
 {
+    const int id = in[0].toInt();
     const Bytes bytes = bytesOf(in[1]);
     const auto length = static_cast<unsigned int>(bytes.size());
-    return QString::number(run.library->send(in[0].toInt(), length > 0 ? bytes.data() : nullptr, length));
-}
-
-QString sendOn(Run &run, In in)
-{
-    const Bytes bytes = bytesOf(in[2]);
-    const auto length = static_cast<unsigned int>(bytes.size());
-    return QString::number(run.library->sendOn(in[0].toInt(), in[1].toInt(), bytes.data(), length));
+    return QString::number(in.size() == 2 ? run.library->send(id, bytes.data(), length)
+                                          : run.library->sendOn(in[2].toInt(), id, bytes.data(), length));
 }
 
 QString list(const std::vector<int> &numbers)
@@ -91,19 +87,15 @@ QString ids(Run &run, In)
     return list(found);
 }
 
+/// Sent and delivered, of a board or in all.
 QString counts(Run &run, In in)
 {
     unsigned long long sent = 0;
     unsigned long long delivered = 0;
-    const int result = run.library->counts(in[0].toInt(), &sent, &delivered);
-    return result == 0 ? QString("%1 %2").arg(sent).arg(delivered) : QString::number(result);
-}
-
-QString totals(Run &run, In)
-{
-    unsigned long long sent = 0;
-    unsigned long long delivered = 0;
-    run.library->totals(&sent, &delivered);
+    if (in[0] == "all")
+        run.library->totals(&sent, &delivered);
+    else if (run.library->counts(in[0].toInt(), &sent, &delivered) != 0)
+        return "none";
     return QString("%1 %2").arg(sent).arg(delivered);
 }
 
@@ -258,9 +250,7 @@ const std::map<QString, Word> &words()
         {"rate", {[](Run &run, In in) { return call(run, in, run.library->setRate); }, false}},
         {"boards", {[](Run &run, In) { return list(run.library->boardIds()); }}},
         {"send", {send, false}},
-        {"send-on", {sendOn, false}},
         {"counts", {counts}},
-        {"totals", {totals}},
         {"delivered", {[](Run &run, In in) { return call(run, in, run.library->waitDelivered); }, false}},
         {"scenarios", {scenarios}},
         {"choose", {[](Run &run, In in) { return call(run, in, run.library->choose); }, false}},
