@@ -3,6 +3,8 @@
 #include "support/datalines.h"
 #include "support/tests.h"
 
+#include <set>
+
 /// The bytes of each kind of report, and the texts, written out by hand.
 class tst_encoding : public QObject
 {
@@ -14,6 +16,9 @@ private slots:
     void texts();
     void longTextsHaveTheLargestLengthByte();
     void unknownTypes();
+    void garbageOfEveryLength();
+    void allTypesInTurn();
+    void oddTexts();
     void signalLineByHand();
     void plainLinesNeverHave74Characters();
     void statusTextsAreShorterThanAVoltage();
@@ -88,6 +93,45 @@ void tst_encoding::unknownTypes()
         QCOMPARE(static_cast<std::size_t>(report[0]), report.size());
         QVERIFY2(report[1] == 33 || report[1] == 65 || report[1] == 200, QByteArray::number(report[1]));
     }
+}
+
+void tst_encoding::garbageOfEveryLength()
+{
+    OddReports odd(1);
+    std::set<int> values;
+    for (std::size_t i = 0; i < 130; ++i) {
+        const Report report = odd.next(Kind::Garbage);
+        QCOMPARE(report.size(), i % 65);
+        values.insert(report.begin(), report.end());
+    }
+    QVERIFY(values.size() > 250);
+}
+
+void tst_encoding::allTypesInTurn()
+{
+    OddReports odd(1);
+    for (int type = 0; type < 300; ++type)
+        QCOMPARE(static_cast<int>(odd.next(Kind::AllTypes).at(1)), type % 256);
+}
+
+void tst_encoding::oddTexts()
+{
+    OddReports odd(1);
+    const auto next = [&odd](Kind kind) {
+        const Report report = odd.next(kind);
+        return report.at(1) == 50 ? std::string(report.begin() + 2, report.end()) : "";
+    };
+    for (int i = 0; i < 100; ++i) {
+        const std::string endless = next(Kind::EndlessText);
+        QVERIFY(!endless.empty());
+        QCOMPARE(endless.find_first_of("!\n"), std::string::npos);
+    }
+    const std::string line = next(Kind::LongText);
+    QCOMPARE(line.size(), std::size_t{10000});
+    QCOMPARE(line.find('\n'), std::size_t{9999});
+    QVERIFY(next(Kind::MarkupText).find("<b>bold</b>") == 0);
+    const std::string all = next(Kind::EveryByteText);
+    QCOMPARE(std::set<char>(all.begin(), all.end()).size(), std::size_t{256});
 }
 
 void tst_encoding::signalLineByHand()

@@ -22,9 +22,6 @@ private slots:
     void rawBytesAsTheyStand();
     void aBoardVanishesInMidReport();
     void eventsFromOutside();
-    void garbageOfEveryLength();
-    void allTypesInTurn();
-    void oddTexts();
     void aStoppedBoardOnlyAnswers();
     void thePenFollowsItsPath();
     void allKindsUseEveryField();
@@ -70,16 +67,6 @@ BoardPlan planWith(const std::vector<BoardEvent> &events)
 {
     BoardPlan plan{1001, 7};
     plan.events = events;
-    return plan;
-}
-
-BoardPlan planOf(Kind kind)
-{
-    BoardPlan plan{1001, 7};
-    plan.weights = {};
-    plan.weights[static_cast<std::size_t>(kind)] = 1;
-    plan.lines = false;
-    plan.unknowns = false;
     return plan;
 }
 
@@ -188,49 +175,6 @@ void tst_script::eventsFromOutside()
     const auto sent = sentIn(script, 3s);
     QVERIFY(countBetween(sent, 0, 1) >= 10);
     QCOMPARE(countBetween(sent, 1010, 2000), std::size_t{0});
-}
-
-void tst_script::garbageOfEveryLength()
-{
-    Script script(planOf(Kind::Garbage));
-    std::map<std::size_t, int> lengths;
-    std::set<int> values;
-    for (int i = 0; i < 130; ++i) {
-        const Report report = *script.next().report;
-        ++lengths[report.size()];
-        values.insert(report.begin(), report.end());
-    }
-    QCOMPARE(lengths.size(), std::size_t{65});
-    QCOMPARE(lengths.begin()->first, std::size_t{0});
-    QCOMPARE(lengths.rbegin()->first, std::size_t{64});
-    for (const auto &[length, count] : lengths)
-        QCOMPARE(count, 2);
-    QVERIFY(values.size() > 250);
-}
-
-void tst_script::allTypesInTurn()
-{
-    Script script(planOf(Kind::AllTypes));
-    for (int type = 0; type < 300; ++type)
-        QCOMPARE(static_cast<int>(script.next().report->at(1)), type % 256);
-}
-
-void tst_script::oddTexts()
-{
-    Script endless(planOf(Kind::EndlessText)), large(planOf(Kind::LongText)),
-        markup(planOf(Kind::MarkupText)), everyByte(planOf(Kind::EveryByteText));
-    for (int i = 0; i < 100; ++i) {
-        const Report report = *endless.next().report;
-        QCOMPARE(static_cast<int>(report.at(1)), 50);
-        QVERIFY(report.size() > 2);
-        QCOMPARE(textOf(report).find_first_of("!\n"), std::string::npos);
-    }
-    const std::string line = textOf(*large.next().report);
-    QCOMPARE(line.size(), std::size_t{10000});
-    QCOMPARE(line.find('\n'), std::size_t{9999});
-    QVERIFY(textOf(*markup.next().report).find("<b>bold</b>") == 0);
-    const std::string all = textOf(*everyByte.next().report);
-    QCOMPARE(std::set<char>(all.begin(), all.end()).size(), std::size_t{256});
 }
 
 void tst_script::aStoppedBoardOnlyAnswers()
