@@ -15,7 +15,7 @@ void printRow(const Fault &fault)
                 fault.text, fault.isOn ? "until triggered again" : "once");
     const Amount &amount = fault.amount;
     if (amount.key)
-        std::printf(" `%s`: %g, from %g to %g", amount.key, amount.usual, amount.least, amount.most);
+        std::printf(" `%s`: %g, from %g to %g", amount.key, amount.usual, amount.min, amount.max);
     std::printf(" |\n");
 }
 
@@ -34,7 +34,7 @@ void printAmount(const Amount &amount)
     std::printf("              \"description\": \"%g unless said otherwise.\",\n", amount.usual);
     std::printf("              \"type\": \"%s\",\n", amount.whole ? "integer" : "number");
     std::printf("              \"minimum\": %g,\n              \"maximum\": %.0f\n            }",
-                amount.least, amount.most);
+                amount.min, amount.max);
 }
 
 void printSchemaOf(const Fault &fault)

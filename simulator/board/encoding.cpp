@@ -1,9 +1,10 @@
 #include "encoding.h"
 
+#include "signalline.h"
+
 #include <algorithm>
 #include <cmath>
 #include <iterator>
-#include <type_traits>
 
 using namespace reports;
 
@@ -11,14 +12,9 @@ namespace {
 
 using Values = std::vector<std::int64_t>;
 
-/// A number; a coordinate is rounded.
-template <typename Number>
-void append(Values &values, Number number)
+void append(Values &values, double number)
 {
-    if constexpr (std::is_floating_point_v<Number>)
-        values.push_back(std::llround(number));
-    else
-        values.push_back(number);
+    values.push_back(std::llround(number));
 }
 
 void append(Values &values, const Phases &phases)
@@ -48,8 +44,8 @@ Phases rawOf(const Phases &phases)
 
 Values positionValues(const Measurement &m)
 {
-    const std::int64_t x = std::llround(m.pen.x);
-    const std::int64_t y = std::llround(m.pen.y);
+    const auto x = static_cast<int>(std::lround(m.pen.x));
+    const auto y = static_cast<int>(std::lround(m.pen.y));
     const auto proximity = static_cast<int>(100 * m.pen.strength);
     const auto drive = static_cast<int>(255 * m.pen.strength);
     return list(m.quality, proximity, x, y, x % finePitch, y % finePitch, x / finePitch, y / finePitch, drive,
@@ -131,4 +127,32 @@ Report textReport(Type type, std::string_view text)
     write(reportType, type, report.data());
     std::copy(text.begin(), text.end(), report.begin() + textOffset);
     return report;
+}
+
+std::string signalLine(const Measurement &m)
+{
+    const auto word = [](int value) { return static_cast<std::int16_t>(value); };
+    SignalLine line;
+    std::int16_t *component = line.components;
+    for (const Phases *phases : {&m.xFine, &m.yFine, &m.xCoarse, &m.yCoarse}) {
+        for (const int value : {phases->c0, phases->c60, phases->c120})
+            *component++ = word(value);
+    }
+    line.proximity = m.proximity;
+    line.frequencyRaw = word(m.frequencyRaw);
+    return writeSignalLine(line);
+}
+
+std::string plainLine(const std::string &text)
+{
+    const bool taken = text.size() + 1 == signalLineLength;
+    return text + (taken ? ".!" : "!");
+}
+
+std::string statusLine(const Measurement &m)
+{
+    // Never one of the lengths by which the bar graph knows a voltage: 48 characters at most, 50 with the
+    // header.
+    return "status: quality " + std::to_string(m.quality) + " rises " + std::to_string(m.risesX) + "/" +
+           std::to_string(m.risesY);
 }

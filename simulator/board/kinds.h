@@ -2,7 +2,9 @@
 
 #include "layouts.h"
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 #include <optional>
 #include <string_view>
 
@@ -51,4 +53,9 @@ using Weights = std::array<int, kindCount>;
 inline constexpr int maxWeight = 100;
 extern const Weights usualWeights;
 
-std::optional<Kind> kindNamed(std::string_view name);
+inline std::optional<Kind> kindNamed(std::string_view name)
+{
+    const auto match = std::find(std::begin(kindNames), std::end(kindNames), name);
+    return match == std::end(kindNames) ? std::nullopt
+                                        : std::optional(static_cast<Kind>(match - std::begin(kindNames)));
+}

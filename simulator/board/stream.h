@@ -31,7 +31,7 @@ public:
     void command(std::string_view bytes);
     bool answering() const { return !answers.empty(); }
     bool answerDue() const { return answering() && clock >= nextAnswer; }
-    /// How long it is to the next answer, when there is one.
+    /// When there is one.
     std::chrono::nanoseconds untilAnswer() const { return std::max(nextAnswer - clock, Time::zero()); }
 
     void skip(std::chrono::nanoseconds time) { clock += time; }
@@ -45,7 +45,6 @@ private:
     void holdTexts(Time until);
     void dropTexts();
     bool due(Time &at, Time again);
-    Report answer();
     Report scheduled();
     void shuffleDeck();
     Kind nextKind();

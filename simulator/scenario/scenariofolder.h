@@ -3,16 +3,12 @@
 #include <string>
 #include <vector>
 
-/// The scenarios that are shipped with the library: the folder `scenarios` beside it, or beside the folder
-/// that it is in.
-namespace scenariofolder {
+// The scenarios that are shipped with the library: the folder `scenarios` beside it, or beside the folder
+// that it is in.
 
 /// Names without ".json", in order; none when there is no such folder.
-std::vector<std::string> names();
+std::vector<std::string> scenarioNames();
 
-/// The file of a scenario.
+/// The file of a scenario; empty when none of this name is shipped.
 /// \param nameOrPath a path holds a '/' or ends in ".json"; anything else is a name
-/// \return empty when none of this name is shipped
-std::string fileOf(const std::string &nameOrPath);
-
-} // namespace scenariofolder
+std::string scenarioFile(const std::string &nameOrPath);

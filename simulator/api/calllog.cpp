@@ -1,16 +1,13 @@
-#include "journal.h"
+#include "calllog.h"
 
-#include "ctext.h"
+#include "boundary.h"
 
 #include <algorithm>
-#include <cstring>
-#include <iterator>
 #include <unistd.h>
 
 namespace {
 
 constexpr std::size_t maxCalls = 4096;
-constexpr std::size_t maxShown = 100; // no more characters fit into the text of a call
 
 std::string escaped(char character)
 {
@@ -27,43 +24,43 @@ std::string escaped(char character)
 
 } // namespace
 
-Journal &Journal::instance()
+CallLog &CallLog::instance()
 {
-    static Journal journal;
-    return journal;
+    static CallLog log;
+    return log;
 }
 
-std::string Journal::text(const char *characters)
+std::string CallLog::text(const char *characters)
 {
     if (!characters)
         return "null";
     std::string shown = "\"";
-    for (const char *end = characters + strnlen(characters, maxShown); characters != end; ++characters)
+    for (; *characters; ++characters)
         shown += escaped(*characters);
     return shown + '"';
 }
 
-void Journal::keep(const std::string &text)
+void CallLog::add(const std::string &text)
 {
     const auto since = std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - start);
     const std::lock_guard lock(mutex);
-    OrvexsimCall call{};
-    call.number = nextNumber++;
-    call.microseconds = static_cast<unsigned long long>(since.count());
-    call.thread = static_cast<unsigned long long>(gettid());
+    OrvexsimCall call{nextNumber++,
+                      static_cast<unsigned long long>(since.count()),
+                      static_cast<unsigned long long>(gettid()),
+                      {}};
     copyText(text, call.text, sizeof call.text);
     if (calls.size() == maxCalls)
         calls.pop_front();
     calls.push_back(call);
 }
 
-unsigned long long Journal::length() const
+unsigned long long CallLog::length() const
 {
     const std::lock_guard lock(mutex);
     return nextNumber;
 }
 
-int Journal::read(unsigned long long from, OrvexsimCall *written, int capacity) const
+int CallLog::read(unsigned long long from, OrvexsimCall *written, int capacity) const
 {
     const std::lock_guard lock(mutex);
     const auto first = std::find_if(calls.begin(), calls.end(),
