@@ -32,10 +32,10 @@ void checkLimits(const Scenario &scenario)
     fuzz::require(scenario.boards.size() <= 32, "no more boards than there may be");
     fuzz::require(areInOrder(scenario.events), "the library's events are in order");
     int total = 0;
-    for (const Scenario::Place &place : scenario.boards) {
-        total += place.plan.rate;
-        fuzz::require(place.plan.rate >= 1 && place.plan.rate <= 10000, "a board's rate is within its range");
-        fuzz::require(areInOrder(place.plan.events), "a board's events are in order");
+    for (const BoardPlan &plan : scenario.boards) {
+        total += plan.rate;
+        fuzz::require(plan.rate >= 1 && plan.rate <= 10000, "a board's rate is within its range");
+        fuzz::require(areInOrder(plan.events), "a board's events are in order");
     }
     fuzz::require(total <= 20000, "the rates together are within their range");
 }
@@ -69,6 +69,6 @@ void fuzz::run(const QByteArray &bytes)
         return checkError(error, path.toStdString());
     require(error.empty(), "there is no error in what is read");
     checkLimits(*scenario);
-    for (const Scenario::Place &place : scenario->boards)
-        require(played(place.plan) == played(place.plan), "a plan gives the same reports again");
+    for (const BoardPlan &plan : scenario->boards)
+        require(played(plan) == played(plan), "a plan gives the same reports again");
 }

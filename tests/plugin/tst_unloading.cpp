@@ -21,15 +21,10 @@ private slots:
     void whileAnAttachIsDeferred();
 
 private:
+    const QString icon{":/images/resources/qorvexgraph.png"};
     std::unique_ptr<QPluginLoader> loader;
     TendroPluginInterface *plugin = nullptr;
 };
-
-namespace {
-
-const QString icon(":/images/resources/qorvexgraph.png");
-
-} // namespace
 
 void UnloadingTests::init()
 {

@@ -168,7 +168,7 @@ void ScenariosTest::open()
 {
     threadsBefore_ = threadCount();
     scan_ = scanPlugins({QStringLiteral(PADSCOPE_PLUGIN_FOLDER)});
-    QCOMPARE(scan_.refusals, QStringList());
+    QCOMPARE(scan_.errors, QStringList());
     QCOMPARE(scan_.plugins.size(), std::size_t(1));
     window_ = std::make_unique<HostWindow>(scan_.plugins);
     tool_ = window_->openTool(scan_.plugins[0]);
