@@ -33,8 +33,8 @@ void printAmount(const Amount &amount)
     std::printf(",\n            \"%s\": {\n", amount.key);
     std::printf("              \"description\": \"%g unless said otherwise.\",\n", amount.usual);
     std::printf("              \"type\": \"%s\",\n", amount.whole ? "integer" : "number");
-    std::printf("              \"minimum\": %g,\n              \"maximum\": %.0f\n            }",
-                amount.min, amount.max);
+    std::printf("              \"minimum\": %g,\n              \"maximum\": %.0f\n            }", amount.min,
+                amount.max);
 }
 
 void printSchemaOf(const Fault &fault)

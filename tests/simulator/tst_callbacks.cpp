@@ -12,6 +12,7 @@ class tst_callbacks : public Steps
 private slots:
     void theRunningCallIsWaitedFor_data();
     void theRunningCallIsWaitedFor();
+    void aDetachWithinACallbackWaitsForNoOther();
     void manyThreadsAtOnce();
 };
 
@@ -69,6 +70,26 @@ void tst_callbacks::theRunningCallIsWaitedFor()
     first.join();
     second.join();
     QCOMPARE(early.load(), 0);
+}
+
+void tst_callbacks::aDetachWithinACallbackWaitsForNoOther()
+{
+    Gate gate;
+    Recorder detacher;
+    SimulatedLibrary library;
+    std::atomic<bool> detached{false};
+    detacher.action = [&](int) {
+        library.orvexDetach();
+        detached = true;
+    };
+    library.orvexAttach();
+    library.orvexSetCallback(1001, Gate::data, &gate);
+    QTRY_VERIFY(gate.entered);
+    library.orvexSetPnpCallback(Recorder::pnp, &detacher);
+    library.plug(2);
+    const bool waited = !QTest::qWaitFor([&] { return detached.load(); });
+    gate.open = true; // or the threads could not end
+    QVERIFY(!waited);
 }
 
 void tst_callbacks::manyThreadsAtOnce()

@@ -129,6 +129,11 @@ const std::map<QString, std::function<QString(const Scenario &)>> parts{
     {"seeds",
      [](const Scenario &all) { return ofEachBoard(all, " ", [](auto &plan) { return number(plan.seed); }); }},
     {"events", [](const Scenario &all) { return ofEachBoard(all, "; ", eventsOf); }},
+    {"event counts",
+     [](const Scenario &all) {
+         return ofEachBoard(all, " ",
+                            [](auto &plan) { return number(static_cast<double>(plan.events.size())); });
+     }},
     {"faults", faultsOf},
     {"library", libraryOf},
 };
