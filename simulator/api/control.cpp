@@ -2,7 +2,6 @@
 #include "calllog.h"
 #include "library.h"
 #include "orvexsim.h"
-#include "scenariofolder.h"
 #include "scenarioreader.h"
 
 namespace {

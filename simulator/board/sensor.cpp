@@ -1,6 +1,5 @@
 #include "sensor.h"
 
-#include <algorithm>
 #include <cmath>
 
 constexpr int noise = 20;

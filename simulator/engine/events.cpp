@@ -1,6 +1,5 @@
 #include "library.h"
 #include "listed.h"
-#include "scenariofolder.h"
 #include "scenarioreader.h"
 
 #include <algorithm>

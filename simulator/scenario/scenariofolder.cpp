@@ -1,9 +1,8 @@
-#include "scenariofolder.h"
+#include "scenarioreader.h"
 
 #include <algorithm>
 #include <dlfcn.h>
 #include <filesystem>
-#include <system_error>
 
 namespace fs = std::filesystem;
 
