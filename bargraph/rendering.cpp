@@ -1,8 +1,7 @@
-#include "bargraph.h"
-
 #include <QFrame>
 #include <QPainter>
 
+#include "bargraph.h"
 #include "integermath.h"
 #include "layouts.h"
 

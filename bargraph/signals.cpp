@@ -1,13 +1,11 @@
-#include "bargraph.h"
-
 #include <algorithm>
 #include <iterator>
-
 #include <QLabel>
 #include <QSpinBox>
 #include <QTime>
 #include <QTimer>
 
+#include "bargraph.h"
 #include "datapacket.h"
 #include "layouts.h"
 #include "signalline.h"

@@ -1,8 +1,6 @@
 #include <benchmark/benchmark.h>
-
 #include <deque>
 #include <limits>
-
 #include <QCoreApplication>
 #include <QMutex>
 #include <QThread>

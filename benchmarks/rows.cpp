@@ -1,7 +1,4 @@
 #include <benchmark/benchmark.h>
-
-#include <vector>
-
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
@@ -10,6 +7,7 @@
 #include <QScrollBar>
 #include <QStandardItemModel>
 #include <QTreeView>
+#include <vector>
 
 #include "tool.h"
 

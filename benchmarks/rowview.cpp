@@ -1,5 +1,4 @@
 #include <benchmark/benchmark.h>
-
 #include <QHeaderView>
 #include <QPlainTextEdit>
 #include <QScrollBar>

@@ -1,10 +1,5 @@
 #include "hostwindow.h"
 
-#include "captions.h"
-#include "printerror.h"
-#include "tendroplugininterface.h"
-#include "thrown.h"
-
 #include <algorithm>
 #include <QAction>
 #include <QCloseEvent>
@@ -17,6 +12,11 @@
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QToolBar>
+
+#include "captions.h"
+#include "printerror.h"
+#include "tendroplugininterface.h"
+#include "thrown.h"
 
 namespace {
 

@@ -1,3 +1,11 @@
+#include <cstdio>
+#include <memory>
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QRegularExpression>
+#include <QSettings>
+#include <QStatusBar>
+
 #include "boardmenu.h"
 #include "driverlibrary.h"
 #include "hostwindow.h"
@@ -10,14 +18,6 @@
 #include "simulation.h"
 #include "translation.h"
 #include "windowmemory.h"
-
-#include <cstdio>
-#include <memory>
-#include <QApplication>
-#include <QCommandLineParser>
-#include <QRegularExpression>
-#include <QSettings>
-#include <QStatusBar>
 
 namespace {
 

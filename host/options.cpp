@@ -1,8 +1,8 @@
 #include "options.h"
 
-#include "paths.h"
-
 #include <QCommandLineParser>
+
+#include "paths.h"
 
 namespace {
 

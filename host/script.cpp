@@ -1,15 +1,15 @@
 #include "script.h"
 
+#include <algorithm>
+#include <cstdio>
+#include <QTabWidget>
+#include <QTimer>
+
 #include "hostwindow.h"
 #include "options.h"
 #include "printerror.h"
 #include "snapshots.h"
 #include "toolparts.h"
-
-#include <algorithm>
-#include <cstdio>
-#include <QTabWidget>
-#include <QTimer>
 
 namespace {
 

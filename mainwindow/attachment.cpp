@@ -1,13 +1,11 @@
-#include "qorvexgraph.h"
-
 #include <memory>
-
 #include <QLabel>
 #include <QScopedValueRollback>
 #include <QScopeGuard>
 
 #include "livewindows.h"
 #include "orvexwrapper.h"
+#include "qorvexgraph.h"
 
 namespace {
 

@@ -1,7 +1,4 @@
-#include "qorvexgraph.h"
-
 #include <memory>
-
 #include <QMutexLocker>
 #include <QScopedValueRollback>
 #include <QTabWidget>
@@ -9,6 +6,7 @@
 #include "datapacket.h"
 #include "decoding.h"
 #include "livewindows.h"
+#include "qorvexgraph.h"
 #include "qorvexwidget.h"
 #include "ratelimiter.h"
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <deque>
-
 #include <QBasicTimer>
 #include <QList>
 #include <QMutex>

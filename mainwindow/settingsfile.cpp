@@ -1,7 +1,6 @@
 #include "settingsfile.h"
 
 #include <new>
-
 #include <QFile>
 #include <QSettings>
 

@@ -1,7 +1,7 @@
-#include "monitor.h"
+#include "decoding.h"
 
 #include "datapacket.h"
-#include "decoding.h"
+#include "monitor.h"
 
 namespace {
 

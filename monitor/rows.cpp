@@ -1,5 +1,3 @@
-#include "monitor.h"
-
 #include <QLabel>
 #include <QStandardItemModel>
 #include <QTreeView>
@@ -8,6 +6,7 @@
 #include "daylog.h"
 #include "decoding.h"
 #include "framepacer.h"
+#include "monitor.h"
 #include "rowdelegate.h"
 #include "steadylayout.h"
 

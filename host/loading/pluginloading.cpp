@@ -1,15 +1,15 @@
 #include "pluginloading.h"
 
-#include "paths.h"
-#include "tendroplugininterface.h"
-#include "thrown.h"
-
 #include <algorithm>
 #include <QCoreApplication>
 #include <QDir>
 #include <QJsonObject>
 #include <QLibrary>
 #include <QPluginLoader>
+
+#include "paths.h"
+#include "tendroplugininterface.h"
+#include "thrown.h"
 
 namespace {
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "category.h"
-
 #include <memory>
 #include <QStringList>
 #include <vector>
+
+#include "category.h"
 
 class QPluginLoader;
 class TendroPluginInterface;

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "orvexsim.h"
-
 #include <optional>
 #include <QString>
 #include <QStringList>
 #include <vector>
+
+#include "orvexsim.h"
 
 /// Controls the stand-in driver library through functions that are looked up by name: the host does not link
 /// it, and works without it.

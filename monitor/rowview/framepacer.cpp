@@ -1,10 +1,9 @@
 #include "framepacer.h"
 
-#include <utility>
-
 #include <QHeaderView>
 #include <QScrollBar>
 #include <QTreeView>
+#include <utility>
 
 namespace {
 

@@ -1,9 +1,9 @@
 #include "calllog.h"
 
-#include "boundary.h"
-
 #include <algorithm>
 #include <unistd.h>
+
+#include "boundary.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "orvexsim.h"
-
 #include <chrono>
 #include <deque>
 #include <mutex>
 #include <string>
+
+#include "orvexsim.h"
 
 /// The last 4096 calls of entry points. Any thread.
 class CallLog

@@ -1,13 +1,13 @@
 #include "entrypoints.h"
 
+#include <algorithm>
+#include <chrono>
+#include <thread>
+
 #include "boundary.h"
 #include "calllog.h"
 #include "encoding.h"
 #include "library.h"
-
-#include <algorithm>
-#include <chrono>
-#include <thread>
 
 namespace {
 

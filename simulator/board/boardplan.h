@@ -1,10 +1,5 @@
 #pragma once
 
-#include "encoding.h"
-#include "kinds.h"
-#include "pen.h"
-#include "sensor.h"
-
 #include <atomic>
 #include <chrono>
 #include <cstdint>
@@ -12,6 +7,11 @@
 #include <optional>
 #include <variant>
 #include <vector>
+
+#include "encoding.h"
+#include "kinds.h"
+#include "pen.h"
+#include "sensor.h"
 
 inline constexpr int maxRate = 10000;
 inline constexpr int maxTotalRate = 20000;

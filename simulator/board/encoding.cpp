@@ -1,10 +1,10 @@
 #include "encoding.h"
 
-#include "signalline.h"
-
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+
+#include "signalline.h"
 
 using namespace reports;
 

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "kinds.h"
-#include "layouts.h"
-#include "sensor.h"
-
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "kinds.h"
+#include "layouts.h"
+#include "sensor.h"
 
 using Report = std::vector<unsigned char>;
 

@@ -1,10 +1,10 @@
 #include "firmware.h"
 
-#include "encoding.h"
-#include "layouts.h"
-
 #include <algorithm>
 #include <iterator>
+
+#include "encoding.h"
+#include "layouts.h"
 
 namespace {
 

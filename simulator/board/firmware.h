@@ -1,10 +1,10 @@
 #pragma once
 
-#include "sensor.h"
-
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "sensor.h"
 
 /// What the commands have switched; README.md lists them.
 struct Switches

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "layouts.h"
-
 #include <algorithm>
 #include <array>
 #include <iterator>
 #include <optional>
 #include <string_view>
+
+#include "layouts.h"
 
 /// The kinds of report that a board streams.
 enum class Kind

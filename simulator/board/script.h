@@ -1,12 +1,12 @@
 #pragma once
 
-#include "stream.h"
-
 #include <chrono>
 #include <deque>
 #include <optional>
 #include <string_view>
 #include <vector>
+
+#include "stream.h"
 
 /// A board's stream together with the events of its plan and those from outside, in the board's own time.
 /// Knows nothing of threads or real time.

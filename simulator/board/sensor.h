@@ -1,11 +1,11 @@
 #pragma once
 
-#include "pen.h"
-#include "random.h"
-
 #include <algorithm>
 #include <cstdint>
 #include <utility>
+
+#include "pen.h"
+#include "random.h"
 
 /// The three phase components of one signal, at 0, 60 and 120 degrees.
 struct Phases

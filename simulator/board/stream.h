@@ -1,17 +1,17 @@
 #pragma once
 
-#include "boardplan.h"
-#include "encoding.h"
-#include "firmware.h"
-#include "oddreports.h"
-#include "sensor.h"
-
 #include <algorithm>
 #include <chrono>
 #include <deque>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "boardplan.h"
+#include "encoding.h"
+#include "firmware.h"
+#include "oddreports.h"
+#include "sensor.h"
 
 /// What one board sends, report by report: the same bytes in the same order in every run from the same plan,
 /// for the same commands at the same places. It has a clock of its own, which each report moves on by one

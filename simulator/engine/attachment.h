@@ -1,12 +1,12 @@
 #pragma once
 
-#include "callbackthread.h"
-#include "scenario.h"
-
 #include <chrono>
 #include <functional>
 #include <map>
 #include <vector>
+
+#include "callbackthread.h"
+#include "scenario.h"
 
 /// From an attach to its detach: the hot-plug callbacks, and a thread that calls them and lets the library's
 /// events happen at their times.

@@ -1,14 +1,14 @@
 #pragma once
 
-#include "callbackthread.h"
-#include "script.h"
-#include "tally.h"
-
 #include <chrono>
 #include <deque>
 #include <functional>
 #include <string>
 #include <variant>
+
+#include "callbackthread.h"
+#include "script.h"
+#include "tally.h"
 
 /// One attached board with its thread. All functions may be called on any thread.
 ///

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "listeners.h"
-
 #include <condition_variable>
 #include <memory>
 #include <mutex>
 #include <thread>
 #include <vector>
+
+#include "listeners.h"
 
 /// A thread that does one step after another, and the callbacks that it calls. All functions may be called on
 /// any thread.

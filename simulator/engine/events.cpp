@@ -1,11 +1,11 @@
-#include "library.h"
-#include "listed.h"
-#include "scenarioreader.h"
-
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <utility>
+
+#include "library.h"
+#include "listed.h"
+#include "scenarioreader.h"
 
 // Scenarios, faults, and what happens to the library.
 

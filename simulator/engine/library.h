@@ -1,15 +1,15 @@
 #pragma once
 
-#include "attachment.h"
-#include "faults.h"
-#include "pluggedboards.h"
-#include "tally.h"
-
 #include <condition_variable>
 #include <memory>
 #include <mutex>
 #include <string>
 #include <vector>
+
+#include "attachment.h"
+#include "faults.h"
+#include "pluggedboards.h"
+#include "tally.h"
 
 /// The library's one state: the scenario, the boards that are plugged in and, while somebody is attached,
 /// what runs. All functions may be called on any thread.

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "board.h"
-#include "scenario.h"
-
 #include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
+
+#include "board.h"
+#include "scenario.h"
 
 /// Which boards are plugged in, in the order in which they are enumerated. One thread at a time.
 class PluggedBoards

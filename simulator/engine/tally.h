@@ -44,7 +44,8 @@ public:
     bool waitDelivered(std::uint64_t count, unsigned int timeoutMs)
     {
         std::unique_lock lock(mutex);
-        return grown.wait_for(lock, std::chrono::milliseconds(timeoutMs), [&] { return all.delivered >= count; });
+        return grown.wait_for(lock, std::chrono::milliseconds(timeoutMs),
+                              [&] { return all.delivered >= count; });
     }
 
 private:

@@ -1,9 +1,9 @@
 #include "faults.h"
 
-#include "listed.h"
-
 #include <algorithm>
 #include <cmath>
+
+#include "listed.h"
 
 using namespace std::chrono_literals;
 using std::chrono::nanoseconds;

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "scenario.h"
-
 #include <chrono>
 #include <string_view>
 #include <vector>
+
+#include "scenario.h"
 
 /// What a fault does to each board that it concerns, or to the library.
 struct FaultEvents

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "boardplan.h"
-
 #include <chrono>
 #include <functional>
 #include <set>
 #include <string>
 #include <vector>
+
+#include "boardplan.h"
 
 /// What is wrong with the library since a fault has happened.
 struct StandingFaults

@@ -1,8 +1,8 @@
-#include "scenarioreader.h"
-
 #include <algorithm>
 #include <dlfcn.h>
 #include <filesystem>
+
+#include "scenarioreader.h"
 
 namespace fs = std::filesystem;
 

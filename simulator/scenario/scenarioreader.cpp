@@ -1,12 +1,12 @@
 #include "scenarioreader.h"
 
-#include "eventreader.h"
-
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+
+#include "eventreader.h"
 
 namespace {
 

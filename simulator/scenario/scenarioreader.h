@@ -1,10 +1,10 @@
 #pragma once
 
-#include "scenario.h"
-
 #include <optional>
 #include <string>
 #include <vector>
+
+#include "scenario.h"
 
 /// Reads a scenario file, all of it or nothing; scenarios/schema.json tells what may stand in one. Throws
 /// nothing but std::bad_alloc.

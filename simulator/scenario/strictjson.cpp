@@ -1,11 +1,11 @@
 #include "strictjson.h"
 
-#include "listed.h"
-
 #include <algorithm>
 #include <cmath>
 #include <set>
 #include <sstream>
+
+#include "listed.h"
 
 namespace {
 

@@ -1,13 +1,12 @@
 #pragma once
 
-#include <utility>
-
 #include <QCheckBox>
 #include <QCoreApplication>
 #include <QLayout>
 #include <QPaintEvent>
 #include <QSlider>
 #include <QTest>
+#include <utility>
 
 #include "bargraph/inspect.h"
 #include "support/fakewindow.h"

@@ -2,7 +2,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-
 #include <QDir>
 
 #include "support/testmain.h"

@@ -1,10 +1,9 @@
 #pragma once
 
 #include <array>
-#include <utility>
-
 #include <QLabel>
 #include <QStandardItemModel>
+#include <utility>
 
 #include "bargraph.h"
 #include "datapacket.h"

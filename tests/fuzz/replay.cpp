@@ -1,7 +1,6 @@
 // Feeds stored inputs to a fuzz target, without the fuzzer: each file of the folders named.
 
 #include <cstdio>
-
 #include <QDir>
 
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv);

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "hostwindow.h"
-
 #include <QAction>
 #include <QFile>
 #include <QPluginLoader>
 #include <QTemporaryDir>
+
+#include "hostwindow.h"
 
 /// A folder of example plugins, and the file into which they write what happens to them.
 class ExampleFolder

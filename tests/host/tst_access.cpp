@@ -1,11 +1,11 @@
-#include "host/examplehost.h"
-#include "support/tests.h"
-
 #include <QAccessible>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QStatusBar>
 #include <QToolBar>
+
+#include "host/examplehost.h"
+#include "support/tests.h"
 
 /// The host by keyboard, by screen reader and in the user's colours.
 class AccessTest : public QObject

@@ -1,10 +1,10 @@
+#include <QMenuBar>
+#include <QRegularExpression>
+
 #include "host/examplehost.h"
 #include "support/capturedoutput.h"
 #include "support/tests.h"
 #include "tendroplugininterface.h"
-
-#include <QMenuBar>
-#include <QRegularExpression>
 
 /// The host outlives tools that break their word, and the tools beside them stay usable.
 class BadToolsTest : public QObject

@@ -1,11 +1,11 @@
+#include <QMenu>
+#include <QMenuBar>
+#include <QTranslator>
+
 #include "boardmenu.h"
 #include "host/examplehost.h"
 #include "simulator/simulatedlibrary.h"
 #include "support/tests.h"
-
-#include <QMenu>
-#include <QMenuBar>
-#include <QTranslator>
 
 /// The host's window in German, with the simulator.
 class GermanTest : public QObject

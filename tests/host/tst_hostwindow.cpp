@@ -1,13 +1,13 @@
-#include "host/examplehost.h"
-#include "support/tests.h"
-#include "tendroplugininterface.h"
-
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QScreen>
 #include <QSignalSpy>
 #include <QToolBar>
 #include <QToolButton>
+
+#include "host/examplehost.h"
+#include "support/tests.h"
+#include "tendroplugininterface.h"
 
 class HostWindowTest : public QObject
 {

@@ -1,15 +1,15 @@
-#include "hostwindow.h"
-#include "simulator/simulatedlibrary.h"
-#include "support/tests.h"
-#include "support/waitingpackets.h"
-#include "toolparts.h"
-
 #include <QLabel>
 #include <QLineEdit>
 #include <QPluginLoader>
 #include <QStandardItemModel>
 #include <QTabWidget>
 #include <QTreeView>
+
+#include "hostwindow.h"
+#include "simulator/simulatedlibrary.h"
+#include "support/tests.h"
+#include "support/waitingpackets.h"
+#include "toolparts.h"
 
 /// The real tool in the host with the simulator, by keyboard alone. Keys go to the window as the platform
 /// would send them, and from there to whatever has the focus.

@@ -1,9 +1,9 @@
+#include <QCommandLineParser>
+#include <QProcess>
+
 #include "options.h"
 #include "support/datalines.h"
 #include "support/tests.h"
-
-#include <QCommandLineParser>
-#include <QProcess>
 
 /// What the command line asks for, by the lines of options.txt.
 class OptionsTest : public QObject

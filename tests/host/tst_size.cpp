@@ -1,8 +1,8 @@
-#include "support/displayserver.h"
-#include "support/tests.h"
-
 #include <QImage>
 #include <QTemporaryDir>
+
+#include "support/displayserver.h"
+#include "support/tests.h"
 
 /// The window with the real tool on a display: what runs offscreen has 800 by 600 pixels, on which the tool
 /// has no room at twice its size.

@@ -1,8 +1,3 @@
-#include "snapshots.h"
-#include "support/markingtranslator.h"
-#include "support/tests.h"
-#include "toolparts.h"
-
 #include <csignal>
 #include <QComboBox>
 #include <QDialog>
@@ -16,6 +11,11 @@
 #include <QTabWidget>
 #include <QTreeWidget>
 #include <sys/resource.h>
+
+#include "snapshots.h"
+#include "support/markingtranslator.h"
+#include "support/tests.h"
+#include "toolparts.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
+#include <QSettings>
+
 #include "host/examplehost.h"
 #include "support/tests.h"
 #include "windowmemory.h"
-
-#include <QSettings>
 
 namespace {
 

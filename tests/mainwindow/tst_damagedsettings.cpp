@@ -1,5 +1,4 @@
 #include <algorithm>
-
 #include <QDir>
 #include <QFile>
 

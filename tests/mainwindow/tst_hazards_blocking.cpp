@@ -1,10 +1,9 @@
 #include <atomic>
 #include <functional>
 #include <memory>
-#include <thread>
-
 #include <QElapsedTimer>
 #include <QPointer>
+#include <thread>
 
 #include "livewindows.h"
 #include "mainwindow/testwindow.h"

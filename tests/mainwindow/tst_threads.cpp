@@ -1,6 +1,5 @@
 #include <atomic>
 #include <cstring>
-
 #include <QMap>
 
 #include "mainwindow/testwindow.h"

@@ -1,5 +1,4 @@
 #include <memory>
-
 #include <QDir>
 #include <QProcess>
 #include <QTemporaryDir>

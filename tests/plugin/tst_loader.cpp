@@ -1,5 +1,4 @@
 #include <dlfcn.h>
-
 #include <QAction>
 #include <QFile>
 #include <QJsonObject>

@@ -1,13 +1,12 @@
 #include "reference/randomuser.h"
 
-#include <utility>
-
 #include <QComboBox>
 #include <QHeaderView>
 #include <QScrollBar>
 #include <QStyleFactory>
 #include <QTimer>
 #include <QWheelEvent>
+#include <utility>
 
 RandomUser::RandomUser(ShownWindow &shownWindow, quint32 seed, AddRow add, Settle settled)
     : shown(shownWindow)

@@ -1,8 +1,8 @@
+#include <QtEndian>
+
 #include "reference/reference.h"
 #include "reference/shownwindow.h"
 #include "support/tests.h"
-
-#include <QtEndian>
 
 /// The "Bar Graph" tab, controls included, looks as it always has.
 class BarPictureTests : public QObject

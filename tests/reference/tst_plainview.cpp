@@ -1,14 +1,13 @@
+#include <functional>
+#include <QStyledItemDelegate>
+#include <QStyleFactory>
+#include <QTimer>
+#include <vector>
+
 #include "reference/plainrows.h"
 #include "reference/randomuser.h"
 #include "reference/reference.h"
 #include "support/tests.h"
-
-#include <functional>
-#include <vector>
-
-#include <QStyledItemDelegate>
-#include <QStyleFactory>
-#include <QTimer>
 
 namespace {
 

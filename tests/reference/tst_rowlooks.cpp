@@ -1,13 +1,12 @@
-#include "reference/reference.h"
-#include "reference/shownwindow.h"
-#include "support/tests.h"
-
 #include <cmath>
-
 #include <QPainter>
 #include <QRandomGenerator>
 #include <QStyledItemDelegate>
 #include <QStyleFactory>
+
+#include "reference/reference.h"
+#include "reference/shownwindow.h"
+#include "support/tests.h"
 
 namespace {
 

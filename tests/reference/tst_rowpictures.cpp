@@ -1,13 +1,12 @@
-#include "reference/reference.h"
-#include "reference/shownwindow.h"
-#include "support/tests.h"
-
 #include <functional>
 #include <map>
-
 #include <QHeaderView>
 #include <QScrollBar>
 #include <QStyleFactory>
+
+#include "reference/reference.h"
+#include "reference/shownwindow.h"
+#include "support/tests.h"
 
 namespace {
 

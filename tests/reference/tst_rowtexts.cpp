@@ -1,10 +1,10 @@
-#include "reference/reference.h"
-#include "reference/shownwindow.h"
-#include "support/tests.h"
-
 #include <QDir>
 #include <QHeaderView>
 #include <QScrollBar>
+
+#include "reference/reference.h"
+#include "reference/shownwindow.h"
+#include "support/tests.h"
 
 namespace {
 

@@ -1,3 +1,10 @@
+#include <QDir>
+#include <QImage>
+#include <QLabel>
+#include <QPluginLoader>
+#include <QRegularExpression>
+#include <QTabWidget>
+
 #include "hostwindow.h"
 #include "simulation.h"
 #include "simulator/simulatedlibrary.h"
@@ -5,13 +12,6 @@
 #include "support/tests.h"
 #include "support/waitingpackets.h"
 #include "toolparts.h"
-
-#include <QDir>
-#include <QImage>
-#include <QLabel>
-#include <QPluginLoader>
-#include <QRegularExpression>
-#include <QTabWidget>
 
 namespace {
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "simulator/run.h"
-
 #include <QRegularExpression>
 #include <tuple>
+
+#include "simulator/run.h"
 
 /// The next value of a step as a parameter of a function of the library; see call().
 template <typename Parameter>

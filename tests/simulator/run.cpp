@@ -1,10 +1,10 @@
 #include "simulator/run.h"
 
-#include "simulator/call.h"
-
 #include <algorithm>
 #include <QTest>
 #include <set>
+
+#include "simulator/call.h"
 
 void Run::load(const QByteArray &file)
 {

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "simulator/simulatedlibrary.h"
-
 #include <map>
 #include <memory>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QTemporaryDir>
+
+#include "simulator/simulatedlibrary.h"
 
 /// What the steps of a row work on: a library, and recorders with names. `detacher`, `clearer` and `caller`
 /// also call the library from within each callback.

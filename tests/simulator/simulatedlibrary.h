@@ -1,13 +1,13 @@
 #pragma once
 
-#include "entrypoints.h"
-#include "orvexsim.h"
-
 #include <functional>
 #include <mutex>
 #include <string>
 #include <thread>
 #include <vector>
+
+#include "entrypoints.h"
+#include "orvexsim.h"
 
 /// X(member, name) for each function of the control.
 #define ORVEXSIM_FUNCTIONS(X)                                                                                \

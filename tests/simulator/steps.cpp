@@ -1,10 +1,10 @@
 #include "simulator/steps.h"
 
+#include <QRegularExpression>
+
 #include "simulator/run.h"
 #include "support/datalines.h"
 #include "support/table.h"
-
-#include <QRegularExpression>
 
 namespace {
 

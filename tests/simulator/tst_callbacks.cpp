@@ -1,8 +1,8 @@
+#include <atomic>
+
 #include "simulator/simulatedlibrary.h"
 #include "simulator/steps.h"
 #include "support/tests.h"
-
-#include <atomic>
 
 /// Who is called, how often, on which thread, and for how long no more.
 class tst_callbacks : public Steps

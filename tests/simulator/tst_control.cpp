@@ -1,8 +1,8 @@
+#include <unistd.h>
+
 #include "simulator/simulatedlibrary.h"
 #include "simulator/steps.h"
 #include "support/tests.h"
-
-#include <unistd.h>
 
 /// What hosts and tests control the library with, its commands, and the entry points that do nothing.
 class tst_control : public Steps

@@ -1,7 +1,7 @@
+#include <QProcess>
+
 #include "support/entrypointnames.h"
 #include "support/tests.h"
-
-#include <QProcess>
 
 /// What the loader finds in the library.
 class tst_exports : public QObject

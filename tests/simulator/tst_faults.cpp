@@ -1,10 +1,10 @@
-#include "simulator/simulatedlibrary.h"
-#include "simulator/steps.h"
-#include "support/tests.h"
-
 #include <atomic>
 #include <QElapsedTimer>
 #include <set>
+
+#include "simulator/simulatedlibrary.h"
+#include "simulator/steps.h"
+#include "support/tests.h"
 
 /// Faults, as scenarios have them and as they are triggered.
 class tst_faults : public Steps

@@ -1,8 +1,8 @@
-#include "simulator/simulatedlibrary.h"
-#include "support/tests.h"
-
 #include <map>
 #include <QElapsedTimer>
+
+#include "simulator/simulatedlibrary.h"
+#include "support/tests.h"
 
 /// Rates, into a callback that only counts. Time is what they are about; a sanitizer takes too much of it.
 class tst_pacing : public QObject

@@ -1,7 +1,3 @@
-#include "firmware.h"
-#include "scenarioreader.h"
-#include "support/tests.h"
-
 #include <QDir>
 #include <QFile>
 #include <QJsonArray>
@@ -9,6 +5,10 @@
 #include <QJsonObject>
 #include <QRegularExpression>
 #include <QTemporaryFile>
+
+#include "firmware.h"
+#include "scenarioreader.h"
+#include "support/tests.h"
 
 namespace {
 

@@ -1,5 +1,4 @@
 #include <dlfcn.h>
-
 #include <QLineEdit>
 #include <QTabWidget>
 #include <QTest>

@@ -1,13 +1,5 @@
 // Clicks on the tool while reports stream, and tells how fast it answers and whether its memory grows.
 
-#include "driverlibrary.h"
-#include "hostwindow.h"
-#include "pluginloading.h"
-#include "simulation.h"
-#include "soak/clicker.h"
-#include "support/waitingpackets.h"
-#include "toolparts.h"
-
 #include <algorithm>
 #include <cstdio>
 #include <memory>
@@ -21,6 +13,14 @@
 #include <QTabWidget>
 #include <QTest>
 #include <QTimer>
+
+#include "driverlibrary.h"
+#include "hostwindow.h"
+#include "pluginloading.h"
+#include "simulation.h"
+#include "soak/clicker.h"
+#include "support/waitingpackets.h"
+#include "toolparts.h"
 
 namespace {
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <dlfcn.h>
-
 #include <QStringList>
 
 #include "driver/fake/fakeboards.h"

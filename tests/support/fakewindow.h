@@ -1,9 +1,8 @@
 #pragma once
 
-#include <utility>
-
 #include <QByteArrayList>
 #include <QSettings>
+#include <utility>
 
 #include "tabwindow.h"
 

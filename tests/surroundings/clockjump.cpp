@@ -3,7 +3,6 @@
 //   clockjump FILE SECONDS SECONDS        since 1970, before and after
 
 #include <cstdio>
-
 #include <QApplication>
 #include <QFile>
 #include <QSignalSpy>

@@ -3,7 +3,6 @@
 //   session WIDTH HEIGHT
 
 #include <cstdio>
-
 #include <QApplication>
 #include <QLayout>
 #include <QTabWidget>

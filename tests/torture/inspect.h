@@ -1,8 +1,7 @@
 #pragma once
 
-#include <utility>
-
 #include <QMutexLocker>
+#include <utility>
 
 #include "datapacket.h"
 #include "livewindows.h"

@@ -2,8 +2,6 @@
 #include <cstdio>
 #include <future>
 #include <mutex>
-#include <random>
-
 #include <QAbstractSlider>
 #include <QCheckBox>
 #include <QComboBox>
@@ -11,6 +9,7 @@
 #include <QElapsedTimer>
 #include <QSpinBox>
 #include <QTabWidget>
+#include <random>
 
 #include "qlineupdownedit.h"
 #include "support/driverlibrary.h"

@@ -1,9 +1,9 @@
-#include "support/tests.h"
-
 #include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
+
+#include "support/tests.h"
 
 /// Runs of programs and what comes of them, from the file that TRANSCRIPTS names:
 ///

@@ -2,8 +2,6 @@
 // the operation that EXAMPLE_THROWS names, and returns null from the one that EXAMPLE_RETURNS_NULL names, as
 // in "Second.widget".
 
-#include "tendroplugininterface.h"
-
 #include <dlfcn.h>
 #include <QAction>
 #include <QCloseEvent>
@@ -15,6 +13,8 @@
 #include <QVBoxLayout>
 #include <stdexcept>
 #include <string>
+
+#include "tendroplugininterface.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
+#include <limits>
+
 #include "category.h"
 #include "support/tests.h"
-
-#include <limits>
 
 class CategoryTest : public QObject
 {

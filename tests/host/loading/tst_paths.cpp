@@ -1,11 +1,11 @@
-#include "paths.h"
-#include "support/tests.h"
-
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include "paths.h"
+#include "support/tests.h"
 
 using Reason = QString (*)(const QString &path);
 Q_DECLARE_METATYPE(Reason)

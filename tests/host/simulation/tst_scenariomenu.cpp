@@ -1,12 +1,12 @@
-#include "host/examplehost.h"
-#include "scenariomenu.h"
-#include "simulator/simulatedlibrary.h"
-#include "support/tests.h"
-
 #include <QActionGroup>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QSignalSpy>
+
+#include "host/examplehost.h"
+#include "scenariomenu.h"
+#include "simulator/simulatedlibrary.h"
+#include "support/tests.h"
 
 /// The menu of scenarios, with the simulator as it is built.
 class ScenarioMenuTest : public QObject

@@ -1,14 +1,14 @@
+#include <QMenu>
+#include <QMenuBar>
+#include <QRegularExpression>
+#include <QStatusBar>
+
 #include "boardmenu.h"
 #include "host/examplehost.h"
 #include "reportrates.h"
 #include "simulation.h"
 #include "simulator/simulatedlibrary.h"
 #include "support/tests.h"
-
-#include <QMenu>
-#include <QMenuBar>
-#include <QRegularExpression>
-#include <QStatusBar>
 
 /// The menu "Board" and the status line, with the simulator as it is built.
 class SimulationTest : public QObject

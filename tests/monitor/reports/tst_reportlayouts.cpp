@@ -1,5 +1,4 @@
 #include <cstdint>
-
 #include <QTest>
 
 #include "layouts.h"

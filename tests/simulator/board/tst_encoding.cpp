@@ -1,9 +1,9 @@
+#include <set>
+
 #include "encoding.h"
 #include "oddreports.h"
 #include "support/datalines.h"
 #include "support/tests.h"
-
-#include <set>
 
 /// The bytes of each kind of report, and the texts, written out by hand.
 class tst_encoding : public QObject

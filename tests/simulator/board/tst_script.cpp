@@ -1,10 +1,10 @@
-#include "scenarioreader.h"
-#include "script.h"
-#include "support/tests.h"
-
 #include <algorithm>
 #include <map>
 #include <set>
+
+#include "scenarioreader.h"
+#include "script.h"
+#include "support/tests.h"
 
 using namespace std::chrono_literals;
 

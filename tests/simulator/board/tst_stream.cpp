@@ -1,9 +1,9 @@
-#include "stream.h"
-#include "support/tests.h"
-
 #include <algorithm>
 #include <map>
 #include <set>
+
+#include "stream.h"
+#include "support/tests.h"
 
 using namespace std::chrono_literals;
 

@@ -1,11 +1,11 @@
-#include "scenarioreader.h"
-#include "support/datalines.h"
-#include "support/tests.h"
-
 #include <functional>
 #include <map>
 #include <QFile>
 #include <QTemporaryDir>
+
+#include "scenarioreader.h"
+#include "support/datalines.h"
+#include "support/tests.h"
 
 /// What is read of a scenario file, and the one line about a file that is not valid.
 class tst_scenarioreader : public QObject
