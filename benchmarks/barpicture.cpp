@@ -14,6 +14,7 @@
 #include <qwt_plot_canvas.h>
 #include <qwt_round_scale_draw.h>
 
+#include "inspect.h"
 #include "layouts.h"
 #include "tool.h"
 
@@ -51,8 +52,7 @@ void takeSignals(Tool &tool, int round)
 void pictureOfTool(benchmark::State &state)
 {
     Tool tool;
-    tool.bars->classicMode = state.range(0) != 0;
-    tool.bars->drawFrame->setFixedSize(pictureSize);
+    Inspect::setPicture(tool.bars, state.range(0) != 0, pictureSize);
     tool.show(tool.bars);
     QImage image(tool.bars->size(), QImage::Format_ARGB32_Premultiplied);
     int round = 0;
@@ -69,8 +69,7 @@ BENCHMARK(pictureOfTool)->Name("c/tool")->ArgName("classic")->Arg(1)->Arg(0)->Un
 void frameOfTool(benchmark::State &state)
 {
     Tool tool;
-    tool.bars->classicMode = state.range(0) != 0;
-    tool.bars->drawFrame->setFixedSize(pictureSize);
+    Inspect::setPicture(tool.bars, state.range(0) != 0, pictureSize);
     tool.show(tool.bars);
     int round = 0;
     for (auto _ : state) {

@@ -9,6 +9,7 @@
 #include <QTreeView>
 #include <vector>
 
+#include "inspect.h"
 #include "tool.h"
 
 // From a report to a row. The event loop runs once in a hundred rows, as in a burst. The tool's frame ends
@@ -59,12 +60,12 @@ private:
 void rowsInTool(benchmark::State &state)
 {
     Tool tool;
-    tool.rows->treeView->setFixedSize(viewSize);
+    Inspect::treeOf(tool.rows)->setFixedSize(viewSize);
     tool.show(tool.rows);
     tool.rows->LogToFile(state.range(0) != 0);
     int number = 0;
     qint64 rows = 0;
-    QObject::connect(tool.rows->model, &QStandardItemModel::rowsInserted, [&rows] { ++rows; });
+    QObject::connect(Inspect::modelOf(tool.rows), &QStandardItemModel::rowsInserted, [&rows] { ++rows; });
     for (auto _ : state) {
         state.PauseTiming();
         std::vector<_DataPacket> reports = nextPackets(number);

@@ -5,6 +5,7 @@
 #include <QStandardItemModel>
 #include <QTreeView>
 
+#include "inspect.h"
 #include "paints.h"
 #include "tool.h"
 
@@ -19,14 +20,14 @@ class FullMonitor
 public:
     FullMonitor()
     {
-        tool.rows->treeView->setFixedSize(800, 600);
+        Inspect::treeOf(tool.rows)->setFixedSize(800, 600);
         tool.show(tool.rows);
         fill(fullView);
     }
 
     void fill(int count)
     {
-        while (tool.rows->model->rowCount() < count)
+        while (Inspect::modelOf(tool.rows)->rowCount() < count)
             addRow();
         settle();
     }
@@ -38,7 +39,7 @@ public:
         tool.rows->Display(&packet);
     }
 
-    QWidget *viewport() const { return tool.rows->treeView->viewport(); }
+    QWidget *viewport() const { return Inspect::treeOf(tool.rows)->viewport(); }
 
     Tool tool;
     int number = 0;
@@ -53,7 +54,7 @@ public:
     {
         Tool tool;
         tool.show(tool.rows);
-        edit.setFont(tool.rows->treeView->font());
+        edit.setFont(Inspect::treeOf(tool.rows)->font());
         edit.setReadOnly(true);
         edit.setMaximumBlockCount(fullView);
         edit.setLineWrapMode(QPlainTextEdit::NoWrap);
@@ -112,7 +113,7 @@ void rowInMonitor(benchmark::State &state)
     for (auto _ : state) {
         monitor.addRow();
         settle();
-        if (monitor.tool.rows->model->rowCount() == 1) {
+        if (Inspect::modelOf(monitor.tool.rows)->rowCount() == 1) {
             state.PauseTiming();
             monitor.fill(minVisibleRows);
             state.ResumeTiming();
