@@ -1,7 +1,6 @@
 #include "bargraph.h"
 
 #include <cstdio>
-
 #include <QCheckBox>
 #include <QEvent>
 #include <QFrame>

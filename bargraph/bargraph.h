@@ -13,7 +13,7 @@ class QLabel;
 class QPainter;
 class QSpinBox;
 
-/// The "Bar Graph" tab: four channels as bars and vector dials, or the voltage meter once a voltage came.
+/// The "Bar Graph" tab: four channels as bars and vector dials, or the voltage meter after a voltage report.
 ///
 /// GUI thread only.
 class bargraph : public qorvexwidget
@@ -71,11 +71,11 @@ private:
     QLabel *freqLabel = nullptr;
     QSpinBox *freqSpin = nullptr;
     bool classicMode = true;
-    QString textLine;               ///< characters of a text line so far
+    QString textLine;               ///< characters of the current text line
     int spinFrequency = 0;          ///< value of the spin box that has been sent or shown
     qint16 channelSignals[12] = {}; ///< four channels of three components at 0, 60 and 120 degrees
     char proxChar = 0;
-    char unusedChar = 0; ///< passed to DoVectorFine(), never set
+    char unusedChar = 0; ///< passed to DoVectorFine(); never set
     qint64 frequency = 0;
     qint16 frequencyRaw = 0;
     int reportWord8 = -1;  ///< kept, never drawn
@@ -84,4 +84,6 @@ private:
     int voltageMin = -1;   ///< since the last reset; -1 is none
     int voltageMax = -1;   ///< since the last reset; -1 is none
     QFont viewFont;        ///< of every text that is painted
+
+    friend struct Inspect;
 };

@@ -10,8 +10,8 @@ constexpr int leftMargin = 20;
 constexpr int barWidth = 25;
 constexpr int fullScale = 7000;
 constexpr int groupPitch = 95;
-constexpr int dialPitch = 2 * RADIUS + 10; // not that of the bar groups, on purpose
-constexpr int shortestVector = 10;
+constexpr int dialPitch = 2 * RADIUS + 10; // differs from that of the bar groups, on purpose
+constexpr int minMagnitude = 10;
 constexpr int halfMeterScale = 511;
 
 } // namespace
@@ -72,7 +72,7 @@ int magnitude(const QPoint &vector)
 
 QPoint needle(const QPoint &vector, int magnitude)
 {
-    if (magnitude < shortestVector)
+    if (magnitude < minMagnitude)
         return {0, 0};
     return {static_cast<int>(qint64{vector.x()} * RADIUS / magnitude),
             static_cast<int>(-(qint64{vector.y()} * RADIUS / magnitude))};

@@ -1,8 +1,7 @@
-#include "bargraph.h"
-
 #include <QFrame>
 #include <QPainter>
 
+#include "bargraph.h"
 #include "integermath.h"
 #include "layouts.h"
 
@@ -28,7 +27,7 @@ QLinearGradient acrossBar(const QRect &bar, const QColor &left, const QColor &ri
     return gradient;
 }
 
-/// By length and not by value: a value too small for a pixel gets the colours of a falling bar.
+/// By length, not by value: a value too small for a pixel gets the colours of a falling bar.
 void setBarColours(QPainter *painter, const QRect &bar, int length, bool classic)
 {
     const bool rises = length < 0;

@@ -1,13 +1,11 @@
-#include "bargraph.h"
-
 #include <algorithm>
 #include <iterator>
-
 #include <QLabel>
 #include <QSpinBox>
 #include <QTime>
 #include <QTimer>
 
+#include "bargraph.h"
 #include "datapacket.h"
 #include "layouts.h"
 #include "signalline.h"
@@ -45,10 +43,10 @@ constexpr reports::Field normalisedFields[] = {
 constexpr int thirdChannel = 6;
 constexpr reports::Field voltageField = reports::adc["adcRaw"];
 
-/// A voltage report that volts() counts down. Shared by all views and never reset.
+/// The voltage report that volts() counts down. Shared by all views; never reset.
 unsigned char sampleReport[32] = {52, reports::TextOrAdcReport, 0, 255, 241};
 
-/// Arrival time of the packet that was shown last. One for all views.
+/// Arrival time of the last packet shown, shared by all views.
 QTime &lastDisplayTime()
 {
     static QTime time = QTime::currentTime();

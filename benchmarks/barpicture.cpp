@@ -1,5 +1,4 @@
 #include <benchmark/benchmark.h>
-
 #include <QBarSeries>
 #include <QBarSet>
 #include <QChart>
@@ -15,10 +14,11 @@
 #include <qwt_plot_canvas.h>
 #include <qwt_round_scale_draw.h>
 
+#include "inspect.h"
 #include "layouts.h"
 #include "tool.h"
 
-// Twelve bars and four dials of 800 by 500 pixels, painted into an image, with other values each time.
+// Twelve bars and four dials, painted into an image of 800 by 500 pixels, with new values each time.
 
 namespace {
 
@@ -33,7 +33,7 @@ int signalAt(int round, int bar)
     return (round + bar) % 2 == 0 ? size : -size;
 }
 
-/// Takes the signals of a round from a report, as a board sends them.
+/// Displays a report with the signals of a round.
 void takeSignals(Tool &tool, int round)
 {
     QByteArray report(40, 0);
@@ -52,8 +52,7 @@ void takeSignals(Tool &tool, int round)
 void pictureOfTool(benchmark::State &state)
 {
     Tool tool;
-    tool.bars->classicMode = state.range(0) != 0;
-    tool.bars->drawFrame->setFixedSize(pictureSize);
+    Inspect::setPicture(tool.bars, state.range(0) != 0, pictureSize);
     tool.show(tool.bars);
     QImage image(tool.bars->size(), QImage::Format_ARGB32_Premultiplied);
     int round = 0;
@@ -70,8 +69,7 @@ BENCHMARK(pictureOfTool)->Name("c/tool")->ArgName("classic")->Arg(1)->Arg(0)->Un
 void frameOfTool(benchmark::State &state)
 {
     Tool tool;
-    tool.bars->classicMode = state.range(0) != 0;
-    tool.bars->drawFrame->setFixedSize(pictureSize);
+    Inspect::setPicture(tool.bars, state.range(0) != 0, pictureSize);
     tool.show(tool.bars);
     int round = 0;
     for (auto _ : state) {
@@ -88,7 +86,7 @@ BENCHMARK(frameOfTool)
     ->Arg(0)
     ->Unit(benchmark::kMicrosecond);
 
-/// The rectangles and circles of the picture with their gradients, without which it is not what it must be.
+/// The picture's rectangles and circles with their gradients: the cost that no implementation can avoid.
 void gradientsAlone(benchmark::State &state)
 {
     QImage image(pictureSize, QImage::Format_ARGB32_Premultiplied);
@@ -119,7 +117,7 @@ void gradientsAlone(benchmark::State &state)
 }
 BENCHMARK(gradientsAlone)->Name("c/gradients")->Unit(benchmark::kMicrosecond);
 
-/// The bars in one chart, each dial in one of its own, as charts are without axes.
+/// The bars in one chart without axes, and each dial in a chart of its own.
 class ChartsPicture
 {
 public:
@@ -181,7 +179,7 @@ public:
         window.resize(pictureSize);
         auto *plot = new QwtPlot(&window);
         plot->setGeometry(0, 0, pictureSize.width(), pictureSize.height() - 90);
-        // It is painted each time, as the others are, and not copied from a picture.
+        // Painted each time, like the others, not copied from a backing store.
         static_cast<QwtPlotCanvas *>(plot->canvas())->setPaintAttribute(QwtPlotCanvas::BackingStore, false);
         for (int axis = 0; axis < QwtPlot::axisCnt; ++axis)
             plot->enableAxis(axis, false);

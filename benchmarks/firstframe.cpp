@@ -1,5 +1,4 @@
 #include <benchmark/benchmark.h>
-
 #include <QCheckBox>
 #include <QComboBox>
 #include <QCoreApplication>

@@ -1,16 +1,15 @@
 #include <benchmark/benchmark.h>
-
 #include <deque>
 #include <limits>
-
 #include <QCoreApplication>
 #include <QMutex>
 #include <QThread>
 
+#include "inspect.h"
 #include "tool.h"
 
-// What the driver library's thread pays for one report. The callback runs on a thread that is not the
-// GUI's, so that the signal is queued; the queue and the posted events are cleared untimed.
+// What one report costs the driver library's thread. The callback runs off the GUI thread, so that the signal
+// is queued. Clearing the queue and the posted events is not timed.
 
 namespace {
 
@@ -34,7 +33,7 @@ QByteArray reportOfType(int type)
     return report;
 }
 
-/// Readings of the clock that the rules ask for: for the limit, the packet and the restarted limit.
+/// Number of clock readings that the design requires: for the rate limit, the packet and the restart.
 int clockReadings(int type)
 {
     switch (type) {
@@ -59,8 +58,8 @@ void setZone(bool set)
 void clear(qorvexgraph *window)
 {
     QCoreApplication::removePostedEvents(window);
-    qDeleteAll(window->packetQueue);
-    window->packetQueue.clear();
+    qDeleteAll(Inspect::queueOf(window));
+    Inspect::queueOf(window).clear();
 }
 
 void keptByTool(benchmark::State &state)
@@ -70,8 +69,7 @@ void keptByTool(benchmark::State &state)
     Tool tool;
     qorvexgraph *window = tool.window;
     QObject::connect(window, SIGNAL(DataReceived()), window, SLOT(OnDataReceived()));
-    window->paused = false;
-    window->displayThreshold = std::numeric_limits<int>::min(); // keeps every report
+    Inspect::receive(window, Inspect::keepAll);
     std::size_t kept = 0;
     onOtherThread([&] {
         for (auto _ : state) {
@@ -79,7 +77,7 @@ void keptByTool(benchmark::State &state)
                 qorvexgraph::DataCallback(7, reinterpret_cast<const unsigned char *>(report.constData()),
                                           static_cast<unsigned>(report.size()), window);
             state.PauseTiming();
-            kept += window->packetQueue.size();
+            kept += Inspect::queueOf(window).size();
             clear(window);
             state.ResumeTiming();
         }
@@ -91,7 +89,7 @@ void keptByTool(benchmark::State &state)
 }
 BENCHMARK(keptByTool)->Name("d/tool")->ArgNames({"type", "TZ"})->ArgsProduct({{33, 50, 104}, {0, 1}});
 
-/// What no way around it could save.
+/// The work that no implementation can avoid.
 void keptByFloor(benchmark::State &state)
 {
     setZone(state.range(1) != 0);
@@ -136,14 +134,13 @@ void droppedByTool(benchmark::State &state)
     const QByteArray report = reportOfType(104);
     Tool tool;
     qorvexgraph *window = tool.window;
-    window->paused = false;
-    window->displayThreshold = 24 * 3600 * 1000; // drops every report
+    Inspect::receive(window, 24 * 3600 * 1000); // drops every report
     onOtherThread([&] {
         for (auto _ : state)
             qorvexgraph::DataCallback(7, reinterpret_cast<const unsigned char *>(report.constData()),
                                       static_cast<unsigned>(report.size()), window);
     });
-    state.counters["kept"] = static_cast<double>(window->packetQueue.size());
+    state.counters["kept"] = static_cast<double>(Inspect::queueOf(window).size());
     setZone(false);
 }
 BENCHMARK(droppedByTool)->Name("e/tool")->ArgName("TZ")->Arg(0)->Arg(1);

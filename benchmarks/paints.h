@@ -4,8 +4,7 @@
 #include <QPaintEvent>
 #include <QWidget>
 
-/// Counts the paint events of a widget and the area that they covered, so that nothing is fast by not
-/// happening.
+/// Counts a widget's paint events and their pixels, so that skipped work shows.
 class Paints : public QObject
 {
 public:

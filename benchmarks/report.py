@@ -9,8 +9,6 @@ import subprocess
 import sys
 import tempfile
 
-from sessions import sessions
-
 # Row, what is compared, tool, peer, highest ratio allowed. None has no bound and is only reported.
 COMPARISONS = [
     ("a1", "one paint of a full row view", "a1/tool", "a1/QPlainTextEdit", 0.75),
@@ -28,11 +26,11 @@ COMPARISONS = [
     ("c", "a whole frame of the tab, classic", "c/wholeframe/classic:1", "c/Qwt", None),
     ("c", "a whole frame of the tab, gradients", "c/wholeframe/classic:0", "c/Qwt", None),
 ]
-for zone, told in ((0, "TZ unset"), (1, "TZ set")):
+for zone, zone_name in ((0, "TZ unset"), (1, "TZ set")):
     for kind in (33, 50, 104):
-        COMPARISONS.append(("d", f"a kept report of type {kind}, {told}", f"d/tool/type:{kind}/TZ:{zone}",
+        COMPARISONS.append(("d", f"a kept report of type {kind}, {zone_name}", f"d/tool/type:{kind}/TZ:{zone}",
                             f"d/floor/type:{kind}/TZ:{zone}", 1.2))
-    COMPARISONS.append(("e", f"a dropped report, {told}", f"e/tool/TZ:{zone}", f"e/floor/TZ:{zone}", 1.1))
+    COMPARISONS.append(("e", f"a dropped report, {zone_name}", f"e/tool/TZ:{zone}", f"e/floor/TZ:{zone}", 1.1))
 COMPARISONS.append(("i", "from widget() to the first frame", "i/tool", "i/QWidget", 1.2))
 
 
@@ -53,7 +51,7 @@ def google_benchmark(program, smoke):
         if run["run_type"] != "iteration":
             continue
         name = run["run_name"].split("/iterations:")[0].split("/repeats:")[0]
-        # Where work is counted, a batch that did less of it is no faster for that.
+        # Per item where items are counted, so that a batch with fewer items does not count as faster.
         rate = run.get("items_per_second")
         times.setdefault(name, []).append(1e9 / rate if rate else run["cpu_time"])
         counts[name] = {key: run[key] for key in ("paints", "pixels", "bars", "rows", "queued", "kept", "frames") if key in run}
@@ -61,7 +59,7 @@ def google_benchmark(program, smoke):
 
 
 def spread(values):
-    """Half the distance of the quartiles, in percent of the median."""
+    """Half the interquartile range, in percent of the median."""
     if len(values) < 4:
         return 0.0
     low, _, high = statistics.quantiles(values, n=4)
@@ -69,14 +67,14 @@ def spread(values):
 
 
 def check_counts(counts):
-    """Both sides of a comparison must have done as much; what is painted may differ."""
+    """Both sides of a comparison must have done the same number of units; paints may differ."""
     for _, _, tool, peer, _ in COMPARISONS:
         for what in ("bars", "rows", "queued", "frames"):
             if what in counts[tool] and what in counts[peer] and counts[tool][what] != counts[peer][what]:
                 sys.exit(f"{tool} did {counts[tool][what]:g} {what}, {peer} did {counts[peer][what]:g}")
 
 
-def told(counts):
+def listed(counts):
     return ", ".join(f"{value:,.0f} {key}" if value >= 10 else f"{value:.2g} {key}" for key, value in counts.items())
 
 
@@ -93,7 +91,7 @@ def table(times, counts):
         mark = "**" if bound is not None and ratio > bound else ""
         beside = peer.split("/")[1]
         lines.append(f"| {row} | {work} | {beside} | {mark}{ratio:.2f}{mark} | {limit} | {noise:.0f} % | "
-                     f"{told(counts[tool])} / {told(counts[peer])} |")
+                     f"{listed(counts[tool])} / {listed(counts[peer])} |")
     return lines, missed
 
 
@@ -105,7 +103,6 @@ def main():
     times, counts = google_benchmark(options.build / "benchmarks" / "padscope_benchmarks", options.smoke)
     check_counts(counts)
     lines, missed = table(times, counts)
-    lines += ["", *sessions(options.build.resolve(), options.smoke)]
     if options.smoke:
         print("\n".join(lines))
         return

@@ -1,7 +1,4 @@
 #include <benchmark/benchmark.h>
-
-#include <vector>
-
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
@@ -10,11 +7,13 @@
 #include <QScrollBar>
 #include <QStandardItemModel>
 #include <QTreeView>
+#include <vector>
 
+#include "inspect.h"
 #include "tool.h"
 
-// One report to one row, with the event loop served once in a hundred rows, as when many come at once. The
-// tool's frame is over with each hundred, however soon they came, so that it paints as often as its peers.
+// From a report to a row. The event loop runs once in a hundred rows, as in a burst. The tool's frame ends
+// with each hundred, so that it paints as often as its peers.
 
 namespace {
 
@@ -34,7 +33,7 @@ void appendToFile(const QString &text)
         file.write((text + QLatin1Char('\n')).toLatin1());
 }
 
-/// The packets of a hundred reports that differ from all before.
+/// The packets of a hundred new reports.
 std::vector<_DataPacket> nextPackets(int &number)
 {
     std::vector<_DataPacket> all;
@@ -43,7 +42,7 @@ std::vector<_DataPacket> nextPackets(int &number)
     return all;
 }
 
-/// The texts of as many rows.
+/// Texts of rows, a hundred at a time.
 class Texts
 {
 public:
@@ -61,12 +60,12 @@ private:
 void rowsInTool(benchmark::State &state)
 {
     Tool tool;
-    tool.rows->treeView->setFixedSize(viewSize);
+    Inspect::treeOf(tool.rows)->setFixedSize(viewSize);
     tool.show(tool.rows);
     tool.rows->LogToFile(state.range(0) != 0);
     int number = 0;
     qint64 rows = 0;
-    QObject::connect(tool.rows->model, &QStandardItemModel::rowsInserted, [&rows] { ++rows; });
+    QObject::connect(Inspect::modelOf(tool.rows), &QStandardItemModel::rowsInserted, [&rows] { ++rows; });
     for (auto _ : state) {
         state.PauseTiming();
         std::vector<_DataPacket> reports = nextPackets(number);

@@ -1,18 +1,18 @@
 #include <benchmark/benchmark.h>
-
 #include <QHeaderView>
 #include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QStandardItemModel>
 #include <QTreeView>
 
+#include "inspect.h"
 #include "paints.h"
 #include "tool.h"
 
 namespace {
 
 constexpr int fullView = 151;
-constexpr int rowsInSight = 60; ///< no fewer
+constexpr int minVisibleRows = 60;
 
 /// The monitor, full, with a row view of 800 by 600 pixels.
 class FullMonitor
@@ -20,14 +20,14 @@ class FullMonitor
 public:
     FullMonitor()
     {
-        tool.rows->treeView->setFixedSize(800, 600);
+        Inspect::treeOf(tool.rows)->setFixedSize(800, 600);
         tool.show(tool.rows);
         fill(fullView);
     }
 
     void fill(int count)
     {
-        while (tool.rows->model->rowCount() < count)
+        while (Inspect::modelOf(tool.rows)->rowCount() < count)
             addRow();
         settle();
     }
@@ -39,13 +39,13 @@ public:
         tool.rows->Display(&packet);
     }
 
-    QWidget *viewport() const { return tool.rows->treeView->viewport(); }
+    QWidget *viewport() const { return Inspect::treeOf(tool.rows)->viewport(); }
 
     Tool tool;
     int number = 0;
 };
 
-/// A text widget that holds as many lines in the same font.
+/// A text widget with as many lines in the same font.
 class FullText
 {
 public:
@@ -54,7 +54,7 @@ public:
     {
         Tool tool;
         tool.show(tool.rows);
-        edit.setFont(tool.rows->treeView->font());
+        edit.setFont(Inspect::treeOf(tool.rows)->font());
         edit.setReadOnly(true);
         edit.setMaximumBlockCount(fullView);
         edit.setLineWrapMode(QPlainTextEdit::NoWrap);
@@ -105,7 +105,7 @@ void paintText(benchmark::State &state)
 }
 BENCHMARK(paintText)->Name("a1/QPlainTextEdit")->Unit(benchmark::kMicrosecond);
 
-/// Rows up to and with the one that empties the view; it is then filled again untimed.
+/// Rows up to and including the one that empties the view. Refilling it is not timed.
 void rowInMonitor(benchmark::State &state)
 {
     FullMonitor monitor;
@@ -113,9 +113,9 @@ void rowInMonitor(benchmark::State &state)
     for (auto _ : state) {
         monitor.addRow();
         settle();
-        if (monitor.tool.rows->model->rowCount() == 1) {
+        if (Inspect::modelOf(monitor.tool.rows)->rowCount() == 1) {
             state.PauseTiming();
-            monitor.fill(rowsInSight);
+            monitor.fill(minVisibleRows);
             state.ResumeTiming();
         }
     }

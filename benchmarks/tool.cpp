@@ -6,25 +6,25 @@
 #include <QTimerEvent>
 #include <QTreeView>
 
-#include "framepacer.h"
+#include "inspect.h"
 #include "layouts.h"
 
 Tool::Tool()
     : window(new qorvexgraph)
-    , rows(window->monitorView)
-    , bars(window->barGraphView)
+    , rows(Inspect::rowsOf(window))
+    , bars(Inspect::barsOf(window))
 {
 }
 
 Tool::~Tool()
 {
-    delete rows->previousPacket;
+    Inspect::forgetPacket(rows);
     delete window;
 }
 
 void Tool::show(QWidget *tab)
 {
-    window->tabs->setCurrentWidget(tab);
+    Inspect::tabsOf(window)->setCurrentWidget(tab);
     window->resize(window->sizeHint());
     window->show();
     settle();
@@ -32,13 +32,12 @@ void Tool::show(QWidget *tab)
 
 void Tool::rest()
 {
-    rows->pacer->sinceFrame.invalidate();
+    Inspect::forgetFrame(rows);
 }
 
 void Tool::endFrame()
 {
-    QTimerEvent over(rows->pacer->frameEnd.timerId());
-    QCoreApplication::sendEvent(rows->pacer, &over);
+    Inspect::endFrame(rows);
     settle();
 }
 
@@ -77,7 +76,7 @@ QStringList rowTexts(QByteArray (*report)(int), int count)
     for (int i = 0; i < count; ++i) {
         _DataPacket packet = packetOf(report(i));
         tool.rows->Display(&packet);
-        const QStandardItemModel *model = tool.rows->model;
+        const QStandardItemModel *model = Inspect::modelOf(tool.rows);
         texts.append(model->item(model->rowCount() - 1)->text());
     }
     return texts;

@@ -7,7 +7,7 @@
 #include "monitor.h"
 #include "qorvexgraph.h"
 
-/// The tool's window, detached; the benchmarks hand it what a board would send.
+/// The tool's window, detached. The benchmarks hand it the reports.
 class Tool
 {
 public:
@@ -16,12 +16,12 @@ public:
     Tool(const Tool &) = delete;
     Tool &operator=(const Tool &) = delete;
 
-    /// Shows a tab in a window that is large enough for it, and waits until it is painted.
+    /// Shows a tab at the window's size hint, and waits until it is painted.
     void show(QWidget *tab);
 
-    /// The next row is painted at once, as after a rest.
+    /// Makes the next row paint at once, as after a pause.
     void rest();
-    /// Paints the rows that came since the frame began, as when it is over.
+    /// Ends the frame: paints the rows that arrived in it.
     void endFrame();
 
     qorvexgraph *const window;
@@ -29,10 +29,10 @@ public:
     bargraph *const bars;
 };
 
-/// A report of type 164 for every number, as a pen gives when it moves.
+/// A report of type 164, as of a moving pen; differs by number.
 QByteArray positionReport(int number);
 
-/// A report of a type that no rule thins out and the monitor shows raw: 16 bytes.
+/// A report of 16 bytes that is not rate-limited and that the monitor shows raw.
 QByteArray rawReport(int number);
 
 /// The packet that the intake makes of a report.
@@ -42,5 +42,5 @@ _DataPacket packetOf(const QByteArray &report);
 /// \param report makes the report with a number
 QStringList rowTexts(QByteArray (*report)(int), int count);
 
-/// Runs the event loop until nothing is left to do.
+/// Runs the event loop until it is idle.
 void settle();

@@ -1,4 +1,4 @@
-# Flags that every target of the project is built with.
+# Compiler and linker flags of every target.
 
 option(PADSCOPE_WARNINGS_AS_ERRORS "Treat compiler warnings as errors" OFF)
 set(PADSCOPE_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize takes them (address,undefined or thread)")
@@ -15,19 +15,18 @@ target_compile_options(padscope_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion
     $<$<BOOL:${PADSCOPE_WARNINGS_AS_ERRORS}>:-Werror>)
 
-# A fault in a tool that reads whatever a board sends shall end the process rather than be of use to somebody.
-# A sanitizer finds more, and does not go with fortified functions; these take optimisation.
+# Hardening: boards send anything. Fortified functions need optimisation, and exclude a sanitizer, which finds more.
 add_compile_options(-fstack-protector-strong)
 if(NOT PADSCOPE_SANITIZE)
     add_compile_options($<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE> $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=2>)
 endif()
 add_link_options(-Wl,-z,relro,-z,now)
-# Tests are many programs. What is installed is linked as the rest of the system is.
+# lld links the tests faster. What is installed is linked by the system's default linker.
 find_program(PADSCOPE_LLD ld.lld)
 if(PADSCOPE_LLD AND CMAKE_BUILD_TYPE STREQUAL "Debug")
     add_link_options(-fuse-ld=lld)
 endif()
-# Programs are position-independent as well as compiled so, which takes a flag of the linker's.
+# Position-independent executables need a linker flag, too.
 include(CheckPIESupported)
 check_pie_supported(LANGUAGES CXX)
 

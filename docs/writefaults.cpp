@@ -1,5 +1,4 @@
-// Prints the faults of the simulator: "table" as they stand in simulator/README.md, "schema" as in its
-// schema.json.
+// Prints the faults of the simulator: "table" for simulator/README.md, "schema" for its schema.json.
 
 #include <cstdio>
 #include <cstring>
@@ -16,7 +15,7 @@ void printRow(const Fault &fault)
                 fault.text, fault.isOn ? "until triggered again" : "once");
     const Amount &amount = fault.amount;
     if (amount.key)
-        std::printf(" `%s`: %g, from %g to %g", amount.key, amount.usual, amount.least, amount.most);
+        std::printf(" `%s`: %g, from %g to %g", amount.key, amount.usual, amount.min, amount.max);
     std::printf(" |\n");
 }
 
@@ -34,8 +33,8 @@ void printAmount(const Amount &amount)
     std::printf(",\n            \"%s\": {\n", amount.key);
     std::printf("              \"description\": \"%g unless said otherwise.\",\n", amount.usual);
     std::printf("              \"type\": \"%s\",\n", amount.whole ? "integer" : "number");
-    std::printf("              \"minimum\": %g,\n              \"maximum\": %.0f\n            }",
-                amount.least, amount.most);
+    std::printf("              \"minimum\": %g,\n              \"maximum\": %.0f\n            }", amount.min,
+                amount.max);
 }
 
 void printSchemaOf(const Fault &fault)

@@ -22,7 +22,7 @@ public:
     virtual void SetPnpCallback(OrvexPnpCallback callback, void *context) = 0;
     /// Forwards to the remover of data callbacks with device 0: the library has no other.
     virtual void ClearPnpCallback(OrvexPnpCallback callback, void *context) = 0;
-    /// \param command Latin-1 text, sent as it stands
+    /// \param command Latin-1 text, sent unchanged
     /// \return -1 when missing
     virtual int SendCommand(int device, const char *command) = 0;
     /// \return -1 when missing

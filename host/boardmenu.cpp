@@ -1,13 +1,13 @@
 #include "boardmenu.h"
 
-#include "faultmenu.h"
-#include "hostwindow.h"
-#include "scenariomenu.h"
-
 #include <algorithm>
 #include <QAction>
 #include <QMenu>
 #include <QStatusBar>
+
+#include "faultmenu.h"
+#include "hostwindow.h"
+#include "scenariomenu.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "simulation.h"
-
 #include <QObject>
+
+#include "simulation.h"
 
 class HostWindow;
 class QMenu;

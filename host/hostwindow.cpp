@@ -1,10 +1,5 @@
 #include "hostwindow.h"
 
-#include "captions.h"
-#include "complaint.h"
-#include "tendroplugininterface.h"
-#include "thrown.h"
-
 #include <algorithm>
 #include <QAction>
 #include <QCloseEvent>
@@ -17,6 +12,11 @@
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QToolBar>
+
+#include "captions.h"
+#include "printerror.h"
+#include "tendroplugininterface.h"
+#include "thrown.h"
 
 namespace {
 
@@ -61,7 +61,7 @@ auto answer(const LoadedPlugin &plugin, const char *operation, Call call)
     try {
         return call();
     } catch (...) {
-        complain(
+        printError(
             QStringLiteral("%1: its %2 throws: %3").arg(plugin.file, QLatin1String(operation), thrownText()));
         return decltype(call())();
     }
@@ -193,7 +193,7 @@ QWidget *HostWindow::widgetOf(const LoadedPlugin &plugin)
         return given;
     });
     if (answered && !widget)
-        complain(plugin.file + QStringLiteral(": its widget() gives no window"));
+        printError(plugin.file + QStringLiteral(": its widget() gives no window"));
     return widget;
 }
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "pluginloading.h"
-
 #include <QHash>
 #include <QMainWindow>
 #include <QPointer>
+
+#include "pluginloading.h"
 
 class QMenu;
 class QStackedWidget;

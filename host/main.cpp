@@ -1,16 +1,3 @@
-#include "boardmenu.h"
-#include "complaint.h"
-#include "driverlibrary.h"
-#include "hostwindow.h"
-#include "options.h"
-#include "pluginloading.h"
-#include "quitsignals.h"
-#include "reportrates.h"
-#include "script.h"
-#include "simulation.h"
-#include "translation.h"
-#include "windowmemory.h"
-
 #include <cstdio>
 #include <memory>
 #include <QApplication>
@@ -18,6 +5,19 @@
 #include <QRegularExpression>
 #include <QSettings>
 #include <QStatusBar>
+
+#include "boardmenu.h"
+#include "driverlibrary.h"
+#include "hostwindow.h"
+#include "options.h"
+#include "pluginloading.h"
+#include "printerror.h"
+#include "quitsignals.h"
+#include "reportrates.h"
+#include "script.h"
+#include "simulation.h"
+#include "translation.h"
+#include "windowmemory.h"
 
 namespace {
 
@@ -61,7 +61,7 @@ std::optional<int> readCommandLine(QStringList arguments, Options &options)
         return print(parser.helpText());
     if (parser.isSet(QStringLiteral("version")))
         return print(QStringLiteral("tendro-host " TENDRO_HOST_VERSION "\n"));
-    return error.isEmpty() ? std::nullopt : std::optional(complain(error));
+    return error.isEmpty() ? std::nullopt : std::optional(printError(error));
 }
 
 int printList(const std::vector<LoadedPlugin> &plugins)
@@ -77,7 +77,7 @@ int afterOutput(int status)
     const bool arrived = std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
     if (arrived || status != 0)
         return status;
-    return complain(
+    return printError(
         QStringLiteral("standard output: not all of it can be written; expected a place with room"));
 }
 
@@ -109,7 +109,7 @@ int runWindow(const std::vector<LoadedPlugin> &plugins, const std::optional<Simu
     Script script(window, plugins, options);
     const QString error = script.prepare();
     if (!error.isEmpty())
-        return complain(error);
+        return printError(error);
     // A scripted run does not depend on earlier runs.
     if (options.isScripted())
         return show(window, script);
@@ -123,8 +123,8 @@ int printScenarios(const Simulation &simulation)
 {
     const std::vector<Simulation::Scenario> scenarios = simulation.scenarios();
     if (scenarios.empty()) {
-        return complain(QStringLiteral("--list-scenarios: no scenario in a folder \"scenarios\" beside %1")
-                            .arg(simulation.file()));
+        return printError(QStringLiteral("--list-scenarios: no scenario in a folder \"scenarios\" beside %1")
+                              .arg(simulation.file()));
     }
     for (const Simulation::Scenario &scenario : scenarios)
         std::printf("%s\t%s\n", qUtf8Printable(scenario.name), qUtf8Printable(scenario.title));
@@ -160,10 +160,10 @@ int runTools(const Options &options, const std::optional<Simulation> &simulation
     const QStringList folders =
         options.pluginFolders.isEmpty() ? defaultPluginFolders() : options.pluginFolders;
     const PluginScan scan = scanPlugins(folders);
-    for (const QString &refusal : scan.refusals)
-        complain(refusal);
+    for (const QString &error : scan.errors)
+        printError(error);
     if (scan.plugins.empty())
-        return complain(QStringLiteral("no plugin in ") + folders.join(QLatin1String(", ")));
+        return printError(QStringLiteral("no plugin in ") + folders.join(QLatin1String(", ")));
     return options.list ? printList(scan.plugins) : runWindow(scan.plugins, simulation, options);
 }
 
@@ -176,10 +176,10 @@ int run(const Options &options)
     if (error.isEmpty() && simulation && !options.scenario.isEmpty())
         error = simulation->choose(options.scenario);
     if (!error.isEmpty())
-        return complain(error);
+        return printError(error);
     if (options.listScenarios)
         return printScenarios(*simulation);
-    // The simulator has printed why it refused the one that the environment names.
+    // The simulator has printed why it rejected the one that the environment names.
     if (options.simulate && simulation->currentScenario().isEmpty())
         return badInput;
     return runTools(options, simulation);

@@ -1,12 +1,12 @@
 #include "options.h"
 
-#include "paths.h"
-
 #include <QCommandLineParser>
+
+#include "paths.h"
 
 namespace {
 
-constexpr double longestSeconds = 86400;
+constexpr double maxSeconds = 86400;
 constexpr int defaultTabMs = 1000;
 
 const char secondsAllowed[] = "expected seconds from 0 to 86400";
@@ -26,7 +26,7 @@ std::optional<int> parseSeconds(const QString &text)
 {
     bool isNumber = false;
     const double seconds = text.toDouble(&isNumber);
-    if (!isNumber || !(seconds >= 0 && seconds <= longestSeconds))
+    if (!isNumber || !(seconds >= 0 && seconds <= maxSeconds))
         return {};
     return qRound(seconds * 1000);
 }
@@ -59,7 +59,7 @@ QString readTimes(const QCommandLineParser &parser, Options &options)
     return options.closeAfterMs ? QString() : wrongValue("for", duration, QLatin1String(secondsAllowed));
 }
 
-/// The value of a file option. An empty one is refused like a missing file.
+/// The value of a file option. An empty one is an error, like a missing file.
 QString readFile(const QCommandLineParser &parser, const char *name, QString &file)
 {
     if (!parser.isSet(QLatin1String(name)))
@@ -125,26 +125,25 @@ void declareOptions(QCommandLineParser &parser)
                        "closes, always in this order. What acts on a tool opens the first one when\n"
                        "no --open is given.\n\n"
                        "Exit status: 0 when all that was asked for is done; 2 when an option, a file\n"
-                       "or a scenario is of no use, or output cannot be written, with a\n"
+                       "or a scenario cannot be used, or output cannot be written, with a\n"
                        "line on standard error that says which and why."));
     parser.addVersionOption();
     parser.addOptions({
         {{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help and exit.")},
         option("plugins", "Scan this folder instead of the default ones (repeatable).", "DIR"),
-        option("list", "Print id, category, version and file of each tool, parted by tabs, and exit."),
+        option("list", "Print id, category, version and file of each tool, tab-separated, and exit."),
         option("open", "Open the tool with this id.", "ID"),
         option("driver", "Load this driver library first, so that the tool finds it.", "FILE"),
         option("simulate",
                "Load the simulator as the driver library; with a name or a file, choose a scenario.",
                "[SCENARIO]"),
-        option("list-scenarios", "Print name and title of each scenario, parted by a tab, and exit."),
+        option("list-scenarios", "Print name and title of each scenario, tab-separated, and exit."),
         option("type", "Type this into the tool's line edit, then Return (repeatable).", "TEXT"),
         option("tab",
-               "Show the tab with this caption, shown or untranslated, for so long, 1 second by default "
+               "Show the tab with this caption, shown or untranslated, for this time, 1 second by default "
                "(repeatable).",
                "CAPTION[=SECONDS]"),
-        option("for", "Close after so many seconds; without it, close after the last --tab, if any.",
-               "SECONDS"),
+        option("for", "Close after this time; without it, close after the last --tab, if any.", "SECONDS"),
         option("rows", "Print the rows of the tool's item views before it closes."),
         option("snapshot", "Save a PNG picture of each tab here before the tool closes.", "DIR"),
         option("translation", "Show the tools in this translation (.qm file), not in the system's language.",

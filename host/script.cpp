@@ -1,15 +1,15 @@
 #include "script.h"
 
-#include "complaint.h"
-#include "hostwindow.h"
-#include "options.h"
-#include "snapshots.h"
-#include "toolparts.h"
-
 #include <algorithm>
 #include <cstdio>
 #include <QTabWidget>
 #include <QTimer>
+
+#include "hostwindow.h"
+#include "options.h"
+#include "printerror.h"
+#include "snapshots.h"
+#include "toolparts.h"
 
 namespace {
 
@@ -118,7 +118,7 @@ void Script::reportBeforeClosing(QWidget *tool)
         return;
     const QString error = saveSnapshots(window_, tabsOf(*tool), options_.snapshotFolder);
     if (!error.isEmpty()) {
-        complain(error);
+        printError(error);
         failed_ = true;
     }
 }

@@ -1,8 +1,5 @@
 #include "snapshots.h"
 
-#include "paths.h"
-#include "toolparts.h"
-
 #include <filesystem>
 #include <QBuffer>
 #include <QDir>
@@ -12,6 +9,9 @@
 #include <QTabWidget>
 #include <QWidget>
 #include <system_error>
+
+#include "paths.h"
+#include "toolparts.h"
 
 namespace {
 

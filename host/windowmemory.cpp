@@ -1,9 +1,9 @@
 #include "windowmemory.h"
 
-#include "hostwindow.h"
-
 #include <algorithm>
 #include <QSettings>
+
+#include "hostwindow.h"
 
 namespace {
 

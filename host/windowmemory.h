@@ -1,8 +1,8 @@
 #pragma once
 
-#include "pluginloading.h"
-
 #include <QObject>
+
+#include "pluginloading.h"
 
 class HostWindow;
 class QSettings;

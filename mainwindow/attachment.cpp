@@ -1,18 +1,16 @@
-#include "qorvexgraph.h"
-
 #include <memory>
-
 #include <QLabel>
 #include <QScopedValueRollback>
 #include <QScopeGuard>
 
 #include "livewindows.h"
 #include "orvexwrapper.h"
+#include "qorvexgraph.h"
 
 namespace {
 
-constexpr unsigned char everyTransfer = 255;
-constexpr unsigned char quietDebugMode = 1;
+constexpr unsigned char allTransfers = 255;
+constexpr unsigned char closingDebugMode = 1;
 
 } // namespace
 
@@ -59,7 +57,7 @@ void qorvexgraph::attachAgain()
     if (isAttaching)
         return;
     attachTimer.stop();
-    // An exception of the host's may pass while some wait.
+    // An exception thrown by the host may end this function while commands wait.
     const auto rest = qScopeGuard([this] {
         if (!waitingCommands.isEmpty())
             attachLater();
@@ -68,7 +66,7 @@ void qorvexgraph::attachAgain()
         attach();
     else
         attachForCommand();
-    // What is typed inside these calls is sent after those that wait.
+    // Commands typed inside these calls are queued behind them.
     while (hardware && !waitingCommands.isEmpty())
         sendTypedCommand(waitingCommands.takeFirst());
 }
@@ -77,7 +75,7 @@ void qorvexgraph::openLibrary()
 {
     ignoresNotifications = false;
     paused = false;
-    // Kept even if the library can't be loaded: every operation then returns its fallback.
+    // Kept even if the library can't be loaded: each operation then returns its fallback.
     auto wrapper = std::make_unique<OrvexWrapper>();
     wrapper->Attach();
     if (paused) // detached from within
@@ -100,7 +98,7 @@ void qorvexgraph::enumerateDevices()
         if (!hardware)
             return;
         deviceIds.append(info.deviceId);
-        hardware->SetXferMask(info.deviceId, everyTransfer);
+        hardware->SetXferMask(info.deviceId, allTransfers);
         if (hardware)
             hardware->SetCallback(info.deviceId, DataCallback, this);
     }
@@ -125,7 +123,7 @@ void qorvexgraph::detachFromHardware()
         ignoresNotifications = true;
     if (hardware) {
         const QScopedValueRollback<bool> mark(isDetaching, true);
-        quietBoards();
+        sendClosingCommands();
         hardware->Detach();
         delete hardware;
         hardware = nullptr;
@@ -134,11 +132,11 @@ void qorvexgraph::detachFromHardware()
     ShowDevices();
 }
 
-void qorvexgraph::quietBoards()
+void qorvexgraph::sendClosingCommands()
 {
     const QList<int> ids = deviceIds;
     for (int id : ids) {
-        hardware->SetDriverDebugMode(id, quietDebugMode, everyDebugBit);
+        hardware->SetDriverDebugMode(id, closingDebugMode, everyDebugBit);
         hardware->SendCommand(id, ":MDU0\r");
         hardware->SendCommand(id, ":MDP0\r");
     }

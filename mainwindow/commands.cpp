@@ -1,9 +1,8 @@
-#include "qorvexgraph.h"
-
 #include <QTabWidget>
 
 #include "orvexwrapper.h"
 #include "qlineupdownedit.h"
+#include "qorvexgraph.h"
 #include "qorvexwidget.h"
 
 namespace {

@@ -3,9 +3,9 @@
 class QLineUpDownEdit;
 class QSettings;
 
-/// Loads the history into the field. Each line is put in front, which reverses their order, by design. At
-/// most 30 lines are read and 31 written, by design.
+/// Loads up to 30 lines into the field. Each is prepended, which reverses their order, by design.
 void loadHistory(QLineUpDownEdit &field, const QSettings &settings);
 
-/// Writes the newest lines. Keys with higher indices are left as they are.
+/// Writes the newest 31 lines, one more than are loaded, by design. Keys with higher indices stay as they
+/// are.
 void saveHistory(const QLineUpDownEdit &field, QSettings &settings);

@@ -1,7 +1,4 @@
-#include "qorvexgraph.h"
-
 #include <memory>
-
 #include <QMutexLocker>
 #include <QScopedValueRollback>
 #include <QTabWidget>
@@ -9,6 +6,7 @@
 #include "datapacket.h"
 #include "decoding.h"
 #include "livewindows.h"
+#include "qorvexgraph.h"
 #include "qorvexwidget.h"
 #include "ratelimiter.h"
 
@@ -20,10 +18,10 @@ constexpr int maxDispatchDepth = 4;
 
 QByteArray copyOf(const unsigned char *data, unsigned int length)
 {
-    constexpr auto longest = 1U << 27; // its row of hexadecimal fits a QString
+    constexpr auto maxLength = 1U << 27; // its row of hexadecimal fits a QString
     if (!data)
         return {};
-    return {reinterpret_cast<const char *>(data), static_cast<int>(qMin(length, longest))};
+    return {reinterpret_cast<const char *>(data), static_cast<int>(qMin(length, maxLength))};
 }
 
 _DataPacket *newPacket(int device, const unsigned char *data, unsigned int length)

@@ -13,8 +13,8 @@ struct Entry
     const void *window;
     Entry *next;
     std::thread::id guiThread;
-    int users = 1; ///< the list and each callback in progress on another thread; the last one deletes this
-    int busy = 0;  ///< callbacks among them that have not come to their signal
+    int refCount = 1; ///< the list, and each callback in progress on another thread
+    int busy = 0;     ///< callbacks among them that have not reached their signal
     std::condition_variable changed{};
 };
 
@@ -23,11 +23,11 @@ namespace {
 // Neither has a destructor: threads of the driver library may outlive the static objects.
 std::mutex mutex;
 Entry *first = nullptr;
-constexpr std::chrono::seconds longestSignal{1};
+constexpr std::chrono::seconds signalTimeout{1};
 
 static_assert(std::is_trivially_destructible_v<std::mutex>);
 
-/// The link to the entry of a window, or the null link at the end. The mutex is held.
+/// The link to the entry of a window, or the null link at the end of the list. The mutex is held.
 Entry **find(const void *window)
 {
     Entry **link = &first;
@@ -39,7 +39,7 @@ Entry **find(const void *window)
 /// The mutex is held.
 void release(Entry *entry)
 {
-    if (--entry->users == 0)
+    if (--entry->refCount == 0)
         delete entry;
     else
         entry->changed.notify_all();
@@ -62,7 +62,7 @@ void remove(const qorvexgraph *window)
         return;
     *link = entry->next;
     entry->changed.wait(lock, [entry] { return entry->busy == 0; });
-    entry->changed.wait_for(lock, longestSignal, [entry] { return entry->users == 1; });
+    entry->changed.wait_for(lock, signalTimeout, [entry] { return entry->refCount == 1; });
     release(entry);
 }
 
@@ -75,7 +75,7 @@ Guard::Guard(void *context)
     listed = static_cast<qorvexgraph *>(context);
     if (entry->guiThread != std::this_thread::get_id()) {
         counted = entry;
-        ++entry->users;
+        ++entry->refCount;
         ++entry->busy;
     }
 }

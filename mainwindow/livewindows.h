@@ -17,7 +17,7 @@ void add(const qorvexgraph *window);
 /// Takes a window off the list and waits for its callbacks in progress on other threads. Does nothing for a
 /// window that is not listed. GUI thread.
 ///
-/// It waits for a second at most once all of them have come to their signal: a slot of the host's may itself
+/// Once all of them have reached their signal, it waits for at most a second: a slot of the host may itself
 /// wait for the GUI thread, and QObject allows the destruction of a sender while one of its slots runs.
 void remove(const qorvexgraph *window);
 
@@ -34,7 +34,7 @@ public:
     /// Null when the window is gone.
     qorvexgraph *window() const { return listed; }
 
-    /// To be called right before the window's signal is emitted, once.
+    /// To be called once, right before the window's signal is emitted.
     void beforeSignal();
 
 private:

@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr int longestHistory = 50;
+constexpr int maxHistoryLength = 50;
 
 } // namespace
 
@@ -12,7 +12,7 @@ void QLineUpDownEdit::addToHistory(const QString &line)
 {
     if (history.isEmpty() || history.first() != line)
         history.prepend(line);
-    while (history.size() > longestHistory)
+    while (history.size() > maxHistoryLength)
         history.removeLast();
     historyIndex = 0;
 }

@@ -11,8 +11,8 @@ class QLineUpDownEdit : public QLineEdit
 public:
     using QLineEdit::QLineEdit;
 
-    /// Puts a line in front unless it repeats the newest one, and starts recalling from the front again.
-    /// At most 50 lines are kept.
+    /// Prepends a line unless it repeats the newest one, and resets the recall to the newest line. Keeps at
+    /// most 50 lines.
     void addToHistory(const QString &line);
 
     /// The lines entered, newest first.

@@ -16,7 +16,7 @@
 
 qorvexgraph::qorvexgraph()
 {
-    setAsideDamagedFile(settings);
+    quarantineDamagedFile(settings);
     buildTabs();
     commandLine = new QLineUpDownEdit;
     loadHistory(*commandLine, settings);

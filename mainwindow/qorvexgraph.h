@@ -1,7 +1,6 @@
 #pragma once
 
 #include <deque>
-
 #include <QBasicTimer>
 #include <QList>
 #include <QMutex>
@@ -35,7 +34,7 @@ public:
     /// inside a call of the driver library that the window makes.
     ~qorvexgraph() override;
 
-    /// Sends a text as it stands to the first board; does nothing without a board or while detached.
+    /// Sends a text unchanged to the first board; does nothing without a board or while detached.
     void SendCommand(const char *command) override;
 
     /// Settings store that the views share.
@@ -54,7 +53,7 @@ signals:
     void PnpHappened();
 
 public slots:
-    /// Attaches, or re-enumerates the boards when attached. Inside an attach it is put off until that has
+    /// Attaches, or re-enumerates the boards when attached. Inside an attach it is deferred until that has
     /// ended; inside a detach it does nothing. Called by PnpHappened(), it does nothing from a detach until
     /// the next binding is created.
     void AttachHardware();
@@ -80,7 +79,7 @@ private:
     void openLibrary();
     void enumerateDevices();
     void detachFromHardware();
-    void quietBoards();
+    void sendClosingCommands();
     void sendTypedCommand(const QString &command);
     void enqueue(_DataPacket *packet);
     _DataPacket *takeFirstPacket();
@@ -104,7 +103,9 @@ private:
     bool isAttaching = false;
     bool isDetaching = false;
     QBasicTimer attachTimer;     ///< runs while an attach is deferred by one in progress
-    QStringList waitingCommands; ///< typed while the library was being opened, and after those
+    QStringList waitingCommands; ///< typed while the library was being opened, or behind such a command
     int dispatchDepth = 0;
     QBasicTimer dispatchTimer; ///< runs while packets wait for all dispatches to return
+
+    friend struct Inspect;
 };

@@ -7,9 +7,9 @@
 /// Called on the driver's threads without a lock, on purpose: a stale value keeps or drops one report more.
 namespace ratelimiter {
 
-/// Whether a report that arrives now comes too soon after the one that last restarted the clock. Always true
+/// Whether a report that arrives now is too soon after the one that last restarted the clock. Always true
 /// before the first restart.
-/// \param thresholdMs a report that comes exactly this long after the last one still comes too soon
+/// \param thresholdMs a report that arrives exactly this long after the last one is still too soon
 bool comesTooSoon(int thresholdMs);
 
 /// Restarts the clock when a report is kept.

@@ -1,7 +1,6 @@
 #include "settingsfile.h"
 
 #include <new>
-
 #include <QFile>
 #include <QSettings>
 
@@ -19,7 +18,7 @@ bool isDecodable(const QSettings &settings)
 
 } // namespace
 
-void setAsideDamagedFile(QSettings &settings)
+void quarantineDamagedFile(QSettings &settings)
 {
     if (isDecodable(settings))
         return;
@@ -27,11 +26,11 @@ void setAsideDamagedFile(QSettings &settings)
     settings.setFallbacksEnabled(false);
     if (isDecodable(settings))
         return;
-    const QString aside = settings.fileName() + QLatin1String(".damaged-");
+    const QString newName = settings.fileName() + QLatin1String(".damaged-");
     int number = 1;
-    while (QFile::exists(aside + QString::number(number)))
+    while (QFile::exists(newName + QString::number(number)))
         ++number;
-    QFile::rename(settings.fileName(), aside + QString::number(number));
+    QFile::rename(settings.fileName(), newName + QString::number(number));
     settings.sync();
     settings.setFallbacksEnabled(true);
     settings.setFallbacksEnabled(isDecodable(settings));

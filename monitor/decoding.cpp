@@ -1,7 +1,7 @@
-#include "monitor.h"
+#include "decoding.h"
 
 #include "datapacket.h"
-#include "decoding.h"
+#include "monitor.h"
 
 namespace {
 
@@ -16,11 +16,6 @@ _DataPacket *newDummyPacket()
     packet->checksum = qChecksum("HH", 2);
     return packet;
 }
-
-/// The names of values in reports, for the translators.
-[[maybe_unused]] constexpr const char *valueNames[] = {QT_TRANSLATE_NOOP("monitor", "Teacher"),
-                                                       QT_TRANSLATE_NOOP("monitor", "Student"),
-                                                       QT_TRANSLATE_NOOP("monitor", "Unknown: %1")};
 
 std::string translated(const char *english)
 {
@@ -79,7 +74,7 @@ void monitor::addText(const _DataPacket &packet)
 
 void monitor::completeLine(const _DataPacket &packet)
 {
-    // A line that ends too soon after the packet before it is dropped.
+    // A line that ends too soon after the previous packet is dropped.
     if (previousPacket->time.msecsTo(packet.time) > reports::lineGapMs) {
         const QString text = pendingText;
         AddData(text, QString());

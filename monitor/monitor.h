@@ -46,9 +46,9 @@ public:
     void saveSettings();
 
 public slots:
-    /// Shows pending text that the board left without a line end.
+    /// Flushes pending text that has no line end yet.
     void OnTimerAddRest();
-    /// Takes over the family and keeps the size.
+    /// Applies the font's family; keeps the current size.
     void OnChangedFont(const QFont &font);
     /// \param text point size in decimal
     void OnChangedFontSize(const QString &text);
@@ -72,14 +72,16 @@ private:
     QStandardItemModel *model = nullptr;   ///< the rows, one column
     _DataPacket *previousPacket = nullptr; ///< the last packet shown; never freed, by design
     QString pendingText;                   ///< characters of a text line that is not shown yet
-    QTimer pendingTextTimer;               ///< shows pendingText when no line end comes
+    QTimer pendingTextTimer;               ///< flushes pendingText when no line end arrives
     QFont monitorFont;
     QCheckBox *logCheckBox = nullptr;
     QTreeView *treeView = nullptr;
     QLabel *lastRowLabel = nullptr; ///< repeats the newest row
-    QList<QString> reservedTexts;   ///< read and written by nothing
-    QList<QString> reservedNames;   ///< read and written by nothing
+    QList<QString> reservedTexts;   ///< not used
+    QList<QString> reservedNames;   ///< not used
     bool logEnabled = false;
     SteadyLayout *column = nullptr; ///< layout of the whole tab
     FramePacer *pacer = nullptr;    ///< coalesces the repaints that rows request
+
+    friend struct Inspect;
 };

@@ -1,5 +1,3 @@
-#include "monitor.h"
-
 #include <QLabel>
 #include <QStandardItemModel>
 #include <QTreeView>
@@ -8,6 +6,7 @@
 #include "daylog.h"
 #include "decoding.h"
 #include "framepacer.h"
+#include "monitor.h"
 #include "rowdelegate.h"
 #include "steadylayout.h"
 
@@ -57,7 +56,7 @@ void monitor::AddData(const unsigned char *bytes, unsigned int length)
 void monitor::OnTimerAddRest()
 {
     pendingTextTimer.stop();
-    // A slot of the host's may run the event loop, in which another text is taken in.
+    // A slot of the host may run the event loop, in which more text may arrive.
     const QString text = pendingText;
     AddData(text, QString());
     pendingText = QString();

@@ -11,7 +11,7 @@ inline constexpr char orvexLibraryName[] = "liborvexboardex.so.1";
 /// Called by the driver library on a thread of its own for each report of a board.
 using OrvexDataCallback = void (*)(int device, const unsigned char *data, unsigned int length, void *context);
 
-/// Called by the driver library on a thread of its own when boards come or go.
+/// Called by the driver library on a thread of its own when boards are plugged in or out.
 using OrvexPnpCallback = void (*)(void *context);
 
 /// The driver library's record of one board. The caller zero-fills it and sets `recordKind`;

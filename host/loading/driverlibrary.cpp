@@ -1,11 +1,11 @@
 #include "driverlibrary.h"
 
-#include "entrypoints.h"
-#include "paths.h"
-
 #include <dlfcn.h>
 #include <QFile>
 #include <QFileInfo>
+
+#include "entrypoints.h"
+#include "paths.h"
 
 namespace {
 

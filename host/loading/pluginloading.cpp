@@ -1,15 +1,15 @@
 #include "pluginloading.h"
 
-#include "paths.h"
-#include "tendroplugininterface.h"
-#include "thrown.h"
-
 #include <algorithm>
 #include <QCoreApplication>
 #include <QDir>
 #include <QJsonObject>
 #include <QLibrary>
 #include <QPluginLoader>
+
+#include "paths.h"
+#include "tendroplugininterface.h"
+#include "thrown.h"
 
 namespace {
 
@@ -83,7 +83,7 @@ void loadPlugin(const QString &path, PluginScan &scan)
         }
     }
     if (!reason.isEmpty())
-        scan.refusals += path + QStringLiteral(": ") + reason;
+        scan.errors += path + QStringLiteral(": ") + reason;
 }
 
 /// The library files of the folders, each once, by its real name.

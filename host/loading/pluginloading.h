@@ -1,10 +1,10 @@
 #pragma once
 
-#include "category.h"
-
 #include <memory>
 #include <QStringList>
 #include <vector>
+
+#include "category.h"
 
 class QPluginLoader;
 class TendroPluginInterface;
@@ -39,13 +39,13 @@ struct PluginScan
     std::vector<LoadedPlugin> plugins;
     /// A line for each library file that is no tool, or one with the id of a tool before it: the file and the
     /// reason.
-    QStringList refusals;
+    QStringList errors;
 };
 
 /// Where the build (../plugin) and the installation put plugins, as seen from the running program.
 QStringList defaultPluginFolders();
 
-/// Loads each library in the folders; other files are passed over, and a file is loaded once only.
+/// Loads each library in the folders; other files are ignored, and a file is loaded once.
 PluginScan scanPlugins(const QStringList &folders);
 
 /// "id<TAB>category<TAB>version<TAB>file" and a line end.

@@ -1,8 +1,8 @@
 #include "faultmenu.h"
 
-#include "captions.h"
-
 #include <QAction>
+
+#include "captions.h"
 
 FaultMenu::FaultMenu(const Simulation &simulation, QWidget *parent)
     : QMenu(tr("&Fault"), parent)

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "simulation.h"
-
 #include <QMenu>
+
+#include "simulation.h"
 
 /// The faults that the simulator knows, each with a sentence that says what it does. A fault that lasts has a
 /// tick box, checked while it is on.

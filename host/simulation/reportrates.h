@@ -1,10 +1,10 @@
 #pragma once
 
-#include "simulation.h"
-
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QTimer>
+
+#include "simulation.h"
 
 /// Shows, once a second, how many reports a second the simulated boards send and how many are delivered to
 /// the tool.

@@ -1,13 +1,13 @@
 #include "scenariomenu.h"
 
-#include "captions.h"
-
 #include <algorithm>
 #include <QActionGroup>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
+
+#include "captions.h"
 
 ScenarioMenu::ScenarioMenu(const Simulation &simulation, QWidget *parent)
     : QMenu(parent)

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "simulation.h"
-
 #include <QMenu>
+
+#include "simulation.h"
 
 class QActionGroup;
 

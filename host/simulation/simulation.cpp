@@ -1,8 +1,5 @@
 #include "simulation.h"
 
-#include "driverlibrary.h"
-#include "entrypoints.h"
-
 #include <algorithm>
 #include <array>
 #include <dlfcn.h>
@@ -10,6 +7,9 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+
+#include "driverlibrary.h"
+#include "entrypoints.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "orvexsim.h"
-
 #include <optional>
 #include <QString>
 #include <QStringList>
 #include <vector>
+
+#include "orvexsim.h"
 
 /// Controls the stand-in driver library through functions that are looked up by name: the host does not link
 /// it, and works without it.
@@ -24,9 +24,9 @@ public:
         QString title;
     };
     std::vector<Scenario> scenarios() const;
-    /// Empty when the one that the environment names was refused.
+    /// Empty when the one that the environment names was rejected.
     QString currentScenario() const;
-    /// \return empty, or why the scenario was refused; then nothing has changed
+    /// \return empty, or why the scenario was rejected; then nothing has changed
     QString choose(const QString &scenario) const;
 
     QStringList faults() const;

@@ -2,11 +2,11 @@
 
 class QSettings;
 
-/// What a tab needs of the window that it belongs to. GUI thread.
+/// What a tab uses of its window. GUI thread.
 class TabWindow
 {
 public:
-    /// Sends a text as it stands to the first board; does nothing without a board or while detached.
+    /// Sends a text unchanged to the first board; does nothing without a board or while detached.
     virtual void SendCommand(const char *command) = 0;
 
     /// Settings store, owned by the window.

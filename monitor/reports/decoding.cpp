@@ -20,11 +20,6 @@ bool isAdc(const Bytes &bytes)
            read(reportSubType, bytes) == adc.subType;
 }
 
-bool hasSubTypes(Type type)
-{
-    return type == SignalReport;
-}
-
 bool isSentLength(Type type, std::int64_t length)
 {
     for (const Layout *layout : layouts) {
@@ -67,8 +62,7 @@ const Layout *layoutOf(const Bytes &bytes)
         return nullptr;
     const auto type = read(reportType, bytes);
     for (const Layout *layout : layouts) {
-        if (layout->type == type &&
-            (!hasSubTypes(layout->type) || layout->subType == read(reportSubType, bytes)))
+        if (layout->type == type && (layout->subType == 0 || layout->subType == read(reportSubType, bytes)))
             return layout;
     }
     return nullptr;

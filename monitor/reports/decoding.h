@@ -41,9 +41,9 @@ Row rawRow(const Bytes &bytes);
 /// can print it, otherwise a dot.
 void appendPrintable(std::string &text, unsigned char byte);
 
-/// A line is shown only if its end comes more than this long after the packet before it.
+/// A line is shown only if its end arrives more than this long after the previous packet.
 inline constexpr int lineGapMs = 30;
-/// Text without a line end is shown after this long without more text.
+/// Text without a line end is shown this long after the last text.
 inline constexpr int lineFlushDelayMs = 300;
 
 } // namespace reports

@@ -25,6 +25,9 @@ enum ByteOrder : std::uint8_t
     BigEndian,
 };
 
+/// Marks a value's name for the translators, in the context of the view that translates it.
+#define VALUE_NAME(context, text) text
+
 /// A value's name in English. Views translate it.
 struct NamedValue
 {

@@ -24,7 +24,7 @@ enum Type : std::uint8_t
 
 enum class RateLimit : std::uint8_t
 {
-    Limited,  ///< dropped when it comes too soon after a report that restarted the clock; otherwise kept
+    Limited,  ///< dropped when too soon after a report that restarted the clock; otherwise kept
               ///< and restarts it
     Restarts, ///< always kept; restarts the clock
     None,     ///< always kept; leaves the clock alone
@@ -82,10 +82,10 @@ struct Layout
         noSuchField();
     }
 
-    const char *name;
+    const char *name; ///< as scenarios of the simulator name it
     const char *report;
     Type type;
-    std::uint8_t subType;    ///< 0 where the kind has none
+    std::uint8_t subType;    ///< 0 for a type without sub-types
     std::uint8_t sentLength; ///< number of bytes that boards send, and value of the length byte
     const Field *fields;
     std::size_t fieldCount;
@@ -112,7 +112,7 @@ inline constexpr Field signal1Fields[] = {
     {"frequencyRaw", "Freq", 37, Width::Two, Signed},
 };
 inline constexpr Layout signal1{
-    "signal1",
+    "signal-1",
     "SignalReport",
     SignalReport,
     1,
@@ -131,7 +131,7 @@ inline constexpr Field signal2Fields[] = {
     {"norm120", "Norm 120", 26, Width::Two, Signed},
 };
 inline constexpr Layout signal2{
-    "signal2",
+    "signal-2",
     "SignalReport",
     SignalReport,
     2,
@@ -140,14 +140,14 @@ inline constexpr Layout signal2{
     "Raw 0: {raw0:5}   60: {raw60:5}   120: {raw120:5} / Integs: {integrations:3}/ "
     "Norm 0: {norm0:5}   60 {norm60:5}   120: {norm120:5}"};
 
-/// Summary of the signal quality. The three qualities stand in slots of three bytes.
+/// Summary of the signal quality. The three qualities have slots of three bytes each.
 inline constexpr Field signal3Fields[] = {
     {"qualityFlag", "Flag", 3, Width::One, Unsigned},   {"qualityPass", "Pass", 4, Width::One, Unsigned},
     {"averageQuality", "AvQ", 6, Width::Two, Signed},   {"minimumQuality", "MinQ", 9, Width::Two, Signed},
     {"maximumQuality", "MaxQ", 12, Width::Two, Signed},
 };
 inline constexpr Layout signal3{
-    "signal3",
+    "signal-3",
     "SignalReport",
     SignalReport,
     3,
@@ -164,7 +164,7 @@ inline constexpr Field signal4Fields[] = {
     {"integrations", "Integs", 9, Width::One, Unsigned},
 };
 inline constexpr Layout signal4{
-    "signal4",
+    "signal-4",
     "SignalReport",
     SignalReport,
     4,
@@ -180,7 +180,7 @@ inline constexpr Field signal5Fields[] = {
     {"norm120", "Norm 120", 14, Width::Two, Signed},
 };
 inline constexpr Layout signal5{
-    "signal5",
+    "signal-5",
     "SignalReport",
     SignalReport,
     5,
@@ -202,7 +202,7 @@ inline constexpr Field signal6Fields[] = {
     {"fullY", "Y (second)", 21, Width::Four, Unsigned},
 };
 inline constexpr Layout signal6{
-    "signal6",
+    "signal-6",
     "SignalReport",
     SignalReport,
     6,
@@ -250,14 +250,15 @@ inline constexpr Layout phase{
     "DC Offsets: 0: {dcOffset0:5}  60: {dcOffset60:5}  120 {dcOffset120:5}"};
 
 /// Which pen is in use, and its buttons.
-inline constexpr NamedValue penKinds[] = {{0, "Teacher"}, {1, "Student"}};
-inline constexpr ValueNames penKindNames{penKinds, 2, "Unknown: %1"};
+inline constexpr NamedValue penKinds[] = {{0, VALUE_NAME("monitor", "Teacher")},
+                                          {1, VALUE_NAME("monitor", "Student")}};
+inline constexpr ValueNames penKindNames{penKinds, 2, VALUE_NAME("monitor", "Unknown: %1")};
 inline constexpr Field penIdentityFields[] = {
     {"penKind", "Pen", 3, Width::Two, Unsigned, LittleEndian, 0xFFFFFFFF, &penKindNames},
     {"quality", "Q", 5, Width::Two, Signed},
     {"buttons", "Button", 7, Width::Two, Signed},
 };
-inline constexpr Layout penIdentity{"penIdentity",
+inline constexpr Layout penIdentity{"pen-identity",
                                     "PenIdentityReport",
                                     PenIdentityReport,
                                     0,
@@ -275,7 +276,7 @@ inline constexpr Field dualPenFields[] = {
     {"pen2Y", "second pen Y", 20, Width::Four, Signed},
     {"pen2Flags", "second pen Flag", 24, Width::Two, Unsigned},
 };
-inline constexpr Layout dualPen{"dualPen",
+inline constexpr Layout dualPen{"dual-pen",
                                 "DualPenReport",
                                 DualPenReport,
                                 0,

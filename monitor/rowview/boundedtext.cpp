@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr int longestShown = 8192; ///< characters; wider than any screen, and laid out in milliseconds
+constexpr int maxShownLength = 8192; ///< characters: wider than any screen, laid out in milliseconds
 constexpr QChar ellipsis(0x2026);
 
 QSize sizeOf(const QLabel *label, const QString &text)
@@ -22,22 +22,22 @@ QSize sizeOf(const QLabel *label, const QString &text)
 
 QString shownPart(const QString &text)
 {
-    return text.size() > longestShown ? text.left(longestShown) + ellipsis : text;
+    return text.size() > maxShownLength ? text.left(maxShownLength) + ellipsis : text;
 }
 
 QSize BoundedLabel::sizeHint() const
 {
-    return text().size() > longestShown ? sizeOf(this, shownPart(text())) : QLabel::sizeHint();
+    return text().size() > maxShownLength ? sizeOf(this, shownPart(text())) : QLabel::sizeHint();
 }
 
 QSize BoundedLabel::minimumSizeHint() const
 {
-    return text().size() > longestShown ? sizeHint() : QLabel::minimumSizeHint();
+    return text().size() > maxShownLength ? sizeHint() : QLabel::minimumSizeHint();
 }
 
 void BoundedLabel::paintEvent(QPaintEvent *event)
 {
-    if (text().size() <= longestShown) {
+    if (text().size() <= maxShownLength) {
         QLabel::paintEvent(event);
         return;
     }

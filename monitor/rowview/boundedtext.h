@@ -2,8 +2,8 @@
 
 #include <QLabel>
 
-// A board that sends text without line ends makes rows of a million characters. They are kept whole; laying
-// them out would stall the GUI thread for a second each, so only their beginning is measured and painted.
+// A board that sends text without line ends makes rows of a million characters. They are kept whole, but only
+// their beginning is measured and painted: laying out all of one would block the GUI thread for a second.
 
 /// The part of a text that is shown: all of it, or the first 8192 characters and an ellipsis.
 QString shownPart(const QString &text);

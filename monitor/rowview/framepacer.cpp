@@ -1,10 +1,9 @@
 #include "framepacer.h"
 
-#include <utility>
-
 #include <QHeaderView>
 #include <QScrollBar>
 #include <QTreeView>
+#include <utility>
 
 namespace {
 
@@ -39,7 +38,7 @@ void FramePacer::pace()
         frameEnd.start(frameMs - static_cast<int>(ms), Qt::PreciseTimer, this);
 }
 
-/// Parents come before their children. Looked up each time, since a host may replace header and scroll bars.
+/// Parents first. Looked up each time, since a host may replace header and scroll bars.
 FramePacer::Widgets FramePacer::widgets() const
 {
     QScrollBar *vertical = view->verticalScrollBar();
@@ -87,7 +86,7 @@ void FramePacer::timerEvent(QTimerEvent *)
 {
     frameEnd.stop();
     sinceFrame.start();
-    // A host's slot may run the event loop while a blocker is in scope.
+    // A slot of the host may run the event loop while a blocker is in scope.
     unblock();
     const Widgets paced = widgets();
     for (const QPointer<QWidget> &widget : paced)

@@ -11,9 +11,9 @@ class QWidget;
 
 /// Coalesces the repaints of a view, and of another widget, to one per frame, and one for a layout after it.
 ///
-/// A change that comes at least one frame after the last repaint is painted at once. Those that follow sooner
-/// are painted when the frame ends, also while a slot runs an event loop of its own. render() and grab() show
-/// the current state at any time. GUI thread only.
+/// A change at least one frame after the last repaint is painted at once. Those that follow sooner
+/// are painted when the frame ends, also inside a nested event loop. render() and grab() show the current
+/// state at any time. GUI thread only.
 class FramePacer : public QObject
 {
     // Without Q_OBJECT: neither signals nor slots.
@@ -41,6 +41,8 @@ private:
     QElapsedTimer sinceFrame; ///< invalid before the first one
     QBasicTimer frameEnd;     ///< runs while repaints are deferred
     Widgets blocked;
+
+    friend struct Inspect;
 };
 
 /// Suppresses update() of the paced widgets while in scope, or until the frame ends, if repaints are

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
-
 #include <QApplication>
 #include <QPaintEngine>
 #include <QPainter>
@@ -13,7 +12,7 @@
 
 namespace {
 
-constexpr int maxKept = 256; ///< texts; a view holds 151 rows
+constexpr int maxCached = 256; ///< texts; a view holds 151 rows
 
 /// Whether a style draws items as QCommonStyle does.
 bool isCommonStyle(const QStyle *style)
@@ -112,9 +111,9 @@ QSize RowDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelInde
     initStyleOption(&item, index);
     if (!isPlainItem(item) || index.data(Qt::SizeHintRole).isValid())
         return QStyledItemDelegate::sizeHint(option, index);
-    noticeScreen(item.widget);
+    checkScreen(item.widget);
     const QMetaObject *style = QApplication::style()->metaObject();
-    if (hints.size() >= maxKept || hintFont != item.font || hintStyle != style) {
+    if (hints.size() >= maxCached || hintFont != item.font || hintStyle != style) {
         hints.clear();
         hintFont = item.font;
         hintStyle = style;
@@ -145,9 +144,9 @@ bool RowDelegate::isPlainView(const QWidget *view) const
     return true;
 }
 
-/// Drops what is kept when the view has moved to a screen of another resolution; fonts that differ by it are
-/// equal.
-void RowDelegate::noticeScreen(const QWidget *view) const
+/// Clears the caches when the view has moved to a screen of another resolution. They are keyed by font, and
+/// fonts compare equal across resolutions.
+void RowDelegate::checkScreen(const QWidget *view) const
 {
     if (view->logicalDpiY() == screenDpi)
         return;
@@ -159,7 +158,7 @@ void RowDelegate::noticeScreen(const QWidget *view) const
 /// The layout of a text in the painter's font.
 QStaticText &RowDelegate::layoutOf(const QString &text, const QPainter *painter) const
 {
-    const bool isFull = layouts.size() >= maxKept && !layouts.contains(text);
+    const bool isFull = layouts.size() >= maxCached && !layouts.contains(text);
     if (isFull || layoutFont != painter->font()) {
         layouts.clear();
         layoutFont = painter->font();
@@ -175,7 +174,7 @@ QStaticText &RowDelegate::layoutOf(const QString &text, const QPainter *painter)
 /// \return false, with nothing painted, for a text that is larger than the item
 bool RowDelegate::paintPlain(QPainter *painter, const QStyleOptionViewItem &item) const
 {
-    noticeScreen(item.widget);
+    checkScreen(item.widget);
     painter->setFont(item.font);
     const QStaticText &layout = layoutOf(item.text, painter);
     const int margin = textMargin(item.widget);

@@ -27,16 +27,18 @@ public:
 private:
     bool isPlainItem(const QStyleOptionViewItem &item) const;
     bool isPlainView(const QWidget *view) const;
-    void noticeScreen(const QWidget *view) const;
+    void checkScreen(const QWidget *view) const;
     QStaticText &layoutOf(const QString &text, const QPainter *painter) const;
     bool paintPlain(QPainter *painter, const QStyleOptionViewItem &item) const;
 
     const QString ownStyleSheet;
-    const bool ownStyleSheetIsOneRule;           ///< a font's name from the settings may bring others
-    mutable int screenDpi = 0;                   ///< of what is kept
+    const bool ownStyleSheetIsOneRule;           ///< a font's name from the settings may add rules
+    mutable int screenDpi = 0;                   ///< of the cached layouts and hints
     mutable QHash<QString, QStaticText> layouts; ///< of the texts painted last, in layoutFont
     mutable QFont layoutFont;
     mutable QHash<QString, QSize> hints; ///< of the texts measured last, with hintFont and hintStyle
     mutable QFont hintFont;
     mutable const QMetaObject *hintStyle = nullptr;
+
+    friend struct Inspect;
 };

@@ -6,7 +6,6 @@
 // JSON.
 
 #include <cstdio>
-
 #include <QFile>
 #include <QJsonDocument>
 #include <QSaveFile>

@@ -3,10 +3,9 @@
 #include <csignal>
 #include <optional>
 #include <string>
+#include <sys/types.h>
 #include <utility>
 #include <vector>
-
-#include <sys/types.h>
 
 namespace recorder {
 

@@ -1,13 +1,8 @@
 #include "boundary.h"
-#include "ctext.h"
-#include "journal.h"
+#include "calllog.h"
 #include "library.h"
 #include "orvexsim.h"
-#include "scenariofolder.h"
 #include "scenarioreader.h"
-
-#include <algorithm>
-#include <iterator>
 
 namespace {
 
@@ -42,13 +37,6 @@ bool put(const std::optional<Counts> &counts, unsigned long long *sent, unsigned
     if (counts && delivered)
         *delivered = counts->delivered;
     return counts.has_value();
-}
-
-std::string titleOf(const std::string &name)
-{
-    std::string complaint;
-    const auto scenario = readScenario(scenariofolder::fileOf(name), complaint);
-    return scenario ? scenario->title : complaint;
 }
 
 } // namespace
@@ -125,19 +113,21 @@ ORVEXSIM_EXPORT int orvexsim_wait_delivered(unsigned long long count, unsigned i
 
 ORVEXSIM_EXPORT int orvexsim_scenario_count()
 {
-    return ask(0, [](Library &) { return static_cast<int>(scenariofolder::names().size()); });
+    return ask(0, [](Library &) { return static_cast<int>(scenarioNames().size()); });
 }
 
 ORVEXSIM_EXPORT int orvexsim_scenario(int index, char *name, unsigned int nameSize, char *title,
                                       unsigned int titleSize)
 {
     return done([&](Library &) {
-        const auto names = scenariofolder::names();
+        const auto names = scenarioNames();
         if (index < 0 || static_cast<std::size_t>(index) >= names.size())
             return false;
         const std::string &found = names[static_cast<std::size_t>(index)];
+        std::string error;
+        const auto scenario = readScenario(scenarioFile(found), error);
         copyText(found, name, nameSize);
-        copyText(titleOf(found), title, titleSize);
+        copyText(scenario ? scenario->title : error, title, titleSize);
         return true;
     });
 }
@@ -155,8 +145,7 @@ ORVEXSIM_EXPORT int orvexsim_current_scenario(char *buffer, unsigned int size)
 ORVEXSIM_EXPORT const char *orvexsim_fault(int index)
 {
     const auto number = static_cast<std::size_t>(index);
-    return number < faults().size() ? faults()[number].name.data()
-                                    : nullptr; // literals, which end in a zero byte
+    return number < faults().size() ? faults()[number].name.data() : nullptr; // a literal, zero-terminated
 }
 
 ORVEXSIM_EXPORT const char *orvexsim_fault_text(const char *fault)
@@ -185,12 +174,12 @@ ORVEXSIM_EXPORT int orvexsim_last_error(char *buffer, unsigned int size)
 
 ORVEXSIM_EXPORT unsigned long long orvexsim_journal_length()
 {
-    return ask(0ULL, [](Library &) { return Journal::instance().length(); });
+    return ask(0ULL, [](Library &) { return CallLog::instance().length(); });
 }
 
 ORVEXSIM_EXPORT int orvexsim_journal(unsigned long long from, OrvexsimCall *calls, int capacity)
 {
-    return ask(0, [&](Library &) { return Journal::instance().read(from, calls, capacity); });
+    return ask(0, [&](Library &) { return CallLog::instance().read(from, calls, capacity); });
 }
 
 ORVEXSIM_EXPORT int orvexsim_calibration(int, int, unsigned char *)

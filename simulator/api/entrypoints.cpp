@@ -1,13 +1,13 @@
 #include "entrypoints.h"
 
-#include "boundary.h"
-#include "journal.h"
-#include "library.h"
-#include "textlines.h"
-
 #include <algorithm>
 #include <chrono>
 #include <thread>
+
+#include "boundary.h"
+#include "calllog.h"
+#include "encoding.h"
+#include "library.h"
 
 namespace {
 
@@ -24,95 +24,82 @@ struct Unsimulated
 #undef DEFINE_UNSIMULATED
 };
 
-/// The entry points that do something.
-struct Simulated : Unsimulated
-{
-    static int orvexAttach() { return Library::instance().attach(); }
-    static void orvexDetach() { Library::instance().detach(); }
-    static int orvexGetDeviceCount();
-    static std::uint8_t orvexEnumDeviceInfo(int index, _ORVEX_DEVICE_INFO *info);
-    static void orvexSetCallback(int device, OrvexDataCallback callback, void *context);
-    static void orvexClearCallback(int device, OrvexDataCallback callback, void *context);
-    static void orvexSetPnpCallback(OrvexPnpCallback callback, void *context);
-    static int orvexSendCommand(int device, const char *command);
-};
-
 template <typename Callback>
 Listeners::Function asFunction(Callback callback)
 {
     return reinterpret_cast<Listeners::Function>(callback);
 }
 
-int Simulated::orvexGetDeviceCount()
+/// The entry points that do something.
+struct Simulated : Unsimulated
 {
-    return Library::instance().locked([](Library::State &now) {
-        const int count = static_cast<int>(now.plugged.all().size()) + now.standing.countLie;
-        return now.attachment ? std::max(0, count) : 0;
-    });
-}
+    static int orvexAttach() { return Library::instance().attach(); }
+    static void orvexDetach() { Library::instance().detach(); }
 
-std::uint8_t Simulated::orvexEnumDeviceInfo(int index, _ORVEX_DEVICE_INFO *info)
-{
-    return Library::instance().locked([&](Library::State &now) -> std::uint8_t {
-        const auto number = static_cast<std::size_t>(index);
-        const bool known = now.attachment && number < now.plugged.all().size();
-        if (!known || now.standing.failingIndexes.count(index) > 0 || !info ||
-            info->recordKind != deviceInfoKind)
-            return 0;
-        info->deviceId = now.plugged.all()[number].plan.id;
-        return 1;
-    });
-}
-
-void Simulated::orvexSetCallback(int device, OrvexDataCallback callback, void *context)
-{
-    for (const auto &board : Library::instance().boardsWith(device))
-        board->addListener(asFunction(callback), context);
-}
-
-// The library has no remover of plug-and-play callbacks: this one takes out both sorts.
-void Simulated::orvexClearCallback(int device, OrvexDataCallback callback, void *context)
-{
-    for (const auto &board : Library::instance().boardsWith(device))
-        board->removeListener(asFunction(callback), context);
-    const auto attachment = Library::instance().attachment();
-    if (attachment && device == 0)
-        attachment->removeListener(asFunction(callback), context);
-}
-
-void Simulated::orvexSetPnpCallback(OrvexPnpCallback callback, void *context)
-{
-    if (const auto attachment = Library::instance().attachment())
-        attachment->addListener(asFunction(callback), context);
-}
-
-/// What a library does that calls back before a call of its own has returned.
-void deliverWithin(Board &board)
-{
-    const Report report = textReport(reports::TextReport, plainLine("within the command"));
-    board.deliver(report.data(), static_cast<unsigned int>(report.size()));
-}
-
-int Simulated::orvexSendCommand(int device, const char *command)
-{
-    if (!command)
-        return -1;
-    const StandingFaults wrong = Library::instance().locked([](Library::State &now) {
-        StandingFaults taken = now.standing;
-        now.standing.commandDelayMs = 0; // only one command is slow
-        return taken;
-    });
-    std::this_thread::sleep_for(std::chrono::milliseconds(wrong.commandDelayMs));
-    int result = -1;
-    for (const auto &board : Library::instance().boards()) {
-        const bool addressed = board->id() == device;
-        if (addressed && wrong.callbackInCommand)
-            deliverWithin(*board);
-        board->post(std::string(addressed ? command : ""));
-        result = addressed ? 0 : result;
+    static int orvexGetDeviceCount()
+    {
+        return Library::instance().locked([](Library::State &now) {
+            const int count = static_cast<int>(now.plugged.all().size()) + now.standing.countLie;
+            return now.attachment ? std::max(0, count) : 0;
+        });
     }
-    return result;
-}
+
+    static std::uint8_t orvexEnumDeviceInfo(int index, _ORVEX_DEVICE_INFO *info)
+    {
+        return Library::instance().locked([&](Library::State &now) -> std::uint8_t {
+            const auto number = static_cast<std::size_t>(index);
+            const bool known = now.attachment && number < now.plugged.all().size();
+            if (!known || now.standing.failingIndexes.count(index) > 0 || !info ||
+                info->recordKind != deviceInfoKind)
+                return 0;
+            info->deviceId = now.plugged.all()[number].plan.id;
+            return 1;
+        });
+    }
+
+    static void orvexSetCallback(int device, OrvexDataCallback callback, void *context)
+    {
+        for (const auto &board : Library::instance().boardsWith(device))
+            board->addListener(asFunction(callback), context);
+    }
+
+    // The library cannot remove hot-plug callbacks by another name: this removes both sorts.
+    static void orvexClearCallback(int device, OrvexDataCallback callback, void *context)
+    {
+        for (const auto &board : Library::instance().boardsWith(device))
+            board->removeListener(asFunction(callback), context);
+        const auto attachment = Library::instance().attachment();
+        if (attachment && device == 0)
+            attachment->removeListener(asFunction(callback), context);
+    }
+
+    static void orvexSetPnpCallback(OrvexPnpCallback callback, void *context)
+    {
+        if (const auto attachment = Library::instance().attachment())
+            attachment->addListener(asFunction(callback), context);
+    }
+
+    static int orvexSendCommand(int device, const char *command)
+    {
+        if (!command)
+            return -1;
+        const StandingFaults wrong = Library::instance().locked([](Library::State &now) {
+            StandingFaults taken = now.standing;
+            now.standing.commandDelayMs = 0; // only one command is slow
+            return taken;
+        });
+        std::this_thread::sleep_for(std::chrono::milliseconds(wrong.commandDelayMs));
+        int result = -1;
+        for (const auto &board : Library::instance().boards()) {
+            const bool addressed = board->id() == device;
+            if (addressed && wrong.callbackInCommand)
+                board->deliver(textReport(reports::TextReport, plainLine("within the command")));
+            board->post(std::string(addressed ? command : ""));
+            result = addressed ? 0 : result;
+        }
+        return result;
+    }
+};
 
 } // namespace
 
@@ -120,7 +107,7 @@ int Simulated::orvexSendCommand(int device, const char *command)
     extern "C" ORVEXSIM_EXPORT returns name parameters                                                       \
     {                                                                                                        \
         return guarded(fallback::name, [&]() -> returns {                                                    \
-            Journal::instance().call(#name) arguments;                                                       \
+            CallLog::instance().call(#name) arguments;                                                       \
             return Simulated::name arguments;                                                                \
         });                                                                                                  \
     }

@@ -5,6 +5,7 @@
 ///
 /// All of them may be called on any thread, also from within a callback, and none throws. They take effect
 /// whether or not somebody is attached: a board that is plugged in now is there at the next attach.
+/// Texts are truncated to fit and zero-terminated; a buffer of size 0 may be null.
 
 #ifdef __cplusplus
 extern "C" {
@@ -12,13 +13,13 @@ extern "C" {
 
 // Boards.
 
-/// Plugs a board in; the plug-and-play callbacks are then called once, on a thread of the library. A board
-/// that the scenario describes and has not plugged in comes as described, any other as the scenario `default`
-/// has it. \param id any number; a second board may have the same \return 0, or -1 when 32 boards are there
+/// Plugs a board in; the hot-plug callbacks are then called once, on a thread of the library. A board that
+/// the scenario describes and has not plugged in comes as described, any other as the scenario `default` has
+/// it. \param id any number; a second board may have the same \return 0, or -1 when there are 32 boards
 /// already, or they would send more than 20,000 reports a second
 int orvexsim_plug(int id);
 
-/// Pulls the first board with this id out, forgets its callbacks and notifies as orvexsim_plug() does. Called
+/// Unplugs the first board with this id, forgets its callbacks and notifies as orvexsim_plug() does. Called
 /// outside a callback it returns when no callback of the board runs any more.
 /// \return 0, or -1 when there is no such board
 int orvexsim_unplug(int id);
@@ -56,8 +57,7 @@ enum
 int orvexsim_send_on(int thread, int id, const unsigned char *bytes, unsigned int length);
 
 /// How many reports were sent since the library was loaded, and how many callbacks returned from one: with
-/// two callbacks a report that was sent is delivered twice. A board's counts outlive it. Either pointer may
-/// be null.
+/// two callbacks a report is delivered twice. A board's counts outlive it. Either pointer may be null.
 void orvexsim_totals(unsigned long long *sent, unsigned long long *delivered);
 
 /// The same for the boards with one id, those that are gone included.
@@ -74,51 +74,49 @@ int orvexsim_wait_delivered(unsigned long long count, unsigned int timeoutMs);
 /// How many scenarios are shipped with the library.
 int orvexsim_scenario_count(void);
 
-/// Name and title of a shipped scenario, cut where there is no more room and ended with a zero byte.
 /// \param index 0 to orvexsim_scenario_count() - 1, in the order of the names
 /// \return 0, or -1 when there is no such scenario
 int orvexsim_scenario(int index, char *name, unsigned int nameSize, char *title, unsigned int titleSize);
 
-/// Pulls every board out and plugs in those of another scenario. Who is attached stays so and is notified
-/// once. \param scenario name of a shipped one, or path of a file (whatever holds a '/' or ends in ".json")
+/// Unplugs every board and plugs in those of another scenario. Who is attached stays so and is notified once.
+/// \param scenario name of a shipped one, or path of a file (whatever holds a '/' or ends in ".json")
 /// \return 0, or -1 with a line in orvexsim_last_error(); then nothing has changed
 int orvexsim_choose(const char *scenario);
 
-/// Name or path of the scenario in force as it was chosen, cut and ended as in orvexsim_scenario(): "default"
-/// at first, unless the environment variable ORVEXSIM_SCENARIO names another; empty when that one was
-/// refused. \return the length of the whole
+/// Name or path of the scenario in force, as it was chosen: "default" at first, unless the environment
+/// variable ORVEXSIM_SCENARIO names another; empty when that one is not valid. \return the length of the
+/// whole
 int orvexsim_current_scenario(char *buffer, unsigned int size);
 
-/// Name of a fault that orvexsim_trigger() knows, or null from the last one on. The text is never freed.
+/// Name of a fault that orvexsim_trigger() knows, or null behind the last one. The text is never freed.
 /// \param index from 0 on
 const char *orvexsim_fault(int index);
 
 /// What the fault does, in an English sentence, or null when there is no such fault. The text is never freed.
 const char *orvexsim_fault_text(const char *fault);
 
-/// Whether a fault that lasts until it is triggered again is on; a detach or another scenario ends it.
-/// \return 1 or 0, or -1 when the fault does not last or there is none
+/// \return 1 when a fault is on that lasts until it is triggered again, 0 when it is off or nobody is
+///         attached, -1 when the fault does not last or there is none
 int orvexsim_fault_is_on(const char *fault);
 
-/// Lets a fault happen now, with the amounts in the table of faults in README.md: to every board, or to the
-/// first one where that table says so. Faults that last are switched off by being triggered again, or by
-/// another scenario.
-/// \return 0, or -1 with a line in orvexsim_last_error() when there is no such fault, or nobody is attached
+/// Lets a fault happen now, with the default amount of the table of faults in README.md: to every board, or
+/// to the first one where that table says so. A fault that lasts is switched off by being triggered again, or
+/// by another scenario. \return 0, or -1 with a line in orvexsim_last_error() when there is no such fault, or
+/// nobody is attached
 int orvexsim_trigger(const char *fault);
 
-/// The line that tells why the last scenario or fault was refused, without a line feed, cut and ended as in
-/// orvexsim_scenario(); empty as long as none was.
+/// Why the last scenario or fault failed, in one line without a line feed; empty as long as none failed.
 /// \return the length of the whole
 int orvexsim_last_error(char *buffer, unsigned int size);
 
-// The journal: every call of an entry point. It keeps the last 4096.
+// The call log: the last 4096 calls of entry points.
 
 struct OrvexsimCall
 {
     unsigned long long number;       ///< from 0 on
     unsigned long long microseconds; ///< since the library was loaded
     unsigned long long thread;       ///< the caller's, as the system numbers it
-    char text[104];                  ///< as in C, cut and ended: orvexSendCommand(1001, ":MDU0\r")
+    char text[104];                  ///< as in C: orvexSendCommand(1001, ":MDU0\r")
 };
 
 /// How many calls there were since the library was loaded.

@@ -1,10 +1,5 @@
 #pragma once
 
-#include "encoding.h"
-#include "kinds.h"
-#include "pen.h"
-#include "sensor.h"
-
 #include <atomic>
 #include <chrono>
 #include <cstdint>
@@ -13,31 +8,32 @@
 #include <variant>
 #include <vector>
 
-inline constexpr int initialRate = 100;
+#include "encoding.h"
+#include "kinds.h"
+#include "pen.h"
+#include "sensor.h"
+
 inline constexpr int maxRate = 10000;
 inline constexpr int maxTotalRate = 20000;
 inline constexpr std::size_t maxBoards = 32;
 
-/// So many reports at once, of a kind or as they would have come.
+/// Reports at once.
 struct Burst
 {
     int reports;
-    std::optional<Kind> kind{};
+    std::optional<Kind> kind{}; ///< nothing: as they would have come
 };
-/// Nothing for so long.
 struct Pause
 {
     std::chrono::nanoseconds duration;
 };
-/// A report of these bytes.
 struct Raw
 {
     Report bytes;
 };
-/// From now on so many reports a second, for 0 as many as planned.
 struct Rate
 {
-    int perSecond;
+    int perSecond; ///< from now on; 0 as planned
 };
 /// The first half of a report, and the board is gone.
 struct Vanish
@@ -56,14 +52,14 @@ struct BoardPlan
 {
     int id;
     std::uint32_t seed;
-    int rate = initialRate; ///< reports a second, 1 to `maxRate`
+    bool plugged = true; ///< at first
+    int rate = 100;      ///< reports a second, 1 to `maxRate`
     Weights weights = usualWeights;
     bool lines = true;    ///< a greeting, and the line of text for the bar graph about once a second
     bool unknowns = true; ///< a report of an unknown type every four seconds
     PenPath pen{};
-    int adcMax = usualAdcMax;         ///< the highest voltage reading, `adcMin` to 1023
+    int adcMax = usualAdcMax;         ///< the max voltage reading, `adcMin` to 1023
     std::vector<BoardEvent> events{}; ///< in the order of their times
-    /// How many of the events have happened. Shared by all copies: when the board comes back, none happens
-    /// again.
+    /// How many events have happened. Shared by all copies: when the board comes back, none happens again.
     std::shared_ptr<std::atomic<std::size_t>> happened = std::make_shared<std::atomic<std::size_t>>(0);
 };

@@ -3,24 +3,18 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
-#include <type_traits>
+
+#include "signalline.h"
 
 using namespace reports;
 
 namespace {
 
-static_assert(std::size(layouts) == layoutKindCount, "a kind for each layout");
-
 using Values = std::vector<std::int64_t>;
 
-/// A number; a coordinate is rounded.
-template <typename Number>
-void append(Values &values, Number number)
+void append(Values &values, double number)
 {
-    if constexpr (std::is_floating_point_v<Number>)
-        values.push_back(std::llround(number));
-    else
-        values.push_back(number);
+    values.push_back(std::llround(number));
 }
 
 void append(Values &values, const Phases &phases)
@@ -50,59 +44,78 @@ Phases rawOf(const Phases &phases)
 
 Values positionValues(const Measurement &m)
 {
-    const std::int64_t x = std::llround(m.pen.x);
-    const std::int64_t y = std::llround(m.pen.y);
+    const auto x = static_cast<int>(std::lround(m.pen.x));
+    const auto y = static_cast<int>(std::lround(m.pen.y));
     const auto proximity = static_cast<int>(100 * m.pen.strength);
     const auto drive = static_cast<int>(255 * m.pen.strength);
     return list(m.quality, proximity, x, y, x % finePitch, y % finePitch, x / finePitch, y / finePitch, drive,
                 x / finePitch % 2, drive, y / finePitch % 2);
 }
 
-Values phaseValues(const Measurement &m)
+/// What a board sends of one kind.
+struct Sent
 {
-    return list(m.xFine, m.xCoarse, m.yFine, m.yCoarse, m.integrations, m.integrations + 1,
-                m.integrations / 2, m.integrations / 2 + 1, m.qualityX, m.qualityY, m.offset);
-}
-
-/// By kind: the values of its layout's fields, in their order. The bar graph takes the integrator outputs of
-/// signals 4 and 5 for the fine and the normalised ones for the coarse signal of x.
-constexpr Values (*valuesOf[])(const Measurement &m) = {
-    [](const Measurement &m) {
-        return list(static_cast<std::uint16_t>(m.risesX), static_cast<std::uint16_t>(m.risesY), m.xFine,
-                    m.yFine, m.xCoarse, m.yCoarse, m.frequencyRaw);
-    },
-    [](const Measurement &m) { return list(rawOf(m.xFine), m.integrations, m.xFine); },
-    [](const Measurement &m) {
-        return list(m.pen.touches, m.integrations % 4, m.quality, m.minimumQuality, m.maximumQuality);
-    },
-    [](const Measurement &m) { return list(m.xFine, m.integrations); },
-    [](const Measurement &m) { return list(m.xFine, m.integrations, m.xCoarse); },
-    [](const Measurement &m) {
-        return list(m.qualityX, m.qualityY, m.quality, m.minimumQuality, m.maximumQuality, m.risesX % 1000,
-                    m.risesX, m.risesY % 1000, m.risesY);
-    },
-    phaseValues,
-    [](const Measurement &m) { return list(m.studentWrites, m.quality, m.pen.buttons); },
-    [](const Measurement &m) {
-        return list(1, m.pen.x, m.pen.y, flagsOf(m.pen), m.secondPen.x, m.secondPen.y, flagsOf(m.secondPen));
-    },
-    positionValues,
-    [](const Measurement &m) { return list(m.adcRaw); },
+    const Layout *layout;
+    int weight;                               ///< reports in a round, unless a scenario says otherwise
+    Values (*valuesOf)(const Measurement &m); ///< of the layout's fields, in their order
 };
-static_assert(std::size(valuesOf) == layoutKindCount, "values for each kind");
+
+/// In the order of the layouts. The bar graph takes the integrator outputs of signals 4 and 5 for the fine
+/// and the normalised ones for the coarse signal of x. No voltages: one turns it into a meter for good.
+constexpr Sent sent[] = {
+    {&signal1, 5,
+     [](const Measurement &m) {
+         return list(static_cast<std::uint16_t>(m.risesX), static_cast<std::uint16_t>(m.risesY), m.xFine,
+                     m.yFine, m.xCoarse, m.yCoarse, m.frequencyRaw);
+     }},
+    {&signal2, 2, [](const Measurement &m) { return list(rawOf(m.xFine), m.integrations, m.xFine); }},
+    {&signal3, 2,
+     [](const Measurement &m) {
+         return list(m.pen.touches, m.integrations % 4, m.quality, m.minimumQuality, m.maximumQuality);
+     }},
+    {&signal4, 2, [](const Measurement &m) { return list(m.xFine, m.integrations); }},
+    {&signal5, 3, [](const Measurement &m) { return list(m.xFine, m.integrations, m.xCoarse); }},
+    {&signal6, 2,
+     [](const Measurement &m) {
+         return list(m.qualityX, m.qualityY, m.quality, m.minimumQuality, m.maximumQuality, m.risesX % 1000,
+                     m.risesX, m.risesY % 1000, m.risesY);
+     }},
+    {&phase, 2,
+     [](const Measurement &m) {
+         return list(m.xFine, m.xCoarse, m.yFine, m.yCoarse, m.integrations, m.integrations + 1,
+                     m.integrations / 2, m.integrations / 2 + 1, m.qualityX, m.qualityY, m.offset);
+     }},
+    {&penIdentity, 2, [](const Measurement &m) { return list(m.studentWrites, m.quality, m.pen.buttons); }},
+    {&dualPen, 2,
+     [](const Measurement &m) {
+         return list(1, m.pen.x, m.pen.y, flagsOf(m.pen), m.secondPen.x, m.secondPen.y, flagsOf(m.secondPen));
+     }},
+    {&position, 2, positionValues},
+    {&adc, 0, [](const Measurement &m) { return list(m.adcRaw); }},
+};
+static_assert(std::size(sent) == std::size(layouts), "what is sent of each layout");
 
 } // namespace
 
+const Weights usualWeights = [] {
+    Weights weights{};
+    std::size_t kind = 0;
+    for (const Sent &row : sent)
+        weights[kind++] = row.weight;
+    return weights;
+}();
+
 Report encode(Kind kind, const Measurement &measurement)
 {
-    const Layout &layout = *layouts[static_cast<std::size_t>(kind)];
+    const Sent &row = sent[static_cast<std::size_t>(kind)];
+    const Layout &layout = *row.layout;
     Report report(layout.sentLength, 0);
     write(reportLength, layout.sentLength, report.data());
     write(reportType, layout.type, report.data());
     if (layout.subType)
         write(reportSubType, layout.subType, report.data());
     const Field *field = layout.fields;
-    for (const std::int64_t value : valuesOf[static_cast<std::size_t>(kind)](measurement))
+    for (const std::int64_t value : row.valuesOf(measurement))
         write(*field++, value, report.data());
     return report;
 }
@@ -114,4 +127,32 @@ Report textReport(Type type, std::string_view text)
     write(reportType, type, report.data());
     std::copy(text.begin(), text.end(), report.begin() + textOffset);
     return report;
+}
+
+std::string signalLine(const Measurement &m)
+{
+    const auto word = [](int value) { return static_cast<std::int16_t>(value); };
+    SignalLine line;
+    std::int16_t *component = line.components;
+    for (const Phases *phases : {&m.xFine, &m.yFine, &m.xCoarse, &m.yCoarse}) {
+        for (const int value : {phases->c0, phases->c60, phases->c120})
+            *component++ = word(value);
+    }
+    line.proximity = m.proximity;
+    line.frequencyRaw = word(m.frequencyRaw);
+    return writeSignalLine(line);
+}
+
+std::string plainLine(const std::string &text)
+{
+    const bool taken = text.size() + 1 == signalLineLength;
+    return text + (taken ? ".!" : "!");
+}
+
+std::string statusLine(const Measurement &m)
+{
+    // Never one of the lengths by which the bar graph knows a voltage: 48 characters at most, 50 with the
+    // header.
+    return "status: quality " + std::to_string(m.quality) + " rises " + std::to_string(m.risesX) + "/" +
+           std::to_string(m.risesY);
 }

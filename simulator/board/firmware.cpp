@@ -1,10 +1,10 @@
 #include "firmware.h"
 
-#include "layouts.h"
-#include "textlines.h"
-
 #include <algorithm>
 #include <iterator>
+
+#include "encoding.h"
+#include "layouts.h"
 
 namespace {
 
@@ -40,12 +40,7 @@ std::string resetExtremes(Switches &, Sensor &sensor)
     return "extremes reset";
 }
 
-std::string farewell(Switches &, Sensor &)
-{
-    return "goodbye";
-}
-
-std::string help(Switches &, Sensor &);
+std::string help();
 
 struct Command
 {
@@ -61,13 +56,13 @@ constexpr Command commands[] = {
     {">", [](Switches &, Sensor &sensor) { return stepFrequency(sensor, 1); }},
     {"V", [](Switches &now, Sensor &) { return toggle(now.voltages, "voltage reports"); }},
     {"T", [](Switches &now, Sensor &) { return toggle(now.statusText, "status text"); }},
-    {"?", help},
+    {"?", [](Switches &, Sensor &) { return help(); }},
     {":RMM", resetExtremes},
-    {":MDU0", farewell},
-    {":MDP0", farewell},
+    {":MDU0", [](Switches &, Sensor &) { return std::string("goodbye"); }},
+    {":MDP0", [](Switches &, Sensor &) { return std::string("goodbye"); }},
 };
 
-std::string help(Switches &, Sensor &)
+std::string help()
 {
     std::string text = "commands:";
     for (const Command &command : commands)
@@ -81,42 +76,33 @@ char shown(char character)
     return character >= ' ' && character <= '~' && character != '!' ? character : '.';
 }
 
-bool beginsCommand(const std::string &text)
+/// The first command whose name begins with the text.
+const Command *commandFrom(const std::string &text)
 {
-    return std::any_of(std::begin(commands), std::end(commands), [&text](const Command &command) {
-        return std::string_view(command.name).substr(0, text.size()) == text;
-    });
+    const auto match =
+        std::find_if(std::begin(commands), std::end(commands), [&text](const Command &command) {
+            return std::string_view(command.name).substr(0, text.size()) == text;
+        });
+    return match == std::end(commands) ? nullptr : match;
 }
 
 } // namespace
 
-std::vector<std::string> Firmware::take(std::string_view bytes)
+std::vector<std::string> Firmware::take(std::string_view bytes, Sensor &sensor)
 {
     std::vector<std::string> answers;
-    for (const char character : bytes)
-        takeCharacter(character, answers);
-    if (!pending.empty() && !beginsCommand(pending))
-        answers.push_back(refusal());
+    for (const char character : bytes) {
+        if (character != '\r')
+            pending += character;
+        const Command *command = commandFrom(pending);
+        if (command && pending == command->name)
+            answers.push_back(answer(command->action(state, sensor)));
+        else if (character == '\r' && !pending.empty())
+            answers.push_back(answer("not known, " + help()));
+    }
+    if (!commandFrom(pending))
+        answers.push_back(answer("not known, " + help()));
     return answers;
-}
-
-void Firmware::takeCharacter(char character, std::vector<std::string> &answers)
-{
-    if (character == '\r') {
-        if (!pending.empty())
-            answers.push_back(refusal());
-        return;
-    }
-    pending += character;
-    for (const Command &command : commands) {
-        if (pending == command.name)
-            answers.push_back(answer(command.action(state, sensor)));
-    }
-}
-
-std::string Firmware::refusal()
-{
-    return answer("not known, " + help(state, sensor));
 }
 
 /// Answers what is pending. The Monitor drops a report that equals the one before: no two answers in a row

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "sensor.h"
-
 #include <string>
 #include <string_view>
 #include <vector>
 
-/// What the commands that a board understands have switched. The commands stand in README.md.
+#include "sensor.h"
+
+/// What the commands have switched; README.md lists them.
 struct Switches
 {
     bool streaming = true;
@@ -21,23 +21,15 @@ struct Switches
 class Firmware
 {
 public:
-    explicit Firmware(Sensor &sensor_)
-        : sensor(sensor_)
-    {
-    }
-
     /// Takes the bytes of one send and carries out the commands that they complete.
     /// \return the board's answers, one for each command, ready to be sent as text
-    std::vector<std::string> take(std::string_view bytes);
+    std::vector<std::string> take(std::string_view bytes, Sensor &sensor);
 
     const Switches &switches() const { return state; }
 
 private:
-    void takeCharacter(char character, std::vector<std::string> &answers);
-    std::string refusal();
     std::string answer(const std::string &text);
 
-    Sensor &sensor;
     Switches state;
     std::string pending; ///< characters of a command that is not complete
     std::string lastAnswer;

@@ -7,15 +7,13 @@ using namespace reports;
 
 namespace {
 
-constexpr int greatestGarbage = 64;
-constexpr int typeCount = 256;
+constexpr int maxGarbage = 64;
 constexpr std::size_t longLine = 10000;
 
 /// A report of type 50 that ends a line, for the Monitor as for the bar graph.
-Report lineReport(std::string text)
+Report lineReport(const std::string &text)
 {
-    text += "!\n";
-    return textReport(TextReport, text);
+    return textReport(TextReport, text + "!\n");
 }
 
 } // namespace
@@ -36,10 +34,8 @@ Report OddReports::next(Kind kind)
         &OddReports::garbage,  &OddReports::allTypes,   &OddReports::endlessText,
         &OddReports::longText, &OddReports::markupText, &OddReports::everyByteText,
     };
-    static_assert(static_cast<std::size_t>(Kind::Garbage) + std::size(makers) == kindCount);
-    const auto index = static_cast<std::size_t>(kind) - static_cast<std::size_t>(Kind::Garbage);
-    const auto maker = makers[index];
-    return (this->*maker)();
+    static_assert(static_cast<int>(Kind::Garbage) + std::size(makers) == kindCount);
+    return (this->*makers[static_cast<int>(kind) - static_cast<int>(Kind::Garbage)])();
 }
 
 Report OddReports::randomBytes(int length)
@@ -53,7 +49,7 @@ Report OddReports::randomBytes(int length)
 Report OddReports::garbage()
 {
     Report report = randomBytes(nextLength);
-    nextLength = (nextLength + 1) % (greatestGarbage + 1);
+    nextLength = (nextLength + 1) % (maxGarbage + 1);
     return report;
 }
 
@@ -61,8 +57,7 @@ Report OddReports::allTypes()
 {
     Report report = randomBytes(40);
     write(reportLength, static_cast<std::int64_t>(report.size()), report.data());
-    write(reportType, nextType, report.data());
-    nextType = (nextType + 1) % typeCount;
+    write(reportType, nextType++, report.data());
     return report;
 }
 

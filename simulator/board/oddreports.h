@@ -29,6 +29,6 @@ private:
 
     Random random;
     int nextLength = 0;
-    int nextType = 0;
+    unsigned char nextType = 0;
     int nextLine = 0; ///< equal reports in a row are shown once
 };

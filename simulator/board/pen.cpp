@@ -1,6 +1,7 @@
 #include "pen.h"
 
 #include <cmath>
+#include <numeric>
 
 namespace {
 
@@ -28,41 +29,21 @@ double wayAlong(double inLine)
 
 constexpr double hoverStrength = 0.7;
 
-double between(double from, double to, double share)
-{
-    return from + (to - from) * share;
-}
-
-double lengthOf(const PenPath &path)
-{
-    double seconds = 0;
-    for (const PenPath::Point &point : path.points)
-        seconds += point.seconds;
-    return seconds;
-}
-
 Pen pathPen(const PenPath &path, double seconds)
 {
-    double left = std::fmod(seconds, lengthOf(path));
+    const auto add = [](double sum, const PenPath::Point &point) { return sum + point.seconds; };
+    double left = std::fmod(seconds, std::accumulate(path.points.begin(), path.points.end(), 0.0, add));
     std::size_t index = 0;
     while (index + 1 < path.points.size() && left >= path.points[index].seconds)
         left -= path.points[index++].seconds;
     const PenPath::Point &from = path.points[index];
     const PenPath::Point &to = path.points[(index + 1) % path.points.size()];
     const double share = left / from.seconds;
-    return {between(from.x, to.x, share), between(from.y, to.y, share), from.touches ? 1 : hoverStrength,
-            from.touches, from.touches ? 1 : 0};
+    return {from.x + (to.x - from.x) * share, from.y + (to.y - from.y) * share,
+            from.touches ? 1 : hoverStrength, from.touches, from.touches ? 1 : 0};
 }
 
-} // namespace
-
-Pen firstPen(const PenPath &path, double seconds)
-{
-    if (path.away)
-        return {};
-    return path.points.empty() ? writingPen(seconds) : pathPen(path, seconds);
-}
-
+/// Lines of looped words with lifts between them, from the top of the board to its bottom and over again.
 Pen writingPen(double seconds)
 {
     const double inLine = std::fmod(seconds, lineSeconds);
@@ -77,6 +58,15 @@ Pen writingPen(double seconds)
     pen.x = margin + lineLength * wayAlong(inLine) + loopRadius * std::cos(loop);
     pen.y = margin + lineHeight * (line + 0.5) + loopRadius * std::sin(loop);
     return pen;
+}
+
+} // namespace
+
+Pen firstPen(const PenPath &path, double seconds)
+{
+    if (path.away)
+        return {};
+    return path.points.empty() ? writingPen(seconds) : pathPen(path, seconds);
 }
 
 Pen wanderingPen(double seconds)

@@ -36,9 +36,5 @@ struct PenPath
 /// \param seconds since the board started
 Pen firstPen(const PenPath &path, double seconds);
 
-/// The pen that writes: lines of looped words with lifts between them, from the top of the board to its
-/// bottom and over again.
-Pen writingPen(double seconds);
-
 /// The second pen: it wanders in wide circles and touches the board in one half of them.
 Pen wanderingPen(double seconds);

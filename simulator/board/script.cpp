@@ -3,31 +3,15 @@
 #include <algorithm>
 #include <utility>
 
-namespace {
-
-std::chrono::nanoseconds periodOf(int rate)
-{
-    return std::chrono::nanoseconds(std::chrono::seconds(1)) / rate;
-}
-
-/// The rate that the events so far have left.
-int rateOf(const BoardPlan &plan)
-{
-    int rate = plan.rate;
-    for (std::size_t i = 0; i < *plan.happened; ++i) {
-        if (const auto *change = std::get_if<Rate>(&plan.events[i].what))
-            rate = change->perSecond ? change->perSecond : plan.rate;
-    }
-    return rate;
-}
-
-} // namespace
-
 Script::Script(BoardPlan plan_)
     : plan(std::move(plan_))
-    , period(periodOf(rateOf(plan)))
     , stream(plan)
 {
+    happen(Rate{0});
+    for (std::size_t i = 0; i < *plan.happened; ++i) {
+        if (const auto *rate = std::get_if<Rate>(&plan.events[i].what))
+            happen(*rate);
+    }
 }
 
 Script::Step Script::next()
@@ -46,7 +30,11 @@ Script::Step Script::next()
     }
     if (vanishing)
         return vanish();
-    return bursts.empty() || stream.answerDue() ? regular() : burst();
+    if (!bursts.empty() && !stream.answerDue())
+        return burst();
+    const auto before = stream.time();
+    const Report report = stream.next(period);
+    return {report, stream.time() - before}; // an answer takes no time
 }
 
 void Script::performDue()
@@ -71,13 +59,6 @@ Script::Step Script::stopped()
     return {std::nullopt, wait};
 }
 
-Script::Step Script::regular()
-{
-    const auto before = stream.time();
-    const Report report = stream.next(period);
-    return {report, stream.time() - before}; // an answer takes no time
-}
-
 void Script::add(BoardEvent event)
 {
     event.at += stream.time();
@@ -92,7 +73,8 @@ void Script::perform(const BoardEvent &event)
 
 void Script::happen(const Rate &rate)
 {
-    period = periodOf(rate.perSecond ? rate.perSecond : plan.rate);
+    period =
+        std::chrono::nanoseconds(std::chrono::seconds(1)) / (rate.perSecond ? rate.perSecond : plan.rate);
 }
 
 Script::Step Script::burst()

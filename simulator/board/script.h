@@ -1,15 +1,15 @@
 #pragma once
 
-#include "stream.h"
-
 #include <chrono>
 #include <deque>
 #include <optional>
 #include <string_view>
 #include <vector>
 
-/// A board's stream together with what happens to it: the events of its plan, in the board's own time, and
-/// those that come from outside. Knows nothing of threads or real time.
+#include "stream.h"
+
+/// A board's stream together with the events of its plan and those from outside, in the board's own time.
+/// Knows nothing of threads or real time.
 class Script
 {
 public:
@@ -40,13 +40,12 @@ private:
     void happen(const Rate &rate);
     void happen(const Vanish &) { vanishing = true; }
     Step stopped();
-    Step regular();
     Step burst();
     Step vanish();
 
     const BoardPlan plan;
     std::vector<BoardEvent> added; ///< from outside, to come, in the order of their times
-    std::chrono::nanoseconds period;
+    std::chrono::nanoseconds period{0};
     Stream stream;
     std::deque<Report> out; ///< of the events, to be sent first
     std::deque<Burst> bursts;

@@ -1,21 +1,9 @@
 #include "sensor.h"
 
-#include <algorithm>
 #include <cmath>
-
-namespace {
 
 constexpr int noise = 20;
 constexpr int maxAmplitude = 3300; // of a component; more than 3500 would leave the bars of the bar graph
-
-char proximityOf(const Pen &pen)
-{
-    if (pen.touches)
-        return 'O';
-    return pen.strength > 0 ? 'N' : '-';
-}
-
-} // namespace
 
 Measurement Sensor::measure(double seconds)
 {
@@ -23,7 +11,7 @@ Measurement Sensor::measure(double seconds)
     now.pen = firstPen(path, seconds);
     now.secondPen = wanderingPen(seconds);
     now.studentWrites = std::fmod(seconds, 16) >= 8;
-    now.proximity = proximityOf(now.pen);
+    now.proximity = now.pen.touches ? 'O' : now.pen.strength > 0 ? 'N' : '-';
 
     now.xFine = signal(now.pen.x / finePitch, now.pen.strength);
     now.yFine = signal(now.pen.y / finePitch, now.pen.strength);
@@ -38,7 +26,9 @@ Measurement Sensor::measure(double seconds)
     now.integrations = 64 + random.below(8);
     now.risesX = risesX += static_cast<std::uint32_t>(random.below(4));
     now.risesY = risesY += static_cast<std::uint32_t>(random.below(4));
-    now.adcRaw = measureVoltage(seconds);
+    const double swing = (adcMax - adcMin) / 2.0;
+    const auto reading = static_cast<int>(std::lround(adcMin + swing + swing * std::sin(seconds)));
+    now.adcRaw = std::clamp(reading + random.around(5), adcMin, adcMax);
     return now;
 }
 
@@ -65,21 +55,7 @@ void Sensor::measureQuality(Measurement &now)
     now.qualityX = base + random.below(60);
     now.qualityY = base + random.below(60);
     now.quality = (now.qualityX + now.qualityY) / 2;
-    minimumQuality = extremesKnown ? std::min(minimumQuality, now.quality) : now.quality;
-    maximumQuality = extremesKnown ? std::max(maximumQuality, now.quality) : now.quality;
+    now.minimumQuality = minimumQuality = std::min(extremesKnown ? minimumQuality : now.quality, now.quality);
+    now.maximumQuality = maximumQuality = std::max(extremesKnown ? maximumQuality : now.quality, now.quality);
     extremesKnown = true;
-    now.minimumQuality = minimumQuality;
-    now.maximumQuality = maximumQuality;
-}
-
-int Sensor::measureVoltage(double seconds)
-{
-    const double swing = (adcMax - adcMin) / 2.0;
-    const auto reading = static_cast<int>(std::lround(adcMin + swing + swing * std::sin(seconds)));
-    return std::clamp(reading + random.around(5), adcMin, adcMax);
-}
-
-void Sensor::stepFrequency(int steps)
-{
-    frequencyRaw = std::clamp(frequencyRaw + steps, 0, highestFrequency);
 }

@@ -1,10 +1,11 @@
 #pragma once
 
-#include "pen.h"
-#include "random.h"
-
+#include <algorithm>
 #include <cstdint>
 #include <utility>
+
+#include "pen.h"
+#include "random.h"
 
 /// The three phase components of one signal, at 0, 60 and 120 degrees.
 struct Phases
@@ -20,7 +21,7 @@ inline constexpr int finePitch = 1000;
 
 /// Multiples of 56.25 Hz.
 inline constexpr int initialFrequency = 2000;
-inline constexpr int highestFrequency = 8888;
+inline constexpr int maxFrequency = 8888;
 
 /// Voltage readings swing between these; the tool's meter is full at 511.
 inline constexpr int adcMin = 100;
@@ -40,7 +41,7 @@ struct Measurement
     int minimumQuality = 0; ///< since the last reset of the extremes
     int maximumQuality = 0;
     int integrations = 0;     ///< 0 to 255
-    int frequencyRaw = 0;     ///< 0 to `highestFrequency`
+    int frequencyRaw = 0;     ///< 0 to `maxFrequency`
     std::uint32_t risesX = 0; ///< counts up
     std::uint32_t risesY = 0;
     int adcRaw = 0;       ///< `adcMin` to the board's `adcMax`
@@ -63,13 +64,12 @@ public:
     void resetExtremes() { extremesKnown = false; }
     void lockFrequency(bool on) { locked = on; }
     /// \param steps of 56.25 Hz; the frequency stays within its range
-    void stepFrequency(int steps);
+    void stepFrequency(int steps) { frequencyRaw = std::clamp(frequencyRaw + steps, 0, maxFrequency); }
     int frequency() const { return frequencyRaw; }
 
 private:
     Phases signal(double turns, double strength);
     void measureQuality(Measurement &now);
-    int measureVoltage(double seconds);
 
     Random random;
     const PenPath path;

@@ -1,6 +1,6 @@
 #include "stream.h"
 
-#include "textlines.h"
+#include "encoding.h"
 
 using namespace std::chrono_literals;
 
@@ -30,7 +30,6 @@ Stream::Stream(BoardPlan plan_)
     : plan(std::move(plan_))
     , random(plan.seed)
     , sensor(plan.seed + 1, plan.pen, plan.adcMax)
-    , firmware(sensor)
     , odd(plan.seed + 2)
 {
     nextUnknown = unknownPeriod;
@@ -40,15 +39,11 @@ Stream::Stream(BoardPlan plan_)
 
 Report Stream::next(std::chrono::nanoseconds period)
 {
-    if (answerDue())
-        return answer();
-    clock += period;
-    return scheduled();
-}
-
-/// Takes no time and nobody's place.
-Report Stream::answer()
-{
+    if (!answerDue()) {
+        clock += period;
+        return scheduled();
+    }
+    // An answer takes no time and nobody's place.
     Report report = textReport(reports::TextReport, answers.front());
     answers.pop_front();
     nextAnswer = clock + answerPeriod;
@@ -105,6 +100,15 @@ bool Stream::due(Time &at, Time again)
     return true;
 }
 
+Kind Stream::nextKind()
+{
+    if (deck.empty())
+        shuffleDeck();
+    const Kind kind = deck.back();
+    deck.pop_back();
+    return kind;
+}
+
 /// Puts in no text that is held back, unless there is nothing else.
 void Stream::shuffleDeck()
 {
@@ -118,15 +122,6 @@ void Stream::shuffleDeck()
     random.shuffle(deck);
 }
 
-Kind Stream::nextKind()
-{
-    if (deck.empty())
-        shuffleDeck();
-    const Kind kind = deck.back();
-    deck.pop_back();
-    return kind;
-}
-
 Measurement Stream::measure()
 {
     return sensor.measure(std::chrono::duration<double>(clock).count());
@@ -136,7 +131,7 @@ void Stream::command(std::string_view bytes)
 {
     const bool hadVoltages = firmware.switches().voltages;
     const bool greets = answering() && nextAnswer == Time::zero(); // nothing was said yet
-    for (std::string &answer : firmware.take(bytes)) {
+    for (std::string &answer : firmware.take(bytes, sensor)) {
         if (answers.size() >= maxAnswers)
             answers.pop_back();
         answers.push_back(std::move(answer));

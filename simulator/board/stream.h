@@ -1,17 +1,17 @@
 #pragma once
 
-#include "boardplan.h"
-#include "encoding.h"
-#include "firmware.h"
-#include "oddreports.h"
-#include "sensor.h"
-
 #include <algorithm>
 #include <chrono>
 #include <deque>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "boardplan.h"
+#include "encoding.h"
+#include "firmware.h"
+#include "oddreports.h"
+#include "sensor.h"
 
 /// What one board sends, report by report: the same bytes in the same order in every run from the same plan,
 /// for the same commands at the same places. It has a clock of its own, which each report moves on by one
@@ -31,7 +31,7 @@ public:
     void command(std::string_view bytes);
     bool answering() const { return !answers.empty(); }
     bool answerDue() const { return answering() && clock >= nextAnswer; }
-    /// How long it is to the next answer, when there is one.
+    /// When there is one.
     std::chrono::nanoseconds untilAnswer() const { return std::max(nextAnswer - clock, Time::zero()); }
 
     void skip(std::chrono::nanoseconds time) { clock += time; }
@@ -45,7 +45,6 @@ private:
     void holdTexts(Time until);
     void dropTexts();
     bool due(Time &at, Time again);
-    Report answer();
     Report scheduled();
     void shuffleDeck();
     Kind nextKind();

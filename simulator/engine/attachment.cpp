@@ -2,11 +2,6 @@
 
 #include "entrypoints.h"
 
-Attachment::Attachment(Happen happen_)
-    : happen(std::move(happen_))
-{
-}
-
 void Attachment::add(const std::vector<LibraryEvent> &events)
 {
     {
@@ -24,24 +19,17 @@ void Attachment::step(std::unique_lock<std::mutex> &lock)
         wake.wait(lock);
         return;
     }
-    const auto first = waiting.begin();
-    if (Clock::now() < first->first) {
-        wake.wait_until(lock, Clock::time_point(first->first));
+    const auto [time, event] = *waiting.begin();
+    if (Clock::now() < time) {
+        wake.wait_until(lock, time);
         return;
     }
-    const LibraryEvent event = first->second;
-    waiting.erase(first);
+    waiting.erase(waiting.begin());
     lock.unlock();
-    perform(event);
+    if (happen(event)) {
+        listeners.call([](Listeners::Function function, void *context) {
+            reinterpret_cast<OrvexPnpCallback>(function)(context);
+        });
+    }
     lock.lock();
-}
-
-void Attachment::perform(const LibraryEvent &event)
-{
-    const bool isLibrarys = event.number > 0;
-    if ((isLibrarys && !happen(event)) || event.what != LibraryEvent::What::Notify)
-        return;
-    listeners.call([](Listeners::Function function, void *context) {
-        reinterpret_cast<OrvexPnpCallback>(function)(context);
-    });
 }

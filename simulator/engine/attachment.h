@@ -1,23 +1,25 @@
 #pragma once
 
-#include "callbackthread.h"
-#include "scenario.h"
-
 #include <chrono>
 #include <functional>
 #include <map>
 #include <vector>
 
-/// What there is from an attach to its detach: the plug-and-play callbacks, and a thread that calls them and
-/// lets the library's events happen at their times.
+#include "callbackthread.h"
+#include "scenario.h"
+
+/// From an attach to its detach: the hot-plug callbacks, and a thread that calls them and lets the library's
+/// events happen at their times.
 class Attachment : public CallbackThread
 {
 public:
     using Happen = std::function<bool(const LibraryEvent &)>;
 
-    /// \param happen called on the thread for each event of the library; false for one that is not due any
-    /// more
-    explicit Attachment(Happen happen);
+    /// \param happen_ called on the thread for each event; returns whether the callbacks are to be called
+    explicit Attachment(Happen happen_)
+        : happen(std::move(happen_))
+    {
+    }
 
     /// \param events their times count from now
     void add(const std::vector<LibraryEvent> &events);
@@ -28,7 +30,6 @@ private:
     using Clock = std::chrono::steady_clock;
 
     void step(std::unique_lock<std::mutex> &lock) override;
-    void perform(const LibraryEvent &event);
 
     const Happen happen;
     std::multimap<Clock::time_point, LibraryEvent> waiting; ///< under the mutex

@@ -4,11 +4,7 @@
 
 using namespace std::chrono_literals;
 
-namespace {
-
 constexpr auto maxDelay = 250ms;
-
-} // namespace
 
 Board::Board(const BoardPlan &plan, Tally &tally_, Vanish vanish_)
     : boardId(plan.id)
@@ -63,18 +59,11 @@ void Board::step(std::unique_lock<std::mutex> &lock)
         return;
     }
     lock.unlock();
-    const auto wait = sendNext();
-    lock.lock();
-    deadline += wait;
-}
-
-/// \return the time from this step of the script to the next
-std::chrono::nanoseconds Board::sendNext()
-{
-    const Script::Step step = script.next();
-    if (step.report)
-        handle(*step.report);
-    if (step.vanishes)
+    const Script::Step next = script.next();
+    if (next.report)
+        deliver(*next.report);
+    if (next.vanishes)
         vanish(*this);
-    return step.wait;
+    lock.lock();
+    deadline += next.wait;
 }

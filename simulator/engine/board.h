@@ -1,14 +1,14 @@
 #pragma once
 
-#include "callbackthread.h"
-#include "script.h"
-#include "tally.h"
-
 #include <chrono>
 #include <deque>
 #include <functional>
 #include <string>
 #include <variant>
+
+#include "callbackthread.h"
+#include "script.h"
+#include "tally.h"
 
 /// One attached board with its thread. All functions may be called on any thread.
 ///
@@ -33,6 +33,7 @@ public:
     /// Hands a report to the listeners on the calling thread.
     /// \return how many there were
     int deliver(const unsigned char *bytes, unsigned int length);
+    void deliver(const Report &report) { deliver(report.data(), static_cast<unsigned int>(report.size())); }
 
 private:
     using Clock = std::chrono::steady_clock;
@@ -40,8 +41,7 @@ private:
     void step(std::unique_lock<std::mutex> &lock) override;
     void handle(const std::string &command) { script.command(command); }
     void handle(const BoardEvent &event) { script.add(event); }
-    void handle(const Report &report) { deliver(report.data(), static_cast<unsigned int>(report.size())); }
-    std::chrono::nanoseconds sendNext();
+    void handle(const Report &report) { deliver(report); }
 
     const int boardId;
     Tally &tally;

@@ -1,6 +1,8 @@
 #include "callbackthread.h"
 
+#include <algorithm>
 #include <exception>
+#include <iterator>
 
 void CallbackThread::start()
 {
@@ -40,4 +42,36 @@ void CallbackThread::run()
     } catch (const std::exception &) {
         // Out of memory, or of threads: nothing happens any more. The process is somebody else's.
     }
+}
+
+EndingThreads::~EndingThreads()
+{
+    for (std::thread &thread : kept) {
+        // The process may be ending from within a callback, on this very thread.
+        if (thread.get_id() == std::this_thread::get_id())
+            thread.detach();
+        else
+            thread.join();
+    }
+}
+
+void EndingThreads::end(const CallbackThreads &leaving)
+{
+    std::vector<std::thread> ending;
+    for (const auto &one : leaving) {
+        std::thread thread = one->stop();
+        if (thread.joinable()) // what never started has none
+            ending.push_back(std::move(thread));
+    }
+    {
+        const std::lock_guard lock(mutex);
+        std::move(kept.begin(), kept.end(), std::back_inserter(ending));
+        const auto first = std::partition(ending.begin(), ending.end(), [](const std::thread &thread) {
+            return !Listeners::insideCallback() && thread.get_id() != std::this_thread::get_id();
+        });
+        kept.assign(std::move_iterator(first), std::move_iterator(ending.end()));
+        ending.erase(first, ending.end());
+    }
+    for (std::thread &thread : ending)
+        thread.join();
 }

@@ -1,11 +1,12 @@
 #pragma once
 
-#include "listeners.h"
-
 #include <condition_variable>
 #include <memory>
 #include <mutex>
 #include <thread>
+#include <vector>
+
+#include "listeners.h"
 
 /// A thread that does one step after another, and the callbacks that it calls. All functions may be called on
 /// any thread.
@@ -36,4 +37,21 @@ private:
 
     bool stopping = false; ///< under the mutex, as is `thread`
     std::thread thread;
+};
+
+using CallbackThreads = std::vector<std::shared_ptr<CallbackThread>>;
+
+/// Stops threads and joins them. Within a callback they are kept for the next caller to join: one of them may
+/// be the caller's own, or wait for it.
+class EndingThreads
+{
+public:
+    ~EndingThreads();
+
+    /// Ends these, and those that were kept.
+    void end(const CallbackThreads &leaving);
+
+private:
+    std::mutex mutex;
+    std::vector<std::thread> kept;
 };

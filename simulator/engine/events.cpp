@@ -1,34 +1,23 @@
-#include "library.h"
-#include "listed.h"
-#include "scenariofolder.h"
-#include "scenarioreader.h"
-
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <utility>
 
+#include "library.h"
+#include "listed.h"
+#include "scenarioreader.h"
+
 // Scenarios, faults, and what happens to the library.
 
 namespace {
 
-constexpr char environmentVariable[] = "ORVEXSIM_SCENARIO";
-constexpr char defaultName[] = "default";
-constexpr int firstBoardId = 1001;
-
-/// What scenarios/default.json says: the library works without its folder of scenarios.
-Scenario defaultScenario()
+std::optional<Scenario> load(const std::string &nameOrPath, std::string &error)
 {
-    return {"One board", {{{firstBoardId, firstBoardId}}}, {}};
-}
-
-std::optional<Scenario> load(const std::string &nameOrPath, std::string &complaint)
-{
-    const std::string file = scenariofolder::fileOf(nameOrPath);
+    const std::string file = scenarioFile(nameOrPath);
     if (!file.empty())
-        return readScenario(file, complaint);
-    complaint = nameOrPath + ": there is no such scenario; allowed are a path and " +
-                (scenariofolder::names().empty() ? "no name" : listed(scenariofolder::names()));
+        return readScenario(file, error);
+    error = nameOrPath + ": there is no such scenario; allowed are a path and " +
+            (scenarioNames().empty() ? "no name" : listed(scenarioNames()));
     return std::nullopt;
 }
 
@@ -36,9 +25,9 @@ std::optional<Scenario> load(const std::string &nameOrPath, std::string &complai
 
 Library::Library()
 {
-    state.scenario = defaultScenario();
-    state.scenarioName = defaultName;
-    const char *chosen = std::getenv(environmentVariable);
+    // As scenarios/default.json has it: the library works without its folder of scenarios.
+    state.scenario = {"One board", {{1001, 1001}}, {}};
+    const char *chosen = std::getenv("ORVEXSIM_SCENARIO");
     if (chosen && *chosen) {
         const auto loaded = load(chosen, state.error);
         state.scenario = loaded.value_or(Scenario{});
@@ -51,12 +40,12 @@ Library::Library()
 
 bool Library::choose(const std::string &nameOrPath)
 {
-    std::string complaint;
-    auto loaded = load(nameOrPath, complaint);
+    std::string error;
+    auto loaded = load(nameOrPath, error);
     if (!loaded)
-        return complain(complaint);
-    const auto leaving = locked([&](State &now) {
-        auto attached = now.plugged.takeAttached();
+        return fail(error);
+    endingThreads.end(locked([&](State &now) {
+        CallbackThreads leaving = now.plugged.takeAttached();
         now.scenario = std::move(*loaded);
         now.scenarioName = nameOrPath;
         now.plugged.use(now.scenario);
@@ -65,19 +54,15 @@ bool Library::choose(const std::string &nameOrPath)
             powerAll();
             now.attachment->notify();
         }
-        return attached;
-    });
-    Threads ending;
-    for (const auto &board : leaving)
-        ending.push_back(board->stop());
-    endingThreads.join(std::move(ending));
+        return leaving;
+    }));
     return true;
 }
 
 /// \return false
-bool Library::complain(const std::string &line)
+bool Library::fail(const std::string &error)
 {
-    locked([&](State &now) { now.error = line; });
+    locked([&](State &now) { now.error = error; });
     return false;
 }
 
@@ -111,40 +96,37 @@ void Library::change(const LibraryEvent &event)
     if (event.what == LibraryEvent::What::Plug)
         plugLocked(event.value);
     else if (event.what == LibraryEvent::What::Change)
-        event.change(state.standing, event.value);
+        event.change(state.standing);
 }
 
-/// Called on the attachment's thread.
-/// \return whether the event was still to come; those of another scenario or an attach that is over are not
+/// Called on the attachment's thread. Does nothing for an event of another scenario or of an attach that is
+/// over. \return whether the hot-plug callbacks are to be called
 bool Library::happen(const LibraryEvent &event)
 {
-    const bool due = locked([&](State &now) {
-        auto &events = now.scenario.events;
-        const auto isIt = [&event](const LibraryEvent &other) { return other.number == event.number; };
-        const auto match = std::find_if(events.begin(), events.end(), isIt);
-        if (match == events.end())
-            return false;
-        events.erase(match);
-        change(event);
-        return true;
-    });
-    if (!due || event.what != LibraryEvent::What::Unplug)
-        return due;
-    // Joins not what others have left to be joined: that may be this very thread.
-    const auto isIt = [&event](const Socket &socket) { return socket.plan.id == event.value; };
-    for (std::thread &ending : pullOut(isIt).value_or(Threads{}))
-        ending.join();
-    return true;
+    const bool due =
+        event.number == 0 || locked([&](State &now) {
+            auto &events = now.scenario.events;
+            const auto isIt = [&event](const LibraryEvent &other) { return other.number == event.number; };
+            const auto match = std::find_if(events.begin(), events.end(), isIt);
+            if (match == events.end())
+                return false;
+            events.erase(match);
+            change(event);
+            return true;
+        });
+    if (due && event.what == LibraryEvent::What::Unplug)
+        unplug(event.value);
+    return due && event.what == LibraryEvent::What::Notify;
 }
 
 bool Library::trigger(const std::string &name)
 {
     const Fault *fault = faultNamed(name);
     if (!fault)
-        return complain(name + ": there is no such fault; allowed are " + faultNames());
+        return fail(name + ": there is no such fault; allowed are " + faultNames());
     const auto present = boards();
     if (!attachment() || (fault->scope != Fault::Scope::Library && present.empty()))
-        return complain(name + ": nobody is attached to a board; attach first");
+        return fail(name + ": nobody is attached to a board; attach first");
     const FaultEvents events =
         fault->events(*fault, fault->amount.usual, {}, static_cast<int>(present.size()));
     locked([&](State &) { schedule(events.ofLibrary); });

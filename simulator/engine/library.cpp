@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <system_error>
+#include <utility>
 
 // Who is attached, and which boards there are.
 
@@ -11,14 +12,9 @@ Library &Library::instance()
     return library;
 }
 
-Library::~Library()
-{
-    detach();
-}
-
 int Library::attach()
 {
-    endingThreads.join({});
+    endingThreads.end({});
     try {
         const std::lock_guard lock(mutex);
         if (state.attachment)
@@ -36,15 +32,24 @@ int Library::attach()
 
 void Library::power(Socket &socket)
 {
-    socket.board = std::make_shared<Board>(socket.plan, tally, [this](const Board &gone) { vanish(gone); });
+    const auto vanish = [this](const Board &gone) { // on the board's own thread
+        Listeners::asCallback(
+            [&] { unplugFirst([&](const Socket &one) { return one.board.get() == &gone; }); });
+    };
+    socket.board = std::make_shared<Board>(socket.plan, tally, vanish);
     socket.board->start();
     tally.count(socket.plan.id, {});
 }
 
 void Library::detach()
 {
-    locked([](State &now) { return ++now.detaching; });
-    letGo();
+    endingThreads.end(locked([](State &now) {
+        ++now.detaching;
+        CallbackThreads leaving = now.plugged.takeAttached();
+        if (now.attachment)
+            leaving.insert(leaving.begin(), std::exchange(now.attachment, nullptr));
+        return leaving;
+    }));
     std::unique_lock lock(mutex);
     --state.detaching;
     detached.notify_all();
@@ -53,43 +58,12 @@ void Library::detach()
         detached.wait(lock, [this] { return state.detaching == 0; });
 }
 
-void Library::letGo()
-{
-    std::vector<std::shared_ptr<Board>> leaving;
-    std::shared_ptr<Attachment> over;
-    locked([&](State &now) {
-        leaving = now.plugged.takeAttached();
-        over.swap(now.attachment);
-    });
-    Threads ending;
-    if (over)
-        ending.push_back(over->stop());
-    for (const auto &board : leaving)
-        ending.push_back(board->stop());
-    endingThreads.join(std::move(ending));
-}
-
-std::shared_ptr<Attachment> Library::attachment()
-{
-    return locked([](State &now) { return now.attachment; });
-}
-
-std::vector<std::shared_ptr<Board>> Library::boards()
-{
-    return locked([](State &now) { return now.plugged.attached(); });
-}
-
 std::vector<std::shared_ptr<Board>> Library::boardsWith(int id)
 {
     auto found = boards();
     const auto other = [id](const auto &board) { return board->id() != id; };
     found.erase(std::remove_if(found.begin(), found.end(), other), found.end());
     return found;
-}
-
-bool Library::plug(int id)
-{
-    return locked([&](State &) { return plugLocked(id); });
 }
 
 bool Library::plugLocked(int id)
@@ -102,35 +76,14 @@ bool Library::plugLocked(int id)
     return socket != nullptr;
 }
 
-bool Library::unplug(int id)
+/// \return whether there was such a board
+bool Library::unplugFirst(const std::function<bool(const Socket &)> &isWanted)
 {
-    auto ending = pullOut([id](const Socket &socket) { return socket.plan.id == id; });
-    if (ending)
-        endingThreads.join(std::move(*ending));
-    return ending.has_value();
-}
-
-/// Takes out the first board that is wanted, stops it and notifies.
-/// \return its thread while somebody is attached; nothing when there is no such board
-std::optional<Threads> Library::pullOut(const std::function<bool(const Socket &)> &isWanted)
-{
-    const auto socket = locked([&](State &now) { return now.plugged.takeOut(isWanted); });
-    if (!socket)
-        return std::nullopt;
-    Threads ending;
-    if (!socket->board)
-        return ending;
-    ending.push_back(socket->board->stop());
-    if (const auto current = attachment())
-        current->notify();
-    return ending;
-}
-
-/// Called on the board's own thread.
-void Library::vanish(const Board &board)
-{
-    const Listeners::Within within;
-    auto ending = pullOut([&board](const Socket &socket) { return socket.board.get() == &board; });
-    if (ending)
-        endingThreads.join(std::move(*ending));
+    const auto socket = locked([&](State &now) { return now.plugged.remove(isWanted); });
+    if (socket && socket->board) {
+        endingThreads.end({socket->board});
+        if (const auto current = attachment())
+            current->notify();
+    }
+    return socket.has_value();
 }

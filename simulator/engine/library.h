@@ -1,17 +1,15 @@
 #pragma once
 
-#include "attachment.h"
-#include "endingthreads.h"
-#include "faults.h"
-#include "pluggedboards.h"
-#include "tally.h"
-
 #include <condition_variable>
 #include <memory>
 #include <mutex>
-#include <optional>
 #include <string>
 #include <vector>
+
+#include "attachment.h"
+#include "faults.h"
+#include "pluggedboards.h"
+#include "tally.h"
 
 /// The library's one state: the scenario, the boards that are plugged in and, while somebody is attached,
 /// what runs. All functions may be called on any thread.
@@ -24,8 +22,8 @@ public:
     struct State
     {
         Scenario scenario; ///< its events are those to come
-        std::string scenarioName;
-        std::string error; ///< why the last scenario or fault was refused
+        std::string scenarioName = "default";
+        std::string error; ///< why the last scenario or fault failed
         PluggedBoards plugged;
         StandingFaults standing;
         std::shared_ptr<Attachment> attachment; ///< null while nobody is attached
@@ -34,7 +32,7 @@ public:
     };
 
     static Library &instance();
-    ~Library();
+    ~Library() { detach(); }
 
     /// `use(State &)` under the lock.
     template <typename Use>
@@ -43,16 +41,28 @@ public:
         const std::lock_guard lock(mutex);
         return use(state);
     }
-    std::shared_ptr<Attachment> attachment();
+    std::shared_ptr<Attachment> attachment()
+    {
+        return locked([](State &now) { return now.attachment; });
+    }
     /// Those that are attached.
-    std::vector<std::shared_ptr<Board>> boards();
+    std::vector<std::shared_ptr<Board>> boards()
+    {
+        return locked([](State &now) { return now.plugged.attached(); });
+    }
     std::vector<std::shared_ptr<Board>> boardsWith(int id);
 
     /// \return 1, or 0 when no thread could be started
     int attach();
     void detach();
-    bool plug(int id);
-    bool unplug(int id);
+    bool plug(int id)
+    {
+        return locked([&](State &) { return plugLocked(id); });
+    }
+    bool unplug(int id)
+    {
+        return unplugFirst([id](const Socket &socket) { return socket.plan.id == id; });
+    }
     /// Replaces all boards by those of another scenario. On failure nothing has changed but the error.
     bool choose(const std::string &nameOrPath);
     bool trigger(const std::string &fault);
@@ -63,7 +73,6 @@ private:
     using Socket = PluggedBoards::Socket;
 
     Library();
-    void letGo();
     // Under the lock.
     void power(Socket &socket);
     void powerAll();
@@ -71,10 +80,9 @@ private:
     void schedule(std::vector<LibraryEvent> events);
     void change(const LibraryEvent &event);
     // Without it.
-    std::optional<Threads> pullOut(const std::function<bool(const Socket &)> &isWanted);
-    void vanish(const Board &board);
+    bool unplugFirst(const std::function<bool(const Socket &)> &isWanted);
     bool happen(const LibraryEvent &event);
-    bool complain(const std::string &line);
+    bool fail(const std::string &error);
 
     std::mutex mutex;
     State state;

@@ -2,25 +2,18 @@
 
 #include <algorithm>
 
-namespace {
-
 /// How many callbacks the thread is in. Has no destructor, which would keep the library from being unloaded.
-thread_local int depth = 0;
-
-} // namespace
+static thread_local int depth = 0;
 
 bool Listeners::insideCallback()
 {
     return depth > 0;
 }
 
-Listeners::Within::Within()
+void Listeners::asCallback(const std::function<void()> &action)
 {
     ++depth;
-}
-
-Listeners::Within::~Within()
-{
+    action();
     --depth;
 }
 
@@ -42,23 +35,19 @@ void Listeners::remove(Function function, void *context)
 {
     std::unique_lock lock(mutex);
     const auto match = find(function, context);
-    if (match == entries.end())
-        return;
-    const Entries leaving{*match};
-    entries.erase(match);
-    takeOut(lock, leaving);
+    remove(match, match == entries.end() ? match : match + 1, lock);
 }
 
 void Listeners::removeAll()
 {
     std::unique_lock lock(mutex);
-    Entries leaving;
-    leaving.swap(entries);
-    takeOut(lock, leaving);
+    remove(entries.begin(), entries.end(), lock);
 }
 
-void Listeners::takeOut(std::unique_lock<std::mutex> &lock, const Entries &leaving)
+void Listeners::remove(Entries::iterator first, Entries::iterator last, std::unique_lock<std::mutex> &lock)
 {
+    const Entries leaving(first, last);
+    entries.erase(first, last);
     for (const auto &entry : leaving)
         entry->present = false;
     if (insideCallback())

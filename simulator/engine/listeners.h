@@ -1,16 +1,16 @@
 #pragma once
 
 #include <condition_variable>
+#include <functional>
 #include <memory>
 #include <mutex>
-#include <thread>
 #include <vector>
 
 /// Callbacks with their contexts, called by any number of threads while others come and go.
 ///
-/// No lock is held while a callback runs, so a callback may do anything, also to this list. Who takes a
-/// callback out waits until it no longer runs anywhere, except from within a callback, which waits for
-/// nothing: it would wait for itself, or for one that waits for it.
+/// No lock is held while a callback runs, so a callback may do anything, also to this list. Removing a
+/// callback waits until it no longer runs anywhere, except from within a callback, which waits for nothing:
+/// it would wait for itself, or for one that waits for it.
 class Listeners
 {
 public:
@@ -39,18 +39,10 @@ public:
         return called;
     }
 
-    /// Whether the calling thread is within a callback of any list, or holds a `Within`.
+    /// Whether the calling thread is within a callback of any list.
     static bool insideCallback();
-
-    /// Makes the calling thread one that must wait for nothing, as if it were within a callback.
-    class Within
-    {
-    public:
-        Within();
-        ~Within();
-        Within(const Within &) = delete;
-        Within &operator=(const Within &) = delete;
-    };
+    /// Does something that waits for nothing, as if it were a callback.
+    static void asCallback(const std::function<void()> &action);
 
 private:
     struct Entry
@@ -66,7 +58,7 @@ private:
     Entries::iterator find(Function function, void *context);
     bool enter(Entry &entry);
     void leave(Entry &entry);
-    void takeOut(std::unique_lock<std::mutex> &lock, const Entries &leaving);
+    void remove(Entries::iterator first, Entries::iterator last, std::unique_lock<std::mutex> &lock);
 
     mutable std::mutex mutex;
     std::condition_variable returned;

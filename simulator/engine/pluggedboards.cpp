@@ -1,26 +1,24 @@
 #include "pluggedboards.h"
 
 #include <algorithm>
-#include <numeric>
 
 void PluggedBoards::use(const Scenario &scenario)
 {
     sockets.clear();
-    for (const Scenario::Place &place : scenario.boards) {
-        if (place.plugged)
-            sockets.push_back({place.plan, nullptr});
+    for (const BoardPlan &plan : scenario.boards) {
+        if (plan.plugged)
+            sockets.push_back({plan, nullptr});
     }
 }
 
 BoardPlan PluggedBoards::planFor(int id, const Scenario &scenario) const
 {
-    const auto isThere = [this](const BoardPlan &plan) {
-        return std::any_of(sockets.begin(), sockets.end(),
-                           [&plan](const Socket &socket) { return socket.plan.happened == plan.happened; });
-    };
-    for (const Scenario::Place &place : scenario.boards) {
-        if (place.plan.id == id && !isThere(place.plan))
-            return place.plan;
+    for (const BoardPlan &plan : scenario.boards) {
+        const auto isIt = [&happened = plan.happened](const Socket &socket) {
+            return socket.plan.happened == happened;
+        };
+        if (plan.id == id && std::none_of(sockets.begin(), sockets.end(), isIt))
+            return plan;
     }
     return {id, static_cast<std::uint32_t>(id)};
 }
@@ -28,8 +26,9 @@ BoardPlan PluggedBoards::planFor(int id, const Scenario &scenario) const
 PluggedBoards::Socket *PluggedBoards::plug(int id, const Scenario &scenario)
 {
     Socket socket{planFor(id, scenario), nullptr};
-    const auto sum = [](int total, const Socket &other) { return total + other.plan.rate; };
-    const int total = std::accumulate(sockets.begin(), sockets.end(), socket.plan.rate, sum);
+    int total = socket.plan.rate;
+    for (const Socket &other : sockets)
+        total += other.plan.rate;
     if (sockets.size() >= maxBoards || total > maxTotalRate)
         return nullptr;
     sockets.push_back(std::move(socket));
@@ -37,23 +36,22 @@ PluggedBoards::Socket *PluggedBoards::plug(int id, const Scenario &scenario)
 }
 
 std::optional<PluggedBoards::Socket>
-PluggedBoards::takeOut(const std::function<bool(const Socket &)> &isWanted)
+PluggedBoards::remove(const std::function<bool(const Socket &)> &isWanted)
 {
     const auto match = std::find_if(sockets.begin(), sockets.end(), isWanted);
     if (match == sockets.end())
         return std::nullopt;
-    Socket taken = std::move(*match);
+    Socket removed = std::move(*match);
     sockets.erase(match);
-    return taken;
+    return removed;
 }
 
 bool PluggedBoards::setRate(int id, int perSecond)
 {
-    const auto total = [&](int sum, const Socket &socket) {
-        return sum + (socket.plan.id == id ? perSecond : socket.plan.rate);
-    };
-    if (perSecond < 1 || perSecond > maxRate ||
-        std::accumulate(sockets.begin(), sockets.end(), 0, total) > maxTotalRate)
+    int total = 0;
+    for (const Socket &socket : sockets)
+        total += socket.plan.id == id ? perSecond : socket.plan.rate;
+    if (perSecond < 1 || perSecond > maxRate || total > maxTotalRate)
         return false;
     bool found = false;
     for (Socket &socket : sockets) {
@@ -77,10 +75,12 @@ std::vector<std::shared_ptr<Board>> PluggedBoards::attached() const
     return found;
 }
 
-std::vector<std::shared_ptr<Board>> PluggedBoards::takeAttached()
+CallbackThreads PluggedBoards::takeAttached()
 {
-    auto found = attached();
-    for (Socket &socket : sockets)
-        socket.board.reset();
-    return found;
+    CallbackThreads taken;
+    for (Socket &socket : sockets) {
+        if (socket.board)
+            taken.push_back(std::exchange(socket.board, nullptr));
+    }
+    return taken;
 }

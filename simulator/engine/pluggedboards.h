@@ -1,12 +1,12 @@
 #pragma once
 
-#include "board.h"
-#include "scenario.h"
-
 #include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
+
+#include "board.h"
+#include "scenario.h"
 
 /// Which boards are plugged in, in the order in which they are enumerated. One thread at a time.
 class PluggedBoards
@@ -23,17 +23,16 @@ public:
     /// Plugs a board in: one that the scenario describes and that isn't there, otherwise any.
     /// \return null when there are 32 already, or they would send too many reports
     Socket *plug(int id, const Scenario &scenario);
-    /// Takes out the first one that is wanted; nothing when there is none.
-    std::optional<Socket> takeOut(const std::function<bool(const Socket &)> &isWanted);
+    /// Removes the first one that is wanted; nothing when there is none.
+    std::optional<Socket> remove(const std::function<bool(const Socket &)> &isWanted);
     /// \return whether there is such a board, and all together don't send too many reports
     bool setRate(int id, int perSecond);
 
     std::vector<Socket> &all() { return sockets; }
-    const std::vector<Socket> &all() const { return sockets; }
     /// Those that are attached.
     std::vector<std::shared_ptr<Board>> attached() const;
     /// Detaches all.
-    std::vector<std::shared_ptr<Board>> takeAttached();
+    CallbackThreads takeAttached();
 
 private:
     BoardPlan planFor(int id, const Scenario &scenario) const;

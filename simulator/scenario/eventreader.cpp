@@ -1,7 +1,6 @@
 #include "eventreader.h"
 
 #include "faults.h"
-#include "jsonvalues.h"
 #include "listed.h"
 
 namespace {
@@ -10,14 +9,14 @@ constexpr int maxBurst = 100000;
 
 int knownBoard(const Json &node, const Scenario &scenario)
 {
-    const int id = readId(node);
+    const int id = boardId(node);
     std::vector<std::string> known;
-    for (const Scenario::Place &place : scenario.boards) {
-        if (place.plan.id == id)
+    for (const BoardPlan &plan : scenario.boards) {
+        if (plan.id == id)
             return id;
-        known.push_back(std::to_string(place.plan.id));
+        known.push_back(std::to_string(plan.id));
     }
-    refuse(node, "there is no board " + std::to_string(id) + "; allowed are " +
+    reject(node, "there is no board " + std::to_string(id) + "; allowed are " +
                      (known.empty() ? "none" : listed(known)));
 }
 
@@ -31,12 +30,12 @@ struct Rule
     What (*read)(const Json &amount);
 };
 constexpr Rule rules[] = {
-    {"burst", "reports", [](const Json &amount) -> What { return Burst{readAmount(amount, maxBurst)}; }},
-    {"rate", "rate", [](const Json &amount) -> What { return Rate{readAmount(amount, maxRate)}; }},
-    {"pause", "seconds", [](const Json &amount) -> What { return Pause{readSeconds(amount)}; }},
+    {"burst", "reports", [](const Json &amount) -> What { return Burst{positive(amount, maxBurst)}; }},
+    {"rate", "rate", [](const Json &amount) -> What { return Rate{positive(amount, maxRate)}; }},
+    {"pause", "seconds", [](const Json &amount) -> What { return Pause{seconds(amount)}; }},
     {"text", "text",
-     [](const Json &amount) -> What { return Raw{textReport(reports::TextReport, readLatin1(amount))}; }},
-    {"raw", "hex", [](const Json &amount) -> What { return Raw{readHex(amount)}; }},
+     [](const Json &amount) -> What { return Raw{textReport(reports::TextReport, latin1(amount))}; }},
+    {"raw", "hex", [](const Json &amount) -> What { return Raw{bytes(amount)}; }},
 };
 
 const Rule &ruleNamed(const Json &name)
@@ -46,14 +45,7 @@ const Rule &ruleNamed(const Json &name)
         if (rule.name == wanted)
             return rule;
     }
-    refuse(name, "this is not known; allowed are plug, unplug, burst, rate, pause, text, raw");
-}
-
-const Fault &faultIn(const Json &name)
-{
-    if (const Fault *known = faultNamed(text(name)))
-        return *known;
-    refuse(name, "this fault is not known; allowed are " + faultNames());
+    reject(name, "this is not known; allowed are plug, unplug, burst, rate, pause, text, raw");
 }
 
 double amountIn(const Json &node, const Amount &amount)
@@ -62,8 +54,17 @@ double amountIn(const Json &node, const Amount &amount)
     if (!given)
         return amount.usual;
     if (!amount.whole)
-        return number(*given, amount.least, amount.most);
-    return static_cast<double>(integer(*given, std::llround(amount.least), std::llround(amount.most)));
+        return number(*given, amount.min, amount.max);
+    return static_cast<double>(integer(*given, std::llround(amount.min), std::llround(amount.max)));
+}
+
+/// \param id of the boards; nothing for all
+void addEvents(Scenario &scenario, std::optional<int> id, const std::vector<BoardEvent> &events)
+{
+    for (BoardPlan &plan : scenario.boards) {
+        if (plan.id == id.value_or(plan.id))
+            plan.events.insert(plan.events.end(), events.begin(), events.end());
+    }
 }
 
 } // namespace
@@ -74,7 +75,7 @@ void readEvent(const Json &node, Scenario &scenario)
     const bool plug = text(name) == "plug";
     if (plug || text(name) == "unplug") {
         allowKeys(node, {"at", "do", "board"});
-        scenario.events.push_back({readSeconds(need(node, "at")),
+        scenario.events.push_back({seconds(need(node, "at")),
                                    plug ? LibraryEvent::What::Plug : LibraryEvent::What::Unplug,
                                    knownBoard(need(node, "board"), scenario)});
         return;
@@ -83,34 +84,32 @@ void readEvent(const Json &node, Scenario &scenario)
     allowKeys(node, {"at", "do", "board", rule.amount});
     const int board = knownBoard(need(node, "board"), scenario);
     const auto what = rule.read(need(node, rule.amount));
-    const auto at = readSeconds(need(node, "at"));
-    for (Scenario::Place &place : scenario.boards) {
-        if (place.plan.id == board)
-            place.plan.events.push_back({at, what});
-    }
+    addEvents(scenario, board, {{seconds(need(node, "at")), what}});
 }
 
 void readFault(const Json &node, Scenario &scenario)
 {
-    const Fault &fault = faultIn(need(node, "fault"));
-    const bool ofOneBoard = fault.scope == Fault::Scope::FirstBoard;
+    const Json &name = need(node, "fault");
+    const Fault *known = faultNamed(text(name));
+    if (!known)
+        reject(name, "this fault is not known; allowed are " + faultNames());
+    const Fault &fault = *known;
     std::vector<std::string_view> keys{"at", "fault"};
-    if (ofOneBoard)
+    if (fault.scope == Fault::Scope::FirstBoard)
         keys.emplace_back("board");
     if (fault.amount.key)
         keys.emplace_back(fault.amount.key);
     allowKeys(node, keys);
     if (fault.scope != Fault::Scope::Library && scenario.boards.empty())
-        refuse(node, "the fault " + std::string(fault.name) + " needs a board; there is none");
+        reject(node, "the fault " + std::string(fault.name) + " needs a board; there is none");
     std::chrono::nanoseconds at{0};
-    take(node, "at", at, readSeconds);
+    take(node, "at", at, seconds);
     const FaultEvents events =
         fault.events(fault, amountIn(node, fault.amount), at, static_cast<int>(scenario.boards.size()));
     scenario.events.insert(scenario.events.end(), events.ofLibrary.begin(), events.ofLibrary.end());
-    const Json *board = find(node, "board");
-    const int id = board ? knownBoard(*board, scenario) : ofOneBoard ? scenario.boards.front().plan.id : 0;
-    for (Scenario::Place &place : scenario.boards) {
-        if (!ofOneBoard || place.plan.id == id)
-            place.plan.events.insert(place.plan.events.end(), events.ofBoards.begin(), events.ofBoards.end());
-    }
+    std::optional<int> id;
+    if (fault.scope == Fault::Scope::FirstBoard)
+        id = scenario.boards.front().id;
+    take(node, "board", id, [&](const Json &board) { return knownBoard(board, scenario); });
+    addEvents(scenario, id, events.ofBoards);
 }

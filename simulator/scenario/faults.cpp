@@ -1,9 +1,9 @@
 #include "faults.h"
 
-#include "listed.h"
-
 #include <algorithm>
 #include <cmath>
+
+#include "listed.h"
 
 using namespace std::chrono_literals;
 using std::chrono::nanoseconds;
@@ -19,32 +19,27 @@ constexpr int floodRate = 1000; // a sanitizer takes its time with each of them
 constexpr int floodRate = 10000;
 #endif
 
-// Each notice makes the tool attach once more, and each attach adds a connection: a longer storm would
+// Each notification makes the tool attach once more, and each attach adds a connection: a longer storm would
 // measure nothing but that.
-constexpr int stormNotices = 500;
+constexpr int stormLength = 500;
 constexpr auto stormPeriod = 1ms;
-constexpr int stormNoticesPerPlug = 50; // in each second batch of so many the board is there
+constexpr int notificationsPerPlug = 50; // in each second batch of so many the board is there
 constexpr int stormBoard = 9999;
 
 constexpr Amount noAmount{nullptr, 0, 0, 0};
 
-constexpr Amount reportsAtOnce(int usual)
+constexpr Amount reportsAtOnce(double usual)
 {
-    return {"reports", static_cast<double>(usual), 1, 100000};
-}
-
-FaultEvents vanish(const Fault &, double, nanoseconds at, int)
-{
-    return {{{at, Vanish{}}}, {}};
+    return {"reports", usual, 1, 100000};
 }
 
 FaultEvents plugStorm(const Fault &, double, nanoseconds at, int)
 {
     using What = LibraryEvent::What;
     FaultEvents events;
-    for (int i = 0; i < stormNotices; ++i) {
-        const bool comes = i / stormNoticesPerPlug % 2 == 0;
-        const What change = i % stormNoticesPerPlug != 0 ? What::Notify : comes ? What::Plug : What::Unplug;
+    for (int i = 0; i < stormLength; ++i) {
+        const bool comes = i / notificationsPerPlug % 2 == 0;
+        const What change = i % notificationsPerPlug != 0 ? What::Notify : comes ? What::Plug : What::Unplug;
         events.ofLibrary.push_back({at + i * stormPeriod, change, stormBoard});
     }
     return events;
@@ -65,32 +60,18 @@ FaultEvents burst(const Fault &fault, double reports, nanoseconds at, int)
     return {{{at, Burst{static_cast<int>(reports), kindNamed(fault.name)}}}, {}};
 }
 
-FaultEvents change(nanoseconds at, double value, void (*done)(StandingFaults &, int))
+/// What the fault does to the library's standing faults.
+FaultEvents change(const Fault &fault, double amount, nanoseconds at, int)
 {
-    return {{}, {{at, LibraryEvent::What::Change, static_cast<int>(std::lround(value)), done}}};
+    const auto done = [change = fault.change, amount](StandingFaults &now) { change(now, amount); };
+    return {{}, {{at, LibraryEvent::What::Change, 0, done}}};
 }
 
-FaultEvents slowCommand(const Fault &, double seconds, nanoseconds at, int)
+void enumerationFails(StandingFaults &now, double index)
 {
-    return change(at, seconds * 1000, [](StandingFaults &now, int ms) { now.commandDelayMs = ms; });
-}
-
-FaultEvents callbackInCommand(const Fault &, double, nanoseconds at, int)
-{
-    return change(at, 0, [](StandingFaults &now, int) { now.callbackInCommand = !now.callbackInCommand; });
-}
-
-FaultEvents enumerationFails(const Fault &, double index, nanoseconds at, int)
-{
-    return change(at, index, [](StandingFaults &now, int failing) {
-        if (now.failingIndexes.erase(failing) == 0)
-            now.failingIndexes.insert(failing);
-    });
-}
-
-FaultEvents lyingCount(const Fault &, double by, nanoseconds at, int)
-{
-    return change(at, by, [](StandingFaults &now, int lie) { now.countLie = now.countLie == 0 ? lie : 0; });
+    const auto failing = static_cast<int>(index);
+    if (now.failingIndexes.erase(failing) == 0)
+        now.failingIndexes.insert(failing);
 }
 
 } // namespace
@@ -100,16 +81,16 @@ const std::vector<Fault> &faults()
     using Scope = Fault::Scope;
     static const std::vector<Fault> all{
         {"vanish", Scope::FirstBoard, noAmount,
-         FAULT_TEXT("Fault", "The first board is unplugged in the middle of a report."), vanish},
+         FAULT_TEXT("Fault", "The first board is unplugged in the middle of a report."),
+         [](const Fault &, double, nanoseconds at, int) {
+             return FaultEvents{{{at, Vanish{}}}, {}};
+         }},
         {"plug-storm", Scope::Library, noAmount,
          FAULT_TEXT("Fault",
                     "500 hot-plug notifications come within half a second, and board 9999 comes and goes."),
          plugStorm},
-        {"flood",
-         Scope::EveryBoard,
-         {"seconds", 5, 0, 60, false},
-         FAULT_TEXT("Fault", "The boards together send 10,000 reports a second for 5 s."),
-         flood},
+        {"flood", Scope::EveryBoard, Amount{"seconds", 5, 0, 60, false},
+         FAULT_TEXT("Fault", "The boards together send 10,000 reports a second for 5 s."), flood},
         {"garbage", Scope::FirstBoard, reportsAtOnce(650),
          FAULT_TEXT("Fault", "The first board sends 650 reports of random bytes at once."), burst},
         {"all-types", Scope::FirstBoard, reportsAtOnce(256),
@@ -122,25 +103,19 @@ const std::vector<Fault> &faults()
          FAULT_TEXT("Fault", "The first board sends a line of markup."), burst},
         {"text-every-byte", Scope::FirstBoard, reportsAtOnce(1),
          FAULT_TEXT("Fault", "The first board sends a line of all byte values."), burst},
-        {"slow-command",
-         Scope::Library,
-         {"seconds", 2, 0.001, 60, false},
-         FAULT_TEXT("Fault", "The next command takes 2 s."),
-         slowCommand},
+        {"slow-command", Scope::Library, Amount{"seconds", 2, 0.001, 60, false},
+         FAULT_TEXT("Fault", "The next command takes 2 s."), change,
+         [](StandingFaults &now, double s) { now.commandDelayMs = static_cast<int>(std::lround(s * 1000)); }},
         {"callback-in-command", Scope::Library, noAmount,
          FAULT_TEXT("Fault", "Each command delivers a report on its caller's thread before it returns."),
-         callbackInCommand, [](const StandingFaults &now) { return now.callbackInCommand; }},
-        {"enumeration-fails",
-         Scope::Library,
-         {"index", 0, 0, maxBoards - 1},
-         FAULT_TEXT("Fault", "The first board cannot be enumerated."),
-         enumerationFails,
+         change, [](StandingFaults &now, double) { now.callbackInCommand = !now.callbackInCommand; },
+         [](const StandingFaults &now) { return now.callbackInCommand; }},
+        {"enumeration-fails", Scope::Library, Amount{"index", 0, 0, maxBoards - 1},
+         FAULT_TEXT("Fault", "The first board cannot be enumerated."), change, enumerationFails,
          [](const StandingFaults &now) { return now.failingIndexes.count(0) > 0; }},
-        {"lying-count",
-         Scope::Library,
-         {"by", 2, -64, 64},
-         FAULT_TEXT("Fault", "The library counts two boards more than there are."),
-         lyingCount,
+        {"lying-count", Scope::Library, Amount{"by", 2, -64, 64},
+         FAULT_TEXT("Fault", "The library counts two boards more than there are."), change,
+         [](StandingFaults &now, double by) { now.countLie = now.countLie == 0 ? static_cast<int>(by) : 0; },
          [](const StandingFaults &now) { return now.countLie != 0; }},
     };
     return all;

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "scenario.h"
-
 #include <chrono>
 #include <string_view>
 #include <vector>
+
+#include "scenario.h"
 
 /// What a fault does to each board that it concerns, or to the library.
 struct FaultEvents
@@ -18,8 +18,8 @@ struct Amount
 {
     const char *key; ///< null for a fault without one
     double usual;
-    double least;
-    double most;
+    double min;
+    double max;
     bool whole = true;
 };
 
@@ -39,6 +39,8 @@ struct Fault
     const char *text; ///< what happens, in a sentence
     /// \param boardCount how many boards share a flood
     FaultEvents (*events)(const Fault &fault, double amount, std::chrono::nanoseconds at, int boardCount);
+    /// Of a fault of the library.
+    void (*change)(StandingFaults &faults, double amount) = nullptr;
     /// Null for one that passes; any other lasts until it is triggered again.
     bool (*isOn)(const StandingFaults &faults) = nullptr;
 };

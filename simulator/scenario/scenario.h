@@ -1,11 +1,12 @@
 #pragma once
 
-#include "boardplan.h"
-
 #include <chrono>
+#include <functional>
 #include <set>
 #include <string>
 #include <vector>
+
+#include "boardplan.h"
 
 /// What is wrong with the library since a fault has happened.
 struct StandingFaults
@@ -23,26 +24,20 @@ struct LibraryEvent
     {
         Plug,   ///< board `value`
         Unplug, ///< board `value`
-        Notify, ///< the plug-and-play callbacks are called
-        Change, ///< `change` is done to the faults, with `value`
+        Notify, ///< the hot-plug callbacks are called
+        Change, ///< `change` is done to the faults
     };
 
     std::chrono::nanoseconds at{0}; ///< since the attach
     What what = What::Notify;
     int value = 0;
-    void (*change)(StandingFaults &faults, int value) = nullptr;
+    std::function<void(StandingFaults &faults)> change{};
     unsigned number = 0; ///< of the library, which knows by it what is still to come
 };
 
 struct Scenario
 {
-    struct Place
-    {
-        BoardPlan plan;
-        bool plugged = true; ///< at first
-    };
-
     std::string title;
-    std::vector<Place> boards;
+    std::vector<BoardPlan> boards;
     std::vector<LibraryEvent> events;
 };

@@ -1,16 +1,14 @@
-#include "scenariofolder.h"
-
 #include <algorithm>
 #include <dlfcn.h>
 #include <filesystem>
-#include <system_error>
+
+#include "scenarioreader.h"
 
 namespace fs = std::filesystem;
 
 namespace {
 
 constexpr char extension[] = ".json";
-constexpr char schemaName[] = "schema";
 
 fs::path folder()
 {
@@ -24,32 +22,26 @@ fs::path folder()
     return fs::is_directory(own, error) ? own : beside.parent_path() / "scenarios";
 }
 
-bool isPath(const std::string &nameOrPath)
-{
-    return nameOrPath.find('/') != std::string::npos || fs::path(nameOrPath).extension() == extension;
-}
-
 } // namespace
 
-std::vector<std::string> scenariofolder::names()
+std::vector<std::string> scenarioNames()
 {
     std::vector<std::string> found;
     std::error_code error;
-    fs::directory_iterator entry(folder(), error);
-    for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
-        const fs::path &file = entry->path();
-        if (file.extension() == extension && file.stem() != schemaName)
+    for (const fs::directory_entry &entry : fs::directory_iterator(folder(), error)) {
+        const fs::path &file = entry.path();
+        if (file.extension() == extension && file.stem() != "schema")
             found.push_back(file.stem().string());
     }
     std::sort(found.begin(), found.end());
     return found;
 }
 
-std::string scenariofolder::fileOf(const std::string &nameOrPath)
+std::string scenarioFile(const std::string &nameOrPath)
 {
-    if (isPath(nameOrPath))
+    if (nameOrPath.find('/') != std::string::npos || fs::path(nameOrPath).extension() == extension)
         return nameOrPath;
-    const auto known = names();
+    const auto known = scenarioNames();
     if (std::find(known.begin(), known.end(), nameOrPath) == known.end())
         return {};
     return (folder() / (nameOrPath + extension)).string();

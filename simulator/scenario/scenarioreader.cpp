@@ -1,86 +1,131 @@
 #include "scenarioreader.h"
 
-#include "boardreader.h"
-#include "eventreader.h"
-#include "jsonvalues.h"
-
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <system_error>
+
+#include "eventreader.h"
 
 namespace {
 
 constexpr std::size_t maxFileSize = 1048576;
 constexpr std::size_t maxEvents = 1000;
+constexpr std::size_t maxPoints = 100;
+constexpr int maxAdc = 1023;
 constexpr std::uint32_t seedStep = 7919;
 
-[[noreturn]] void refuseFile(const std::string &reason)
+[[noreturn]] void rejectFile(const std::string &reason)
 {
-    throw Refusal{"", "this cannot be read (" + reason + "); a scenario file is needed"};
+    throw Invalid{"", "this cannot be read (" + reason + "); a scenario file is needed"};
 }
 
 std::string contentsOf(const std::string &path)
 {
     std::error_code error;
     if (!std::filesystem::is_regular_file(path, error))
-        refuseFile(error ? error.message() : "it is not a regular file");
+        rejectFile(error ? error.message() : "it is not a regular file");
     errno = 0;
     std::ifstream file(path, std::ios::binary);
     if (!file)
-        refuseFile(std::strerror(errno));
+        rejectFile(std::strerror(errno));
     std::string contents(maxFileSize + 1, '\0');
     file.read(contents.data(), static_cast<std::streamsize>(contents.size()));
     contents.resize(static_cast<std::size_t>(file.gcount()));
     if (contents.size() > maxFileSize)
-        throw Refusal{"", "the file is too large; allowed are up to 1048576 bytes"};
+        throw Invalid{"", "the file is too large; allowed are up to 1048576 bytes"};
     return contents;
 }
 
-/// Boards with the same id would otherwise send the same.
-std::uint32_t usualSeed(std::uint32_t common, const std::vector<Scenario::Place> &before, int id)
+Weights weightsOf(const Json &node)
 {
-    const auto sameId = std::count_if(before.begin(), before.end(),
-                                      [id](const Scenario::Place &place) { return place.plan.id == id; });
+    allowKeys(node, {std::begin(kindNames), std::end(kindNames)});
+    Weights weights{};
+    for (const auto &[name, weight] : node.items())
+        weights[static_cast<std::size_t>(*kindNamed(name))] = static_cast<int>(integer(weight, 0, maxWeight));
+    if (weights == Weights{})
+        reject(node, "no kind is left; allowed is an object with at least one number above 0");
+    return weights;
+}
+
+PenPath::Point pointOf(const Json &node)
+{
+    allowKeys(node, {"seconds", "x", "y", "touches"});
+    PenPath::Point point;
+    point.seconds = number(need(node, "seconds"), 0.01, maxSeconds);
+    point.x = number(need(node, "x"), 0, boardWidth);
+    point.y = number(need(node, "y"), 0, boardHeight);
+    take(node, "touches", point.touches, boolean);
+    return point;
+}
+
+PenPath penOf(const Json &node)
+{
+    PenPath path;
+    if (node.is_string()) {
+        const std::string name = text(node);
+        if (name != "writing" && name != "away")
+            reject(node, "this pen is not known; allowed are writing, away and a list of points");
+        path.away = name == "away";
+        return path;
+    }
+    for (const Json &point : items(node, 1, maxPoints))
+        path.points.push_back(pointOf(point));
+    return path;
+}
+
+std::uint32_t seedOf(const Json &node)
+{
+    return static_cast<std::uint32_t>(integer(node, 0, UINT32_MAX));
+}
+
+/// Boards with the same id would otherwise send the same.
+std::uint32_t defaultSeed(std::uint32_t common, const std::vector<BoardPlan> &before, int id)
+{
+    const auto sameId =
+        std::count_if(before.begin(), before.end(), [id](const BoardPlan &plan) { return plan.id == id; });
     return common + static_cast<std::uint32_t>(id) + seedStep * static_cast<std::uint32_t>(sameId);
 }
 
-void readBoards(const Json &root, Scenario &scenario)
+void readBoard(const Json &node, std::uint32_t commonSeed, std::vector<BoardPlan> &boards)
 {
-    std::uint32_t common = 0;
-    take(root, "seed", common, readSeed);
-    for (const Json &node : items(need(root, "boards"), 0, maxBoards)) {
-        Scenario::Place place = readBoard(node);
-        place.plan.seed = usualSeed(common, scenario.boards, place.plan.id);
-        take(node, "seed", place.plan.seed, readSeed);
-        scenario.boards.push_back(std::move(place));
-    }
+    allowKeys(node, {"id", "rate", "seed", "plugged", "kinds", "lines", "unknowns", "pen", "adcMax"});
+    const int id = boardId(need(node, "id"));
+    BoardPlan plan{id, defaultSeed(commonSeed, boards, id)};
+    take(node, "rate", plan.rate, [](const Json &rate) { return positive(rate, maxRate); });
+    take(node, "plugged", plan.plugged, boolean);
+    take(node, "kinds", plan.weights, weightsOf);
+    take(node, "lines", plan.lines, boolean);
+    take(node, "unknowns", plan.unknowns, boolean);
+    take(node, "pen", plan.pen, penOf);
+    take(node, "adcMax", plan.adcMax,
+         [](const Json &max) { return static_cast<int>(integer(max, adcMin, maxAdc)); });
+    take(node, "seed", plan.seed, seedOf);
+    boards.push_back(std::move(plan));
 }
 
 void readAll(const Json &root, const char *key, void (*read)(const Json &, Scenario &), Scenario &scenario)
 {
-    const Json *list = find(root, key);
-    if (!list)
-        return;
-    for (const Json &node : items(*list, 0, maxEvents))
-        read(node, scenario);
+    if (const Json *list = find(root, key)) {
+        for (const Json &node : items(*list, 0, maxEvents))
+            read(node, scenario);
+    }
 }
 
 void checkRates(const Scenario &scenario, const Json &boards)
 {
     int total = 0;
-    for (const Scenario::Place &place : scenario.boards) {
-        int highest = place.plan.rate;
-        for (const BoardEvent &event : place.plan.events) {
+    for (const BoardPlan &plan : scenario.boards) {
+        int max = plan.rate;
+        for (const BoardEvent &event : plan.events) {
             if (const auto *rate = std::get_if<Rate>(&event.what))
-                highest = std::max(highest, rate->perSecond);
+                max = std::max(max, rate->perSecond);
         }
-        total += highest;
+        total += max;
     }
     if (total > maxTotalRate)
-        refuse(boards, "together they would send " + std::to_string(total) +
+        reject(boards, "together they would send " + std::to_string(total) +
                            " reports a second; allowed are up to " + std::to_string(maxTotalRate));
 }
 
@@ -94,36 +139,33 @@ void sortByTime(std::vector<Event> &events)
 Scenario scenarioIn(const Json &root)
 {
     allowKeys(root, {"$schema", "title", "seed", "boards", "timeline", "faults"});
-    if (const Json *schema = find(root, "$schema"))
-        text(*schema);
     Scenario scenario;
+    std::string schema;
+    std::uint32_t seed = 0;
+    take(root, "$schema", schema, text);
     scenario.title = text(need(root, "title"));
-    readBoards(root, scenario);
+    take(root, "seed", seed, seedOf);
+    for (const Json &node : items(need(root, "boards"), 0, maxBoards))
+        readBoard(node, seed, scenario.boards);
     readAll(root, "timeline", readEvent, scenario);
     readAll(root, "faults", readFault, scenario);
     checkRates(scenario, need(root, "boards"));
-    for (Scenario::Place &place : scenario.boards)
-        sortByTime(place.plan.events);
+    for (BoardPlan &plan : scenario.boards)
+        sortByTime(plan.events);
     sortByTime(scenario.events);
     return scenario;
 }
 
-std::string oneLine(std::string text)
-{
-    const auto isControl = [](unsigned char character) { return character < 0x20 || character == 0x7F; };
-    std::replace_if(text.begin(), text.end(), isControl, '?');
-    return text;
-}
-
 } // namespace
 
-std::optional<Scenario> readScenario(const std::string &path, std::string &complaint)
+std::optional<Scenario> readScenario(const std::string &path, std::string &error)
 {
     try {
         return scenarioIn(parseJson(contentsOf(path)));
-    } catch (const Refusal &refusal) {
-        const std::string where = refusal.where.empty() ? "" : refusal.where + ": ";
-        complaint = oneLine(path + ": " + where + refusal.what);
+    } catch (const Invalid &invalid) {
+        error = path + ": " + invalid.where + (invalid.where.empty() ? "" : ": ") + invalid.what;
+        const auto isControl = [](unsigned char character) { return character < 0x20 || character == 0x7F; };
+        std::replace_if(error.begin(), error.end(), isControl, '?');
+        return std::nullopt;
     }
-    return std::nullopt;
 }

@@ -1,11 +1,22 @@
 #pragma once
 
-#include "scenario.h"
-
 #include <optional>
 #include <string>
+#include <vector>
+
+#include "scenario.h"
 
 /// Reads a scenario file, all of it or nothing; scenarios/schema.json tells what may stand in one. Throws
 /// nothing but std::bad_alloc.
-/// \param complaint on failure one line without a line feed: file, place, what is wrong and what is allowed
-std::optional<Scenario> readScenario(const std::string &path, std::string &complaint);
+/// \param error on failure one line without a line feed: file, place, what is wrong and what is allowed
+std::optional<Scenario> readScenario(const std::string &path, std::string &error);
+
+// The scenarios that are shipped with the library: the folder `scenarios` beside it, or beside the folder
+// that it is in.
+
+/// Names without ".json", in order; none when there is no such folder.
+std::vector<std::string> scenarioNames();
+
+/// The file of a scenario; empty when none of this name is shipped.
+/// \param nameOrPath a path holds a '/' or ends in ".json"; anything else is a name
+std::string scenarioFile(const std::string &nameOrPath);

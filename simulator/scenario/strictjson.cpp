@@ -1,21 +1,17 @@
 #include "strictjson.h"
 
-#include "listed.h"
-
 #include <algorithm>
 #include <cmath>
 #include <set>
 #include <sstream>
 
+#include "listed.h"
+
 namespace {
 
 // Far more than a scenario has; what is deeper by far would exhaust the stack when it is shown.
 constexpr int maxDepth = 32;
-
-std::string numbered(double number)
-{
-    return Json(number).dump();
-}
+constexpr std::size_t maxRaw = 10000; // characters or bytes of a report in the timeline
 
 /// Number of the byte, from 1 on, as line and column.
 std::string placeOf(const std::string &text, std::size_t byte)
@@ -66,13 +62,13 @@ Json parseJson(const std::string &text)
         using Event = Json::parse_event_t;
         if (event == Event::object_start || event == Event::array_start) {
             if (depth >= maxDepth)
-                throw Refusal{place(), "the lists and objects are nested too deep; allowed are " +
+                throw Invalid{place(), "the lists and objects are nested too deep; allowed are " +
                                            std::to_string(maxDepth) + " in one another"};
             keys.emplace_back();
         } else if (event == Event::object_end || event == Event::array_end) {
             keys.pop_back();
         } else if (event == Event::key && !keys.back().insert(parsed.get<std::string>()).second) {
-            throw Refusal{place(),
+            throw Invalid{place(),
                           "the key " + parsed.dump() + " stands twice in one object; once is allowed"};
         }
         return true;
@@ -80,25 +76,25 @@ Json parseJson(const std::string &text)
     try {
         return Json::parse(stream, check);
     } catch (const Json::parse_error &error) {
-        throw Refusal{placeOf(text, error.byte), "this is not JSON: " + reasonOf(error)};
+        throw Invalid{placeOf(text, error.byte), "this is not JSON: " + reasonOf(error)};
     } catch (const Json::exception &error) {
-        throw Refusal{place(), "this cannot be read: " + reasonOf(error) +
+        throw Invalid{place(), "this cannot be read: " + reasonOf(error) +
                                    "; allowed are numbers from -1.7e308 to 1.7e308"};
     }
 }
 
-void refuse(const Json &value, const std::string &what)
+void reject(const Json &value, const std::string &what)
 {
-    throw Refusal{pathOf(value), what};
+    throw Invalid{pathOf(value), what};
 }
 
 void allowKeys(const Json &object, const std::vector<std::string_view> &keys)
 {
     if (!object.is_object())
-        refuse(object, shown(object) + " is not an object; allowed is one with " + listed(keys));
+        reject(object, shown(object) + " is not an object; allowed is one with " + listed(keys));
     for (const auto &[key, member] : object.items()) {
         if (std::find(keys.begin(), keys.end(), key) == keys.end())
-            refuse(object, "the key " + Json(key).dump() + " is not known; allowed are " + listed(keys));
+            reject(object, "the key " + Json(key).dump() + " is not known; allowed are " + listed(keys));
     }
 }
 
@@ -112,52 +108,96 @@ const Json &need(const Json &object, const char *key)
 {
     const Json *found = find(object, key);
     if (!found)
-        refuse(object, std::string("the key \"") + key + "\" is missing; it is needed here");
+        reject(object, std::string("the key \"") + key + "\" is missing; it is needed here");
     return *found;
 }
 
-const Json &items(const Json &list, std::size_t least, std::size_t most)
+const Json &items(const Json &list, std::size_t min, std::size_t max)
 {
     const std::string allowed =
-        "; allowed is a list of " + std::to_string(least) + " to " + std::to_string(most);
+        "; allowed is a list of " + std::to_string(min) + " to " + std::to_string(max);
     if (!list.is_array())
-        refuse(list, shown(list) + " is not a list" + allowed);
-    if (list.size() < least || list.size() > most)
-        refuse(list, "there are " + std::to_string(list.size()) + allowed);
+        reject(list, shown(list) + " is not a list" + allowed);
+    if (list.size() < min || list.size() > max)
+        reject(list, "there are " + std::to_string(list.size()) + allowed);
     return list;
 }
 
-std::int64_t integer(const Json &value, std::int64_t least, std::int64_t most)
+std::int64_t integer(const Json &value, std::int64_t min, std::int64_t max)
 {
     // A number that only fits without a sign is too large for anything here.
     const bool fits =
         value.is_number_integer() && !(value.is_number_unsigned() && value.get<std::uint64_t>() > INT64_MAX);
     const std::int64_t number = fits ? value.get<std::int64_t>() : 0;
-    if (!fits || number < least || number > most)
-        refuse(value, shown(value) + " is not allowed; allowed is a whole number from " +
-                          std::to_string(least) + " to " + std::to_string(most));
+    if (!fits || number < min || number > max)
+        reject(value, shown(value) + " is not allowed; allowed is a whole number from " +
+                          std::to_string(min) + " to " + std::to_string(max));
     return number;
 }
 
-double number(const Json &value, double least, double most)
+double number(const Json &value, double min, double max)
 {
     const double number = value.is_number() ? value.get<double>() : std::nan("");
-    if (!(number >= least && number <= most))
-        refuse(value, shown(value) + " is not allowed; allowed is a number from " + numbered(least) + " to " +
-                          numbered(most));
+    if (!(number >= min && number <= max))
+        reject(value, shown(value) + " is not allowed; allowed is a number from " + Json(min).dump() +
+                          " to " + Json(max).dump());
     return number;
 }
 
 bool boolean(const Json &value)
 {
     if (!value.is_boolean())
-        refuse(value, shown(value) + " is not allowed; allowed are true and false");
+        reject(value, shown(value) + " is not allowed; allowed are true and false");
     return value.get<bool>();
 }
 
 std::string text(const Json &value)
 {
     if (!value.is_string())
-        refuse(value, shown(value) + " is not allowed; allowed is text in quotes");
+        reject(value, shown(value) + " is not allowed; allowed is text in quotes");
     return value.get<std::string>();
+}
+
+std::chrono::nanoseconds seconds(const Json &value)
+{
+    return std::chrono::nanoseconds(std::llround(number(value, 0, maxSeconds) * 1e9));
+}
+
+int positive(const Json &value, int max)
+{
+    return static_cast<int>(integer(value, 1, max));
+}
+
+int boardId(const Json &value)
+{
+    return static_cast<int>(integer(value, INT32_MIN, INT32_MAX));
+}
+
+std::string latin1(const Json &value)
+{
+    const std::string utf8 = text(value);
+    std::string characters;
+    for (std::size_t i = 0; i < utf8.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(utf8[i]);
+        if (byte > 0xC3)
+            reject(value, "a character is not Latin-1; allowed are the characters up to U+00FF");
+        characters += static_cast<char>(byte < 0x80 ? byte : (byte & 0x03) << 6 | (utf8[++i] & 0x3F));
+    }
+    if (characters.size() > maxRaw)
+        reject(value, "the text is too long; allowed are up to " + std::to_string(maxRaw) + " characters");
+    return characters;
+}
+
+std::vector<unsigned char> bytes(const Json &value)
+{
+    std::string pairs = text(value);
+    pairs.erase(std::remove(pairs.begin(), pairs.end(), ' '), pairs.end());
+    if (pairs.size() % 2 != 0 || pairs.size() / 2 > maxRaw ||
+        pairs.find_first_not_of("0123456789abcdefABCDEF") != std::string::npos)
+        reject(value, "these are not bytes; allowed are up to " + std::to_string(maxRaw) +
+                          " pairs of hexadecimal digits with blanks between them");
+    std::vector<unsigned char> found;
+    for (std::size_t i = 0; i < pairs.size(); i += 2)
+        found.push_back(static_cast<unsigned char>(std::stoi(pairs.substr(i, 2), nullptr, 16)));
+    return found;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <nlohmann/json.hpp>
 #include <string>
@@ -8,20 +9,20 @@
 
 using Json = nlohmann::json;
 
-/// Why a file is not taken: `where` in it (may be empty), and what is wrong and what is allowed.
-struct Refusal
+/// Why a file is not valid: `where` in it (may be empty), and what is wrong and what is allowed.
+struct Invalid
 {
     std::string where;
     std::string what;
 };
 
-/// Parses a document in which no object has a key twice; throws a Refusal that names line and column.
+/// Parses a document in which no object has a key twice; throws an Invalid that names line and column.
 Json parseJson(const std::string &text);
 
-// Values of a document, read strictly: whatever is not as it is asked for is thrown as a Refusal that names
+// Values of a document, read strictly: whatever is not as it is asked for is thrown as an Invalid that names
 // the path of the value.
 
-[[noreturn]] void refuse(const Json &value, const std::string &what);
+[[noreturn]] void reject(const Json &value, const std::string &what);
 
 /// It must be an object, and these are its only keys.
 void allowKeys(const Json &object, const std::vector<std::string_view> &keys);
@@ -35,10 +36,21 @@ void take(const Json &object, const char *key, Value &value, Read read)
     if (const Json *found = find(object, key))
         value = read(*found);
 }
-/// The list itself, which has `least` to `most` items.
-const Json &items(const Json &list, std::size_t least, std::size_t most);
+/// The list itself, which has `min` to `max` items.
+const Json &items(const Json &list, std::size_t min, std::size_t max);
 
-std::int64_t integer(const Json &value, std::int64_t least, std::int64_t most);
-double number(const Json &value, double least, double most);
+std::int64_t integer(const Json &value, std::int64_t min, std::int64_t max);
+double number(const Json &value, double min, double max);
 bool boolean(const Json &value);
 std::string text(const Json &value);
+
+inline constexpr double maxSeconds = 86400;
+/// 0 to `maxSeconds`.
+std::chrono::nanoseconds seconds(const Json &value);
+/// 1 to `max`.
+int positive(const Json &value, int max);
+int boardId(const Json &value);
+/// Characters in Latin-1, as a board sends them.
+std::string latin1(const Json &value);
+/// Pairs of hexadecimal digits with or without blanks.
+std::vector<unsigned char> bytes(const Json &value);

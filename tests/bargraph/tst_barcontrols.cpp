@@ -1,30 +1,52 @@
-#include <memory>
-
 #include <QBoxLayout>
 #include <QCheckBox>
 #include <QMetaMethod>
-#include <QSettings>
 #include <QSlider>
-#include <QTabWidget>
 
-#include "bargraph/display.h"
-#include "bargraph/paintcounter.h"
+#include "bargraph/barview.h"
+#include "support/capturedoutput.h"
+#include "support/markingtranslator.h"
 #include "support/tests.h"
 
+namespace {
+
+const QString thresholdKey = "bargraph.displayThreshold";
+const QString modeKey = "Classic Mode";
+
+QString describe(QLayoutItem *item)
+{
+    const QWidget *control = item->widget();
+    if (!control)
+        return item->spacerItem()->expandingDirections() & Qt::Horizontal ? "stretch" : "space";
+    const bool isFixed = control->sizePolicy() == QSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    return control->metaObject()->className() + QString(isFixed ? " fixed " : " ") +
+           control->property("text").toString();
+}
+
+QStringList rowOf(const bargraph &view)
+{
+    const QLayout *row = view.layout()->itemAt(0)->layout();
+    QStringList controls;
+    for (int i = 0; i < row->count(); ++i)
+        controls += describe(row->itemAt(i));
+    return controls;
+}
+
+} // namespace
+
+/// The row of controls, the frame, the settings, and the commands that they send.
 class TestBarControls : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-    void firstTab();
+    void init() { FakeWindow().settings.clear(); }
     void row();
-    void fixedSizes();
+    void ranges();
     void frame();
-    void stateAtStart();
+    void translations();
+    void newView();
     void slotOrder();
-    void firstStart();
     void storedThreshold_data();
     void storedThreshold();
     void storedMode_data();
@@ -32,246 +54,217 @@ private slots:
     void threshold();
     void classicMode();
     void noRepaintOfTheirOwn();
-
-private:
-    /// A new window that reads the settings as they are now.
-    void rebuild();
-
-    std::unique_ptr<QSettings> settings;
-    std::unique_ptr<qorvexgraph> window;
-    bargraph *view = nullptr;
-    QSlider *slider = nullptr;
-    QCheckBox *classicBox = nullptr;
+    void lock();
+    void steps();
+    void typedReset_data();
+    void typedReset();
 };
-
-void TestBarControls::init()
-{
-    settings = std::make_unique<QSettings>(QStringLiteral("Corvane"), QStringLiteral("qorvexgraph"));
-    settings->clear();
-    rebuild();
-}
-
-void TestBarControls::cleanup()
-{
-    window.reset();
-    settings.reset();
-}
-
-void TestBarControls::rebuild()
-{
-    settings->sync();
-    window = std::make_unique<qorvexgraph>();
-    view = window->barGraphView;
-    slider = view->findChild<QSlider *>(QStringLiteral("displayThresholdSlider"));
-    QVERIFY(slider);
-    classicBox = view->findChild<QCheckBox *>();
-    QVERIFY(classicBox);
-}
-
-void TestBarControls::firstTab()
-{
-    QCOMPARE(window->tabs->widget(0), view);
-    QCOMPARE(window->tabs->tabText(0), QStringLiteral("Bar Graph"));
-    QCOMPARE(window->tabs->currentIndex(), 0);
-}
 
 void TestBarControls::row()
 {
-    const auto *column = qobject_cast<QVBoxLayout *>(view->layout());
-    QVERIFY(column);
-    QCOMPARE(column->count(), 2);
-    QCOMPARE(column->itemAt(1)->widget(), view->drawFrame);
-    QCOMPARE(column->stretch(0), 0);
-    QCOMPARE(column->stretch(1), 1);
-
-    auto *layout = qobject_cast<QHBoxLayout *>(column->itemAt(0)->layout());
-    QVERIFY(layout);
-    QStringList controls;
-    for (int i = 0; i < layout->count(); ++i) {
-        const QWidget *control = layout->itemAt(i)->widget();
-        if (!control)
-            controls += QStringLiteral("stretch");
-        else
-            controls += QLatin1String(control->metaObject()->className()) + QLatin1Char(' ') +
-                        control->property("text").toString();
-    }
-    QCOMPARE(controls, (QStringList{"QCheckBox Classic Mode", "QLabel Fast Computer", "QSlider ",
-                                    "QLabel Slow Computer", "stretch", "QLabel Prox:",
-                                    "QCheckBox Lock Frequency", "QLabel Freq:", "QSpinBox "}));
-    QVERIFY(layout->itemAt(4)->spacerItem()->expandingDirections() & Qt::Horizontal);
-    QCOMPARE(layout->itemAt(2)->widget(), slider);
-    QCOMPARE(layout->itemAt(5)->widget(), view->proxLabel);
-    QCOMPARE(layout->itemAt(7)->widget(), view->freqLabel);
-    QCOMPARE(layout->itemAt(8)->widget(), view->freqSpin);
-    QVERIFY(!qobject_cast<QCheckBox *>(layout->itemAt(6)->widget())->isChecked());
-
-    QCOMPARE(slider->orientation(), Qt::Horizontal);
-    QCOMPARE(slider->minimum(), 5);
-    QCOMPARE(slider->maximum(), 1000);
-    QCOMPARE(view->freqSpin->minimum(), 0);
-    QCOMPARE(view->freqSpin->maximum(), 500000);
-    QCOMPARE(view->freqSpin->singleStep(), 1);
+    const BarView bars;
+    QCOMPARE(rowOf(bars.view),
+             (QStringList{"QCheckBox Classic Mode", "QLabel Fast Computer", "QSlider ",
+                          "QLabel Slow Computer", "stretch", "QLabel Prox:", "QCheckBox fixed Lock Frequency",
+                          "QLabel fixed Freq:", "QSpinBox fixed "}));
+    QVERIFY(qobject_cast<QHBoxLayout *>(bars.view.layout()->itemAt(0)->layout()));
 }
 
-void TestBarControls::fixedSizes()
+void TestBarControls::ranges()
 {
-    QStringList fixed;
-    for (const QWidget *control : view->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly)) {
-        if (control->sizePolicy() == QSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed))
-            fixed += control->metaObject()->className() + control->property("text").toString();
-    }
-    fixed.sort();
-    QCOMPARE(fixed, (QStringList{"QCheckBoxLock Frequency", "QLabelFreq:", "QSpinBox"}));
+    const BarView bars;
+    QCOMPARE(bars.slider()->objectName(), QStringLiteral("displayThresholdSlider"));
+    QCOMPARE(bars.slider()->orientation(), Qt::Horizontal);
+    QCOMPARE(bars.slider()->minimum(), 5);
+    QCOMPARE(bars.slider()->maximum(), 1000);
+    QCOMPARE(bars.box()->minimum(), 0);
+    QCOMPARE(bars.box()->maximum(), 500000);
+    QCOMPARE(bars.box()->singleStep(), 1);
 }
 
 void TestBarControls::frame()
 {
-    QCOMPARE(view->drawFrame->frameStyle(), 17);
-    QCOMPARE(view->drawFrame->lineWidth(), 1);
-    QCOMPARE(QByteArray(view->drawFrame->metaObject()->className()), QByteArray("QFrame"));
+    const BarView bars;
+    const auto *column = qobject_cast<QVBoxLayout *>(bars.view.layout());
+    QVERIFY(column);
+    QCOMPARE(column->count(), 2);
+    QCOMPARE(column->stretch(0), 0);
+    QCOMPARE(column->stretch(1), 1);
+    QCOMPARE(QByteArray(bars.frame()->metaObject()->className()), QByteArray("QFrame"));
+    QCOMPARE(bars.frame()->frameStyle(), 17);
+    QCOMPARE(bars.frame()->lineWidth(), 1);
 }
 
-void TestBarControls::stateAtStart()
+void TestBarControls::translations()
 {
-    QCOMPARE(signalsOf(view), QVector<int>(12, 0));
-    QCOMPARE(view->textLine, QString());
-    QCOMPARE(view->spinFrequency, 0);
-    QCOMPARE(view->proxChar, '\0');
-    QCOMPARE(view->frequency, qint64{0});
-    QCOMPARE(view->frequencyRaw, qint16{0});
-    QCOMPARE(view->reportWord8, -1);
-    QCOMPARE(view->reportWord10, -1);
-    QCOMPARE(view->voltageRaw, -1);
-    QCOMPARE(view->voltageMin, -1);
-    QCOMPARE(view->voltageMax, -1);
-    QCOMPARE(view->viewFont.family(), QStringLiteral("Sans Serif"));
-    QCOMPARE(view->viewFont.pointSize(), 10);
-    QCOMPARE(view->viewFont.weight(), 50);
-    QVERIFY(!view->viewFont.italic());
+    const MarkingTranslator translator;
+    BarView bars;
+    bars.display(hex(fullReport));
+    QCOMPARE(rowOf(bars.view),
+             (QStringList{"QCheckBox {bargraph: Classic Mode}", "QLabel {bargraph: Fast Computer}",
+                          "QSlider ", "QLabel {bargraph: Slow Computer}", "stretch", "QLabel Prox: O",
+                          "QCheckBox fixed {bargraph: Lock Frequency}",
+                          "QLabel fixed Freq:", "QSpinBox fixed 900"}));
+}
+
+void TestBarControls::newView()
+{
+    const BarView bars;
+    QCOMPARE(bars.state(), QString());
+    QCOMPARE(bars.slider()->value(), 50);
+    QCOMPARE(bars.view.displayThresholdMs(), 50);
+    QVERIFY(bars.classicBox()->isChecked());
+    QVERIFY(Inspect::isClassic(bars.view));
+    QVERIFY(!bars.lockBox()->isChecked());
+    QCOMPARE(bars.window.settings.allKeys(), QStringList());
 }
 
 void TestBarControls::slotOrder()
 {
-    const QMetaObject *meta = view->metaObject();
+    const QMetaObject &meta = bargraph::staticMetaObject;
     QByteArrayList names;
-    for (int i = meta->methodOffset(); i < meta->methodCount(); ++i) {
-        QCOMPARE(meta->method(i).methodType(), QMetaMethod::Slot);
-        names += meta->method(i).methodSignature();
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
+        QCOMPARE(meta.method(i).methodType(), QMetaMethod::Slot);
+        names += meta.method(i).methodSignature();
     }
     QCOMPARE(names,
              (QByteArrayList{"OnClickedClassicMode(int)", "OnLockFrequency(int)", "OnSpinFrequency(int)",
                              "volts()", "on_displayThresholdSlider_valueChanged(int)"}));
-    QCOMPARE(QByteArray(meta->superClass()->className()), QByteArray("qorvexwidget"));
-}
-
-void TestBarControls::firstStart()
-{
-    QCOMPARE(slider->value(), 50);
-    QCOMPARE(view->displayThreshold, 50);
-    QVERIFY(classicBox->isChecked());
-    QVERIFY(view->classicMode);
-    QVERIFY(!settings->contains(QStringLiteral("bargraph.displayThreshold")));
-    QVERIFY(!settings->contains(QStringLiteral("Classic Mode")));
+    QCOMPARE(QByteArray(meta.superClass()->className()), QByteArray("qorvexwidget"));
 }
 
 void TestBarControls::storedThreshold_data()
 {
     addColumns<QVariant, int, int>("stored", "threshold", "slider");
-
     addRow("number", QVariant(200), 200, 200);
-    addRow("text", QVariant(QStringLiteral("321")), 321, 321);
+    addRow("text", QVariant("321"), 321, 321);
     addRow("below the slider", QVariant(1), 1, 5);
     addRow("above the slider", QVariant(2000), 2000, 1000);
     addRow("negative", QVariant(-7), -7, 5);
-    addRow("no number", QVariant(QStringLiteral("fast")), 0, 5);
+    addRow("no number", QVariant("fast"), 0, 5);
 }
 
 void TestBarControls::storedThreshold()
 {
     QFETCH(QVariant, stored);
-    settings->setValue(QStringLiteral("bargraph.displayThreshold"), stored);
-    settings->setValue(QStringLiteral("monitor.displayThreshold"), 777);
-    rebuild();
-    QTEST(view->displayThreshold, "threshold");
-    QTEST(slider->value(), "slider");
+    FakeWindow().settings.setValue(thresholdKey, stored);
+    FakeWindow().settings.setValue("monitor.displayThreshold", 777);
+    BarView bars;
+    QTEST(bars.view.displayThresholdMs(), "threshold");
+    QTEST(bars.slider()->value(), "slider");
     // Reading alone writes nothing back.
-    QCOMPARE(settings->value(QStringLiteral("bargraph.displayThreshold")).toString(), stored.toString());
+    QCOMPARE(bars.window.settings.value(thresholdKey).toString(), stored.toString());
 }
 
 void TestBarControls::storedMode_data()
 {
     addColumns<QVariant, bool>("stored", "classic");
-
     addRow("true", QVariant(true), true);
     addRow("false", QVariant(false), false);
     addRow("one", QVariant(1), true);
     addRow("zero", QVariant(0), false);
-    addRow("a word", QVariant(QStringLiteral("maybe")), true);
-    addRow("no text", QVariant(QString(QLatin1String(""))), false);
+    addRow("a word", QVariant("maybe"), true);
+    addRow("no text", QVariant(""), false);
 }
 
 void TestBarControls::storedMode()
 {
     QFETCH(QVariant, stored);
-    settings->setValue(QStringLiteral("Classic Mode"), stored);
-    rebuild();
-    QTEST(view->classicMode, "classic");
-    QTEST(classicBox->isChecked(), "classic");
+    FakeWindow().settings.setValue(modeKey, stored);
+    const BarView bars;
+    QTEST(Inspect::isClassic(bars.view), "classic");
+    QTEST(bars.classicBox()->isChecked(), "classic");
+    // The setting is only ever read.
+    bars.classicBox()->click();
+    QCOMPARE(Inspect::isClassic(bars.view), bars.classicBox()->isChecked());
+    QCOMPARE(bars.window.settings.value(modeKey).toString(), stored.toString());
 }
 
 void TestBarControls::threshold()
 {
-    slider->setValue(321);
-    QCOMPARE(view->displayThreshold, 321);
-    QCOMPARE(window->settings.value(QStringLiteral("bargraph.displayThreshold")), QVariant(321));
-    QVERIFY(!window->settings.contains(QStringLiteral("monitor.displayThreshold")));
-    // The window learns of it with the next packet.
-    QCOMPARE(window->displayThreshold, 50);
-    display(view, hex("34 77 0c 00 01"));
-    QCOMPARE(view->displayThresholdMs(), 321);
+    BarView bars;
+    bars.slider()->setValue(321);
+    QCOMPARE(bars.view.displayThresholdMs(), 321);
+    QCOMPARE(bars.window.settings.value(thresholdKey), QVariant(321));
+    QCOMPARE(bars.window.settings.allKeys(), QStringList{thresholdKey});
+    bars.display(hex("34 77 0c 00 01"));
+    QCOMPARE(bars.view.displayThresholdMs(), 321);
 }
 
 void TestBarControls::classicMode()
 {
-    settings->setValue(QStringLiteral("Classic Mode"), true);
-    rebuild();
-    classicBox->click();
-    QVERIFY(!view->classicMode);
-    QCOMPARE(window->settings.value(QStringLiteral("Classic Mode")).toBool(), true);
-    view->OnClickedClassicMode(Qt::PartiallyChecked);
-    QVERIFY(!view->classicMode);
-    view->OnClickedClassicMode(3);
-    QVERIFY(!view->classicMode);
-    classicBox->click();
-    QVERIFY(view->classicMode);
-    view->OnClickedClassicMode(Qt::PartiallyChecked);
-    QVERIFY(view->classicMode);
-
-    classicBox->click();
-    window->close();
-    rebuild();
-    QVERIFY(view->classicMode);
-
-    settings->setValue(QStringLiteral("Classic Mode"), false);
-    rebuild();
-    classicBox->click();
-    QVERIFY(view->classicMode);
-    QCOMPARE(window->settings.value(QStringLiteral("Classic Mode")).toBool(), false);
+    BarView bars;
+    for (int state : {Qt::Unchecked, Qt::Checked}) {
+        bars.view.OnClickedClassicMode(state);
+        for (int ignored : {1, 3, -1}) {
+            bars.view.OnClickedClassicMode(ignored);
+            QCOMPARE(Inspect::isClassic(bars.view), state == Qt::Checked);
+        }
+    }
 }
 
 void TestBarControls::noRepaintOfTheirOwn()
 {
-    PaintCounter paints(window.get());
-    display(view, hex("34 77 0c 00 01"));
-    QCOMPARE(paints.take(), 1);
-    view->OnClickedClassicMode(Qt::Unchecked);
-    view->resetMinMaxVoltage();
-    view->OnLockFrequency(Qt::Checked);
-    view->OnSpinFrequency(3);
-    slider->setValue(500);
+    BarView bars;
+    PaintCounter paints(bars.view);
+    bars.view.OnClickedClassicMode(Qt::Unchecked);
+    bars.view.resetMinMaxVoltage();
+    bars.view.OnLockFrequency(Qt::Checked);
+    bars.view.OnSpinFrequency(3);
+    bars.slider()->setValue(500);
     QCOMPARE(paints.take(), 0);
-    QCOMPARE(view->voltageMin, -1);
-    QVERIFY(!view->classicMode);
+}
+
+void TestBarControls::lock()
+{
+    BarView bars;
+    bars.lockBox()->click();
+    QCOMPARE(bars.window.takeCommands(), (QByteArrayList{".\rU8\r", "B\r"}));
+    bars.lockBox()->click();
+    QCOMPARE(bars.window.takeCommands(), (QByteArrayList{".\rU0\r", "B\r"}));
+    for (int other : {1, 3}) {
+        bars.view.OnLockFrequency(other);
+        QCOMPARE(bars.window.takeCommands(), QByteArrayList{"B\r"});
+    }
+}
+
+/// A step of any size sends one command.
+void TestBarControls::steps()
+{
+    BarView bars;
+    const auto stepTo = [&bars](int value) {
+        CapturedOutput output(stdout);
+        bars.box()->setValue(value);
+        return output.text() + bars.window.takeCommands().join(',');
+    };
+    QCOMPARE(stepTo(10), QByteArray("0 -> 10\n>"));
+    QCOMPARE(stepTo(500), QByteArray("10 -> 500\n>"));
+    QCOMPARE(stepTo(499), QByteArray("500 -> 499\n<"));
+    QCOMPARE(stepTo(500), QByteArray("499 -> 500\n>"));
+    QCOMPARE(stepTo(0), QByteArray("500 -> 0\n<"));
+    bars.view.OnSpinFrequency(0); // known already
+    QCOMPARE(bars.state(), QString());
+}
+
+void TestBarControls::typedReset_data()
+{
+    addColumns<QString, QString, QString>("command", "state", "next");
+    addRow("the reset", ":RMM\r", "volts 500 -1 -1", "volts 300 300 300");
+    addRow("lower case", ":rmm\r", "volts 500 500 500", "volts 300 300 500");
+    addRow("with a blank", ":RMM \r", "volts 500 500 500", "volts 300 300 500");
+    addRow("without the colon", "RMM\r", "volts 500 500 500", "volts 300 300 500");
+    addRow("without its end", ":RMM", "volts 500 500 500", "volts 300 300 500");
+}
+
+void TestBarControls::typedReset()
+{
+    QFETCH(QString, command);
+    BarView bars;
+    bars.display(hex("34 77 0c f4 01"));
+    bars.view.CommandTyped(command);
+    QTEST(bars.state(), "state");
+    bars.display(hex("34 77 0c 2c 01"));
+    QTEST(bars.state(), "next");
 }
 
 PADSCOPE_TESTS(TestBarControls);

@@ -1,8 +1,24 @@
+#include <QAbstractEventDispatcher>
 #include <QElapsedTimer>
 
-#include "bargraph/display.h"
-#include "bargraph/paintcounter.h"
+#include "bargraph/barview.h"
 #include "support/tests.h"
+
+namespace {
+
+/// Milliseconds of the single-shot timers that are running.
+QVector<int> runningTimers()
+{
+    QAbstractEventDispatcher *dispatcher = QAbstractEventDispatcher::instance();
+    QVector<int> intervals;
+    for (QObject *timer : dispatcher->children()) {
+        for (const QAbstractEventDispatcher::TimerInfo &info : dispatcher->registeredTimers(timer))
+            intervals += info.interval;
+    }
+    return intervals;
+}
+
+} // namespace
 
 class TestVolts : public QObject
 {
@@ -15,46 +31,35 @@ private slots:
 /// One test, because what it tests never starts again.
 void TestVolts::countsDownOnceInTheLifeOfTheProcess()
 {
-    qorvexgraph window;
-    bargraph *view = window.barGraphView;
-    PaintCounter paints(&window);
-    QElapsedTimer clock;
-    clock.start();
-    QVERIFY(QMetaObject::invokeMethod(view, "volts"));
-    QCOMPARE(view->voltageRaw, 510);
-    QCOMPARE(view->voltageMin, 510);
-    QCOMPARE(view->voltageMax, 510);
+    BarView bars;
+    PaintCounter paints(bars.view);
+    const auto step = [](BarView &stepped) { return QMetaObject::invokeMethod(&stepped.view, "volts"); };
+    QVERIFY(step(bars));
+    QCOMPARE(runningTimers(), QVector<int>{100});
+    QCOMPARE(bars.state(), QStringLiteral("volts 510 510 510"));
     QCOMPARE(paints.take(), 1);
 
     // It goes on by itself.
-    QTRY_COMPARE(view->voltageRaw, 509);
-    QVERIFY(clock.elapsed() >= 100);
-    QTRY_COMPARE(view->voltageRaw, 508);
-    QVERIFY(clock.elapsed() >= 200);
-    view->resetMinMaxVoltage();
+    QTRY_COMPARE(bars.state(), QStringLiteral("volts 509 509 510"));
+    QTRY_COMPARE(bars.state(), QStringLiteral("volts 508 508 510"));
+    bars.view.resetMinMaxVoltage();
     QVERIFY(paints.take() > 0);
 
     // The rest in one go.
     for (int raw = 507; raw >= 256; --raw) {
-        QVERIFY(QMetaObject::invokeMethod(view, "volts"));
-        QCOMPARE(view->voltageRaw, raw);
-        QCOMPARE(view->voltageMin, raw);
-        QCOMPARE(view->voltageMax, 507);
+        QVERIFY(step(bars));
+        QCOMPARE(bars.state(), QStringLiteral("volts %1 %1 507").arg(raw));
     }
     QCOMPARE(paints.take(), 1);
 
     // Neither the timers that are still running nor another view take a step more.
-    QVERIFY(QMetaObject::invokeMethod(view, "volts"));
-    QTest::qWait(300);
-    QCOMPARE(view->voltageRaw, 256);
+    QVERIFY(step(bars));
+    QTRY_COMPARE(runningTimers(), QVector<int>{});
+    QCOMPARE(bars.state(), QStringLiteral("volts 256 256 507"));
     QCOMPARE(paints.take(), 0);
-    qorvexgraph other;
-    QVERIFY(QMetaObject::invokeMethod(other.barGraphView, "volts"));
-    QCOMPARE(other.barGraphView->voltageRaw, -1);
-
-    QCOMPARE(view->proxLabel->text(), QStringLiteral("Prox:"));
-    QCOMPARE(view->freqSpin->value(), 0);
-    QCOMPARE(signalsOf(view), QVector<int>(12, 0));
+    BarView other;
+    QVERIFY(step(other));
+    QCOMPARE(other.state(), QString());
 }
 
 PADSCOPE_TESTS(TestVolts);

@@ -1,6 +1,6 @@
-// The tool in the host's window on a real display, with the simulator as its driver library. It writes what
-// an eye would see, where a mouse would click, and the calls that the simulator got, to a file that is
-// replaced whenever one of these changes:
+// The tool in the host's window on a real display, with the simulator as its driver library. What an eye
+// would see, where a mouse would click, and the calls that the simulator got, a line each, are in a file that
+// is replaced whenever one of these changes:
 //   displayed PLUGINS STATE
 
 #include <QApplication>
@@ -22,72 +22,33 @@ namespace {
 
 constexpr int lookMs = 50;
 
-QString place(const QWidget *widget, QPoint position)
+QString place(const char *name, const QWidget &widget, QPoint position)
 {
-    const QPoint global = widget->mapToGlobal(position);
-    return QStringLiteral("%1 %2").arg(global.x()).arg(global.y());
+    const QPoint global = widget.mapToGlobal(position);
+    return QString("at %1 %2 %3").arg(name).arg(global.x()).arg(global.y());
 }
 
-class State
+QString stateOf(const HostWindow &window, QWidget &tool, const SimulatedLibrary &simulator)
 {
-public:
-    State(const HostWindow &window_, QWidget &tool, const SimulatedLibrary &simulator_, QString path_)
-        : window(window_)
-        , tabs(*tabsOf(tool))
-        , line(*lineEditOf(tool))
-        , status(*tool.findChild<QLabel *>(QString(), Qt::FindDirectChildrenOnly))
-        , simulator(simulator_)
-        , path(std::move(path_))
-    {
-    }
-
-    void write()
-    {
-        look();
-        const QByteArray now = text();
-        if (now == last)
-            return;
-        QSaveFile file(path);
-        if (file.open(QIODevice::WriteOnly) && file.write(now) == now.size() && file.commit())
-            last = now;
-    }
-
-private:
-    void look()
-    {
-        const auto *slider = tabs.currentWidget()->findChild<QSlider *>();
-        const auto *box = tabs.currentWidget()->findChild<QCheckBox *>();
-        seen = QStringList{
-            "status " + status.text(),
-            "tab " + tabs.tabText(tabs.currentIndex()),
-            "line " + line.text(),
-            QStringLiteral("slider %1").arg(slider->value()),
-            QStringLiteral("minimised %1").arg(int(window.isMinimized())),
-            "at line " + place(&line, line.rect().center()),
-            "at slider " + place(slider, slider->rect().center()),
-            "at box " + place(box, QPoint(8, box->height() / 2)),
-        };
-        for (int i = 0; i < tabs.count(); ++i)
-            seen += "at " + tabs.tabText(i) + " " + place(tabs.tabBar(), tabs.tabBar()->tabRect(i).center());
-    }
-
-    QByteArray text() const
-    {
-        QString all = seen.join('\n') + '\n';
-        for (const std::string &call : simulator.callsFrom(0))
-            all += "call " + QString::fromStdString(call) + '\n';
-        return all.toUtf8();
-    }
-
-    const HostWindow &window;
-    const QTabWidget &tabs;
-    const QLineEdit &line;
-    const QLabel &status;
-    const SimulatedLibrary &simulator;
-    const QString path;
-    QStringList seen;
-    QByteArray last;
-};
+    const QTabWidget &tabs = *tabsOf(tool);
+    const QLineEdit &line = *lineEditOf(tool);
+    const auto &slider = *tabs.currentWidget()->findChild<QSlider *>();
+    const auto &box = *tabs.currentWidget()->findChild<QCheckBox *>();
+    QStringList lines{
+        "status " + tool.findChild<QLabel *>(QString(), Qt::FindDirectChildrenOnly)->text(),
+        "tab " + tabs.tabText(tabs.currentIndex()),
+        "line " + line.text(),
+        QString("slider %1").arg(slider.value()),
+        QString("minimised %1").arg(int(window.isMinimized())),
+        place("line", line, line.rect().center()),
+        place("slider", slider, slider.rect().center()),
+        place("box", box, QPoint(8, box.height() / 2)),
+        place("monitor", *tabs.tabBar(), tabs.tabBar()->tabRect(1).center()),
+    };
+    for (const std::string &call : simulator.callsFrom(0))
+        lines += "call " + QString::fromStdString(call);
+    return lines.join('\n') + '\n';
+}
 
 } // namespace
 
@@ -97,13 +58,22 @@ int main(int argc, char **argv)
     const QApplication application(argc, argv);
     const PluginScan scan = scanPlugins({QApplication::arguments().at(1)});
     HostWindow window(scan.plugins);
-    State state(window, *window.openTool(scan.plugins.front()), simulator, QApplication::arguments().at(2));
+    QWidget &tool = *window.openTool(scan.plugins.front());
     window.resize(1000, 600);
     window.show();
+    QString written;
+    const auto write = [&] {
+        const QString now = stateOf(window, tool, simulator);
+        QSaveFile file(QApplication::arguments().at(2));
+        if (now != written && file.open(QIODevice::WriteOnly) && file.write(now.toUtf8()) > 0 &&
+            file.commit())
+            written = now;
+    };
     QTimer timer;
-    QObject::connect(&timer, &QTimer::timeout, [&state] { state.write(); });
+    QObject::connect(&timer, &QTimer::timeout, write);
     timer.start(lookMs);
     const int result = QApplication::exec();
-    state.write();
+    // The last calls are those of the detach.
+    write();
     return result;
 }

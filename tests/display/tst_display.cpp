@@ -1,11 +1,9 @@
 #include <QDir>
 #include <QFile>
-#include <QProcess>
 #include <QRegularExpression>
 #include <QSettings>
-#include <QTemporaryDir>
-#include <QTest>
 
+#include "support/displayserver.h"
 #include "support/tests.h"
 
 /// The tool from end to end on a display server with a window manager, by key and mouse events that come from
@@ -16,10 +14,10 @@ class Display : public QObject
 
 private slots:
     void initTestCase();
+    void toolStarts();
     void title();
     void typedCommandAttaches();
     void historyIsRecalled();
-    void tabIsSwitched();
     void rowsAreLogged();
     void sliderIsMoved();
     void minimisedStaysAttached();
@@ -28,20 +26,18 @@ private slots:
     void cleanupTestCase();
 
 private:
-    void startDisplay();
-    void startTool();
     /// Ends the whole program, since no step works without this one.
     void failIfItEnds(QProcess &process, const char *message);
-    /// The rest of the state's line that begins with this.
-    QString state(const QString &name) const;
-    QStringList calls() const;
+    /// The rest of each line of the state that begins with this name.
+    QStringList stateLines(const QString &name) const;
+    QString state(const QString &name) const { return stateLines(name).value(0); }
+    QStringList calls() const { return stateLines("call"); }
     static QByteArray xdotool(const QStringList &arguments);
     void click(const QString &what) const
     {
         xdotool(QStringList("mousemove") + state("at " + what).split(' ') + QStringList{"click", "1"});
     }
 
-    QTemporaryDir home;
     QProcess server;
     QProcess manager;
     QProcess tool;
@@ -50,51 +46,16 @@ private:
 
 namespace {
 
-constexpr int patienceMs = 20000;
-
-/// The number of the display that the server has chosen. By default a server resets when its last client
-/// leaves, and closes the connection that the manager is about to open.
-QByteArray startServer(QProcess &server)
-{
-    server.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    server.start("Xvfb", {"-displayfd", "1", "-noreset", "-screen", "0", "1280x800x24", "-nolisten", "tcp"});
-    QByteArray number;
-    while (!number.endsWith('\n') && server.waitForReadyRead(patienceMs))
-        number += server.readAllStandardOutput();
-    return number.trimmed();
-}
-
-void stop(QProcess &process)
-{
-    if (process.state() == QProcess::NotRunning)
-        return;
-    process.terminate();
-    if (!process.waitForFinished(5000))
-        process.kill();
-    process.waitForFinished(5000);
-}
+constexpr int timeoutMs = 20000;
 
 } // namespace
 
-QString Display::state(const QString &name) const
+QStringList Display::stateLines(const QString &name) const
 {
-    QFile file(home.filePath("state"));
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    for (const QString &line : QString::fromUtf8(file.readAll()).split('\n')) {
-        if (line.startsWith(name + ' '))
-            return line.mid(name.size() + 1);
-    }
-    return {};
-}
-
-QStringList Display::calls() const
-{
-    QFile file(home.filePath("state"));
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    QStringList lines = QString::fromUtf8(file.readAll()).split('\n').filter(QRegularExpression("^call "));
-    return lines.replaceInStrings(QRegularExpression("^call "), QString());
+    QFile file(QDir::home().filePath("state"));
+    file.open(QIODevice::ReadOnly);
+    const QRegularExpression beginning('^' + name + ' ');
+    return QString::fromUtf8(file.readAll()).split('\n').filter(beginning).replaceInStrings(beginning, "");
 }
 
 /// What it prints; nothing if it fails, when it may still print a zero.
@@ -103,7 +64,7 @@ QByteArray Display::xdotool(const QStringList &arguments)
     QProcess process;
     process.start("xdotool", arguments);
     // Events are handled meanwhile, so that the end of the manager is noticed.
-    const bool isDone = QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, patienceMs);
+    const bool isDone = QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, timeoutMs);
     if (isDone && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0)
         return process.readAllStandardOutput().trimmed();
     qWarning() << "xdotool" << arguments << process.readAllStandardError();
@@ -115,44 +76,31 @@ void Display::failIfItEnds(QProcess &process, const char *message)
     connect(&process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this, [this, message] {
         QTest::qFail(message, __FILE__, __LINE__);
         cleanupTestCase();
-        home.remove();
         std::exit(EXIT_FAILURE);
     });
 }
 
-void Display::startDisplay()
+void Display::initTestCase()
 {
-    const QByteArray number = startServer(server);
-    QVERIFY(!number.isEmpty());
+    const QString display = startDisplayServer(server);
+    QVERIFY(!display.isEmpty());
     failIfItEnds(server, "the display server ended");
-    qputenv("DISPLAY", ':' + number);
+    qputenv("DISPLAY", display.toLatin1());
     QStringList command = qEnvironmentVariable("TST_DISPLAY_MANAGER", "openbox").split(' ');
     manager.setProcessChannelMode(QProcess::ForwardedChannels);
     failIfItEnds(manager, "the window manager ended");
     manager.start(command.takeFirst(), command);
-    QVERIFY(manager.waitForStarted(patienceMs));
+    QVERIFY(manager.waitForStarted(timeoutMs));
     // The manager tells how many desktops there are once it manages.
-    QTRY_VERIFY_WITH_TIMEOUT(!xdotool({"get_num_desktops"}).isEmpty(), patienceMs);
+    QTRY_VERIFY_WITH_TIMEOUT(!xdotool({"get_num_desktops"}).isEmpty(), timeoutMs);
 }
 
-void Display::startTool()
+void Display::toolStarts()
 {
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("HOME", home.path());
-    environment.insert("XDG_CONFIG_HOME", home.filePath("config"));
-    environment.insert("QT_QPA_PLATFORM", "xcb");
-    tool.setProcessEnvironment(environment);
+    qputenv("QT_QPA_PLATFORM", "xcb");
     tool.setProcessChannelMode(QProcess::ForwardedChannels);
-    tool.start(DISPLAYED_PROGRAM, {PADSCOPE_PLUGIN_FOLDER, home.filePath("state")});
-    QVERIFY(tool.waitForStarted(patienceMs));
-    QTRY_COMPARE_WITH_TIMEOUT(state("tab"), QString("Bar Graph"), patienceMs);
-}
-
-void Display::initTestCase()
-{
-    startDisplay();
-    if (!QTest::currentTestFailed())
-        startTool();
+    tool.start(DISPLAYED_PROGRAM, {PADSCOPE_PLUGIN_FOLDER, QDir::home().filePath("state")});
+    QTRY_COMPARE_WITH_TIMEOUT(state("tab"), QString("Bar Graph"), timeoutMs);
 }
 
 void Display::title()
@@ -190,21 +138,17 @@ void Display::historyIsRecalled()
     QTRY_COMPARE(state("line"), QString("?"));
 }
 
-void Display::tabIsSwitched()
-{
-    click("Monitor");
-    QTRY_COMPARE(state("tab"), QString("Monitor"));
-}
-
 void Display::rowsAreLogged()
 {
+    click("monitor");
+    QTRY_COMPARE(state("tab"), QString("Monitor"));
     click("box");
-    const QDir logs(home.filePath("qorvexgraph logs"));
+    const QDir logs(QDir::home().filePath("qorvexgraph logs"));
     QTRY_COMPARE(logs.entryList(QDir::Files).size(), 1);
     QFile log(logs.filePath(logs.entryList(QDir::Files).first()));
     QVERIFY(log.open(QIODevice::ReadOnly));
     QByteArray logged;
-    QTRY_VERIFY_WITH_TIMEOUT((logged += log.readAll()).contains("X Fine 0: "), patienceMs);
+    QTRY_VERIFY_WITH_TIMEOUT((logged += log.readAll()).contains("X Fine 0: "), timeoutMs);
 }
 
 void Display::sliderIsMoved()
@@ -235,7 +179,7 @@ void Display::minimisedStaysAttached()
 void Display::closingDetaches()
 {
     xdotool({"key", "alt+F4"});
-    QTRY_COMPARE_WITH_TIMEOUT(tool.state(), QProcess::NotRunning, patienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(tool.state(), QProcess::NotRunning, timeoutMs);
     QCOMPARE(tool.exitStatus(), QProcess::NormalExit);
     QCOMPARE(tool.exitCode(), 0);
     const QStringList last = calls();
@@ -247,7 +191,7 @@ void Display::closingDetaches()
 
 void Display::settingsAreKept()
 {
-    const QSettings settings(home.filePath("config/Corvane/qorvexgraph.conf"), QSettings::IniFormat);
+    const QSettings settings(QDir::home().filePath("config/Corvane/qorvexgraph.conf"), QSettings::IniFormat);
     QCOMPARE(settings.value("history/0").toString(), QString("?"));
     QCOMPARE(settings.value("history/1").toString(), QString("first"));
     QCOMPARE(settings.value("Log To File").toBool(), true);
@@ -256,11 +200,11 @@ void Display::settingsAreKept()
 
 void Display::cleanupTestCase()
 {
-    manager.disconnect(this);
-    server.disconnect(this);
-    stop(tool);
-    stop(manager);
-    stop(server);
+    for (QProcess *process : {&tool, &manager, &server}) {
+        process->disconnect(this);
+        process->terminate();
+        process->waitForFinished(5000);
+    }
 }
 
 PADSCOPE_TESTS(Display);

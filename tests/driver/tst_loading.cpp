@@ -6,31 +6,24 @@
 #include "support/entrypointnames.h"
 #include "support/tests.h"
 
-// The linker sends the loader's functions through these, so that the binding's use of them is seen.
-extern "C" {
-void *__real_dlopen(const char *file, int mode);
-void *__real_dlsym(void *handle, const char *name);
-int __real_dlclose(void *handle);
-void *__wrap_dlopen(const char *file, int mode);
-void *__wrap_dlsym(void *handle, const char *name);
-int __wrap_dlclose(void *handle);
-}
-
 namespace {
 
 QStringList loaderCalls;
 
 QStringList takeLoaderCalls()
 {
-    QStringList calls;
-    calls.swap(loaderCalls);
-    return calls;
+    return std::exchange(loaderCalls, {});
 }
 
 // RTLD_NOW is 2.
-const QString opening = QStringLiteral("dlopen(liborvexboardex.so.1, 2)");
+const QString opening = "dlopen(liborvexboardex.so.1, 2)";
 
 } // namespace
+
+// The linker sends the loader's functions through these, so that the binding's use of them is seen.
+extern "C" {
+void *__real_dlopen(const char *file, int mode);
+void *__real_dlsym(void *handle, const char *name);
 
 void *__wrap_dlopen(const char *file, int mode)
 {
@@ -40,14 +33,9 @@ void *__wrap_dlopen(const char *file, int mode)
 
 void *__wrap_dlsym(void *handle, const char *name)
 {
-    loaderCalls += QString::fromLatin1(name);
+    loaderCalls += name;
     return __real_dlsym(handle, name);
 }
-
-int __wrap_dlclose(void *handle)
-{
-    loaderCalls += QStringLiteral("dlclose");
-    return __real_dlclose(handle);
 }
 
 /// How the driver library is opened, resolved and closed.
@@ -57,108 +45,17 @@ class LoadingTests : public QObject
 
 private slots:
     void init();
-    void withoutLibraryEachAttachSaysSo();
+    void nothingIsLoadedBeforeAttach();
     void libraryThatAppearsLaterIsFound();
     void everyNameIsLookedUpOnEveryAttach();
-    void destructorDetachesOnceMore();
-    void destructorClosesWithoutDetachEntry();
+    void destructorDetachesOnceMoreAndCloses();
     void withoutAttachEntryTheLibraryStaysLoaded();
-    void nothingIsLoadedBeforeAttach();
 };
 
 void LoadingTests::init()
 {
     QVERIFY2(!DriverLibrary::isLoaded(), "a driver library is in the way");
-    loaderCalls.clear();
-}
-
-void LoadingTests::withoutLibraryEachAttachSaysSo()
-{
-    // No newline follows.
-    const QByteArray message(
-        "liborvexboardex.so.1: cannot open shared object file: No such file or directory");
-    OrvexWrapper wrapper;
-    CapturedOutput once(stderr);
-    QCOMPARE(wrapper.Attach(), 0);
-    QCOMPARE(once.text(), message);
-    QCOMPARE(takeLoaderCalls(), QStringList(opening));
-    QCOMPARE(wrapper.GetDeviceCount(), 0);
-    QCOMPARE(wrapper.SendCommand(1, "A\r"), -1);
-    QVERIFY(wrapper.GetTouchEnabled(1));
-
-    CapturedOutput again(stderr);
-    QCOMPARE(wrapper.Attach(), 0);
-    QCOMPARE(again.text(), message);
-}
-
-void LoadingTests::libraryThatAppearsLaterIsFound()
-{
-    OrvexWrapper wrapper;
-    CapturedOutput captured(stderr);
-    QCOMPARE(wrapper.Attach(), 0);
-    QVERIFY(!captured.text().isEmpty());
-
-    const DriverLibrary library("complete", {1, 2});
-    library->setResult("orvexAttach", 42);
-    CapturedOutput silent(stderr);
-    QCOMPARE(wrapper.Attach(), 42);
-    QCOMPARE(silent.text(), QByteArray());
-    QCOMPARE(wrapper.GetDeviceCount(), 2);
-}
-
-void LoadingTests::everyNameIsLookedUpOnEveryAttach()
-{
-    QCOMPARE(entryPointNames.size(), 47);
-    const DriverLibrary library("complete");
-    OrvexWrapper wrapper;
     takeLoaderCalls();
-
-    wrapper.Attach();
-    QCOMPARE(takeLoaderCalls(), QStringList(opening) + entryPointNames);
-    wrapper.Attach();
-    QCOMPARE(takeLoaderCalls(), entryPointNames);
-    QCOMPARE(library.takeCalls(), QStringList({"orvexAttach()", "orvexAttach()"}));
-}
-
-void LoadingTests::destructorDetachesOnceMore()
-{
-    DriverLibrary library("complete");
-    auto *wrapper = new OrvexWrapper;
-    wrapper->Attach();
-    wrapper->Detach();
-    library.takeCalls();
-    takeLoaderCalls();
-
-    delete wrapper;
-    QCOMPARE(library.takeCalls(), QStringList("orvexDetach()"));
-    QCOMPARE(takeLoaderCalls(), QStringList("dlclose"));
-    library.close();
-    QVERIFY(!DriverLibrary::isLoaded());
-}
-
-void LoadingTests::destructorClosesWithoutDetachEntry()
-{
-    DriverLibrary library("without/orvexDetach");
-    auto *wrapper = new OrvexWrapper;
-    wrapper->Attach();
-    library.takeCalls();
-    library.close();
-    QVERIFY(DriverLibrary::isLoaded());
-
-    delete wrapper;
-    QVERIFY(!DriverLibrary::isLoaded());
-}
-
-void LoadingTests::withoutAttachEntryTheLibraryStaysLoaded()
-{
-    const DriverLibrary library("without/orvexAttach");
-    library.setBoards({1, 2, 3});
-    OrvexWrapper wrapper;
-    CapturedOutput captured(stderr);
-
-    QCOMPARE(wrapper.Attach(), 0);
-    QCOMPARE(captured.text(), QByteArray());
-    QCOMPARE(wrapper.GetDeviceCount(), 3);
 }
 
 void LoadingTests::nothingIsLoadedBeforeAttach()
@@ -169,6 +66,71 @@ void LoadingTests::nothingIsLoadedBeforeAttach()
         QCOMPARE(wrapper.GetDeviceCount(), 0);
     }
     QCOMPARE(takeLoaderCalls(), QStringList());
+}
+
+void LoadingTests::libraryThatAppearsLaterIsFound()
+{
+    OrvexWrapper wrapper;
+    for (int attaches = 0; attaches < 2; ++attaches) {
+        CapturedOutput captured(stderr);
+        QCOMPARE(wrapper.Attach(), 0);
+        // No newline follows.
+        QCOMPARE(captured.text(), QByteArray("liborvexboardex.so.1: cannot open shared object file: "
+                                             "No such file or directory"));
+        QCOMPARE(takeLoaderCalls(), QStringList(opening));
+        QCOMPARE(wrapper.GetDeviceCount(), 0);
+        QCOMPARE(wrapper.SendCommand(1, "A\r"), -1);
+        QVERIFY(wrapper.GetTouchEnabled(1));
+    }
+    const DriverLibrary library("complete", {1, 2});
+    library->setResult("orvexAttach", 42);
+    CapturedOutput captured(stderr);
+    QCOMPARE(wrapper.Attach(), 42);
+    QCOMPARE(captured.text(), QByteArray());
+    QCOMPARE(wrapper.GetDeviceCount(), 2);
+}
+
+void LoadingTests::everyNameIsLookedUpOnEveryAttach()
+{
+    QCOMPARE(entryPointNames.size(), 47);
+    const DriverLibrary library("complete");
+    OrvexWrapper wrapper;
+    takeLoaderCalls();
+    wrapper.Attach();
+    QCOMPARE(takeLoaderCalls(), QStringList(opening) + entryPointNames);
+    wrapper.Attach();
+    QCOMPARE(takeLoaderCalls(), entryPointNames);
+    QCOMPARE(library.takeCalls(), QStringList({"orvexAttach()", "orvexAttach()"}));
+}
+
+void LoadingTests::destructorDetachesOnceMoreAndCloses()
+{
+    using Case = QPair<const char *, QStringList>;
+    for (const auto &[variant, calls] :
+         {Case("complete", {"orvexDetach()"}), Case("without/orvexDetach", {})}) {
+        DriverLibrary library(variant);
+        {
+            OrvexWrapper wrapper;
+            wrapper.Attach();
+            wrapper.Detach();
+            library.takeCalls();
+        }
+        QCOMPARE(library.takeCalls(), calls);
+        // Closed once: it is still held here.
+        QVERIFY(DriverLibrary::isLoaded());
+        library.close();
+        QVERIFY(!DriverLibrary::isLoaded());
+    }
+}
+
+void LoadingTests::withoutAttachEntryTheLibraryStaysLoaded()
+{
+    const DriverLibrary library("without/orvexAttach", {1, 2, 3});
+    OrvexWrapper wrapper;
+    CapturedOutput captured(stderr);
+    QCOMPARE(wrapper.Attach(), 0);
+    QCOMPARE(captured.text(), QByteArray());
+    QCOMPARE(wrapper.GetDeviceCount(), 3);
 }
 
 PADSCOPE_TESTS(LoadingTests);

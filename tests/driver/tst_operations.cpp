@@ -1,7 +1,25 @@
-#include "driver/operationrows.h"
+#include "driver/operations.h"
 #include "support/tests.h"
 
-using operationrows::Row;
+using namespace operations;
+
+namespace {
+
+/// The binding, attached to a variant of the library. The call log is empty.
+struct Binding
+{
+    explicit Binding(const char *variant, const QVector<int> &ids = {})
+        : library(variant, ids)
+    {
+        wrapper.Attach();
+        library.takeCalls();
+    }
+
+    const DriverLibrary library;
+    OrvexWrapper wrapper;
+};
+
+} // namespace
 
 /// Every operation of the binding, with its entry point and without.
 class OperationTests : public QObject
@@ -9,17 +27,15 @@ class OperationTests : public QObject
     Q_OBJECT
 
 private slots:
-    void areComplete();
     void forwardArgumentsAndResult_data() { addRows(); }
     void forwardArgumentsAndResult();
-    void fallBackWithoutAnyEntryPoint_data() { addRows(); }
-    void fallBackWithoutAnyEntryPoint();
-    void fallBackWithoutTheirEntryPoint_data() { addRows(); }
-    void fallBackWithoutTheirEntryPoint();
+    void fallBackWithoutEntryPoint_data() { addRows(); }
+    void fallBackWithoutEntryPoint();
     void extendedOnesFallBackToThePlainOnes();
+    void clearingTheHotPlugCallbackTakesTheOtherWay();
+    void bytesThatAreTrue_data();
+    void bytesThatAreTrue();
     void outputsReachTheCaller();
-    void channelsCallBack();
-    void outputsAreLeftAloneWithoutEntryPoint();
     void hidReportModeIsNeverResolved();
 
 private:
@@ -28,171 +44,120 @@ private:
 
 void OperationTests::addRows()
 {
+    // 51 operations, without the destructor, the two without entry point, and ClearPnpCallback.
+    QCOMPARE(all.size(), 47);
     QTest::addColumn<int>("index");
-    for (int i = 0; i < operationrows::all().size(); ++i)
-        QTest::addRow("%s", operationrows::all().at(i).journal) << i;
-}
-
-void OperationTests::areComplete()
-{
-    // 51 operations, without the destructor and the two that have no entry point.
-    QCOMPARE(operationrows::all().size(), 48);
+    for (int i = 0; i < all.size(); ++i)
+        addRow(all.at(i).source, i);
 }
 
 void OperationTests::forwardArgumentsAndResult()
 {
     QFETCH(int, index);
-    const Row &row = operationrows::all().at(index);
-    const DriverLibrary library("complete");
-    const int boards[] = {1, 2, 3, 4, 5};
-    library->setBoards(boards, 5);
-    OrvexWrapper wrapper;
-    wrapper.Attach();
-    library.takeCalls();
-    library->setResult(row.entryPoint, row.result);
+    const Operation &operation = all.at(index);
+    Binding binding("complete", {1, 2, 3, 4, 5});
+    binding.library->setResult(operation.entryPoint().constData(), operation.result);
 
-    const QString returned = row.call(wrapper);
-
-    QCOMPARE(returned, QString::fromLatin1(row.returned));
-    QCOMPARE(library.takeCalls(), QStringList(operationrows::filledIn(row.journal)));
+    QCOMPARE(operation.call(binding.wrapper), QString(operation.returned));
+    QCOMPARE(binding.library.takeCalls(), QStringList(operation.logged()));
 }
 
-void OperationTests::fallBackWithoutAnyEntryPoint()
+void OperationTests::fallBackWithoutEntryPoint()
 {
     QFETCH(int, index);
-    const Row &row = operationrows::all().at(index);
-    const DriverLibrary library("empty");
-    OrvexWrapper wrapper;
-    QCOMPARE(wrapper.Attach(), 0);
-
-    const QString returned = row.call(wrapper);
-
-    QCOMPARE(returned, QString::fromLatin1(row.returnedFallback));
-    QCOMPARE(library.takeCalls(), QStringList());
-}
-
-void OperationTests::fallBackWithoutTheirEntryPoint()
-{
-    QFETCH(int, index);
-    const Row &row = operationrows::all().at(index);
-    const DriverLibrary library((QByteArray("without/") + row.entryPoint).constData());
-    OrvexWrapper wrapper;
-    wrapper.Attach();
-    library.takeCalls();
-
-    const QString returned = row.call(wrapper);
-
-    QCOMPARE(returned, QString::fromLatin1(row.returnedFallback));
-    const QStringList calls = library.takeCalls();
-    // The two extended ones call the plain one instead.
-    if (!QByteArray(row.entryPoint).endsWith("DestinationEx"))
-        QCOMPARE(calls, QStringList());
+    const Operation &operation = all.at(index);
+    for (const QByteArray &variant : {QByteArray("empty"), "without/" + operation.entryPoint()}) {
+        Binding binding(variant.constData());
+        info.deviceId = first = second = 77;
+        QCOMPARE(operation.call(binding.wrapper), QString(operation.withoutEntry));
+        // The two extended ones call the plain one instead.
+        if (variant == "empty" || !operation.entryPoint().endsWith("DestinationEx"))
+            QCOMPARE(binding.library.takeCalls(), QStringList());
+        QCOMPARE(QVector<int>({info.deviceId, first, second}), QVector<int>({77, 77, 77}));
+    }
 }
 
 void OperationTests::extendedOnesFallBackToThePlainOnes()
 {
-    const DriverLibrary library("old");
-    OrvexWrapper wrapper;
-    wrapper.Attach();
-    library.takeCalls();
+    Binding binding("old");
 
-    wrapper.SetTouchDestinationEx(3, 201, true);
-    wrapper.SetPointingDeviceDestinationEx(4, 202, true, 203, true);
-    wrapper.SetPointingDeviceDestinationEx(5, 204, false, 205, false);
+    binding.wrapper.SetTouchDestinationEx(3, 201, true);
+    binding.wrapper.SetPointingDeviceDestinationEx(4, 202, true, 203, true);
 
-    const QStringList expected{
-        "orvexSetTouchDestination(3, 201)",
-        "orvexSetPointingDeviceDestination(4, 202, 1, 203)",
-        "orvexSetPointingDeviceDestination(5, 204, 0, 205)",
-    };
-    QCOMPARE(library.takeCalls(), expected);
+    QCOMPARE(binding.library.takeCalls(), QStringList({"orvexSetTouchDestination(3, 201)",
+                                                       "orvexSetPointingDeviceDestination(4, 202, 1, 203)"}));
+}
+
+// By design: the library has nothing else for it.
+void OperationTests::clearingTheHotPlugCallbackTakesTheOtherWay()
+{
+    for (const char *variant : {"complete", "without/orvexClearCallback"}) {
+        Binding binding(variant);
+        binding.wrapper.ClearPnpCallback(plugCallback, &context);
+        const QString call =
+            QString("orvexClearCallback(0, %1, %2)").arg(addressText(&plugCallback), addressText(&context));
+        QCOMPARE(binding.library.takeCalls(),
+                 QString(variant) == "complete" ? QStringList(call) : QStringList());
+    }
+}
+
+void OperationTests::bytesThatAreTrue_data()
+{
+    addColumns<int, bool, bool>("byte", "getter", "record");
+    addRow("zero", 0, false, false);
+    addRow("one", 1, true, true);
+    addRow("two", 2, false, true);
+    addRow("largest", 255, false, true);
+}
+
+void OperationTests::bytesThatAreTrue()
+{
+    QFETCH(int, byte);
+    Binding binding("complete");
+    for (const char *name :
+         {"orvexGetTouchEnabled", "orvexGetTouchSystemRedirectionEnabled", "orvexEnumDeviceInfo"})
+        binding.library->setResult(name, byte);
+
+    QTEST(binding.wrapper.GetTouchEnabled(1), "getter");
+    QTEST(binding.wrapper.GetTouchSystemRedirectionEnabled(1), "getter");
+    QTEST(binding.wrapper.EnumDeviceInfo(0, &info), "record");
 }
 
 void OperationTests::outputsReachTheCaller()
 {
-    const DriverLibrary library("complete", {-123456});
-    OrvexWrapper wrapper;
-    wrapper.Attach();
+    Binding binding("complete", {-123456});
 
-    int port = -1;
-    QCOMPARE(wrapper.SerialGetConnected(port), 0);
-    QCOMPARE(port, 9);
-
-    int columns = 0;
-    int rows = 0;
-    wrapper.GetCalibrationPoints(1, &columns, &rows);
-    QCOMPARE(columns, 3);
-    QCOMPARE(rows, 5);
-
-    unsigned char major = 0;
-    unsigned char minor = 0;
-    unsigned int release = 0;
-    unsigned int build = 0;
-    wrapper.LibraryVersionNumber(&major, &minor, &release, &build);
-    QCOMPARE(int(major), 5);
-    QCOMPARE(int(minor), 6);
-    QCOMPARE(release, 70000U);
-    QCOMPARE(build, 80000U);
-
-    _ORVEX_DEVICE_INFO info{};
-    QVERIFY(wrapper.EnumDeviceInfo(0, &info));
+    binding.wrapper.SerialGetConnected(first);
+    QCOMPARE(first, 1);
+    binding.wrapper.GetCalibrationPoints(1, &first, &second);
+    QCOMPARE(first, 2);
+    QCOMPARE(second, 3);
+    binding.wrapper.LibraryVersionNumber(&major, &minor, &release, &build);
+    QCOMPARE(int(major), 1);
+    QCOMPARE(int(minor), 2);
+    QCOMPARE(release, 3U);
+    QCOMPARE(build, 4U);
+    QVERIFY(binding.wrapper.EnumDeviceInfo(0, &info));
     QCOMPARE(info.deviceId, -123456);
 
+    unsigned int received = 0;
+    const OrvexDataCallback count = [](int, const unsigned char *, unsigned int length, void *sum) {
+        *static_cast<unsigned int *>(sum) += length;
+    };
+    binding.wrapper.OpenSynchronousChannel(1, count, &received);
     unsigned char buffer[] = {1, 2, 3};
-    wrapper.ReadSynchronousPacket(1, 1, buffer, 2, 0);
+    binding.wrapper.ReadSynchronousPacket(1, 1, buffer, 2, 0);
     QCOMPARE(int(buffer[1]), 0xA5);
     QCOMPARE(int(buffer[2]), 3);
-}
-
-void OperationTests::channelsCallBack()
-{
-    const DriverLibrary library("complete");
-    OrvexWrapper wrapper;
-    wrapper.Attach();
-    QByteArray received;
-    wrapper.OpenSynchronousChannel(
-        7,
-        [](int device, const unsigned char *data, unsigned int length, void *context) {
-            static_cast<QByteArray *>(context)
-                ->append(char(device))
-                .append(reinterpret_cast<const char *>(data), int(length));
-        },
-        &received);
-
-    unsigned char buffer[2] = {};
-    wrapper.ReadSynchronousPacket(8, 1, buffer, 2, 0); // of another board
-    QCOMPARE(received, QByteArray());
-    wrapper.ReadSynchronousPacket(7, 1, buffer, 2, 0);
-    QCOMPARE(received, QByteArray("\x07\xa5\xa5"));
-}
-
-void OperationTests::outputsAreLeftAloneWithoutEntryPoint()
-{
-    const DriverLibrary library("empty");
-    OrvexWrapper wrapper;
-    wrapper.Attach();
-
-    int port = -1;
-    wrapper.SerialGetConnected(port);
-    QCOMPARE(port, -1);
-    _ORVEX_DEVICE_INFO info{};
-    info.deviceId = 77;
-    QVERIFY(!wrapper.EnumDeviceInfo(0, &info));
-    QCOMPARE(info.deviceId, 77);
+    QCOMPARE(received, 2U);
 }
 
 void OperationTests::hidReportModeIsNeverResolved()
 {
-    const DriverLibrary library("complete");
-    OrvexWrapper wrapper;
-    QCOMPARE(wrapper.GetHIDCoordinateReportMode(1), 0);
-    wrapper.Attach();
-    library.takeCalls();
-
-    QCOMPARE(wrapper.GetHIDCoordinateReportMode(1), 0);
-    wrapper.SetHIDCoordinateReportMode(1, 2);
-    QCOMPARE(wrapper.GetHIDCoordinateReportMode(1), 0);
-    QCOMPARE(library.takeCalls(), QStringList());
+    Binding binding("complete");
+    binding.wrapper.SetHIDCoordinateReportMode(1, 2);
+    QCOMPARE(binding.wrapper.GetHIDCoordinateReportMode(1), 0);
+    QCOMPARE(binding.library.takeCalls(), QStringList());
 }
 
 PADSCOPE_TESTS(OperationTests);

@@ -1,42 +1,22 @@
 #include <algorithm>
-
-#include <QFile>
-#include <QTemporaryDir>
+#include <QDir>
 
 #include "fuzz/fuzzing.h"
 #include "scenarioreader.h"
 #include "stream.h"
 
-// An arbitrary scenario file: it is refused in one line, or read whole, and then played.
+// An arbitrary scenario file: it is rejected in one line, or read whole, and then played.
 
 namespace {
 
 constexpr int playedReports = 64;
 
-QString scenarioPath()
+void checkError(const std::string &error, const std::string &path)
 {
-    static const QTemporaryDir folder;
-    return folder.filePath("scenario.json");
-}
-
-void writeFile(const QByteArray &bytes)
-{
-    QFile file(scenarioPath());
-    fuzz::require(file.open(QIODevice::WriteOnly | QIODevice::Truncate), "the scenario can be written");
-    file.write(bytes);
-}
-
-bool isOneLine(const std::string &text)
-{
-    return std::none_of(text.begin(), text.end(), [](unsigned char character) { return character < 0x20; });
-}
-
-void checkRefusal(const std::string &complaint)
-{
-    const std::string path = scenarioPath().toStdString();
-    fuzz::require(complaint.compare(0, path.size() + 2, path + ": ") == 0, "the complaint names the file");
-    fuzz::require(complaint.size() > path.size() + 2, "the complaint says something");
-    fuzz::require(isOneLine(complaint), "the complaint is one line");
+    fuzz::require(error.compare(0, path.size() + 2, path + ": ") == 0, "the error names the file");
+    fuzz::require(error.size() > path.size() + 2, "the error says something");
+    fuzz::require(std::none_of(error.begin(), error.end(), [](unsigned char c) { return c < 0x20; }),
+                  "the error is one line");
 }
 
 template <typename Event>
@@ -51,10 +31,10 @@ void checkLimits(const Scenario &scenario)
     fuzz::require(scenario.boards.size() <= 32, "no more boards than there may be");
     fuzz::require(areInOrder(scenario.events), "the library's events are in order");
     int total = 0;
-    for (const Scenario::Place &place : scenario.boards) {
-        total += place.plan.rate;
-        fuzz::require(place.plan.rate >= 1 && place.plan.rate <= 10000, "a board's rate is within its range");
-        fuzz::require(areInOrder(place.plan.events), "a board's events are in order");
+    for (const BoardPlan &plan : scenario.boards) {
+        total += plan.rate;
+        fuzz::require(plan.rate >= 1 && plan.rate <= 10000, "a board's rate is within its range");
+        fuzz::require(areInOrder(plan.events), "a board's events are in order");
     }
     fuzz::require(total <= 20000, "the rates together are within their range");
 }
@@ -78,24 +58,16 @@ std::vector<Report> played(const BoardPlan &plan)
 
 } // namespace
 
-extern "C" int LLVMFuzzerInitialize(int *, char ***)
+void fuzz::run(const QByteArray &bytes)
 {
-    fuzz::startApplication();
-    return 0;
-}
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
-{
-    writeFile(fuzz::Input(data, size).bytes(size));
-    std::string complaint;
-    const std::optional<Scenario> scenario = readScenario(scenarioPath().toStdString(), complaint);
-    if (!scenario) {
-        checkRefusal(complaint);
-        return 0;
-    }
-    fuzz::require(complaint.empty(), "nothing is complained of what is read");
+    const QString path = QDir::home().filePath("scenario.json");
+    write(path, bytes);
+    std::string error;
+    const std::optional<Scenario> scenario = readScenario(path.toStdString(), error);
+    if (!scenario)
+        return checkError(error, path.toStdString());
+    require(error.empty(), "there is no error in what is read");
     checkLimits(*scenario);
-    for (const Scenario::Place &place : scenario->boards)
-        fuzz::require(played(place.plan) == played(place.plan), "a plan gives the same reports again");
-    return 0;
+    for (const BoardPlan &plan : scenario->boards)
+        require(played(plan) == played(plan), "a plan gives the same reports again");
 }

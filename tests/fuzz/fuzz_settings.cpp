@@ -1,14 +1,11 @@
-#include <cstdio>
-
 #include <QFile>
-#include <QLabel>
 #include <QSpinBox>
 
-#include "bargraph.h"
 #include "fuzz/fuzzing.h"
-#include "monitor.h"
+#include "fuzz/inspect.h"
 #include "qlineupdownedit.h"
 #include "qorvexgraph.h"
+#include "support/otherstore.h"
 
 // An arbitrary settings file at the start of the window, which is then used and closed, and so writes it
 // again. Values that may be nested deeper than 100 are skipped: Qt exhausts the stack on a file that somebody
@@ -16,64 +13,38 @@
 
 namespace {
 
-QString settingsPath()
-{
-    static const QString path = QSettings("Corvane", "qorvexgraph").fileName();
-    return path;
-}
+/// Each level of a value begins with its type, and so with three zeros, which stand in the file as they are
+/// or as escapes.
+constexpr int maxZeros = 3 * 100;
 
-/// Whether a value may be nested deeper than 100. Each level begins with its type, and so with three zeros,
-/// which stand in the file as they are or as escapes.
-bool mayBeNestedDeeply(const QByteArray &bytes)
+int linesOf(const qorvexgraph &window)
 {
-    return bytes.count('\0') + bytes.count('\\') > 3 * 100;
-}
-
-void writeFile(const QByteArray &bytes)
-{
-    // As it was set aside.
-    QFile::remove(settingsPath() + ".damaged-1");
-    QFile file(settingsPath());
-    fuzz::require(file.open(QIODevice::WriteOnly | QIODevice::Truncate), "the settings file can be written");
-    file.write(bytes);
+    return window.findChild<QLineUpDownEdit *>()->historyLines().size();
 }
 
 } // namespace
 
-extern "C" int LLVMFuzzerInitialize(int *, char ***)
+void fuzz::run(const QByteArray &bytes)
 {
-    fuzz::startApplication();
-    // Makes the folder.
-    QSettings("Corvane", "qorvexgraph").setValue("Classic Mode", true);
-    return 0;
-}
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
-{
-    const QByteArray bytes = fuzz::Input(data, size).bytes(size);
-    if (mayBeNestedDeeply(bytes)) {
-        std::fputs("skipped: values may be nested deeper than 100\n", stderr);
-        return 0;
-    }
-    writeFile(bytes);
+    if (bytes.count('\0') + bytes.count('\\') > maxZeros)
+        return;
+    const QString path = otherStore().fileName();
+    fuzz::write(path, bytes);
+    QFile::remove(path + ".damaged-1"); // as the last one was quarantined
     {
         qorvexgraph window;
-        fuzz::require(window.commandLine->history.size() <= 30, "at most 30 lines are read");
-        fuzz::require(window.commandLine->historyIndex == 0, "recalling starts from the front");
-        const int shown = window.barGraphView->freqSpin->value();
+        fuzz::require(linesOf(window) <= 30, "at most 30 lines are read");
+        const int shown = window.findChild<QSpinBox *>()->value();
         fuzz::require(shown >= 0 && shown <= 500000, "the spin box is within its range");
-        _DataPacket packet = packetOf(QByteArray("\x08\x32"
-                                                 "line\r\n",
-                                                 8),
-                                      QTime(12, 0));
-        window.monitorView->logEnabled = false;
-        window.monitorView->Display(&packet);
-        window.monitorView->grab();
-        window.barGraphView->Display(&packet);
+        _DataPacket packet = packetOf("\x08\x32line\r\n");
+        auto *rows = window.findChild<monitor *>();
+        rows->LogToFile(false);
+        rows->Display(&packet);
+        rows->grab();
+        window.findChild<bargraph *>()->Display(&packet);
         window.close();
-        delete window.monitorView->previousPacket;
+        Inspect::reset(*rows);
     }
-    qorvexgraph again;
-    fuzz::require(again.commandLine->history.size() <= 30, "at most 30 lines are read back");
-    return 0;
+    const qorvexgraph again;
+    fuzz::require(linesOf(again) <= 30, "at most 30 lines are read back");
 }

@@ -1,43 +1,32 @@
 #include "fuzz/fuzzing.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <QDir>
 
-#include <QApplication>
-#include <QTemporaryDir>
+#include "support/testmain.h"
 
-namespace fuzz {
-
-namespace {
-
-/// Warnings about what was read are no findings, and would slow the fuzzer down.
-void ignoreMessage(QtMsgType type, const QMessageLogContext &, const QString &text)
+extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
 {
-    if (type == QtFatalMsg) {
-        std::fprintf(stderr, "%s\n", qPrintable(text));
-        std::abort();
-    }
-}
-
-} // namespace
-
-void startApplication()
-{
-    static QTemporaryDir home;
-    qputenv("HOME", QFile::encodeName(home.path()));
-    qputenv("XDG_CONFIG_HOME", QFile::encodeName(home.path()));
-    qputenv("XDG_RUNTIME_DIR", QFile::encodeName(home.path()));
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    static int argc = 1;
-    static char name[] = "fuzz";
-    static char *argv[] = {name, nullptr};
+    static const QTemporaryDir home;
+    testsupport::useHome(home.path());
     // Never destroyed: the fuzzer leaves by exit().
-    new QApplication(argc, argv);
-    qInstallMessageHandler(ignoreMessage);
+    new QApplication(*argc, *argv);
+    // Warnings about what was read are no findings, and would slow the fuzzer down.
+    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext &, const QString &text) {
+        fuzz::require(type != QtFatalMsg, qPrintable(text));
+    });
+    // Each step of the spin box writes a line.
+    return std::freopen("/dev/null", "w", stdout) ? 0 : 1;
 }
 
-void require(bool condition, const char *what)
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t size)
+{
+    fuzz::run({reinterpret_cast<const char *>(data), static_cast<int>(size)});
+    return 0;
+}
+
+void fuzz::require(bool condition, const char *what)
 {
     if (condition)
         return;
@@ -45,22 +34,18 @@ void require(bool condition, const char *what)
     std::abort();
 }
 
-std::uint8_t Input::byte()
+void fuzz::write(const QString &path, const QByteArray &bytes)
 {
-    if (left == 0)
-        return 0;
-    --left;
-    return *rest++;
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    require(file.open(QIODevice::WriteOnly | QIODevice::Truncate), "the file can be written");
+    file.write(bytes);
 }
 
-QByteArray Input::bytes(std::size_t length)
+QByteArray fuzz::Input::bytes(int length)
 {
-    const std::size_t taken = std::min(length, left);
     // A buffer of just this size, so that the sanitizer sees each read past it.
-    const QByteArray result(reinterpret_cast<const char *>(rest), static_cast<int>(taken));
-    rest += taken;
-    left -= taken;
-    return result;
+    const QByteArray taken(rest.constData(), qMin(length, rest.size()));
+    rest.remove(0, taken.size());
+    return taken;
 }
-
-} // namespace fuzz

@@ -1,39 +1,30 @@
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-
 #include "support/packets.h"
 
-// What the fuzz targets share. A target defines LLVMFuzzerInitialize() and LLVMFuzzerTestOneInput(), which
-// libFuzzer calls, or a replay of stored inputs.
+// What the fuzz targets share. libFuzzer, or a replay of stored inputs, starts Qt on the offscreen platform
+// with a new home folder.
 
 namespace fuzz {
 
-/// Starts Qt on the offscreen platform, with a new home folder that is removed at the end.
-void startApplication();
+/// Each target defines it. Called with each input, which lies in a buffer of its own size.
+void run(const QByteArray &bytes);
 
 /// Ends the process, with a core for the fuzzer, unless the condition holds.
 void require(bool condition, const char *what);
 
+/// Writes a file with its folder.
+void write(const QString &path, const QByteArray &bytes);
+
 /// Reads values off an input. When the input is used up every value is zero.
-class Input
+struct Input
 {
-public:
-    Input(const std::uint8_t *data, std::size_t size)
-        : rest(data)
-        , left(size)
-    {
-    }
-
-    bool isEmpty() const { return left == 0; }
-    std::uint8_t byte();
+    bool isEmpty() const { return rest.isEmpty(); }
+    int byte() { return static_cast<unsigned char>(bytes(1).append('\0').at(0)); }
     /// At most `length` bytes.
-    QByteArray bytes(std::size_t length);
+    QByteArray bytes(int length);
 
-private:
-    const std::uint8_t *rest;
-    std::size_t left;
+    QByteArray rest;
 };
 
 } // namespace fuzz

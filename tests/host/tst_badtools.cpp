@@ -1,12 +1,10 @@
-#include "host/examplefolder.h"
-#include "hostwindow.h"
+#include <QMenuBar>
+#include <QRegularExpression>
+
+#include "host/examplehost.h"
 #include "support/capturedoutput.h"
 #include "support/tests.h"
 #include "tendroplugininterface.h"
-
-#include <QAction>
-#include <QMenuBar>
-#include <QPluginLoader>
 
 /// The host outlives tools that break their word, and the tools beside them stay usable.
 class BadToolsTest : public QObject
@@ -14,134 +12,90 @@ class BadToolsTest : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
     void cleanup();
-    void refusesDuplicateId();
-    void refusesToolThatThrowsAtOnce_data();
-    void refusesToolThatThrowsAtOnce();
-    void survivesThrowingAction();
+    void rejectsDuplicateId();
+    void rejectsToolThatThrowsAtOnce_data();
+    void rejectsToolThatThrowsAtOnce();
+    void survivesToolThatThrows_data();
+    void survivesToolThatThrows();
     void survivesNullAction();
-    void survivesThrowingWidget();
-    void survivesThrowingClose();
-
-private:
-    /// Loads the example tools, of which "Second" comes first.
-    void scan();
-    QByteArray fileOf(const char *target) const
-    {
-        return QFile::encodeName(folder_->filePath(QLatin1String(target))) + ".so";
-    }
-
-    std::unique_ptr<ExampleFolder> folder_;
-    PluginScan scan_;
 };
-
-void BadToolsTest::init()
-{
-    folder_ = std::make_unique<ExampleFolder>();
-    QVERIFY(folder_->addLibrary(QStringLiteral("example_second")));
-    QVERIFY(folder_->addLibrary(QStringLiteral("example_tenth")));
-}
 
 void BadToolsTest::cleanup()
 {
-    scan_ = {};
-    folder_.reset();
     qunsetenv("EXAMPLE_THROWS");
     qunsetenv("EXAMPLE_RETURNS_NULL");
 }
 
-void BadToolsTest::scan()
+void BadToolsTest::rejectsDuplicateId()
 {
-    scan_ = scanPlugins({folder_->path()});
-    QCOMPARE(scan_.plugins.size(), std::size_t(2));
-    QCOMPARE(scan_.plugins[0].id, QStringLiteral("Second"));
+    const ExampleFolder folder({"example_second", "example_tenth"});
+    const QString second = folder.path("example_second.so");
+    QVERIFY(QFile::copy(second, folder.path("second_again.so")));
+    const PluginScan scan = scanPlugins({folder.path()});
+    QCOMPARE(scan.plugins.size(), std::size_t(2));
+    QCOMPARE(scan.plugins[0].file, second);
+    QCOMPARE(scan.errors,
+             QStringList(folder.path("second_again.so") + ": its id \"Second\" is that of " + second));
+    // that one is gone, the other is not
+    QCOMPARE(folder.events(), QStringList("plugin destroyed"));
 }
 
-void BadToolsTest::refusesDuplicateId()
+void BadToolsTest::rejectsToolThatThrowsAtOnce_data()
 {
-    QVERIFY(QFile::copy(folder_->filePath(QStringLiteral("example_second.so")),
-                        folder_->filePath(QStringLiteral("second_again.so"))));
-    const PluginScan all = scanPlugins({folder_->path()});
-    QCOMPARE(all.plugins.size(), std::size_t(2));
-    QCOMPARE(all.plugins[0].file, folder_->filePath(QStringLiteral("example_second.so")));
-    QCOMPARE(
-        all.refusals,
-        QStringList(QStringLiteral("%1/second_again.so: its id \"Second\" is that of %1/example_second.so")
-                        .arg(folder_->path())));
-    // the refused one is gone, the other is not
-    QCOMPARE(folder_->events(), QStringList(QStringLiteral("plugin destroyed")));
+    QTest::addColumn<QString>("operation");
+    addRow("when it is made", "constructor");
+    addRow("when it tells its id", "id");
 }
 
-void BadToolsTest::refusesToolThatThrowsAtOnce_data()
+void BadToolsTest::rejectsToolThatThrowsAtOnce()
 {
-    QTest::addColumn<QByteArray>("operation");
-    addRow("when it is made", QByteArray("constructor"));
-    addRow("when it tells its id", QByteArray("id"));
+    QFETCH(QString, operation);
+    qputenv("EXAMPLE_THROWS", "Second." + operation.toLatin1());
+    const ExampleFolder folder({"example_second", "example_tenth"});
+    const PluginScan scan = scanPlugins({folder.path()});
+    QCOMPARE(scan.errors, QStringList(folder.path("example_second.so: it throws: no ") + operation));
+    QCOMPARE(scan.plugins.size(), std::size_t(1));
+    QCOMPARE(scan.plugins[0].id, QString("Tenth"));
 }
 
-void BadToolsTest::refusesToolThatThrowsAtOnce()
+void BadToolsTest::survivesToolThatThrows_data()
 {
-    QFETCH(QByteArray, operation);
-    qputenv("EXAMPLE_THROWS", "Second." + operation);
-    const PluginScan rest = scanPlugins({folder_->path()});
-    QCOMPARE(rest.refusals, QStringList(QStringLiteral("%1/example_second.so: it throws: no %2")
-                                            .arg(folder_->path(), QLatin1String(operation))));
-    QCOMPARE(rest.plugins.size(), std::size_t(1));
-    QCOMPARE(rest.plugins[0].id, QStringLiteral("Tenth"));
+    addColumns<QString, QString, bool>("operation", "caption", "opens");
+    addRow("action", "action", "Second", true);
+    addRow("widget", "widget", "Second caption", false);
+    addRow("closing", "closeWidget", "Second caption", true);
 }
 
-void BadToolsTest::survivesThrowingAction()
+void BadToolsTest::survivesToolThatThrows()
 {
-    scan();
-    qputenv("EXAMPLE_THROWS", "Second.action");
+    QFETCH(QString, operation);
+    QFETCH(bool, opens);
+    qputenv("EXAMPLE_THROWS", "Second." + operation.toLatin1());
     CapturedOutput errors(stderr);
-    const HostWindow window(scan_.plugins);
-    QCOMPARE(errors.text(),
-             "tendro-host: " + fileOf("example_second") + ": its action() throws: no action\n");
-    QCOMPARE(window.menuBar()->actions().at(1)->menu()->actions().at(0)->text(), QStringLiteral("Second"));
+    const ExampleHost host;
+    host.window->show();
+    QTEST(host.window->menuBar()->actions().at(1)->menu()->actions().at(0)->text(), "caption");
+    const QWidget *tenth = host.window->openTool(host.tenth());
+    const QWidget *second = host.window->openTool(host.second());
+    QCOMPARE(second != nullptr, opens);
+    QCOMPARE(tenth->isVisible(), !opens);
+    QCOMPARE(host.window->openTool(host.tenth()), tenth);
+    QVERIFY(tenth->isVisible());
+    QVERIFY(!second || !second->isVisible());
+    const QStringList lines = QString::fromUtf8(errors.text()).split('\n');
+    QCOMPARE(
+        lines.filter(QRegularExpression("^tendro-host: ")),
+        QStringList(QString("tendro-host: %1: its %2() throws: no %2").arg(host.second().file, operation)));
 }
 
 void BadToolsTest::survivesNullAction()
 {
-    scan();
     qputenv("EXAMPLE_RETURNS_NULL", "Second.action");
-    HostWindow window(scan_.plugins);
-    window.show();
-    QAction *action = window.menuBar()->actions().at(1)->menu()->actions().at(0);
-    QCOMPARE(action->text(), QStringLiteral("Second"));
-    action->trigger();
-    QVERIFY(scan_.plugins[0].tool->widget()->isVisible());
-}
-
-void BadToolsTest::survivesThrowingWidget()
-{
-    scan();
-    HostWindow window(scan_.plugins);
-    window.show();
-    const QWidget *tenth = window.openTool(scan_.plugins[1]);
-    QVERIFY(tenth);
-    qputenv("EXAMPLE_THROWS", "Second.widget");
-    CapturedOutput errors(stderr);
-    QVERIFY(!window.openTool(scan_.plugins[0]));
-    QCOMPARE(errors.text(),
-             "tendro-host: " + fileOf("example_second") + ": its widget() throws: no widget\n");
-    QVERIFY(tenth->isVisible());
-}
-
-void BadToolsTest::survivesThrowingClose()
-{
-    scan();
-    HostWindow window(scan_.plugins);
-    window.show();
-    const QWidget *second = window.openTool(scan_.plugins[0]);
-    qputenv("EXAMPLE_THROWS", "Second.closeWidget");
-    CapturedOutput errors(stderr);
-    const QWidget *tenth = window.openTool(scan_.plugins[1]);
-    QCOMPARE(errors.text(),
-             "tendro-host: " + fileOf("example_second") + ": its closeWidget() throws: no closeWidget\n");
-    QVERIFY(!second->isVisible());
-    QVERIFY(tenth->isVisible());
+    const ExampleHost host;
+    host.window->show();
+    actionNamed(host.window->menuBar()->actions().at(1)->menu()->actions(), "Second").trigger();
+    QVERIFY(host.second().tool->widget()->isVisible());
 }
 
 PADSCOPE_TESTS(BadToolsTest);

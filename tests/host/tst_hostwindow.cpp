@@ -1,28 +1,20 @@
-#include "host/examplefolder.h"
-#include "host/menuactions.h"
-#include "hostwindow.h"
-#include "support/tests.h"
-#include "tendroplugininterface.h"
-
-#include <QAction>
-#include <QLineEdit>
 #include <QMenuBar>
 #include <QMessageBox>
-#include <QPluginLoader>
 #include <QScreen>
 #include <QSignalSpy>
 #include <QToolBar>
 #include <QToolButton>
+
+#include "host/examplehost.h"
+#include "support/tests.h"
+#include "tendroplugininterface.h"
 
 class HostWindowTest : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-    void showsGroupsInOrder();
-    void showsActionsAsToolBar();
+    void showsToolsInOrder();
     void beginsAtAComfortableSize();
     void clipsNothing();
     void shrinksNothing();
@@ -34,85 +26,46 @@ private slots:
     void closesToolBeforeDestroyingIt();
     void survivesToolWithoutWindow();
     void tellsAboutTools();
-
-private:
-    const LoadedPlugin &plugin(const char *id) const;
-    QAction *action(const char *caption) const;
-
-    std::unique_ptr<ExampleFolder> folder_;
-    PluginScan scan_;
-    std::unique_ptr<HostWindow> window_;
 };
 
-void HostWindowTest::init()
+namespace {
+
+QAction &actionOf(const ExampleHost &host, const char *caption)
 {
-    folder_ = std::make_unique<ExampleFolder>();
-    for (const char *target : {"example_second", "example_tenth", "example_windowless"})
-        QVERIFY(folder_->addLibrary(QLatin1String(target)));
-    scan_ = scanPlugins({folder_->path()});
-    QCOMPARE(scan_.plugins.size(), std::size_t(3));
-    window_ = std::make_unique<HostWindow>(scan_.plugins);
+    return actionNamed(host.window->findChildren<QAction *>(), caption);
 }
 
-void HostWindowTest::cleanup()
-{
-    window_.reset();
-    scan_ = {};
-    folder_.reset();
-}
+} // namespace
 
-const LoadedPlugin &HostWindowTest::plugin(const char *id) const
+void HostWindowTest::showsToolsInOrder()
 {
-    return *std::find_if(scan_.plugins.begin(), scan_.plugins.end(),
-                         [id](const LoadedPlugin &candidate) { return candidate.id == QLatin1String(id); });
-}
+    const ExampleHost host;
+    const QList<QAction *> menus = host.window->menuBar()->actions();
+    QCOMPARE(captions(menus), QStringList({"&File", "&Basic", "&Advanced", "&Help"}));
+    QCOMPARE(captions(menus[1]->menu()->actions()), QStringList({"Second caption", "Windowless caption"}));
+    QCOMPARE(captions(menus[2]->menu()->actions()), QStringList("Tenth caption"));
 
-QAction *HostWindowTest::action(const char *caption) const
-{
-    const QList<QAction *> actions = window_->findChildren<QAction *>();
-    for (QAction *candidate : actions) {
-        if (candidate->text() == QLatin1String(caption))
-            return candidate;
-    }
-    qWarning() << "no action" << caption << "in" << captions(actions);
-    return nullptr;
-}
-
-void HostWindowTest::showsGroupsInOrder()
-{
-    const QList<QAction *> menus = window_->menuBar()->actions();
-    QCOMPARE(captions(menus), QStringList({QStringLiteral("&File"), QStringLiteral("&Basic"),
-                                           QStringLiteral("&Advanced"), QStringLiteral("&Help")}));
-    QCOMPARE(captions(menus[1]->menu()->actions()),
-             QStringList({QStringLiteral("Second caption"), QStringLiteral("Windowless caption")}));
-    QCOMPARE(captions(menus[2]->menu()->actions()), QStringList(QStringLiteral("Tenth caption")));
-}
-
-void HostWindowTest::showsActionsAsToolBar()
-{
-    auto *toolBar = window_->findChild<QToolBar *>();
-    QVERIFY(toolBar);
+    auto *toolBar = host.window->findChild<QToolBar *>();
     QCOMPARE(captions(toolBar->actions()),
-             QStringList({QStringLiteral("Second caption"), QStringLiteral("Windowless caption"),
-                          QStringLiteral("Tenth caption")}));
-    auto *button = qobject_cast<QToolButton *>(toolBar->widgetForAction(toolBar->actions().constFirst()));
-    QVERIFY(button);
-    QCOMPARE(button->toolTip(), QStringLiteral("An <example>."));
+             QStringList({"Second caption", "Windowless caption", "Tenth caption"}));
+    auto *button = qobject_cast<QToolButton *>(toolBar->widgetForAction(toolBar->actions().first()));
+    QCOMPARE(button->toolTip(), QString("An <example>."));
     QCOMPARE(button->toolButtonStyle(), Qt::ToolButtonTextUnderIcon);
 }
 
 void HostWindowTest::beginsAtAComfortableSize()
 {
+    const ExampleHost host;
     // 900 by 700 where there is room for it and for the window manager's frame of 16 by 40
-    const QSize room = window_->screen()->availableSize();
-    QCOMPARE(window_->size(), QSize(qMin(900, room.width() - 16), qMin(700, room.height() - 40)));
+    const QSize room = host.window->screen()->availableSize();
+    QCOMPARE(host.window->size(), QSize(qMin(900, room.width() - 16), qMin(700, room.height() - 40)));
 }
 
 void HostWindowTest::clipsNothing()
 {
-    QWidget *widget = window_->openTool(plugin("Second"));
-    QVERIFY(widget);
-    window_->show();
+    const ExampleHost host;
+    QWidget *widget = host.window->openTool(host.second());
+    host.window->show();
     QVERIFY(widget->isVisible());
     // the example asks for 950 pixels, more than the window's size without it
     QVERIFY2(widget->width() >= 950, qPrintable(QString::number(widget->width())));
@@ -122,100 +75,101 @@ void HostWindowTest::clipsNothing()
 
 void HostWindowTest::shrinksNothing()
 {
-    window_->show();
-    window_->resize(2000, 1500);
-    QVERIFY(window_->openTool(plugin("Second")));
-    QCOMPARE(window_->size(), QSize(2000, 1500));
+    const ExampleHost host;
+    host.window->show();
+    host.window->resize(2000, 1500);
+    QVERIFY(host.window->openTool(host.second()));
+    QCOMPARE(host.window->size(), QSize(2000, 1500));
 }
 
 void HostWindowTest::opensByAction()
 {
-    window_->show();
-    plugin("Tenth").tool->action()->trigger();
-    QCOMPARE(folder_->events(), QStringList(QStringLiteral("widget()")));
-    QCOMPARE(window_->windowTitle(), QStringLiteral("Tenth - Tendro Host"));
-    QVERIFY(plugin("Tenth").tool->widget()->isVisible());
+    const ExampleHost host;
+    host.window->show();
+    host.tenth().tool->action()->trigger();
+    QCOMPARE(host.folder.events(), QStringList("widget()"));
+    QCOMPARE(host.window->windowTitle(), QString("Tenth - Tendro Host"));
+    QVERIFY(host.tenth().tool->widget()->isVisible());
 }
 
 void HostWindowTest::staysWithTheToolThatIsOpen()
 {
-    QWidget *widget = window_->openTool(plugin("Second"));
-    QCOMPARE(window_->openTool(plugin("Second")), widget);
-    QCOMPARE(folder_->events(), QStringList(QStringLiteral("widget()")));
+    const ExampleHost host;
+    QWidget *widget = host.window->openTool(host.second());
+    QCOMPARE(host.window->openTool(host.second()), widget);
+    QCOMPARE(host.folder.events(), QStringList("widget()"));
 }
 
 void HostWindowTest::closesOneToolBeforeOpeningAnother()
 {
-    window_->openTool(plugin("Second"));
-    window_->show();
-    window_->openTool(plugin("Tenth"));
-    QCOMPARE(folder_->events(), QStringList({QStringLiteral("widget()"), QStringLiteral("widget()"),
-                                             QStringLiteral("closeWidget"), QStringLiteral("widget closed"),
-                                             QStringLiteral("driver missing")}));
+    const ExampleHost host;
+    host.window->openTool(host.second());
+    host.window->show();
+    host.window->openTool(host.tenth());
+    QCOMPARE(host.folder.events(),
+             QStringList({"widget()", "widget()", "closeWidget", "widget closed", "driver missing"}));
 }
 
 void HostWindowTest::closesToolAndOpensItAgain()
 {
-    QWidget *widget = window_->openTool(plugin("Second"));
-    window_->show();
-    QSignalSpy closing(window_.get(), &HostWindow::toolClosing);
-    action("&Close Tool")->trigger();
+    const ExampleHost host;
+    QWidget *widget = host.window->openTool(host.second());
+    host.window->show();
+    QSignalSpy closing(host.window.get(), &HostWindow::toolClosing);
+    QAction &close = actionOf(host, "&Close Tool");
+    close.trigger();
     QCOMPARE(closing.count(), 1);
     QVERIFY(!widget->isVisible());
-    QVERIFY(window_->isVisible());
-    QVERIFY(!action("&Close Tool")->isEnabled());
-    QCOMPARE(window_->windowTitle(), QStringLiteral("Tendro Host"));
-    QCOMPARE(window_->openTool(plugin("Second")), widget);
+    QVERIFY(host.window->isVisible());
+    QVERIFY(!close.isEnabled());
+    QCOMPARE(host.window->windowTitle(), QString("Tendro Host"));
+    QCOMPARE(host.window->openTool(host.second()), widget);
     QVERIFY(widget->isVisible());
 }
 
 void HostWindowTest::closesToolWithTheWindow()
 {
-    window_->openTool(plugin("Second"));
-    window_->show();
-    action("&Quit")->trigger();
-    QVERIFY(!window_->isVisible());
-    QCOMPARE(folder_->events(),
-             QStringList({QStringLiteral("widget()"), QStringLiteral("closeWidget"),
-                          QStringLiteral("widget closed"), QStringLiteral("driver missing")}));
+    const ExampleHost host;
+    host.window->openTool(host.second());
+    host.window->show();
+    actionOf(host, "&Quit").trigger();
+    QVERIFY(!host.window->isVisible());
+    QCOMPARE(host.folder.events(),
+             QStringList({"widget()", "closeWidget", "widget closed", "driver missing"}));
 }
 
 void HostWindowTest::closesToolBeforeDestroyingIt()
 {
-    window_->openTool(plugin("Second"));
-    window_->show();
-    window_.reset();
-    scan_ = {};
-    const QStringList events = folder_->events();
-    QCOMPARE(events.mid(0, 5), QStringList({QStringLiteral("widget()"), QStringLiteral("closeWidget"),
-                                            QStringLiteral("widget closed"), QStringLiteral("driver missing"),
-                                            QStringLiteral("widget destroyed")}));
-    // and then the three plugins
-    QCOMPARE(events.mid(5),
-             QStringList({QStringLiteral("plugin destroyed"), QStringLiteral("plugin destroyed"),
-                          QStringLiteral("plugin destroyed")}));
+    ExampleHost host;
+    host.window->openTool(host.second());
+    host.window->show();
+    host.window.reset();
+    host.scan.plugins.clear();
+    QCOMPARE(host.folder.events(),
+             QStringList({"widget()", "closeWidget", "widget closed", "driver missing", "widget destroyed",
+                          "plugin destroyed", "plugin destroyed", "plugin destroyed"}));
 }
 
 void HostWindowTest::survivesToolWithoutWindow()
 {
-    QWidget *widget = window_->openTool(plugin("Second"));
-    window_->show();
-    QVERIFY(!window_->openTool(plugin("Windowless")));
+    const ExampleHost host;
+    QWidget *widget = host.window->openTool(host.second());
+    host.window->show();
+    QVERIFY(!host.window->openTool(host.windowless()));
     QVERIFY(widget->isVisible());
-    plugin("Windowless").tool->action()->trigger();
+    host.windowless().tool->action()->trigger();
     QVERIFY(widget->isVisible());
 }
 
 void HostWindowTest::tellsAboutTools()
 {
-    const QString second = QStringLiteral("Second\nAn <example>.\nCopyright (c) 2010 Example\nVersion 1.0");
-    QVERIFY2(window_->aboutText().startsWith(second), qPrintable(window_->aboutText()));
-    action("&About")->trigger();
-    auto *box = window_->findChild<QMessageBox *>();
+    const ExampleHost host;
+    actionOf(host, "&About").trigger();
+    auto *box = host.window->findChild<QMessageBox *>();
     QVERIFY(box && box->isVisible());
-    QCOMPARE(box->text(), window_->aboutText());
     QCOMPARE(box->textFormat(), Qt::PlainText);
-    QCOMPARE(box->text().count(QStringLiteral("Copyright (c) 2010 Example")), 3);
+    const QString rest = "\nAn <example>.\nCopyright (c) 2010 Example\nVersion 1.0";
+    QCOMPARE(box->text(), "Second" + rest + "\n\nWindowless" + rest + "\n\nTenth" + rest);
 }
 
 PADSCOPE_TESTS(HostWindowTest);

@@ -1,15 +1,15 @@
-#include "hostwindow.h"
-#include "simulator/simulatedlibrary.h"
-#include "support/tests.h"
-#include "support/waitingpackets.h"
-#include "toolparts.h"
-
 #include <QLabel>
 #include <QLineEdit>
 #include <QPluginLoader>
 #include <QStandardItemModel>
 #include <QTabWidget>
 #include <QTreeView>
+
+#include "hostwindow.h"
+#include "simulator/simulatedlibrary.h"
+#include "support/tests.h"
+#include "support/waitingpackets.h"
+#include "toolparts.h"
 
 /// The real tool in the host with the simulator, by keyboard alone. Keys go to the window as the platform
 /// would send them, and from there to whatever has the focus.
@@ -77,7 +77,7 @@ void KeyboardTest::typesACommandAtOnce()
 {
     open();
     type("?");
-    QCOMPARE(lineEditOf(*tool_)->text(), QStringLiteral("?"));
+    QCOMPARE(lineEditOf(*tool_)->text(), QString("?"));
     press(Qt::Key_Return);
     QTRY_VERIFY(isSent("orvexSendCommand(1001, \"?\\r\")"));
     const auto *status = tool_->findChild<QLabel *>(QString(), Qt::FindDirectChildrenOnly);
@@ -91,7 +91,7 @@ void KeyboardTest::typesACommandIntoARestoredTool()
     window_->show();
     QVERIFY(QTest::qWaitForWindowActive(window_.get()));
     type("?");
-    QCOMPARE(lineEditOf(*tool_)->text(), QStringLiteral("?"));
+    QCOMPARE(lineEditOf(*tool_)->text(), QString("?"));
 }
 
 void KeyboardTest::replacesTheLastCommandAfterReopening()
@@ -102,9 +102,9 @@ void KeyboardTest::replacesTheLastCommandAfterReopening()
     press(Qt::Key_W, Qt::ControlModifier);
     QVERIFY(!window_->openPlugin());
     press(Qt::Key_1, Qt::ControlModifier);
-    QCOMPARE(lineEditOf(*tool_)->selectedText(), QStringLiteral("first"));
+    QCOMPARE(lineEditOf(*tool_)->selectedText(), QString("first"));
     type("?");
-    QCOMPARE(lineEditOf(*tool_)->text(), QStringLiteral("?"));
+    QCOMPARE(lineEditOf(*tool_)->text(), QString("?"));
 }
 
 void KeyboardTest::typesAfterReopeningFromAnotherControl()
@@ -115,7 +115,7 @@ void KeyboardTest::typesAfterReopeningFromAnotherControl()
     press(Qt::Key_W, Qt::ControlModifier);
     press(Qt::Key_1, Qt::ControlModifier);
     type("?");
-    QCOMPARE(lineEditOf(*tool_)->text(), QStringLiteral("?"));
+    QCOMPARE(lineEditOf(*tool_)->text(), QString("?"));
 }
 
 void KeyboardTest::readsTheAnswer()

@@ -1,27 +1,21 @@
-#include "host/examplefolder.h"
-#include "hostwindow.h"
+#include <QSettings>
+
+#include "host/examplehost.h"
 #include "support/tests.h"
 #include "windowmemory.h"
 
-#include <QPluginLoader>
-#include <QSettings>
-
 namespace {
 
-/// One start of the host, with the tools "Second" and "Tenth".
-struct Start
+/// One start of the host.
+struct Start : ExampleHost
 {
-    Start(const ExampleFolder &folder, QSettings &settings)
-        : scan(scanPlugins({folder.path()}))
-        , window(scan.plugins)
-        , memory(window, scan.plugins, settings)
+    explicit Start(QSettings &settings)
+        : memory(*window, scan.plugins, settings)
     {
     }
 
-    QString openTool() const { return window.openPlugin() ? window.openPlugin()->id : QString(); }
+    QString openTool() const { return window->openPlugin() ? window->openPlugin()->id : QString(); }
 
-    PluginScan scan;
-    HostWindow window;
     WindowMemory memory;
 };
 
@@ -32,100 +26,76 @@ class WindowMemoryTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void init();
-    void remembersPlace();
-    void remembersTool();
+    void init() { settings_.clear(); }
+    void remembersPlaceAndTool();
     void remembersThatNoToolWasOpen();
     void restoresPlaceAlone();
-    void passesOverToolThatIsGone();
-    void passesOverDamagedSettings();
+    void ignoresToolThatIsGone();
+    void ignoresDamagedSettings();
 
 private:
-    ExampleFolder folder_;
-    QSettings settings_{QStringLiteral("Example"), QStringLiteral("windowmemory")};
+    QSettings settings_{"Example", "windowmemory"};
 };
 
-void WindowMemoryTest::initTestCase()
+void WindowMemoryTest::remembersPlaceAndTool()
 {
-    QVERIFY(folder_.addLibrary(QStringLiteral("example_second")));
-    QVERIFY(folder_.addLibrary(QStringLiteral("example_tenth")));
-}
-
-void WindowMemoryTest::init()
-{
-    settings_.clear();
-}
-
-void WindowMemoryTest::remembersPlace()
-{
+    const QRect place(60, 70, 1100, 650);
     {
-        Start first(folder_, settings_);
-        first.window.setGeometry(60, 70, 500, 400);
-        first.window.show();
-        first.window.close();
+        const Start first(settings_);
+        first.window->show();
+        QVERIFY(first.window->openTool(first.tenth()));
+        first.window->setGeometry(place);
+        first.window->close();
     }
-    Start second(folder_, settings_);
-    QVERIFY(second.window.geometry() != QRect(60, 70, 500, 400));
+    Start second(settings_);
+    QVERIFY(second.window->geometry() != place);
     second.memory.restore(true);
-    QCOMPARE(second.window.geometry(), QRect(60, 70, 500, 400));
-}
-
-void WindowMemoryTest::remembersTool()
-{
-    {
-        Start first(folder_, settings_);
-        first.window.show();
-        QVERIFY(first.window.openTool(first.scan.plugins[1]));
-        first.window.close();
-    }
-    Start second(folder_, settings_);
-    second.memory.restore(true);
-    QCOMPARE(second.openTool(), QStringLiteral("Tenth"));
+    QCOMPARE(second.openTool(), QString("Tenth"));
+    QCOMPARE(second.window->geometry(), place);
 }
 
 void WindowMemoryTest::remembersThatNoToolWasOpen()
 {
-    settings_.setValue(QStringLiteral("tool"), QStringLiteral("Tenth"));
+    settings_.setValue("tool", "Tenth");
     {
-        Start first(folder_, settings_);
+        Start first(settings_);
         first.memory.restore(true);
-        QCOMPARE(first.openTool(), QStringLiteral("Tenth"));
-        first.window.closeTool();
-        first.window.close();
+        QCOMPARE(first.openTool(), QString("Tenth"));
+        first.window->closeTool();
+        first.window->close();
     }
-    Start second(folder_, settings_);
+    Start second(settings_);
     second.memory.restore(true);
     QCOMPARE(second.openTool(), QString());
 }
 
 void WindowMemoryTest::restoresPlaceAlone()
 {
-    settings_.setValue(QStringLiteral("tool"), QStringLiteral("Tenth"));
-    Start start(folder_, settings_);
+    settings_.setValue("tool", "Tenth");
+    Start start(settings_);
     start.memory.restore(false);
     QCOMPARE(start.openTool(), QString());
 }
 
-void WindowMemoryTest::passesOverToolThatIsGone()
+void WindowMemoryTest::ignoresToolThatIsGone()
 {
-    settings_.setValue(QStringLiteral("tool"), QStringLiteral("Third"));
-    Start start(folder_, settings_);
+    settings_.setValue("tool", "Third");
+    Start start(settings_);
     start.memory.restore(true);
     QCOMPARE(start.openTool(), QString());
 }
 
-void WindowMemoryTest::passesOverDamagedSettings()
+void WindowMemoryTest::ignoresDamagedSettings()
 {
-    settings_.setValue(QStringLiteral("tool"), QByteArray("\0\xff", 2));
+    settings_.setValue("tool", QByteArray("\0\xff", 2));
     const QByteArray truncated = QByteArray::fromHex("01d9d0cb000300007fffffff80000000");
     for (const QVariant &geometry : {QVariant(truncated), QVariant(QStringList{"a", "b"}), QVariant(7)}) {
-        settings_.setValue(QStringLiteral("geometry"), geometry);
-        Start start(folder_, settings_);
-        const QRect before = start.window.geometry();
+        settings_.setValue("geometry", geometry);
+        Start start(settings_);
+        const QRect before = start.window->geometry();
         start.memory.restore(true);
         QCOMPARE(start.openTool(), QString());
-        QCOMPARE(start.window.geometry(), before);
+        QCOMPARE(start.window->geometry(), before);
     }
 }
 

@@ -1,12 +1,8 @@
-#include <QLabel>
-
-#include "orvexwrapper.h"
-#include "qorvexgraph.h"
+#include "mainwindow/testwindow.h"
 #include "support/capturedoutput.h"
-#include "support/driverlibrary.h"
-#include "support/tests.h"
+#include "support/markingtranslator.h"
 
-/// How boards come under the tool's control, and go.
+/// How boards come under the tool's control.
 class AttachmentTests : public QObject
 {
     Q_OBJECT
@@ -17,32 +13,26 @@ private slots:
     void recordIsPreparedOnce();
     void boardWithoutRecordIsLeftOut();
     void countBelowZeroIsNoBoard();
-    void secondAttachRegistersDataCallbacksAgain();
     void connectionsAccumulate();
-    void callsOfADetach();
     void detachWhenDetachedOnlyShowsIt();
     void statusTexts_data();
     void statusTexts();
-    void withoutLibraryTheToolIsAttachedToNothing();
     void libraryThatAppearsIsFoundByTheNextAttach();
-    void destructorMakesNoDriverCall();
 };
 
 namespace {
 
-QStringList firstAttachCalls(const qorvexgraph &window, const DriverLibrary &library, const QVector<int> &ids)
+/// \param firstRecord number of records that the library has seen before
+QStringList callsOfAnEnumeration(const TestWindow &window, const QVector<int> &ids, int firstRecord)
 {
-    const QString context = journalText(&window);
-    const QString pnp = journalText(&qorvexgraph::pnp);
-    const QString data = journalText(&qorvexgraph::DataCallback);
-    QStringList calls{"orvexAttach()", "orvexSetPnpCallback(" + pnp + ", " + context + ")",
-                      "orvexGetDeviceCount()"};
+    QStringList calls("orvexGetDeviceCount()");
     for (int i = 0; i < ids.size(); ++i) {
-        const QString id = QString::number(ids.at(i));
-        const QString record = journalText(library->recordAddress(0));
-        calls += "orvexEnumDeviceInfo(" + QString::number(i) + ", " + record + ")";
-        calls += "orvexSetXferMask(" + id + ", 255)";
-        calls += "orvexSetCallback(" + id + ", " + data + ", " + context + ")";
+        const QString record = addressText(window.library->recordAddress(firstRecord));
+        calls += QString("orvexEnumDeviceInfo(%1, %2)").arg(i).arg(record);
+        calls += QString("orvexSetXferMask(%1, 255)").arg(ids.at(i));
+        calls += QString("orvexSetCallback(%1, %2, %3)")
+                     .arg(ids.at(i))
+                     .arg(addressText(&qorvexgraph::DataCallback), addressText(&window));
     }
     return calls;
 }
@@ -65,203 +55,125 @@ void AttachmentTests::callsOfAnAttach_data()
 void AttachmentTests::callsOfAnAttach()
 {
     QFETCH(QVector<int>, ids);
-    const DriverLibrary library("complete", ids);
-    qorvexgraph window;
-
+    TestWindow window(ids);
     window.AttachHardware();
-    QCOMPARE(library.takeCalls(), firstAttachCalls(window, library, ids));
-    QCOMPARE(window.deviceIds, ids.toList());
-    QVERIFY(window.hardware);
-    QVERIFY(!window.paused);
-    window.close();
+    const QString notification =
+        QString("orvexSetPnpCallback(%1, %2)").arg(addressText(&qorvexgraph::pnp), addressText(&window));
+    QCOMPARE(window.library.takeCalls(),
+             QStringList({"orvexAttach()", notification}) + callsOfAnEnumeration(window, ids, 0));
+    QCOMPARE(Inspect::deviceIds(window), ids.toList());
+    QVERIFY(Inspect::isAttached(window));
+
+    // Again, but for the callback of notifications.
+    const OrvexWrapper *binding = Inspect::binding(window);
+    window.AttachHardware();
+    QCOMPARE(window.library.takeCalls(),
+             QStringList("orvexAttach()") + callsOfAnEnumeration(window, ids, ids.size()));
+    QCOMPARE(Inspect::deviceIds(window), ids.toList());
+    QCOMPARE(Inspect::binding(window), binding);
 }
 
 void AttachmentTests::recordIsPreparedOnce()
 {
-    const DriverLibrary library("complete", {258, 7});
-    qorvexgraph window;
-    window.AttachHardware();
-
+    const AttachedWindow window({258, 7});
     // A six in little-endian order, and 836 bytes of zero.
-    QCOMPARE(bytesSeen(library, 0), QByteArray("\6\0\0\0", 4) + QByteArray(836, '\0'));
+    QCOMPARE(bytesSeen(window.library, 0), QByteArray("\6\0\0\0", 4) + QByteArray(836, '\0'));
     // The second call finds what the library wrote for the first: the id 258 at offset 20, A5 around it.
-    QCOMPARE(bytesSeen(library, 1), QByteArray("\6\0\0\0", 4) + QByteArray(16, '\xA5') +
-                                        QByteArray("\2\1\0\0", 4) + QByteArray(816, '\xA5'));
-    QCOMPARE(library->recordAddress(1), library->recordAddress(0));
-    window.close();
+    QCOMPARE(bytesSeen(window.library, 1), QByteArray("\6\0\0\0", 4) + QByteArray(16, '\xA5') +
+                                               QByteArray("\2\1\0\0", 4) + QByteArray(816, '\xA5'));
 }
 
 void AttachmentTests::boardWithoutRecordIsLeftOut()
 {
-    const DriverLibrary library("complete", {11, 12, 13});
-    library->setFailingIndex(1);
-    qorvexgraph window;
+    TestWindow window({11, 12, 13});
+    window.library->setFailingIndex(1);
     window.AttachHardware();
-
-    QCOMPARE(window.deviceIds, QList<int>({11, 13}));
-    QCOMPARE(window.statusLabel->text(), QStringLiteral("<b>2 devices found.</b>"));
-    QCOMPARE(library->dataCallbackCount(12), 0);
-    const QStringList calls = library.takeCalls();
-    QVERIFY(!calls.contains("orvexSetXferMask(12, 255)"));
-    QVERIFY(calls.contains("orvexSetXferMask(13, 255)"));
-    window.close();
+    QCOMPARE(Inspect::deviceIds(window), QList<int>({11, 13}));
+    QCOMPARE(statusOf(window), QString("<b>2 devices found.</b>"));
+    QCOMPARE(window.library->dataCallbackCount(12), 0);
+    QCOMPARE(window.library.takeCalls().filter("orvexSetXferMask"),
+             QStringList({"orvexSetXferMask(11, 255)", "orvexSetXferMask(13, 255)"}));
 }
 
 void AttachmentTests::countBelowZeroIsNoBoard()
 {
-    const DriverLibrary library("complete", {11});
-    library->setResult("orvexGetDeviceCount", -1);
-    qorvexgraph window;
+    TestWindow window;
+    window.library->setResult("orvexGetDeviceCount", -1);
     window.AttachHardware();
-    QCOMPARE(window.deviceIds, QList<int>());
-    QCOMPARE(window.statusLabel->text(), QStringLiteral("<i>No device found.</i>"));
-    window.close();
-}
-
-void AttachmentTests::secondAttachRegistersDataCallbacksAgain()
-{
-    const DriverLibrary library("complete", {11, 12});
-    qorvexgraph window;
-    window.AttachHardware();
-    const OrvexWrapper *wrapper = window.hardware;
-    library.takeCalls();
-    window.AttachHardware();
-
-    QStringList calls = library.takeCalls();
-    QVERIFY(!calls.isEmpty());
-    QCOMPARE(calls.takeFirst(), QStringLiteral("orvexAttach()"));
-    // No plug-and-play callback, but all the rest.
-    QCOMPARE(calls.size(), 7);
-    QCOMPARE(calls.first(), QStringLiteral("orvexGetDeviceCount()"));
-    QCOMPARE(calls.filter("orvexSetCallback(").size(), 2);
-    QCOMPARE(calls.filter("orvexSetXferMask(").size(), 2);
-    QCOMPARE(window.hardware, wrapper);
-    QCOMPARE(window.deviceIds, QList<int>({11, 12}));
-    window.close();
+    QCOMPARE(Inspect::deviceIds(window), QList<int>());
+    QCOMPARE(statusOf(window), QString("<i>No device found.</i>"));
 }
 
 void AttachmentTests::connectionsAccumulate()
 {
-    const DriverLibrary library("complete");
-    qorvexgraph window;
-    for (int attaches = 1; attaches <= 3; ++attaches) {
-        window.AttachHardware();
-        QCOMPARE(window.receivers(SIGNAL(DataReceived())), attaches);
-    }
-    window.detachFromHardware();
+    AttachedWindow window;
+    QCOMPARE(window.receivers(SIGNAL(DataReceived())), 1);
+    window.AttachHardware();
+    QCOMPARE(window.receivers(SIGNAL(DataReceived())), 2);
+    window.detach();
+    QCOMPARE(window.receivers(SIGNAL(DataReceived())), 2);
+    window.AttachHardware();
     QCOMPARE(window.receivers(SIGNAL(DataReceived())), 3);
-    window.AttachHardware();
-    QCOMPARE(window.receivers(SIGNAL(DataReceived())), 4);
-    window.close();
-}
-
-void AttachmentTests::callsOfADetach()
-{
-    DriverLibrary library("complete", {11, 12});
-    qorvexgraph window;
-    window.AttachHardware();
-    library.takeCalls();
-    window.detachFromHardware();
-
-    const QStringList expected{
-        "orvexSetDriverDebugMode(11, 1, 4294967295)",
-        "orvexSendCommand(11, \":MDU0\\x0d\")",
-        "orvexSendCommand(11, \":MDP0\\x0d\")",
-        "orvexSetDriverDebugMode(12, 1, 4294967295)",
-        "orvexSendCommand(12, \":MDU0\\x0d\")",
-        "orvexSendCommand(12, \":MDP0\\x0d\")",
-        "orvexDetach()",
-        "orvexDetach()",
-    };
-    QCOMPARE(library.takeCalls(), expected);
-    QVERIFY(!window.hardware);
-    QVERIFY(window.paused);
-    QCOMPARE(window.deviceIds, QList<int>({11, 12}));
-    library.close();
-    QVERIFY(!DriverLibrary::isLoaded());
 }
 
 void AttachmentTests::detachWhenDetachedOnlyShowsIt()
 {
-    const DriverLibrary library("complete", {11});
-    qorvexgraph window;
-    window.detachFromHardware();
-    QCOMPARE(window.statusLabel->text(), QStringLiteral("<i>No device found.</i> <i>Paused</i>"));
-    QCOMPARE(library.takeCalls(), QStringList());
+    TestWindow window;
+    window.detach();
+    QCOMPARE(statusOf(window), QString("<i>No device found.</i> <i>Paused</i>"));
+    QCOMPARE(window.library.takeCalls(), QStringList());
 
     window.AttachHardware();
-    window.detachFromHardware();
-    library.takeCalls();
-    window.statusLabel->setText("overwritten");
-    window.detachFromHardware();
-    QCOMPARE(window.statusLabel->text(), QStringLiteral("<b>1 device found.</b> <i>Paused</i>"));
-    QCOMPARE(library.takeCalls(), QStringList());
+    window.detach();
+    window.library.takeCalls();
+    statusLabelOf(window)->setText("overwritten");
+    window.detach();
+    QCOMPARE(statusOf(window), QString("<b>1 device found.</b> <i>Paused</i>"));
+    QCOMPARE(window.library.takeCalls(), QStringList());
 }
 
 void AttachmentTests::statusTexts_data()
 {
-    addColumns<QVector<int>, QString, QString>("ids", "attached", "detached");
-    addRow("no board", QVector<int>{}, "<i>No device found.</i>", "<i>No device found.</i> <i>Paused</i>");
-    addRow("one board", QVector<int>{5}, "<b>1 device found.</b>", "<b>1 device found.</b> <i>Paused</i>");
-    addRow("two boards", QVector<int>{5, 6}, "<b>2 devices found.</b>",
-           "<b>2 devices found.</b> <i>Paused</i>");
-    addRow("twelve boards", QVector<int>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}, "<b>12 devices found.</b>",
-           "<b>12 devices found.</b> <i>Paused</i>");
+    addColumns<QVector<int>, QString>("ids", "status");
+    addRow("no board", QVector<int>{}, "<i>No device found.</i>");
+    addRow("one board", QVector<int>{5}, "<b>1 device found.</b>");
+    addRow("two boards", QVector<int>{5, 6}, "<b>2 devices found.</b>");
+    addRow("twelve boards", QVector<int>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}, "<b>12 devices found.</b>");
 }
 
 void AttachmentTests::statusTexts()
 {
     QFETCH(QVector<int>, ids);
-    const DriverLibrary library("complete", ids);
-    qorvexgraph window;
-    window.AttachHardware();
-    QTEST(window.statusLabel->text(), "attached");
-    window.detachFromHardware();
-    QTEST(window.statusLabel->text(), "detached");
-}
+    QFETCH(QString, status);
+    AttachedWindow window(ids);
+    QCOMPARE(statusOf(window), status);
+    window.detach();
+    QCOMPARE(statusOf(window), status + " <i>Paused</i>");
 
-void AttachmentTests::withoutLibraryTheToolIsAttachedToNothing()
-{
-    QVERIFY(!DriverLibrary::isLoaded());
-    qorvexgraph window;
-    CapturedOutput captured(stderr);
+    const MarkingTranslator translator;
     window.AttachHardware();
-    QCOMPARE(captured.text(),
-             QByteArray("liborvexboardex.so.1: cannot open shared object file: No such file or directory"));
-    QVERIFY(window.hardware);
-    QVERIFY(!window.paused);
-    QCOMPARE(window.statusLabel->text(), QStringLiteral("<i>No device found.</i>"));
-    window.detachFromHardware();
-    QVERIFY(!window.hardware);
+    QCOMPARE(statusOf(window), "{qorvexgraph: " + status + "}");
+    window.detach();
+    // The text of the mark begins with a blank.
+    QCOMPARE(statusOf(window), "{qorvexgraph: " + status + "}{qorvexgraph:  <i>Paused</i>}");
 }
 
 void AttachmentTests::libraryThatAppearsIsFoundByTheNextAttach()
 {
+    QVERIFY(!DriverLibrary::isLoaded());
     qorvexgraph window;
-    CapturedOutput captured(stderr);
+    const CapturedOutput message(stderr);
     window.AttachHardware();
-    QVERIFY(!captured.text().isEmpty());
+    QVERIFY(Inspect::isAttached(window));
+    QCOMPARE(statusOf(window), QString("<i>No device found.</i>"));
 
     const DriverLibrary library("complete", {11});
     window.AttachHardware();
-    QCOMPARE(window.statusLabel->text(), QStringLiteral("<b>1 device found.</b>"));
-    // The plug-and-play callback went nowhere with the first attach, and is not offered again.
+    QCOMPARE(statusOf(window), QString("<b>1 device found.</b>"));
+    // The callback of notifications went nowhere with the first attach, and is not offered again.
     QCOMPARE(library->pnpCallbackCount(), 0);
     window.close();
-}
-
-void AttachmentTests::destructorMakesNoDriverCall()
-{
-    const DriverLibrary library("complete", {11});
-    OrvexWrapper *left = nullptr;
-    {
-        qorvexgraph window;
-        window.AttachHardware();
-        left = window.hardware;
-        library.takeCalls();
-    }
-    QCOMPARE(library.takeCalls(), QStringList());
-    delete left;
+    QVERIFY(Inspect::isDetached(window));
 }
 
 PADSCOPE_TESTS(AttachmentTests);

@@ -1,86 +1,69 @@
 #include <atomic>
-#include <condition_variable>
 #include <functional>
 #include <memory>
-#include <mutex>
-#include <thread>
-
 #include <QElapsedTimer>
 #include <QPointer>
+#include <thread>
 
-#include "datapacket.h"
 #include "livewindows.h"
-#include "qorvexgraph.h"
-#include "support/driverlibrary.h"
-#include "support/tests.h"
+#include "mainwindow/testwindow.h"
 
 namespace {
 
 // Of a type that is always kept.
 const QByteArray plainReport("\x03\x21\x01", 3);
 
-/// Ends the program when it lives for too long: what hangs would otherwise say nothing.
-class Watchdog
+void waitFor(const std::atomic<bool> &flag)
 {
-public:
-    Watchdog() = default;
-    ~Watchdog()
-    {
-        {
-            const std::lock_guard lock(mutex);
-            isDone = true;
-        }
-        changed.notify_one();
-        thread.join();
-    }
+    while (!flag)
+        std::this_thread::yield();
+}
 
-    Watchdog(const Watchdog &) = delete;
-    Watchdog &operator=(const Watchdog &) = delete;
+/// A new window of a library that knows one board.
+qorvexgraph *newAttachedWindow()
+{
+    auto *window = new qorvexgraph;
+    window->AttachHardware();
+    return window;
+}
 
-private:
-    void watch()
-    {
-        std::unique_lock lock(mutex);
-        if (!changed.wait_for(lock, std::chrono::seconds(30), [this] { return isDone; }))
-            qFatal("the GUI thread waits for ever");
-    }
-
-    std::mutex mutex;
-    std::condition_variable changed;
-    bool isDone = false;
-    std::thread thread{&Watchdog::watch, this};
-};
-
-/// Frees the packets that wait, too, which the destructor leaves by design.
 void closeAndDestroy(qorvexgraph *window)
 {
-    window->detachFromHardware();
-    qDeleteAll(std::exchange(window->packetQueue, {}));
+    window->close();
+    freePackets(*window);
     delete window;
 }
 
 } // namespace
 
-/// A report on a thread of its own, whose callback waits in a slot of the host's until the GUI thread runs
-/// it.
+/// A callback on a thread of its own, which waits in a slot of the host's until the GUI thread runs it.
 class WaitingCallback : public QObject
 {
     Q_OBJECT
 
 public:
-    WaitingCallback(qorvexgraph *window, std::function<void()> function)
-        : action(std::move(function))
+    /// \param slot of the receiver's, called on the GUI thread
+    /// \param isReport whether it brings a report, or notifies of boards
+    WaitingCallback(qorvexgraph *window, const QObject *receiver, const char *slot, bool isReport = true)
     {
-        connect(window, SIGNAL(DataReceived()), this, SLOT(noteEmission()), Qt::DirectConnection);
-        connect(window, SIGNAL(DataReceived()), this, SLOT(act()), Qt::BlockingQueuedConnection);
-        callback = std::thread([window] {
-            qorvexgraph::DataCallback(1, reinterpret_cast<const unsigned char *>(plainReport.constData()), 3,
-                                      window);
+        const char *received = isReport ? SIGNAL(DataReceived()) : SIGNAL(PnpHappened());
+        connect(window, received, this, SLOT(noteEmission()), Qt::DirectConnection);
+        connect(window, received, receiver, slot, Qt::BlockingQueuedConnection);
+        thread = std::thread([window, isReport] {
+            const auto *report = reinterpret_cast<const unsigned char *>(plainReport.constData());
+            if (isReport)
+                qorvexgraph::DataCallback(1, report, 3, window);
+            else
+                qorvexgraph::pnp(window);
         });
-        while (!isEmitting)
-            std::this_thread::yield();
+        waitFor(isEmitting);
     }
-    ~WaitingCallback() override { callback.join(); }
+    WaitingCallback(qorvexgraph *window, std::function<void()> function, bool isReport = true)
+        : WaitingCallback(window, this, SLOT(act()), isReport)
+    {
+        action = std::move(function);
+    }
+    ~WaitingCallback() override { thread.join(); }
 
 private slots:
     void noteEmission() { isEmitting = true; }
@@ -89,10 +72,11 @@ private slots:
 private:
     std::function<void()> action;
     std::atomic<bool> isEmitting{false};
-    std::thread callback;
+    std::thread thread;
 };
 
-/// Slots of the host that hold a callback up, and windows that come and go meanwhile.
+/// Slots of the host that hold a callback up, and windows that come and go meanwhile. What hangs here meets
+/// the time limit of the test.
 class BlockingHazards : public QObject
 {
     Q_OBJECT
@@ -105,41 +89,41 @@ private slots:
     void windowIsDestroyedByTheSlot();
     void windowIsDestroyedByASlotOfTheSameThread();
     void destructionWaitsForTheWindowsOwnCallback();
+
+private:
+    const DriverLibrary library{"complete", {1}};
 };
 
 void BlockingHazards::otherWindowsComeAndGo()
 {
-    const Watchdog watchdog;
-    const DriverLibrary library("complete");
-    qorvexgraph window;
-    window.AttachHardware();
+    qorvexgraph *window = newAttachedWindow();
     bool isHeard = false;
     {
-        const WaitingCallback callback(&window, [&] { isHeard = true; });
+        const WaitingCallback callback(window, [&] { isHeard = true; });
         delete new qorvexgraph;
         QVERIFY(!isHeard);
         QTRY_VERIFY(isHeard);
     }
-    QTRY_VERIFY(window.packetQueue.empty());
-    window.detachFromHardware();
+    QTRY_VERIFY(Inspect::packetQueue(*window).empty());
+    closeAndDestroy(window);
 }
 
 void BlockingHazards::windowIsDestroyedMeanwhile_data()
 {
-    QTest::addColumn<bool>("disconnects");
-    QTest::newRow("the host is connected") << false;
-    QTest::newRow("the host has disconnected") << true;
+    addColumns<bool, bool>("disconnects", "isReport");
+    addRow("report; the host is connected", false, true);
+    addRow("report; the host has disconnected", true, true);
+    addRow("notification; the host is connected", false, false);
 }
 
 void BlockingHazards::windowIsDestroyedMeanwhile()
 {
     QFETCH(bool, disconnects);
-    const Watchdog watchdog;
-    const DriverLibrary library("complete");
-    auto *window = new qorvexgraph;
-    window->AttachHardware();
+    QFETCH(bool, isReport);
+    qorvexgraph *window = newAttachedWindow();
     bool isHeard = false;
-    const WaitingCallback callback(window, [&] { isHeard = true; });
+    const WaitingCallback callback(
+        window, [&] { isHeard = true; }, isReport);
     if (disconnects)
         QObject::disconnect(window, nullptr, &callback, nullptr);
     closeAndDestroy(window);
@@ -149,31 +133,14 @@ void BlockingHazards::windowIsDestroyedMeanwhile()
 // A host may also make a slot of the window's wait, for example to have packets shown at once.
 void BlockingHazards::windowIsDestroyedWhileItsOwnSlotWaits()
 {
-    const Watchdog watchdog;
-    const DriverLibrary library("complete");
-    auto *window = new qorvexgraph;
-    window->AttachHardware();
-    std::atomic<bool> isEmitting{false};
-    connect(
-        window, &qorvexgraph::DataReceived, window, [&isEmitting] { isEmitting = true; },
-        Qt::DirectConnection);
-    connect(window, SIGNAL(DataReceived()), window, SLOT(ShowDevices()), Qt::BlockingQueuedConnection);
-    std::thread thread([window] {
-        qorvexgraph::DataCallback(1, reinterpret_cast<const unsigned char *>(plainReport.constData()), 3,
-                                  window);
-    });
-    while (!isEmitting)
-        std::this_thread::yield();
+    qorvexgraph *window = newAttachedWindow();
+    const WaitingCallback callback(window, window, SLOT(ShowDevices()));
     closeAndDestroy(window);
-    thread.join();
 }
 
 void BlockingHazards::windowIsDestroyedByTheSlot()
 {
-    const Watchdog watchdog;
-    const DriverLibrary library("complete");
-    auto *window = new qorvexgraph;
-    window->AttachHardware();
+    qorvexgraph *window = newAttachedWindow();
     const QPointer<QObject> guarded = window;
     const WaitingCallback callback(window, [&] { closeAndDestroy(window); });
     QVERIFY(guarded);
@@ -182,11 +149,7 @@ void BlockingHazards::windowIsDestroyedByTheSlot()
 
 void BlockingHazards::windowIsDestroyedByASlotOfTheSameThread()
 {
-    const Watchdog watchdog;
-    const DriverLibrary library("complete");
-    library.setBoards({1});
-    auto *window = new qorvexgraph;
-    window->AttachHardware();
+    qorvexgraph *window = newAttachedWindow();
     const QPointer<QObject> guarded = window;
     connect(window, &qorvexgraph::DataReceived, this, [&] { closeAndDestroy(window); });
     QElapsedTimer timer;
@@ -199,7 +162,6 @@ void BlockingHazards::windowIsDestroyedByASlotOfTheSameThread()
 
 void BlockingHazards::destructionWaitsForTheWindowsOwnCallback()
 {
-    const Watchdog watchdog;
     auto window = std::make_unique<qorvexgraph>();
     std::atomic<bool> isInProgress{false};
     std::atomic<bool> hasEnded{false};
@@ -213,8 +175,7 @@ void BlockingHazards::destructionWaitsForTheWindowsOwnCallback()
         std::this_thread::sleep_for(std::chrono::milliseconds(1200));
         hasEnded = true;
     });
-    while (!isInProgress)
-        std::this_thread::yield();
+    waitFor(isInProgress);
     window.reset();
     QVERIFY(hasEnded);
     thread.join();

@@ -1,34 +1,30 @@
-#include <QLabel>
 #include <QSpinBox>
 
 #include "bargraph.h"
-#include "qlineupdownedit.h"
-#include "qorvexgraph.h"
-#include "support/observedcalls.h"
-#include "support/tests.h"
+#include "mainwindow/testwindow.h"
+#include "support/testclock.h"
 
 namespace {
 
-/// A full signal report whose frequency word is `low` and `high`, at bytes 37 and 38.
-QByteArray signalReport(char low, char high)
+// Full signal reports, up to their frequency word at bytes 37 and 38.
+const QByteArray start = "\x28\x2f\1" + QByteArray(34, '\0');
+const QByteArray negativeFrequency = start + QByteArray("\xFC\xFF\0", 3); // -4: -225, clamped to 0
+const QByteArray positiveFrequency = start + QByteArray("\x08\0\0", 3);   // 8: 450
+
+/// Delivers a report that comes too late for the rate limit.
+void deliver(const DriverLibrary &library, const QByteArray &report)
 {
-    QByteArray report(40, '\0');
-    report[0] = 40;
-    report[1] = 47;
-    report[2] = 1;
-    report[37] = low;
-    report[38] = high;
-    return report;
+    static QTime now(12, 0);
+    now = now.addSecs(2);
+    testclock::stopAt(now);
+    library.deliver(1, report);
 }
 
-const QByteArray negativeFrequency = signalReport('\xFC', '\xFF'); // -4, which is -225 and clamped to 0
-const QByteArray positiveFrequency = signalReport('\x08', '\x00'); // 8, which is 450
-
-/// Lets the reports through that are otherwise dropped for coming too soon.
-void liftRateLimit(qorvexgraph *window)
+/// Starts the clock of the rate limit by a text, and shows a frequency.
+void showFrequency(const DriverLibrary &library)
 {
-    window->displayThreshold = -1;
-    window->barGraphView->displayThreshold = -1;
+    deliver(library, "\2\x32");
+    deliver(library, positiveFrequency);
 }
 
 } // namespace
@@ -41,306 +37,157 @@ class CallHazards : public QObject
 private slots:
     void commandAnsweredOnItsOwnThread();
     void commandsAnsweredWithoutEnd();
-    void noticeInsideAttach_data();
-    void noticeInsideAttach();
-    void closeInsideDetach_data();
-    void closeInsideDetach();
-    void closeInsideAttach_data();
-    void closeInsideAttach();
-    void closeInsideReattach_data();
-    void closeInsideReattach();
-    void closeInsideTypedCommand_data();
-    void closeInsideTypedCommand();
+    void notificationInsideAttach_data();
+    void notificationInsideAttach();
+    void closeInside_data();
+    void closeInside();
     void closeInsideACommandOfTheBarGraph();
     void libraryStaysMappedWhileInUse();
-    void attachInsideDetach();
 };
 
 void CallHazards::commandAnsweredOnItsOwnThread()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({1});
-    qorvexgraph window;
-    window.AttachHardware();
-    liftRateLimit(&window);
-    library.deliver(1, positiveFrequency);
-    QCOMPARE(window.barGraphView->freqSpin->value(), 450);
-    library.takeCalls();
-    {
-        const ObservedCalls observed(library, [&](const QString &call) {
-            if (call.startsWith("orvexSendCommand"))
-                library.deliver(1, positiveFrequency);
-        });
-        library.deliver(1, negativeFrequency);
-    }
+    AttachedWindow window;
+    const auto *spinBox = window.findChild<QSpinBox *>();
+    showFrequency(window.library);
+    QCOMPARE(spinBox->value(), 450);
+    window.library.takeCalls();
+    const InsideCall answer(window.library, "orvexSendCommand",
+                            [&] { deliver(window.library, positiveFrequency); });
+    deliver(window.library, negativeFrequency);
     // One command, because the spin box clamped; its answer is shown inside it, and nothing is left over.
-    QCOMPARE(library.takeCalls(), QStringList{"orvexSendCommand(1, \">\")"});
-    QCOMPARE(window.barGraphView->frequency, qint64{450});
-    QVERIFY(window.packetQueue.empty());
-    QCOMPARE(window.barGraphView->proxLabel->text(), QStringLiteral("Prox: O"));
-    window.detachFromHardware();
+    QCOMPARE(window.library.takeCalls(), QStringList("orvexSendCommand(1, \">\")"));
+    QVERIFY(Inspect::packetQueue(window).empty());
+    QCOMPARE(spinBox->value(), 450);
 }
 
 void CallHazards::commandsAnsweredWithoutEnd()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({1});
-    qorvexgraph window;
-    for (int i = 0; i < 5; ++i)
+    AttachedWindow window;
+    for (int i = 0; i < 4; ++i)
         window.AttachHardware(); // each adds a connection
-    liftRateLimit(&window);
+    showFrequency(window.library);
     constexpr int rounds = 2000;
     int commands = 0;
     int depth = 0;
-    int deepest = 0;
-    const ObservedCalls observed(library, [&](const QString &call) {
+    int maxDepth = 0;
+    const ObservedCalls observed(window.library, [&](const QString &call) {
         if (!call.startsWith("orvexSendCommand") || ++commands > rounds)
             return;
-        deepest = qMax(deepest, ++depth);
+        maxDepth = qMax(maxDepth, ++depth);
         // The second makes the spin box clamp again, which sends the next command.
-        library.deliver(1, positiveFrequency);
-        library.deliver(1, negativeFrequency);
+        deliver(window.library, positiveFrequency);
+        deliver(window.library, negativeFrequency);
         --depth;
     });
-    library.deliver(1, positiveFrequency);
-    library.deliver(1, negativeFrequency);
-    QVERIFY2(deepest < 100, qPrintable(QString::number(deepest)));
+    deliver(window.library, negativeFrequency);
+    QVERIFY2(maxDepth < 100, qPrintable(QString::number(maxDepth)));
     QTRY_VERIFY_WITH_TIMEOUT(commands > rounds, 60000);
-    QTRY_VERIFY(window.packetQueue.empty());
-    window.detachFromHardware();
+    QTRY_VERIFY(Inspect::packetQueue(window).empty());
 }
 
-void CallHazards::noticeInsideAttach_data()
+void CallHazards::notificationInsideAttach_data()
 {
     QTest::addColumn<bool>("ownThread");
-    QTest::newRow("on the caller's own thread") << true;
-    QTest::newRow("through an event loop in the call") << false;
+    addRow("on the caller's own thread", true);
+    addRow("through an event loop in the call", false);
 }
 
-void CallHazards::noticeInsideAttach()
+void CallHazards::notificationInsideAttach()
 {
     QFETCH(bool, ownThread);
-    const DriverLibrary library("complete");
-    library.setBoards({1, 2});
-    qorvexgraph window;
-    int notices = 0;
-    const ObservedCalls observed(library, [&](const QString &call) {
+    TestWindow window({1, 2});
+    int notifications = 0;
+    const ObservedCalls observed(window.library, [&](const QString &call) {
         // From the middle of the enumeration.
-        if (!call.startsWith(QLatin1String("orvexSetXferMask")) || ++notices > 50)
+        if (!call.startsWith("orvexSetXferMask") || ++notifications > 50)
             return;
-        if (ownThread) {
-            qorvexgraph::pnp(&window);
-        } else {
-            library->plug();
+        window.notify(ownThread);
+        if (!ownThread)
             QCoreApplication::processEvents();
-        }
     });
     window.AttachHardware();
-    QCOMPARE(notices, 2);
-    QTRY_VERIFY(notices > 50);
+    QCOMPARE(notifications, 2);
+    QTRY_VERIFY(notifications > 50);
     QCoreApplication::processEvents();
-    QCOMPARE(window.deviceIds, (QList<int>{1, 2}));
-    QCOMPARE(window.statusLabel->text(), QStringLiteral("<b>2 devices found.</b>"));
-    window.detachFromHardware();
+    QCOMPARE(Inspect::deviceIds(window), QList<int>({1, 2}));
+    QCOMPARE(statusOf(window), QString("<b>2 devices found.</b>"));
 }
 
-void CallHazards::closeInsideDetach_data()
+void CallHazards::closeInside_data()
 {
-    QTest::addColumn<QString>("call");
-    QTest::newRow("debug mode") << "orvexSetDriverDebugMode(1, 1, 4294967295)";
-    QTest::newRow("first command") << R"(orvexSendCommand(1, ":MDU0\x0d"))";
-    QTest::newRow("second command") << R"(orvexSendCommand(1, ":MDP0\x0d"))";
-    QTest::newRow("last command") << R"(orvexSendCommand(2, ":MDP0\x0d"))";
-    QTest::newRow("detach") << "orvexDetach()";
+    addColumns<QString, QString, int, QString>("steps", "call", "number", "status");
+    const QString none = "<i>No device found.</i> <i>Paused</i>";
+    const QString one = "<b>1 device found.</b> <i>Paused</i>";
+    const QString two = "<b>2 devices found.</b> <i>Paused</i>";
+    // The label shows what was enumerated when the window was closed.
+    addRow("attach: attach", "attach", "orvexAttach()", 1, none);
+    addRow("attach: hot-plug callback", "attach", "orvexSetPnpCallback", 1, none);
+    addRow("attach: count", "attach", "orvexGetDeviceCount()", 1, none);
+    addRow("attach: record of a board", "attach", "orvexEnumDeviceInfo(0", 1, none);
+    addRow("attach: mask", "attach", "orvexSetXferMask(1", 1, one);
+    addRow("attach: data callback", "attach", "orvexSetCallback(1", 1, one);
+    addRow("attach: last data callback", "attach", "orvexSetCallback(2", 1, two);
+    addRow("second attach: attach", "attach attach", "orvexAttach()", 2, two);
+    addRow("second attach: count", "attach attach", "orvexGetDeviceCount()", 2, two);
+    addRow("second attach: record of the first board", "attach attach", "orvexEnumDeviceInfo(0", 2, none);
+    addRow("second attach: record of the second board", "attach attach", "orvexEnumDeviceInfo(1", 2, one);
+    addRow("typed command: attach", "A", "orvexAttach()", 1, none);
+    addRow("typed command: debug mode", "A", "orvexSetDriverDebugMode(1, 4, 4294967295)", 1, two);
+    addRow("typed command: command", "A", "orvexSendCommand(1, \"A\\x0d\")", 1, two);
+    addRow("detach: debug mode", "attach hide", "orvexSetDriverDebugMode(1, 1, 4294967295)", 1, two);
+    addRow("detach: first command", "attach hide", "orvexSendCommand(1, \":MDU0\\x0d\")", 1, two);
+    addRow("detach: second command", "attach hide", "orvexSendCommand(1, \":MDP0\\x0d\")", 1, two);
+    addRow("detach: last command", "attach hide", "orvexSendCommand(2, \":MDP0\\x0d\")", 1, two);
+    addRow("detach: detach", "attach hide", "orvexDetach()", 1, two);
 }
 
-void CallHazards::closeInsideDetach()
+void CallHazards::closeInside()
 {
+    QFETCH(QString, steps);
     QFETCH(QString, call);
-    const DriverLibrary library("complete");
-    library.setBoards({1, 2});
-    qorvexgraph window;
+    QFETCH(int, number);
+    TestWindow window({1, 2});
     window.show();
-    window.AttachHardware();
-    bool closed = false;
-    const ObservedCalls observed(library, [&](const QString &seen) {
-        if (seen != call || closed)
-            return;
-        closed = true;
-        QMetaObject::invokeMethod(&window, "close", Qt::QueuedConnection);
-        QCoreApplication::processEvents();
-    });
-    window.hide(); // detaches; a close inside a close would be refused by Qt itself
-    QVERIFY(closed);
-    QVERIFY(!window.hardware);
-    QVERIFY(window.paused);
-    QCOMPARE(window.statusLabel->text(), QStringLiteral("<b>2 devices found.</b> <i>Paused</i>"));
-}
-
-void CallHazards::closeInsideAttach_data()
-{
-    QTest::addColumn<QString>("call");
-    QTest::newRow("attach") << "orvexAttach()";
-    QTest::newRow("notice callback") << "orvexSetPnpCallback";
-    QTest::newRow("count") << "orvexGetDeviceCount()";
-    QTest::newRow("record of a board") << "orvexEnumDeviceInfo(0";
-    QTest::newRow("mask") << "orvexSetXferMask(1";
-    QTest::newRow("data callback") << "orvexSetCallback(1";
-    QTest::newRow("last data callback") << "orvexSetCallback(2";
-}
-
-void CallHazards::closeInsideAttach()
-{
-    QFETCH(QString, call);
-    const DriverLibrary library("complete");
-    library.setBoards({1, 2});
-    qorvexgraph window;
-    window.show();
-    bool closed = false;
-    const ObservedCalls observed(library, [&](const QString &seen) {
-        if (closed || !seen.startsWith(call))
-            return;
-        closed = true;
-        window.close();
-    });
-    window.AttachHardware();
-    QVERIFY(closed);
-    QVERIFY(!window.hardware);
-    QVERIFY(window.paused);
-    QVERIFY(window.statusLabel->text().endsWith(QStringLiteral(" <i>Paused</i>")));
-}
-
-void CallHazards::closeInsideReattach_data()
-{
-    QTest::addColumn<QString>("call");
-    QTest::addColumn<QString>("label");
-    QTest::newRow("attach") << "orvexAttach()"
-                            << "<b>2 devices found.</b> <i>Paused</i>";
-    QTest::newRow("count") << "orvexGetDeviceCount()"
-                           << "<b>2 devices found.</b> <i>Paused</i>";
-    QTest::newRow("record of the first board") << "orvexEnumDeviceInfo(0"
-                                               << "<i>No device found.</i> <i>Paused</i>";
-    QTest::newRow("record of the second board") << "orvexEnumDeviceInfo(1"
-                                                << "<b>1 device found.</b> <i>Paused</i>";
-}
-
-// The label shows what was enumerated when the window was closed.
-void CallHazards::closeInsideReattach()
-{
-    QFETCH(QString, call);
-    QFETCH(QString, label);
-    const DriverLibrary library("complete");
-    library.setBoards({1, 2});
-    qorvexgraph window;
-    window.show();
-    window.AttachHardware();
-    bool closed = false;
-    const ObservedCalls observed(library, [&](const QString &seen) {
-        if (closed || !seen.startsWith(call))
-            return;
-        closed = true;
-        window.close();
-    });
-    window.AttachHardware();
-    QVERIFY(closed);
-    QVERIFY(!window.hardware);
-    QVERIFY(window.paused);
-    QCOMPARE(window.statusLabel->text(), label);
-}
-
-void CallHazards::closeInsideTypedCommand_data()
-{
-    QTest::addColumn<QString>("call");
-    QTest::newRow("attach") << "orvexAttach()";
-    QTest::newRow("debug mode") << "orvexSetDriverDebugMode(1, 4, 4294967295)";
-    QTest::newRow("command") << R"(orvexSendCommand(1, "A\x0d"))";
-}
-
-void CallHazards::closeInsideTypedCommand()
-{
-    QFETCH(QString, call);
-    const DriverLibrary library("complete");
-    library.setBoards({1, 2});
-    qorvexgraph window;
-    window.show();
-    window.commandLine->setText(QStringLiteral("A"));
-    bool closed = false;
-    const ObservedCalls observed(library, [&](const QString &seen) {
-        if (closed || seen != call)
-            return;
-        closed = true;
-        window.close();
-    });
-    QTest::keyClick(window.commandLine, Qt::Key_Return);
-    QVERIFY(closed);
-    QVERIFY(!window.hardware);
-    QVERIFY(window.paused);
+    const InsideCall closing(
+        window.library, call, [&] { window.close(); }, number);
+    window.perform(steps);
+    QVERIFY(closing.callCount() >= number);
+    QVERIFY(Inspect::isDetached(window));
+    QTEST(statusOf(window), "status");
 }
 
 void CallHazards::closeInsideACommandOfTheBarGraph()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({1});
-    qorvexgraph window;
+    AttachedWindow window;
     window.show();
-    window.AttachHardware();
-    liftRateLimit(&window);
-    library.deliver(1, positiveFrequency);
-    const ObservedCalls observed(library, [&](const QString &seen) {
-        if (seen == QLatin1String("orvexSendCommand(1, \">\")"))
-            window.close();
-    });
-    library.deliver(1, negativeFrequency);
-    QVERIFY(!window.hardware);
-    QVERIFY(window.paused);
-    QVERIFY(window.packetQueue.empty());
+    showFrequency(window.library);
+    const InsideCall closing(window.library, "orvexSendCommand(1, \">\")", [&] { window.close(); });
+    deliver(window.library, negativeFrequency);
+    QCOMPARE(closing.callCount(), 1);
+    QVERIFY(Inspect::isDetached(window));
+    QVERIFY(Inspect::packetQueue(window).empty());
 }
 
 void CallHazards::libraryStaysMappedWhileInUse()
 {
-    DriverLibrary library("complete");
-    library.setBoards({1});
-    qorvexgraph window;
+    AttachedWindow window;
     window.show();
-    window.AttachHardware();
-    bool mapped = false;
-    static qorvexgraph *toClose;
-    static bool *stillMapped;
+    static AttachedWindow *toClose;
+    static bool isMapped;
     toClose = &window;
-    stillMapped = &mapped;
-    library->setObserver([](const char *call) {
+    window.library->setObserver([](const char *call) {
         if (QByteArray(call) != "orvexSendCommand(1, \"A\")")
             return;
         toClose->close();
         // This returns into the library, which nobody else holds.
-        *stillMapped = DriverLibrary::isLoaded();
+        isMapped = DriverLibrary::isLoaded();
     });
-    library.close();
-    QVERIFY(DriverLibrary::isLoaded());
+    window.library.close();
     window.SendCommand("A");
-    QVERIFY(mapped);
-    QVERIFY(!window.hardware);
+    QVERIFY(isMapped);
+    QVERIFY(Inspect::isDetached(window));
     QVERIFY(!DriverLibrary::isLoaded());
-}
-
-void CallHazards::attachInsideDetach()
-{
-    const DriverLibrary library("complete");
-    library.setBoards({1});
-    qorvexgraph window;
-    window.AttachHardware();
-    window.AttachHardware();
-    int detaches = 0;
-    const ObservedCalls observed(library, [&](const QString &seen) {
-        // The second is that of the binding's destruction.
-        if (seen == QLatin1String("orvexDetach()") && ++detaches == 2)
-            window.AttachHardware();
-    });
-    window.detachFromHardware();
-    QCOMPARE(window.paused, window.hardware == nullptr);
-    window.detachFromHardware();
-    QVERIFY(!window.hardware);
-    QVERIFY(window.paused);
 }
 
 PADSCOPE_TESTS(CallHazards);

@@ -1,50 +1,16 @@
-#include <QRegularExpression>
-
-#include "qlineupdownedit.h"
-#include "qorvexgraph.h"
-#include "support/observedcalls.h"
-#include "support/tests.h"
+#include "mainwindow/testwindow.h"
 
 namespace {
 
-void type(const qorvexgraph &window, const char *text)
+const QString commandB = "orvexSendCommand(1, \"B\\x0d\")";
+const QString commandC = "orvexSendCommand(1, \"C\\x0d\")";
+
+/// Until a timer has sent the commands that wait, if any do.
+void waitForCommands(const TestWindow &window)
 {
-    window.commandLine->setText(text);
-    QTest::keyClick(window.commandLine, Qt::Key_Return);
+    QTRY_VERIFY(!Inspect::hasWaitingCommands(window));
+    QTest::qWait(10); // longer than a repeated attach waits
 }
-
-/// Does something inside an orvexAttach(), once.
-class InsideAttach
-{
-public:
-    InsideAttach(const DriverLibrary &library, std::function<void()> action)
-        : observed(library, [this, action](const QString &call) {
-            if (call == QLatin1String("orvexAttach()") && !std::exchange(isDone, true))
-                action();
-        })
-    {
-    }
-
-private:
-    bool isDone = false;
-    ObservedCalls observed;
-};
-
-const QString debugMode = QStringLiteral("orvexSetDriverDebugMode(1, 4, 4294967295)");
-const QString commandA = QStringLiteral("orvexSendCommand(1, \"A\\x0d\")");
-const QString commandB = QStringLiteral("orvexSendCommand(1, \"B\\x0d\")");
-const QString commandC = QStringLiteral("orvexSendCommand(1, \"C\\x0d\")");
-
-/// The commands so far, and the debug modes that go before them.
-QStringList commandsSeen(const DriverLibrary &library)
-{
-    return library.takeCalls().filter(QRegularExpression("orvexSendCommand|orvexSetDriverDebugMode"));
-}
-
-/// What a slot of the host's throws, and its notify() catches.
-struct HostError
-{
-};
 
 } // namespace
 
@@ -54,222 +20,128 @@ class TypingHazards : public QObject
     Q_OBJECT
 
 private slots:
+    void insideTheFirstAttach_data();
     void insideTheFirstAttach();
-    void insideTheAttachOfAnotherCommand();
-    void insideAttachesOneAfterTheOther();
     void insideTheSendingOfTheFirstThatWaits();
     void exceptionPassesTheSendingOfOneThatWaits();
     void afterACloseInsideTheAttachForOneThatWaits();
-    void beforeACloseInsideTheFirstAttach();
-    void afterACloseInsideTheFirstAttach();
     void insideARepeatedAttach();
     void withoutBoards();
 };
 
+void TypingHazards::insideTheFirstAttach_data()
+{
+    addColumns<QString, QString, QStringList, bool>("steps", "inside", "sent", "attached");
+    addRow("two commands", "attach", "A B", QStringList{debugMode, commandA, commandB}, true);
+    addRow("of another command", "A", "B", QStringList{debugMode, commandA, debugMode, commandB}, true);
+    addRow("typed before the waiting one is sent", "A C", "B",
+           QStringList{debugMode, commandA, debugMode, commandB, commandC}, true);
+    addRow("before a close", "attach", "A close", QStringList{}, false);
+    addRow("after a close", "attach", "close show A", QStringList{debugMode, commandA}, true);
+}
+
 void TypingHazards::insideTheFirstAttach()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({1});
-    qorvexgraph window;
-    {
-        const InsideAttach observed(library, [&] {
-            type(window, "A");
-            type(window, "B");
-        });
+    QFETCH(QString, steps);
+    QFETCH(QString, inside);
+    QFETCH(bool, attached);
+    TestWindow window;
+    for (int round = 0; round < 2; ++round) {
+        window.show();
+        const InsideCall typing(window.library, "orvexAttach()", [&] { window.perform(inside); });
+        window.perform(steps);
+        waitForCommands(window);
+        QTEST(takeCommands(window.library), "sent");
+        QCOMPARE(Inspect::isAttached(window), attached);
+        QCOMPARE(Inspect::isDetached(window), !attached);
+
+        // Nothing is kept back, and what is dropped is dropped for good.
         window.AttachHardware();
-    }
-    QTRY_VERIFY(window.waitingCommands.isEmpty());
-    QCOMPARE(commandsSeen(library), (QStringList{debugMode, commandA, commandB}));
-    QCOMPARE(window.commandLine->selectedText(), QStringLiteral("B"));
-    QCOMPARE(window.commandLine->historyLines(), (QStringList{"B", "A"}));
-
-    type(window, "C");
-    QCOMPARE(commandsSeen(library), QStringList{commandC});
-    window.detachFromHardware();
-}
-
-void TypingHazards::insideTheAttachOfAnotherCommand()
-{
-    const DriverLibrary library("complete");
-    library.setBoards({1});
-    qorvexgraph window;
-    {
-        const InsideAttach observed(library, [&] { type(window, "B"); });
-        type(window, "A");
-    }
-    QCOMPARE(commandsSeen(library), (QStringList{debugMode, commandA}));
-    // Typed before the waiting one was sent.
-    type(window, "C");
-    QTRY_VERIFY(window.waitingCommands.isEmpty());
-    QCOMPARE(commandsSeen(library), (QStringList{debugMode, commandB, commandC}));
-    window.detachFromHardware();
-}
-
-void TypingHazards::insideAttachesOneAfterTheOther()
-{
-    const DriverLibrary library("complete");
-    library.setBoards({1});
-    qorvexgraph window;
-    for (int round = 0; round < 3; ++round) {
-        {
-            const InsideAttach observed(library, [&] { type(window, "A"); });
-            window.AttachHardware();
-        }
-        QTRY_VERIFY(window.waitingCommands.isEmpty());
-        QCOMPARE(commandsSeen(library), (QStringList{debugMode, commandA}));
-        window.detachFromHardware();
-        library.takeCalls();
+        waitForCommands(window);
+        QCOMPARE(takeCommands(window.library), QStringList());
+        window.type("C");
+        QCOMPARE(takeCommands(window.library), QStringList(commandC));
+        window.detach();
+        window.library.takeCalls();
     }
 }
 
 void TypingHazards::insideTheSendingOfTheFirstThatWaits()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({1});
-    qorvexgraph window;
-    bool isAttached = false;
-    const ObservedCalls observed(library, [&](const QString &call) {
-        if (call == QLatin1String("orvexAttach()") && !std::exchange(isAttached, true)) {
-            type(window, "A");
-            type(window, "B");
-        } else if (call == commandA) {
-            type(window, "C");
-        }
+    TestWindow window;
+    int attaches = 0;
+    const ObservedCalls observed(window.library, [&](const QString &call) {
+        if (call == "orvexAttach()" && ++attaches == 1)
+            window.perform("A B");
+        else if (call == commandA)
+            window.type("C");
     });
     window.AttachHardware();
-    QTRY_VERIFY(window.waitingCommands.isEmpty());
-    QTest::qWait(10); // longer than a repeated attach waits
-    const QStringList calls = library.takeCalls();
-    QCOMPARE(calls.filter(QRegularExpression("orvexSendCommand|orvexSetDriverDebugMode")),
-             (QStringList{debugMode, commandA, commandB, commandC}));
+    waitForCommands(window);
+    QCOMPARE(takeCommands(window.library), QStringList({debugMode, commandA, commandB, commandC}));
     // The first, and the one for the commands.
-    QCOMPARE(calls.filter("orvexAttach()").size(), 2);
-    window.detachFromHardware();
+    QCOMPARE(attaches, 2);
 }
 
 void TypingHazards::exceptionPassesTheSendingOfOneThatWaits()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({1});
-    qorvexgraph window;
-    bool isAttached = false;
-    const ObservedCalls observed(library, [&](const QString &call) {
-        if (call == QLatin1String("orvexAttach()") && !std::exchange(isAttached, true)) {
-            type(window, "A");
-            type(window, "B");
-        } else if (call == commandA) {
+    TestWindow window;
+    int attaches = 0;
+    const ObservedCalls observed(window.library, [&](const QString &call) {
+        if (call == "orvexAttach()" && ++attaches == 1)
+            window.perform("A B");
+        else if (call == commandA)
             throw HostError();
-        }
     });
     window.AttachHardware();
-    QVERIFY_EXCEPTION_THROWN(window.attachAgain(), HostError);
-    QTRY_VERIFY(window.waitingCommands.isEmpty());
-    QCOMPARE(commandsSeen(library).filter("orvexSendCommand"), (QStringList{commandA, commandB}));
-    window.detachFromHardware();
+    QVERIFY_EXCEPTION_THROWN(Inspect::attachAgain(window), HostError);
+    waitForCommands(window);
+    QCOMPARE(takeCommands(window.library).filter("orvexSendCommand"), QStringList({commandA, commandB}));
 }
 
 void TypingHazards::afterACloseInsideTheAttachForOneThatWaits()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({1});
-    qorvexgraph window;
+    TestWindow window;
     window.show();
     int attaches = 0;
-    const ObservedCalls observed(library, [&](const QString &call) {
-        if (call != QLatin1String("orvexAttach()") || ++attaches > 2)
-            return;
-        window.close();
-        window.show();
-        type(window, attaches == 1 ? "A" : "B");
+    const ObservedCalls observed(window.library, [&](const QString &call) {
+        if (call == "orvexAttach()" && ++attaches <= 2)
+            window.perform(attaches == 1 ? "close show A" : "close show B");
     });
     window.AttachHardware();
     QTRY_COMPARE(attaches, 3);
-    QTRY_VERIFY(window.waitingCommands.isEmpty());
-    QVERIFY(window.hardware);
+    waitForCommands(window);
+    QVERIFY(Inspect::isAttached(window));
     // The second close has dropped the first.
-    QCOMPARE(commandsSeen(library), (QStringList{debugMode, commandB}));
-    window.detachFromHardware();
-}
-
-void TypingHazards::beforeACloseInsideTheFirstAttach()
-{
-    const DriverLibrary library("complete");
-    library.setBoards({1});
-    qorvexgraph window;
-    window.show();
-    {
-        const InsideAttach observed(library, [&] {
-            type(window, "A");
-            window.close();
-        });
-        window.AttachHardware();
-    }
-    QTest::qWait(10); // longer than a repeated attach waits
-    QCOMPARE(commandsSeen(library), QStringList());
-    QVERIFY(!window.hardware);
-    QVERIFY(window.paused);
-
-    window.AttachHardware();
-    QTest::qWait(10);
-    QCOMPARE(commandsSeen(library), QStringList());
-    window.detachFromHardware();
-}
-
-void TypingHazards::afterACloseInsideTheFirstAttach()
-{
-    const DriverLibrary library("complete");
-    library.setBoards({1});
-    qorvexgraph window;
-    window.show();
-    {
-        const InsideAttach observed(library, [&] {
-            window.close();
-            window.show();
-            type(window, "A");
-        });
-        window.AttachHardware();
-    }
-    QTRY_VERIFY(window.waitingCommands.isEmpty());
-    QVERIFY(window.hardware);
-    QVERIFY(!window.paused);
-    QCOMPARE(commandsSeen(library), (QStringList{debugMode, commandA}));
-    window.detachFromHardware();
+    QCOMPARE(takeCommands(window.library), QStringList({debugMode, commandB}));
 }
 
 void TypingHazards::insideARepeatedAttach()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({1});
-    qorvexgraph window;
-    window.AttachHardware();
-    QStringList seen;
-    const InsideAttach observed(library, [&] {
-        type(window, "A");
-        seen = commandsSeen(library);
+    AttachedWindow window;
+    QStringList sent;
+    const InsideCall typing(window.library, "orvexAttach()", [&] {
+        window.type("A");
+        sent = takeCommands(window.library);
     });
     window.AttachHardware();
     // There is a binding, so it is sent at once.
-    QCOMPARE(seen, QStringList{commandA});
-    QCOMPARE(commandsSeen(library), QStringList());
-    window.detachFromHardware();
+    QCOMPARE(sent, QStringList(commandA));
+    QCOMPARE(takeCommands(window.library), QStringList());
 }
 
 void TypingHazards::withoutBoards()
 {
-    const DriverLibrary library("complete");
-    qorvexgraph window;
-    {
-        const InsideAttach observed(library, [&] { type(window, "A"); });
-        window.AttachHardware();
-    }
-    QTRY_VERIFY(window.waitingCommands.isEmpty());
-    QCOMPARE(commandsSeen(library), QStringList());
-    // It is not kept for boards that come.
-    library.setBoards({1});
+    TestWindow window(QVector<int>{});
+    const InsideCall typing(window.library, "orvexAttach()", [&] { window.type("A"); });
     window.AttachHardware();
-    type(window, "B");
-    QCOMPARE(commandsSeen(library), QStringList{commandB});
-    window.detachFromHardware();
+    waitForCommands(window);
+    QCOMPARE(takeCommands(window.library), QStringList());
+    // It is not kept for boards that come.
+    window.library.setBoards({1});
+    window.AttachHardware();
+    window.type("B");
+    QCOMPARE(takeCommands(window.library), QStringList(commandB));
 }
 
 PADSCOPE_TESTS(TypingHazards);

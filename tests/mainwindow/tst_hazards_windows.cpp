@@ -1,20 +1,19 @@
 #include <memory>
 #include <vector>
 
-#include <QLabel>
-
-#include "support/abandonedwindow.h"
-#include "support/driverlibrary.h"
-#include "support/tests.h"
+#include "livewindows.h"
+#include "mainwindow/testwindow.h"
+#include "orvexwrapper.h"
 
 namespace {
 
 // Of a type that is always kept.
 const QByteArray plainReport("\x08\x21\x01\x02\x03\x04\x05\x06", 8);
 
-/// Fills freed memory again, so that a use of it shows without a sanitizer too.
-void overwriteFreedMemory()
+/// Destroys a window, and fills its memory again, so that a use of it shows without a sanitizer too.
+void destroy(qorvexgraph *window)
 {
+    delete window;
     std::vector<std::unique_ptr<unsigned char[]>> blocks;
     for (int i = 0; i < 200; ++i) {
         blocks.emplace_back(new unsigned char[sizeof(qorvexgraph)]);
@@ -30,121 +29,71 @@ class WindowHazards : public QObject
     Q_OBJECT
 
 private slots:
-    void reportForAWindowDestroyedWhileAttached_data();
-    void reportForAWindowDestroyedWhileAttached();
-    void reportForAWindowDestroyedAfterAClose();
-    void noticeForADestroyedWindow();
+    void callbacksOfADestroyedWindow_data();
+    void callbacksOfADestroyedWindow();
     void destructionWhileTheBoardsStream();
     void otherWindowsGoOn();
-    void noticeQueuedBeforeAClose();
 };
 
-void WindowHazards::reportForAWindowDestroyedWhileAttached_data()
+void WindowHazards::callbacksOfADestroyedWindow_data()
 {
-    QTest::addColumn<int>("threads");
-    QTest::newRow("on the window's own thread") << 0;
-    QTest::newRow("on another thread") << 1;
-    QTest::newRow("on eight threads at once") << 8;
+    addColumns<bool, int>("close", "threads");
+    addRow("while attached; on the window's own thread", false, 0);
+    addRow("while attached; on another thread", false, 1);
+    addRow("while attached; on eight threads at once", false, 8);
+    addRow("after a close; on the window's own thread", true, 0);
+    addRow("after a close; on two threads at once", true, 2);
 }
 
-void WindowHazards::reportForAWindowDestroyedWhileAttached()
+void WindowHazards::callbacksOfADestroyedWindow()
 {
+    QFETCH(bool, close);
     QFETCH(int, threads);
-    const DriverLibrary library("complete");
-    library.setBoards({1});
+    const DriverLibrary library("complete", {1});
     auto *window = new qorvexgraph;
     window->AttachHardware();
-    OrvexWrapper *binding = window->hardware;
-    delete window;
-    overwriteFreedMemory();
-    library.deliver(1, plainReport, threads);
-    QCOMPARE(library->dataCallbackCount(1), 1);
-    delete binding;
-}
-
-void WindowHazards::reportForAWindowDestroyedAfterAClose()
-{
-    const DriverLibrary library("complete");
-    library.setBoards({1});
-    auto *window = new qorvexgraph;
-    window->AttachHardware();
-    window->close();
-    window->detachFromHardware();
-    delete window;
-    overwriteFreedMemory();
-    library.deliver(1, plainReport);
-    library.deliver(1, plainReport, 2);
-    QCOMPARE(library->dataCallbackCount(1), 1);
-}
-
-void WindowHazards::noticeForADestroyedWindow()
-{
-    const DriverLibrary library("complete");
-    auto *window = new qorvexgraph;
-    window->AttachHardware();
-    window->detachFromHardware();
-    delete window;
-    overwriteFreedMemory();
+    if (close)
+        window->close();
+    const std::unique_ptr<const OrvexWrapper> binding(Inspect::binding(*window));
     library.takeCalls();
+    destroy(window);
+    QCOMPARE(library->dataCallbackCount(1), 1);
+    library.deliver(1, plainReport, threads);
+    QCOMPARE(library->pnpCallbackCount(), 1);
     library->plug();
     QCoreApplication::processEvents();
-    QCOMPARE(library->pnpCallbackCount(), 1);
     QCOMPARE(library.takeCalls(), QStringList());
 }
 
 void WindowHazards::destructionWhileTheBoardsStream()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({1, 2});
+    const DriverLibrary library("complete", {1, 2});
     library->startFlood(4);
     for (int round = 0; round < 20; ++round) {
         auto *window = new qorvexgraph;
         window->AttachHardware();
         QCoreApplication::processEvents();
         if (round % 2)
-            window->detachFromHardware();
-        destroyAbandoned(window);
+            window->close();
+        // From here on no thread of the library can queue one more.
+        livewindows::remove(window);
+        freePackets(*window);
+        const std::unique_ptr<const OrvexWrapper> binding(Inspect::binding(*window));
+        delete window;
     }
     QVERIFY(library->stopFlood() > 0);
 }
 
 void WindowHazards::otherWindowsGoOn()
 {
-    const DriverLibrary library("complete");
-    library.setBoards({1});
-    auto *gone = new qorvexgraph;
+    auto gone = std::make_unique<qorvexgraph>();
+    AttachedWindow window;
     gone->AttachHardware();
-    qorvexgraph window;
-    window.AttachHardware();
-    gone->detachFromHardware();
-    delete gone;
-    library.deliver(1, plainReport, 1);
-    QCOMPARE(window.packetQueue.size(), std::size_t{1});
-    QTRY_COMPARE(window.packetQueue.size(), std::size_t{0});
-    window.detachFromHardware();
-}
-
-void WindowHazards::noticeQueuedBeforeAClose()
-{
-    const DriverLibrary library("complete");
-    library.setBoards({1});
-    qorvexgraph window;
-    window.AttachHardware();
-    library->plug();
-    window.detachFromHardware();
-    library.takeCalls();
-    QCoreApplication::processEvents();
-    QVERIFY(!window.hardware);
-    QVERIFY(window.paused);
-    QCOMPARE(library.takeCalls(), QStringList());
-    QCOMPARE(window.statusLabel->text(), QStringLiteral("<b>1 device found.</b> <i>Paused</i>"));
-
-    window.AttachHardware();
-    library->plug();
-    library.takeCalls();
-    QCoreApplication::processEvents();
-    QCOMPARE(library.takeCalls().first(), QStringLiteral("orvexAttach()"));
-    window.detachFromHardware();
+    gone->close();
+    gone.reset();
+    window.library.deliver(1, plainReport, 1);
+    QCOMPARE(Inspect::packetQueue(window).size(), std::size_t{1});
+    QTRY_COMPARE(Inspect::packetQueue(window).size(), std::size_t{0});
 }
 
 PADSCOPE_TESTS(WindowHazards);

@@ -1,82 +1,42 @@
-#include <QLabel>
 #include <QTimer>
 
-#include "qlineupdownedit.h"
-#include "qorvexgraph.h"
-#include "support/observedcalls.h"
-#include "support/tests.h"
+#include "mainwindow/testwindow.h"
 
-using Call = void (*)(qorvexgraph &);
+using Call = void (*)(TestWindow &);
 Q_DECLARE_METATYPE(Call)
 
-/// Boards that come and go, which a thread of the driver tells.
+/// Boards that come and go, of which a thread of the driver library notifies.
 class PlugAndPlayTests : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void noticeIsHandledOnTheGuiThread();
-    void noticeStillQueuedAtDetachIsDropped_data();
-    void noticeStillQueuedAtDetachIsDropped();
-    void noticeAfterADetachIsIgnored_data();
-    void noticeAfterADetachIsIgnored();
-    void noticeAfterAnAttachThatWasBrokenOffIsIgnored();
-    void noticeReachesTheOtherWindows();
-    void noticeAttachesAWindowThatNeverWas_data();
-    void noticeAttachesAWindowThatNeverWas();
-    void callOfTheSlotAlwaysAttaches_data();
-    void callOfTheSlotAlwaysAttaches();
+    void handledOnTheGuiThread();
+    void ignoredAfterADetach_data();
+    void ignoredAfterADetach();
+    void ignoredAfterAnAttachThatWasBrokenOff();
+    void reachesTheOtherWindows();
+    void attaches_data();
+    void attaches();
 };
 
-void PlugAndPlayTests::noticeIsHandledOnTheGuiThread()
+void PlugAndPlayTests::handledOnTheGuiThread()
 {
-    const DriverLibrary library("complete", {11});
-    qorvexgraph window;
-    window.AttachHardware();
-    library.takeCalls();
-
-    library.setBoards({11, 12});
-    library->plug();
+    AttachedWindow window({11});
+    window.library.setBoards({11, 12});
+    window.library->plug();
     // The driver's thread has come and gone, and nothing happened on it.
-    QCOMPARE(library.takeCalls(), QStringList());
-    QCOMPARE(window.deviceIds, QList<int>({11}));
-    QTRY_COMPARE(window.deviceIds, QList<int>({11, 12}));
-    QCOMPARE(window.statusLabel->text(), QStringLiteral("<b>2 devices found.</b>"));
+    QCOMPARE(window.library.takeCalls(), QStringList());
+    QCOMPARE(Inspect::deviceIds(window), QList<int>({11}));
+    QTRY_COMPARE(Inspect::deviceIds(window), QList<int>({11, 12}));
+    QCOMPARE(statusOf(window), QString("<b>2 devices found.</b>"));
 
-    library.setBoards({});
-    library->plug();
-    QTRY_COMPARE(window.statusLabel->text(), QStringLiteral("<i>No device found.</i>"));
-    window.close();
+    window.library.setBoards({});
+    window.library->plug();
+    QTRY_COMPARE(statusOf(window), QString("<i>No device found.</i>"));
 }
 
-void PlugAndPlayTests::noticeStillQueuedAtDetachIsDropped_data()
-{
-    QTest::addColumn<bool>("close");
-    addRow("closed", true);
-    addRow("hidden", false);
-}
-
-void PlugAndPlayTests::noticeStillQueuedAtDetachIsDropped()
-{
-    QFETCH(bool, close);
-    const DriverLibrary library("complete", {11});
-    qorvexgraph window;
-    window.show();
-    window.AttachHardware();
-    library->plug();
-    if (close)
-        window.close();
-    else
-        window.hide();
-    library.takeCalls();
-
-    QCoreApplication::processEvents();
-    QCOMPARE(library.takeCalls(), QStringList());
-    QVERIFY(!window.hardware);
-    QVERIFY(window.paused);
-}
-
-void PlugAndPlayTests::noticeAfterADetachIsIgnored_data()
+void PlugAndPlayTests::ignoredAfterADetach_data()
 {
     addColumns<bool, bool>("close", "ownThread");
     addRow("closed; on the caller's own thread", true, true);
@@ -85,138 +45,94 @@ void PlugAndPlayTests::noticeAfterADetachIsIgnored_data()
     addRow("hidden; on another thread", false, false);
 }
 
-void PlugAndPlayTests::noticeAfterADetachIsIgnored()
+void PlugAndPlayTests::ignoredAfterADetach()
 {
     QFETCH(bool, close);
     QFETCH(bool, ownThread);
-    // Keeps the library loaded, with the callbacks that it knows.
-    const DriverLibrary library("complete", {11});
-    qorvexgraph window;
+    AttachedWindow window({11});
     window.show();
-    window.AttachHardware();
+    // This one waits in the queue of events when the window detaches.
+    window.library->plug();
     if (close)
         window.close();
     else
         window.hide();
-    library.takeCalls();
-
-    for (int notices = 0; notices < 2; ++notices) {
-        if (ownThread)
-            qorvexgraph::pnp(&window);
-        else
-            library->plug();
+    window.library.takeCalls();
+    for (int notifications = 0; notifications < 2; ++notifications) {
         QTest::qWait(10); // longer than a repeated attach waits
+        QCOMPARE(window.library.takeCalls(), QStringList());
+        QVERIFY(Inspect::isDetached(window));
+        window.notify(ownThread);
     }
-    QCOMPARE(library.takeCalls(), QStringList());
-    QVERIFY(!window.hardware);
-    QVERIFY(window.paused);
-    QCOMPARE(window.statusLabel->text(), QStringLiteral("<b>1 device found.</b> <i>Paused</i>"));
+    QTest::qWait(10);
+    QCOMPARE(window.library.takeCalls(), QStringList());
+    QCOMPARE(statusOf(window), QString("<b>1 device found.</b> <i>Paused</i>"));
 
     window.AttachHardware();
-    library.setBoards({11, 12});
-    library->plug();
-    QTRY_COMPARE(window.deviceIds, QList<int>({11, 12}));
-    window.close();
+    window.library.setBoards({11, 12});
+    window.library->plug();
+    QTRY_COMPARE(Inspect::deviceIds(window), QList<int>({11, 12}));
 }
 
-void PlugAndPlayTests::noticeAfterAnAttachThatWasBrokenOffIsIgnored()
+void PlugAndPlayTests::ignoredAfterAnAttachThatWasBrokenOff()
 {
-    const DriverLibrary library("complete", {11});
-    qorvexgraph window;
+    TestWindow window;
     window.show();
-    {
-        const ObservedCalls observed(library, [&](const QString &call) {
-            if (call == QLatin1String("orvexAttach()"))
-                window.close();
-        });
-        window.AttachHardware();
-    }
-    QVERIFY(!window.hardware);
-    library.takeCalls();
+    const InsideCall closing(window.library, "orvexAttach()", [&] { window.close(); });
+    window.AttachHardware();
+    QVERIFY(Inspect::isDetached(window));
+    window.library.takeCalls();
     qorvexgraph::pnp(&window);
-    QCOMPARE(library.takeCalls(), QStringList());
-    QVERIFY(!window.hardware);
-    QVERIFY(window.paused);
+    QCOMPARE(window.library.takeCalls(), QStringList());
+    QVERIFY(Inspect::isDetached(window));
 }
 
-void PlugAndPlayTests::noticeReachesTheOtherWindows()
+void PlugAndPlayTests::reachesTheOtherWindows()
 {
-    const DriverLibrary library("complete", {11});
-    qorvexgraph closed;
+    TestWindow closed;
+    AttachedWindow attached({11});
     closed.AttachHardware();
-    qorvexgraph attached;
-    attached.AttachHardware();
     closed.close();
-    closed.detachFromHardware();
 
-    library.setBoards({11, 12});
-    library->plug();
-    QTRY_COMPARE(attached.deviceIds, QList<int>({11, 12}));
+    attached.library.setBoards({11, 12});
+    attached.library->plug();
+    QTRY_COMPARE(Inspect::deviceIds(attached), QList<int>({11, 12}));
     QCoreApplication::processEvents();
-    QVERIFY(!closed.hardware);
-    QVERIFY(closed.paused);
-    attached.detachFromHardware();
+    QVERIFY(Inspect::isDetached(closed));
 }
 
-void PlugAndPlayTests::noticeAttachesAWindowThatNeverWas_data()
+void PlugAndPlayTests::attaches_data()
 {
-    addColumns<bool, bool>("shown", "hidden");
-    addRow("never shown", false, false);
-    addRow("shown", true, false);
-    addRow("shown, then hidden", true, true);
-}
-
-void PlugAndPlayTests::noticeAttachesAWindowThatNeverWas()
-{
-    QFETCH(bool, shown);
-    QFETCH(bool, hidden);
-    const DriverLibrary library("complete", {11});
-    qorvexgraph window;
-    if (shown)
-        window.show();
-    if (hidden)
-        window.hide();
-
-    emit window.PnpHappened();
-    const QStringList calls = library.takeCalls();
-    QCOMPARE(calls.size(), 6);
-    QCOMPARE(calls.first(), QStringLiteral("orvexAttach()"));
-    QVERIFY(calls.at(1).startsWith("orvexSetPnpCallback("));
-    QVERIFY(calls.last().startsWith("orvexSetCallback(11, "));
-    QVERIFY(!window.paused);
-    window.detachFromHardware();
-}
-
-void PlugAndPlayTests::callOfTheSlotAlwaysAttaches_data()
-{
-    QTest::addColumn<Call>("call");
-    addRow("plain", Call([](qorvexgraph &window) { window.AttachHardware(); }));
-    addRow("queued", Call([](qorvexgraph &window) {
+    addColumns<QString, Call>("before", "call");
+    const auto notification = Call([](TestWindow &window) { emit window.PnpHappened(); });
+    addRow("notification; never shown", "", notification);
+    addRow("notification; shown", "show", notification);
+    addRow("notification; shown, then hidden", "show hide", notification);
+    // A call of the slot does, other than a notification, also after a detach.
+    const QString detached = "show attach hide";
+    addRow("plain call", detached, Call([](TestWindow &window) { window.AttachHardware(); }));
+    addRow("queued call", detached, Call([](TestWindow &window) {
                QMetaObject::invokeMethod(&window, "AttachHardware", Qt::QueuedConnection);
            }));
-    addRow("through a timer of the host",
-           Call([](qorvexgraph &window) { QTimer::singleShot(1, &window, SLOT(AttachHardware())); }));
-    addRow("through another signal of the window", Call([](qorvexgraph &window) {
+    addRow("through a timer of the host", detached,
+           Call([](TestWindow &window) { QTimer::singleShot(1, &window, SLOT(AttachHardware())); }));
+    addRow("through another signal of the window", detached, Call([](TestWindow &window) {
                connect(&window, SIGNAL(windowTitleChanged(QString)), &window, SLOT(AttachHardware()));
                window.setWindowTitle("title");
            }));
-    addRow("a typed command", Call([](qorvexgraph &window) {
-               window.commandLine->setText("A");
-               QTest::keyClick(window.commandLine, Qt::Key_Return);
-           }));
 }
 
-void PlugAndPlayTests::callOfTheSlotAlwaysAttaches()
+void PlugAndPlayTests::attaches()
 {
+    QFETCH(QString, before);
     QFETCH(Call, call);
-    const DriverLibrary library("complete", {11});
-    qorvexgraph window;
-    window.AttachHardware();
-    window.detachFromHardware();
+    TestWindow window;
+    window.perform(before);
+    QVERIFY(Inspect::isDetached(window));
+    window.library.takeCalls();
     call(window);
-    QTRY_VERIFY(window.hardware);
-    QVERIFY(!window.paused);
-    window.detachFromHardware();
+    QTRY_VERIFY(Inspect::isAttached(window));
+    QCOMPARE(window.library.takeCalls().filter("orvexAttach()").size(), 1);
 }
 
 PADSCOPE_TESTS(PlugAndPlayTests);

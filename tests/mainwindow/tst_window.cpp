@@ -1,19 +1,18 @@
-#include <QLabel>
+#include <QDir>
 #include <QMetaMethod>
-#include <QTabWidget>
 #include <QVBoxLayout>
 
-#include "monitor.h"
-#include "qlineupdownedit.h"
-#include "support/driverlibrary.h"
-#include "support/recordingview.h"
-#include "support/tests.h"
+#include "mainwindow/testwindow.h"
+#include "support/markingtranslator.h"
 
 namespace {
 
-class DefaultView : public qorvexwidget
+struct View : qorvexwidget
 {
-public:
+    using qorvexwidget::graph;
+    using qorvexwidget::qorvexwidget;
+    using qorvexwidget::settings;
+
     void Display(_DataPacket *) override {}
 };
 
@@ -38,87 +37,64 @@ class WindowTests : public QObject
 
 private slots:
     void startsDetached();
-    void constructionMakesNoDriverCall();
     void arrangesStatusTabsAndCommandLine();
-    void monitorHasATab();
+    void textsThatAreTranslated();
     void commandLineHasFocus();
-    void commandLineStartsWithoutHistory();
-    void settingsAreTheToolsOwn();
     void declaresSignalsAndSlotsInOrder();
-    void connectsTheNoticeOfBoardsOnce();
     void viewKnowsItsWindow();
-    void viewWithoutWindowKnowsNothing();
 };
 
 void WindowTests::startsDetached()
 {
-    const qorvexgraph window;
-    QVERIFY(window.paused);
-    QVERIFY(!window.hardware);
-    QVERIFY(window.deviceIds.isEmpty());
-    QVERIFY(window.packetQueue.empty());
-    QCOMPARE(window.displayThreshold, 50);
-    QCOMPARE(window.statusLabel->text(), QStringLiteral("Devices found"));
-}
-
-void WindowTests::constructionMakesNoDriverCall()
-{
     const DriverLibrary library("complete", {1});
-    {
-        const qorvexgraph window;
-    }
+    qorvexgraph window;
     QCOMPARE(library.takeCalls(), QStringList());
+    QVERIFY(Inspect::isDetached(window));
+    QCOMPARE(Inspect::deviceIds(window), QList<int>());
+    QVERIFY(Inspect::packetQueue(window).empty());
+    QCOMPARE(Inspect::displayThreshold(window), 50);
+    QCOMPARE(statusOf(window), QString("Devices found"));
+    QCOMPARE(window.settingsStore()->fileName(), QDir::homePath() + "/config/Corvane/qorvexgraph.conf");
 }
 
 void WindowTests::arrangesStatusTabsAndCommandLine()
 {
-    qorvexgraph window;
+    TestWindow window;
     auto *layout = qobject_cast<QVBoxLayout *>(window.layout());
     QVERIFY(layout);
     QCOMPARE(layout->count(), 4);
     auto *top = qobject_cast<QHBoxLayout *>(layout->itemAt(0)->layout());
     QVERIFY(top);
     QCOMPARE(top->count(), 0);
-    QCOMPARE(layout->itemAt(1)->widget(), window.statusLabel);
+    QCOMPARE(layout->itemAt(1)->widget(), statusLabelOf(window));
     QCOMPARE(layout->itemAt(2)->widget(), window.tabs);
     QCOMPARE(layout->itemAt(3)->widget(), window.commandLine);
     QCOMPARE(window.tabs->minimumSize(), QSize(300, 200));
     QVERIFY(!window.parent());
+
+    QCOMPARE(window.tabs->count(), 2);
+    QCOMPARE(window.tabs->indexOf(window.monitorView), 1);
+    QCOMPARE(window.tabs->tabText(0), QString("Bar Graph"));
+    QCOMPARE(window.tabs->tabText(1), QString("Monitor"));
 }
 
-void WindowTests::monitorHasATab()
+void WindowTests::textsThatAreTranslated()
 {
-    qorvexgraph window;
-    const int index = window.tabs->indexOf(window.monitorView);
-    QCOMPARE(index, window.tabs->count() - 1);
-    QCOMPARE(window.tabs->tabText(index), QStringLiteral("Monitor"));
+    const MarkingTranslator translator;
+    const TestWindow window;
+    QCOMPARE(window.tabs->tabText(0), QString("{qorvexgraph: Bar Graph}"));
+    QCOMPARE(window.tabs->tabText(1), QString("{qorvexgraph: Monitor}"));
+    // Not this one.
+    QCOMPARE(statusOf(window), QString("Devices found"));
 }
 
 void WindowTests::commandLineHasFocus()
 {
-    qorvexgraph window;
+    TestWindow window;
     QCOMPARE(window.focusWidget(), window.commandLine);
     window.show();
     QVERIFY(QTest::qWaitForWindowActive(&window));
     QVERIFY(window.commandLine->hasFocus());
-}
-
-void WindowTests::commandLineStartsWithoutHistory()
-{
-    const qorvexgraph window;
-    QVERIFY(window.commandLine->history.isEmpty());
-    QCOMPARE(window.commandLine->historyIndex, 0);
-    QCOMPARE(window.commandLine->text(), QString());
-}
-
-void WindowTests::settingsAreTheToolsOwn()
-{
-    const qorvexgraph window;
-    QCOMPARE(window.settings.organizationName(), QStringLiteral("Corvane"));
-    QCOMPARE(window.settings.applicationName(), QStringLiteral("qorvexgraph"));
-    QCOMPARE(window.settings.scope(), QSettings::UserScope);
-    QCOMPARE(window.settings.format(), QSettings::NativeFormat);
-    QCOMPARE(window.settings.fileName(), QDir::homePath() + "/config/Corvane/qorvexgraph.conf");
 }
 
 void WindowTests::declaresSignalsAndSlotsInOrder()
@@ -132,30 +108,17 @@ void WindowTests::declaresSignalsAndSlotsInOrder()
     QCOMPARE(ownMethods(QLineUpDownEdit::staticMetaObject), QStringList());
 }
 
-void WindowTests::connectsTheNoticeOfBoardsOnce()
-{
-    const qorvexgraph window;
-    QCOMPARE(window.receivers(SIGNAL(PnpHappened())), 1);
-    QCOMPARE(window.receivers(SIGNAL(DataReceived())), 0);
-    QCOMPARE(window.commandLine->receivers(SIGNAL(returnPressed())), 1);
-}
-
 void WindowTests::viewKnowsItsWindow()
 {
     qorvexgraph window;
-    const RecordingView view(&window);
+    const View view(&window);
     QCOMPARE(view.graph, &window);
-    QCOMPARE(view.settings, &window.settings);
+    QCOMPARE(view.settings, window.settingsStore());
     QVERIFY(!view.parent());
-    QCOMPARE(window.monitorView->graph, &window);
-    QCOMPARE(window.monitorView->settings, &window.settings);
-}
 
-void WindowTests::viewWithoutWindowKnowsNothing()
-{
-    const DefaultView view;
-    QVERIFY(!view.graph);
-    QVERIFY(!view.settings);
+    const View withoutWindow;
+    QVERIFY(!withoutWindow.graph);
+    QVERIFY(!withoutWindow.settings);
 }
 
 PADSCOPE_TESTS(WindowTests);

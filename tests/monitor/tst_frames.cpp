@@ -1,37 +1,10 @@
 #include <QBackingStore>
 #include <QHeaderView>
 #include <QImage>
+#include <QPointer>
 #include <QScrollBar>
-#include <QTabWidget>
-#include <QTest>
-#include <QTreeView>
 
-#include "framepacer.h"
-#include "monitor/monitorview.h"
-#include "qlineupdownedit.h"
-#include "support/tests.h"
-
-/// Rows that come in quick succession are painted together; the first after a rest is painted at once.
-class Frames : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void rowAfterARestIsPaintedAtOnce();
-    void rowsOfAFrameArePaintedTogether();
-    void nothingIsPaintedWithinAFrame();
-    void pictureShowsWhatIsHeldBack();
-    void viewFollowsWhileHeldBack();
-    void eventLoopWithinAChange_data();
-    void eventLoopWithinAChange();
-    void eventLoopWithinAChangeIsPainted();
-    void hostThatStopsUpdatesIsHeard();
-    void hostThatStopsUpdatesWithinAChange_data();
-    void hostThatStopsUpdatesWithinAChange();
-    void widgetMadeWithinAChangeIsPainted();
-    void scrollBarIsThatOfAPlainView_data();
-    void scrollBarIsThatOfAPlainView();
-};
+#include "monitor/monitortest.h"
 
 namespace {
 
@@ -47,97 +20,145 @@ public:
     int count = 0;
 };
 
-/// The tab, shown and at rest.
-class ShownMonitor : public MonitorView
+void processEvents()
 {
-public:
-    explicit ShownMonitor(const QSize &size = {480, 360})
-    {
-        window.tabs->setCurrentWidget(view);
-        window.commandLine->setEnabled(false); // no cursor that blinks
-        window.resize(size);
-        window.show();
-        if (!QTest::qWaitForWindowExposed(&window))
-            qFatal("the window is not shown");
-        // Rows that fill the view, so that a row more is a change in its scroll bar.
-        for (int row = 0; row < 60; ++row)
-            add(QString::number(row));
-        settle();
-    }
-
-    void add(const QString &text) { view->AddData(text, QString()); }
-    void rest() { view->pacer->sinceFrame.invalidate(); }
-    bool isHeldBack() const { return view->pacer->frameEnd.isActive(); }
-    void settle()
-    {
-        if (!QTest::qWaitFor([this] { return !isHeldBack(); }))
-            qFatal("the frame does not end");
-        for (int i = 0; i < 3; ++i)
-            QCoreApplication::processEvents();
-    }
-    QTreeView *rows() const { return view->treeView; }
-    QLabel *lastRow() const { return view->lastRowLabel; }
-    /// What all paints so far have left.
-    QImage onScreen() const
-    {
-        const auto *store = dynamic_cast<const QImage *>(window.backingStore()->paintDevice());
-        if (!store)
-            qFatal("the platform does not paint into an image");
-        return store->copy({{0, 0}, window.size()}).convertToFormat(QImage::Format_RGB32);
-    }
-};
+    for (int i = 0; i < 3; ++i)
+        QCoreApplication::processEvents();
+}
 
 } // namespace
 
+/// Rows that come in quick succession are painted together; the first after a rest is painted at once.
+class Frames : public MonitorTest
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void rowAfterARestIsPaintedAtOnce();
+    void rowsOfAFrameArePaintedTogether();
+    void nothingIsPaintedWithinAFrame_data();
+    void nothingIsPaintedWithinAFrame();
+    void pictureShowsWhatIsHeldBack();
+    void viewFollowsWhileHeldBack();
+    void eventLoopWithinAChange_data();
+    void eventLoopWithinAChange();
+    void eventLoopWithinAChangeIsPainted();
+    void hostThatStopsUpdatesIsHeard();
+    void hostThatStopsUpdatesWithinAChange_data();
+    void hostThatStopsUpdatesWithinAChange();
+    void widgetMadeWithinAChangeIsPainted();
+
+private:
+    bool isHeldBack() const { return Inspect::isHeldBack(Inspect::pacer(*view)); }
+    void beginFrame() { Inspect::sinceFrame(Inspect::pacer(*view)).start(); }
+    void addAfterARest(const QString &text);
+    void addWithinAFrame(const QString &text);
+    void settle();
+    QImage painted() const;
+    QImage onScreen() const;
+
+    QScrollBar *bar = nullptr;
+};
+
+/// A tab at rest, with rows that fill the view, so that a row more is a change in its scroll bar.
+void Frames::init()
+{
+    MonitorTest::init();
+    QVERIFY(show());
+    bar = tree->verticalScrollBar();
+    for (int row = 0; row < 60; ++row)
+        add(QString::number(row));
+    settle();
+}
+
+void Frames::addAfterARest(const QString &text)
+{
+    Inspect::sinceFrame(Inspect::pacer(*view)).invalidate();
+    add(text);
+}
+
+void Frames::addWithinAFrame(const QString &text)
+{
+    beginFrame();
+    add(text);
+    QVERIFY(isHeldBack());
+}
+
+void Frames::settle()
+{
+    QTRY_VERIFY(!isHeldBack());
+    processEvents();
+}
+
+/// The tab, painted anew.
+QImage Frames::painted() const
+{
+    return view->grab().toImage().convertToFormat(QImage::Format_RGB32);
+}
+
+/// What all paints so far have left.
+QImage Frames::onScreen() const
+{
+    const auto *store = dynamic_cast<const QImage *>(view->backingStore()->paintDevice());
+    if (!store)
+        qFatal("the platform does not paint into an image");
+    return store->copy({{0, 0}, view->size()}).convertToFormat(QImage::Format_RGB32);
+}
+
 void Frames::rowAfterARestIsPaintedAtOnce()
 {
-    ShownMonitor shown;
-    PaintCount rows(shown.rows()->viewport());
-    PaintCount label(shown.lastRow());
-    shown.rest();
-    shown.add("one");
-    QVERIFY(!shown.isHeldBack());
-    for (int i = 0; i < 3; ++i)
-        QCoreApplication::processEvents();
-    QCOMPARE(rows.count, 1);
-    QCOMPARE(label.count, 1);
+    const PaintCount ofRows(tree->viewport());
+    const PaintCount ofLabel(lastRow);
+    addAfterARest("one");
+    QVERIFY(!isHeldBack());
+    processEvents();
+    QCOMPARE(ofRows.count, 1);
+    QCOMPARE(ofLabel.count, 1);
 }
 
 void Frames::rowsOfAFrameArePaintedTogether()
 {
-    ShownMonitor shown;
-    shown.rest();
-    shown.add("first of its frame");
-    shown.settle();
-    PaintCount rows(shown.rows()->viewport());
-    PaintCount label(shown.lastRow());
-    shown.view->pacer->sinceFrame.start();
+    const PaintCount ofRows(tree->viewport());
+    const PaintCount ofLabel(lastRow);
+    addWithinAFrame("first");
+    const qint64 start = Inspect::sinceFrame(Inspect::pacer(*view)).msecsSinceReference();
     for (int row = 0; row < 20; ++row)
-        shown.add(QString::number(row));
-    QVERIFY(shown.isHeldBack());
-    shown.settle();
-    QCOMPARE(rows.count, 1);
-    QCOMPARE(label.count, 1);
-    QCOMPARE(shown.label(), QString("19"));
+        add(QString::number(row));
+    settle();
+    QCOMPARE(ofRows.count, 1);
+    QCOMPARE(ofLabel.count, 1);
+    QCOMPARE(lastRow->text(), QString("19"));
+    // The next frame begins with this paint.
+    QVERIFY(Inspect::sinceFrame(Inspect::pacer(*view)).msecsSinceReference() > start);
+}
+
+void Frames::nothingIsPaintedWithinAFrame_data()
+{
+    QTest::addColumn<int>("height");
+    addRow("rows fill the view", 360);
+    addRow("all rows fit", 3200);
 }
 
 void Frames::nothingIsPaintedWithinAFrame()
 {
-    ShownMonitor shown;
-    const PaintCount rows(shown.rows()->viewport());
-    const PaintCount bar(shown.rows()->verticalScrollBar());
-    const PaintCount label(shown.lastRow());
+    QFETCH(int, height);
+    view->resize(480, height);
+    settle();
+    const PaintCount ofRows(tree->viewport());
+    const PaintCount ofBar(bar);
+    const PaintCount ofLabel(lastRow);
     int rounds = 0;
     for (int row = 60; row < 150; ++row) {
-        if (!shown.isHeldBack()) {
-            shown.settle();
-            shown.view->pacer->sinceFrame.start();
+        if (!isHeldBack()) {
+            settle();
+            beginFrame();
         }
-        shown.add(QString::number(row));
-        const int before = rows.count + bar.count + label.count;
+        add(QString::number(row));
+        const int before = ofRows.count + ofBar.count + ofLabel.count;
         QCoreApplication::processEvents();
-        if (shown.isHeldBack()) { // so that the frame has not ended meanwhile
-            QCOMPARE(rows.count + bar.count + label.count, before);
+        if (isHeldBack()) { // so that the frame has not ended meanwhile
+            QCOMPARE(ofRows.count + ofBar.count + ofLabel.count, before);
             ++rounds;
         }
     }
@@ -146,28 +167,21 @@ void Frames::nothingIsPaintedWithinAFrame()
 
 void Frames::pictureShowsWhatIsHeldBack()
 {
-    ShownMonitor shown;
-    shown.view->pacer->sinceFrame.start();
-    shown.add("held back");
-    QVERIFY(shown.isHeldBack());
-    const QImage held = shown.window.grab().toImage();
-    shown.settle();
-    QCOMPARE(shown.window.grab().toImage(), held);
-    shown.rest();
-    shown.add("another");
-    QVERIFY(shown.window.grab().toImage() != held);
+    addWithinAFrame("held back");
+    const QImage held = painted();
+    settle();
+    QCOMPARE(painted(), held);
+    addAfterARest("another");
+    QVERIFY(painted() != held);
 }
 
 void Frames::viewFollowsWhileHeldBack()
 {
-    ShownMonitor shown;
-    const QScrollBar *bar = shown.rows()->verticalScrollBar();
-    shown.view->pacer->sinceFrame.start();
+    beginFrame();
     for (int row = 60; row <= 65; ++row)
-        shown.add(QString::number(row));
-    QVERIFY(shown.isHeldBack());
-    const QRect newest = shown.rows()->visualRect(shown.view->model->index(65, 0));
-    QVERIFY(shown.rows()->viewport()->rect().contains(newest));
+        add(QString::number(row));
+    QVERIFY(isHeldBack());
+    QVERIFY(tree->viewport()->rect().contains(tree->visualRect(model->index(65, 0))));
     QCOMPARE(bar->value(), bar->maximum());
 }
 
@@ -181,138 +195,85 @@ void Frames::eventLoopWithinAChange_data()
 void Frames::eventLoopWithinAChange()
 {
     QFETCH(bool, withinALayout);
-    ShownMonitor shown;
     const auto threeFrames = [] { QTest::qWait(50); };
     const QMetaObject::Connection dialog =
-        withinALayout ? connect(shown.rows()->verticalScrollBar(), &QScrollBar::rangeChanged, threeFrames)
-                      : connect(shown.view->model, &QStandardItemModel::rowsInserted, threeFrames);
-    shown.view->pacer->sinceFrame.start();
-    shown.add("shown behind the dialog");
+        withinALayout ? connect(bar, &QScrollBar::rangeChanged, threeFrames)
+                      : connect(model, &QStandardItemModel::rowsInserted, threeFrames);
+    beginFrame();
+    add("shown behind the dialog");
     disconnect(dialog);
-    shown.settle();
-    QCOMPARE(shown.onScreen(), shown.window.grab().toImage().convertToFormat(QImage::Format_RGB32));
+    settle();
+    QCOMPARE(onScreen(), painted());
 }
 
 void Frames::eventLoopWithinAChangeIsPainted()
 {
-    ShownMonitor shown;
-    PaintCount rows(shown.rows()->viewport());
+    const PaintCount ofRows(tree->viewport());
     bool isPainted = false;
-    const QMetaObject::Connection dialog =
-        connect(shown.rows()->verticalScrollBar(), &QScrollBar::rangeChanged,
-                [&] { isPainted = QTest::qWaitFor([&rows] { return rows.count > 0; }); });
-    shown.view->pacer->sinceFrame.start();
-    shown.add("painted while the dialog is open");
+    const QMetaObject::Connection dialog = connect(bar, &QScrollBar::rangeChanged, [&] {
+        isPainted = QTest::qWaitFor([&ofRows] { return ofRows.count > 0; });
+    });
+    beginFrame();
+    add("painted while the dialog is open");
     QTRY_VERIFY(isPainted);
     disconnect(dialog);
 }
 
 void Frames::hostThatStopsUpdatesWithinAChange_data()
 {
-    QTest::addColumn<bool>("ofTheWindow");
+    QTest::addColumn<bool>("ofTheTab");
     addRow("of the rows", false);
-    addRow("of the window", true);
+    addRow("of the tab", true);
 }
 
 void Frames::hostThatStopsUpdatesWithinAChange()
 {
-    QFETCH(bool, ofTheWindow);
-    ShownMonitor shown;
-    QWidget *stopped = ofTheWindow ? &shown.window : shown.rows()->viewport();
+    QFETCH(bool, ofTheTab);
+    QWidget *stopped = ofTheTab ? view : tree->viewport();
     bool isStopped = false;
-    const QMetaObject::Connection host =
-        connect(shown.rows()->verticalScrollBar(), &QScrollBar::rangeChanged, [stopped, &isStopped] {
-            stopped->setUpdatesEnabled(false);
-            isStopped = true;
-        });
-    shown.view->pacer->sinceFrame.start();
-    shown.add("held back");
+    const QMetaObject::Connection host = connect(bar, &QScrollBar::rangeChanged, [stopped, &isStopped] {
+        stopped->setUpdatesEnabled(false);
+        isStopped = true;
+    });
+    addWithinAFrame("held back");
     QTRY_VERIFY(isStopped);
     disconnect(host);
-    shown.settle();
-    QVERIFY(!shown.rows()->viewport()->updatesEnabled());
+    settle();
+    QVERIFY(!tree->viewport()->updatesEnabled());
     stopped->setUpdatesEnabled(true);
-    QVERIFY(shown.rows()->viewport()->updatesEnabled());
-    QVERIFY(shown.rows()->header()->viewport()->updatesEnabled());
-    QVERIFY(shown.lastRow()->updatesEnabled());
+    QVERIFY(tree->viewport()->updatesEnabled());
+    QVERIFY(tree->header()->viewport()->updatesEnabled());
+    QVERIFY(lastRow->updatesEnabled());
 }
 
 void Frames::widgetMadeWithinAChangeIsPainted()
 {
-    ShownMonitor shown;
     QPointer<QLabel> note;
-    connect(shown.rows()->verticalScrollBar(), &QScrollBar::rangeChanged, [&shown, &note] {
+    connect(bar, &QScrollBar::rangeChanged, [this, &note] {
         if (note)
             return;
-        note = new QLabel("a note of the host's", shown.rows()->viewport());
+        note = new QLabel("a note of the host's", tree->viewport());
         note->show();
     });
-    shown.view->pacer->sinceFrame.start();
-    shown.add("held back");
+    addWithinAFrame("held back");
     QTRY_VERIFY(note);
-    shown.settle();
+    settle();
     QVERIFY(note->updatesEnabled());
-    QCOMPARE(shown.onScreen(), shown.window.grab().toImage().convertToFormat(QImage::Format_RGB32));
+    QCOMPARE(onScreen(), painted());
 }
 
 void Frames::hostThatStopsUpdatesIsHeard()
 {
-    ShownMonitor shown;
-    PaintCount rows(shown.rows()->viewport());
-    shown.view->pacer->sinceFrame.start();
-    shown.add("held back");
+    const PaintCount ofRows(tree->viewport());
+    addWithinAFrame("held back");
     QCoreApplication::processEvents();
-    shown.window.setUpdatesEnabled(false);
-    QVERIFY(QTest::qWaitFor([&shown] { return !shown.isHeldBack(); }));
-    for (int i = 0; i < 3; ++i)
-        QCoreApplication::processEvents();
-    QCOMPARE(rows.count, 0);
-    shown.window.setUpdatesEnabled(true);
-    QTRY_VERIFY(rows.count > 0);
-    shown.settle();
-    QCOMPARE(shown.onScreen(), shown.window.grab().toImage().convertToFormat(QImage::Format_RGB32));
-}
-
-void Frames::scrollBarIsThatOfAPlainView_data()
-{
-    addColumns<QSize, int>("size", "mode");
-    addRow("few rows in sight", QSize(480, 300), int(QTreeView::ScrollPerItem));
-    addRow("many", QSize(480, 900), int(QTreeView::ScrollPerItem));
-    addRow("narrow", QSize(310, 360), int(QTreeView::ScrollPerItem));
-    addRow("all rows fit", QSize(480, 3200), int(QTreeView::ScrollPerItem));
-    addRow("by pixels, as a style may ask for", QSize(480, 360), int(QTreeView::ScrollPerPixel));
-}
-
-void Frames::scrollBarIsThatOfAPlainView()
-{
-    QFETCH(QSize, size);
-    QFETCH(int, mode);
-    ShownMonitor shown(size);
-    shown.rows()->setVerticalScrollMode(QTreeView::ScrollMode(mode));
-    QTreeView plain(shown.view);
-    plain.setVerticalScrollMode(QTreeView::ScrollMode(mode));
-    plain.setRootIsDecorated(false);
-    plain.setUniformRowHeights(true);
-    plain.setFont(shown.rows()->font());
-    plain.setModel(shown.view->model);
-    plain.setGeometry(shown.rows()->geometry());
-    plain.header()->resizeSection(0, shown.rows()->columnWidth(0));
-    plain.show();
-    for (int row = 60; row < 240; ++row) {
-        shown.add(QString::number(row));
-        plain.header()->resizeSection(0, shown.rows()->columnWidth(0));
-        plain.doItemsLayout();
-        if (row % 4 == 0) {
-            shown.settle();
-            const QScrollBar *bar = shown.rows()->verticalScrollBar();
-            const QScrollBar *expected = plain.verticalScrollBar();
-            QCOMPARE(bar->maximum(), expected->maximum());
-            QCOMPARE(bar->pageStep(), expected->pageStep());
-            QCOMPARE(bar->isVisible(), expected->isVisible());
-            QCOMPARE(shown.rows()->horizontalScrollBar()->maximum(), plain.horizontalScrollBar()->maximum());
-            QCOMPARE(shown.rows()->viewport()->size(), plain.viewport()->size());
-        }
-    }
+    view->setUpdatesEnabled(false);
+    settle();
+    QCOMPARE(ofRows.count, 0);
+    view->setUpdatesEnabled(true);
+    QTRY_VERIFY(ofRows.count > 0);
+    settle();
+    QCOMPARE(onScreen(), painted());
 }
 
 PADSCOPE_TESTS(Frames);

@@ -1,14 +1,13 @@
 #include <memory>
-
-#include <QDate>
 #include <QDir>
+#include <QProcess>
 #include <QTemporaryDir>
-#include <QTest>
 
-#include "monitor/monitorview.h"
-#include "support/tests.h"
+#include "monitor/monitortest.h"
 
 namespace {
+
+QDateTime now;
 
 int messageCount = 0;
 
@@ -17,85 +16,59 @@ void countMessage(QtMsgType, const QMessageLogContext &, const QString &)
     ++messageCount;
 }
 
-/// The name that the pattern "ddd-MMM-d-yy.log" gives a day in English.
-QString logName(const QDate &day)
-{
-    const char *const days[] = {"Mon", "Tue", "Wed", "Thu", "Fri", "Sat", "Sun"};
-    const char *const months[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
-                                  "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
-    return QString("%1-%2-%3-%4.log")
-        .arg(days[day.dayOfWeek() - 1])
-        .arg(months[day.month() - 1])
-        .arg(day.day())
-        .arg(day.year() % 100, 2, 10, QChar('0'));
-}
-
 } // namespace
 
-/// What goes to the log files. Each test has a home folder of its own.
-class Log : public QObject
+/// Takes the place of Qt's own for the objects that are linked into the program.
+QDateTime QDateTime::currentDateTime()
+{
+    return now;
+}
+
+/// What goes to the log files. Each test has a home folder of its own, on Sunday, 15 November 2026.
+class Log : public MonitorTest
 {
     Q_OBJECT
 
 private slots:
     void init();
-    void cleanup();
-    void folderAndName();
     void contents_data();
     void contents();
     void rowsAreAppended();
-    void decodedRowsAreLogged();
-    void textLineIsLogged();
-    void loggingIsOffAtFirst();
     void loggingHoldsFromTheNextRow();
-    void everyRowIsLoggedPastTheCut();
+    void fileOfTheDay_data();
+    void fileOfTheDay();
+    void namesOfTheSystemLocale();
+    void rowAfterMidnightGoesToTheNextDay();
     void missingHomeIsCreated();
-    void folderBlockedByAFile();
-    void fileBlockedByAFolder();
+    void blockedLogLosesTheRowAlone_data();
+    void blockedLogLosesTheRowAlone();
     void folderRemovedBetweenRows();
 
 private:
-    QString folder() const { return home->path() + "/qorvexgraph logs"; }
-    QStringList entries() const;
-    QByteArray logged() const;
+    QStringList files() const
+    {
+        return folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    }
+    QByteArray logged(const QString &name = "Sun-Nov-15-26.log") const;
 
     std::unique_ptr<QTemporaryDir> home;
-    QDate today;
+    QDir folder;
 };
 
 void Log::init()
 {
     home = std::make_unique<QTemporaryDir>();
+    folder = QDir(home->filePath("qorvexgraph logs"));
     qputenv("HOME", QFile::encodeName(home->path()));
-    // A test takes far less than a minute.
-    if (QTime::currentTime() > QTime(23, 59))
-        QTest::qWait(61000);
-    today = QDate::currentDate();
+    now = QDateTime(QDate(2026, 11, 15), noon);
+    MonitorTest::init();
+    view->LogToFile(true);
 }
 
-void Log::cleanup()
+QByteArray Log::logged(const QString &name) const
 {
-    home.reset();
-}
-
-QStringList Log::entries() const
-{
-    return QDir(folder()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
-}
-
-QByteArray Log::logged() const
-{
-    QFile file(folder() + "/" + logName(today));
+    QFile file(folder.filePath(name));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<no file>");
-}
-
-void Log::folderAndName()
-{
-    MonitorView monitorView;
-    monitorView.view->LogToFile(true);
-    QVERIFY(!QFileInfo::exists(folder()));
-    monitorView.view->AddData("A", "B");
-    QCOMPARE(entries(), QStringList{logName(today)});
 }
 
 void Log::contents_data()
@@ -118,140 +91,123 @@ void Log::contents()
 {
     QFETCH(QString, first);
     QFETCH(QString, second);
-    MonitorView monitorView;
-    monitorView.view->LogToFile(true);
-    monitorView.view->AddData(first, second);
+    QVERIFY(!folder.exists());
+    view->AddData(first, second);
     QTEST(logged(), "bytes");
+    QCOMPARE(files(), QStringList{"Sun-Nov-15-26.log"});
 }
 
 void Log::rowsAreAppended()
 {
-    QVERIFY(QDir().mkpath(folder()));
-    QFile file(folder() + "/" + logName(today));
+    QVERIFY(folder.mkpath("."));
+    QFile file(folder.filePath("Sun-Nov-15-26.log"));
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.write("there before\n");
     file.close();
-    MonitorView monitorView;
-    monitorView.view->LogToFile(true);
-    monitorView.view->AddData("A", QString());
+    add("A");
     QCOMPARE(logged(), QByteArray("there before\nA\n"));
-    monitorView.view->AddData("B", "C");
+    view->AddData("B", "C");
     QCOMPARE(logged(), QByteArray("there before\nA\nB\nC\n"));
-}
-
-void Log::decodedRowsAreLogged()
-{
-    MonitorView monitorView;
-    monitorView.view->LogToFile(true);
-    monitorView.send(hex("28 68 00 01"));
-    monitorView.send(hex("00 21 41"));
-    QCOMPARE(logged(), QByteArray("X Rs 0:     1  60:     0  120:     0 X Full 0:     0  60:     0  "
-                                  "120:     0  Y Rs 0:     0  60:     0  120:     0 Y Full 0:     0  "
-                                  "60:     0  120:     0  \n"
-                                  "X Rs Num:   0  Y Rs Num:   0   X Fn Num   0 Y Fn Num   0   "
-                                  "X Q:     0 Y Q:     0   DC Offsets: 0:     0  60:     0  120     0\n"
-                                  ".!A\n00 21 41 \n"));
-}
-
-void Log::textLineIsLogged()
-{
-    MonitorView monitorView;
-    monitorView.view->LogToFile(true);
-    monitorView.send(hex("02 32"), QTime(12, 0));
-    monitorView.send(hex("00 32 41 42 0d 0a 43"), QTime(12, 1));
-    QCOMPARE(logged(), QByteArray("AB..\n"));
-    monitorView.view->OnTimerAddRest();
-    QCOMPARE(logged(), QByteArray("AB..\nC\n"));
-}
-
-void Log::loggingIsOffAtFirst()
-{
-    MonitorView monitorView;
-    monitorView.view->AddData("A", "B");
-    QVERIFY(!QFileInfo::exists(folder()));
 }
 
 void Log::loggingHoldsFromTheNextRow()
 {
-    MonitorView monitorView;
-    monitorView.view->AddData("before", QString());
-    monitorView.view->LogToFile(true);
-    QVERIFY(!QFileInfo::exists(folder()));
-    monitorView.view->AddData("while", QString());
-    monitorView.view->LogToFile(false);
-    monitorView.view->AddData("after", QString());
+    view->LogToFile(false);
+    add("before");
+    view->LogToFile(true);
+    QVERIFY(!folder.exists());
+    add("while");
+    view->LogToFile(false);
+    add("after");
     QCOMPARE(logged(), QByteArray("while\n"));
-    QCOMPARE(monitorView.rows(), (QStringList{"before", "while", "after"}));
+    QCOMPARE(rows(), (QStringList{"before", "while", "after"}));
 }
 
-void Log::everyRowIsLoggedPastTheCut()
+void Log::fileOfTheDay_data()
 {
-    MonitorView monitorView;
-    monitorView.view->LogToFile(true);
-    for (int row = 0; row < 153; ++row)
-        monitorView.view->AddData("r", QString());
-    QCOMPARE(monitorView.rows().size(), 2);
-    QCOMPARE(logged(), QByteArray("r\n").repeated(153));
+    addColumns<QDate, QString>("day", "file");
+    addRow("a Sunday in November", QDate(2026, 11, 15), "Sun-Nov-15-26.log");
+    addRow("day of one digit", QDate(2026, 3, 5), "Thu-Mar-5-26.log");
+    addRow("year of one digit", QDate(2008, 2, 29), "Fri-Feb-29-08.log");
+}
+
+void Log::fileOfTheDay()
+{
+    QFETCH(QDate, day);
+    now.setDate(day);
+    add("A");
+    QTEST(files().join(' '), "file");
+}
+
+// Read when a process begins, so in one of its own.
+void Log::namesOfTheSystemLocale()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("LC_ALL", "es_ES.UTF-8");
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.start(LOGROW_PROGRAM, QStringList());
+    QVERIFY2(process.waitForFinished(60000), qPrintable(process.errorString()));
+    QCOMPARE(process.exitCode(), 0);
+    QCOMPARE(files(), QStringList{"dom-nov-15-26.log"});
+}
+
+void Log::rowAfterMidnightGoesToTheNextDay()
+{
+    now = QDateTime(QDate(2026, 12, 31), QTime(23, 59, 59, 900));
+    add("old year");
+    now = QDateTime(QDate(2027, 1, 1), QTime(0, 0, 0, 100));
+    add("new year");
+    QCOMPARE(files(), (QStringList{"Fri-Jan-1-27.log", "Thu-Dec-31-26.log"}));
+    QCOMPARE(logged("Thu-Dec-31-26.log"), QByteArray("old year\n"));
+    QCOMPARE(logged("Fri-Jan-1-27.log"), QByteArray("new year\n"));
 }
 
 void Log::missingHomeIsCreated()
 {
-    const QString deepHome = home->path() + "/not/yet/there";
+    const QString deepHome = home->filePath("not/yet/there");
     qputenv("HOME", QFile::encodeName(deepHome));
-    MonitorView monitorView;
-    monitorView.view->LogToFile(true);
-    monitorView.view->AddData("A", QString());
-    QVERIFY(QFileInfo::exists(deepHome + "/qorvexgraph logs/" + logName(today)));
+    add("A");
+    QVERIFY(QFileInfo::exists(deepHome + "/qorvexgraph logs/Sun-Nov-15-26.log"));
 }
 
-void Log::folderBlockedByAFile()
+void Log::blockedLogLosesTheRowAlone_data()
 {
-    QFile blocker(folder());
-    QVERIFY(blocker.open(QIODevice::WriteOnly));
-    blocker.write("in the way");
-    blocker.close();
-    MonitorView monitorView;
-    monitorView.view->LogToFile(true);
+    QTest::addColumn<bool>("isFile");
+    addRow("by a file in the folder's place", true);
+    addRow("by a folder in the file's place", false);
+}
+
+void Log::blockedLogLosesTheRowAlone()
+{
+    QFETCH(bool, isFile);
+    QFile blocker(folder.path());
+    if (isFile)
+        QVERIFY(blocker.open(QIODevice::WriteOnly) && blocker.write("in the way") > 0 && blocker.flush());
+    else
+        QVERIFY(folder.mkpath("Sun-Nov-15-26.log"));
     messageCount = 0;
     const QtMessageHandler handler = qInstallMessageHandler(countMessage);
-    monitorView.view->AddData("lost", "too");
+    view->AddData("lost", "too");
     qInstallMessageHandler(handler);
     QCOMPARE(messageCount, 0);
-    QCOMPARE(monitorView.rows(), QStringList{"lost   too"});
-    QVERIFY(blocker.open(QIODevice::ReadOnly));
-    QCOMPARE(blocker.readAll(), QByteArray("in the way"));
+    QCOMPARE(rows(), QStringList{"lost   too"});
+    QVERIFY(Inspect::isLogging(*view));
 
     // The next row tries again.
-    QVERIFY(blocker.remove());
-    monitorView.view->AddData("kept", QString());
-    QCOMPARE(logged(), QByteArray("kept\n"));
-}
-
-void Log::fileBlockedByAFolder()
-{
-    QVERIFY(QDir().mkpath(folder() + "/" + logName(today)));
-    MonitorView monitorView;
-    monitorView.view->LogToFile(true);
-    messageCount = 0;
-    const QtMessageHandler handler = qInstallMessageHandler(countMessage);
-    monitorView.view->AddData("lost", QString());
-    qInstallMessageHandler(handler);
-    QCOMPARE(messageCount, 0);
-    QCOMPARE(monitorView.rows(), QStringList{"lost"});
-    QVERIFY(monitorView.view->logEnabled);
-
-    QVERIFY(QDir(folder()).rmdir(logName(today)));
-    monitorView.view->AddData("kept", QString());
+    if (isFile)
+        QVERIFY(blocker.size() == 10 && blocker.remove());
+    else
+        QVERIFY(folder.rmdir("Sun-Nov-15-26.log"));
+    add("kept");
     QCOMPARE(logged(), QByteArray("kept\n"));
 }
 
 void Log::folderRemovedBetweenRows()
 {
-    MonitorView monitorView;
-    monitorView.view->LogToFile(true);
-    monitorView.view->AddData("A", QString());
-    QVERIFY(QDir(folder()).removeRecursively());
-    monitorView.view->AddData("B", QString());
+    add("A");
+    QVERIFY(folder.removeRecursively());
+    add("B");
     QCOMPARE(logged(), QByteArray("B\n"));
 }
 

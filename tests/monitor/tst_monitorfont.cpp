@@ -1,95 +1,71 @@
 #include <QFontComboBox>
-#include <QTest>
-#include <QTreeView>
 
-#include "monitor/monitorview.h"
-#include "support/otherstore.h"
-#include "support/tests.h"
-
-namespace {
-
-QFontComboBox *fontBox(const MonitorView &monitorView)
-{
-    return monitorView.view->findChild<QFontComboBox *>();
-}
-
-QComboBox *sizeBox(const MonitorView &monitorView)
-{
-    const auto boxes = monitorView.view->findChildren<QComboBox *>();
-    for (QComboBox *box : boxes) {
-        if (!qobject_cast<QFontComboBox *>(box))
-            return box;
-    }
-    return nullptr;
-}
-
-} // namespace
+#include "monitor/monitortest.h"
 
 /// The rows' font: stored, chosen and saved.
-class MonitorFont : public QObject
+class MonitorFont : public MonitorTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
     void storedFamily();
-    void unknownFamily_data();
     void unknownFamily();
     void storedSize_data();
     void storedSize();
     void styleSheetIsSetOnce();
     void familyKeepsTheSize();
     void sizeKeepsTheFamily();
-    void sizeThatIsNoNumber_data();
     void sizeThatIsNoNumber();
-    void fontIsWrittenOnClose();
+    void firstPacketAppliesTheFont();
+    void fontIsSaved();
+
+private:
+    QFontComboBox *fontBox() const { return view->findChild<QFontComboBox *>(); }
+    QComboBox *sizeBox() const;
+    void verifyFont(const QString &family, int pointSize) const;
 };
 
-void MonitorFont::init()
+QComboBox *MonitorFont::sizeBox() const
 {
-    QSettings store("Corvane", "qorvexgraph");
-    store.clear();
-    store.sync();
+    auto boxes = view->findChildren<QComboBox *>();
+    boxes.removeOne(fontBox());
+    return boxes.constFirst();
+}
+
+void MonitorFont::verifyFont(const QString &family, int pointSize) const
+{
+    QCOMPARE(Inspect::font(*view).family(), family);
+    QCOMPARE(Inspect::font(*view).pointSize(), pointSize);
 }
 
 void MonitorFont::storedFamily()
 {
-    const QString family = [] {
-        const MonitorView monitorView;
-        return fontBox(monitorView)->itemText(fontBox(monitorView)->count() - 1);
-    }();
+    const QString family = fontBox()->itemText(fontBox()->count() - 1);
     QVERIFY2(!family.isEmpty() && family != QFont().family(), "no monospaced font to choose");
     otherStore().setValue("Monitor Font", family);
-    MonitorView monitorView;
-    QCOMPARE(fontBox(monitorView)->currentText(), family);
-    QCOMPARE(monitorView.view->monitorFont.family(), family);
-    QCOMPARE(monitorView.view->monitorFont.pointSize(), 10);
-    QVERIFY(monitorView.view->styleSheet().endsWith("font-family: \"" + family + "\";}"));
-}
-
-void MonitorFont::unknownFamily_data()
-{
-    QTest::addColumn<QString>("family");
-    addRow("no such family", "No Such Family");
-    addRow("a family in capitals", "DEJAVU SANS MONO");
+    build();
+    QCOMPARE(fontBox()->currentText(), family);
+    verifyFont(family, 10);
+    QVERIFY(view->styleSheet().endsWith("font-family: \"" + family + "\";}"));
 }
 
 void MonitorFont::unknownFamily()
 {
-    QFETCH(QString, family);
-    const QString shownByDefault = [] {
-        QFontComboBox box;
-        box.setFontFilters(QFontComboBox::MonospacedFonts);
-        box.setEditable(false);
-        return box.currentText();
-    }();
-    otherStore().setValue("Monitor Font", family);
-    MonitorView monitorView;
-    QCOMPARE(fontBox(monitorView)->currentText(), shownByDefault);
-    QCOMPARE(monitorView.view->monitorFont.family(), QFont().family());
-    QCOMPARE(monitorView.view->styleSheet(),
-             "QTreeView {color: white; background-color: black; font-size: 10px; font-family: \"" + family +
-                 "\";}");
+    QFontComboBox untouched;
+    untouched.setFontFilters(QFontComboBox::MonospacedFonts);
+    untouched.setEditable(false);
+    // The second is known, but not in capitals.
+    for (const char *family : {"No Such Family", "DEJAVU SANS MONO"}) {
+        otherStore().setValue("Monitor Font", family);
+        build();
+        QCOMPARE(fontBox()->currentText(), untouched.currentText());
+        QCOMPARE(Inspect::font(*view).family(), QFont().family());
+        QCOMPARE(
+            view->styleSheet(),
+            QString(
+                "QTreeView {color: white; background-color: black; font-size: 10px; font-family: \"%1\";}")
+                .arg(family));
+    }
 }
 
 void MonitorFont::storedSize_data()
@@ -110,86 +86,79 @@ void MonitorFont::storedSize()
     QFETCH(QVariant, stored);
     QFETCH(QString, pixels);
     otherStore().setValue("Monitor Font Size", stored);
-    MonitorView monitorView;
-    QTEST(sizeBox(monitorView)->currentIndex(), "index");
-    QTEST(monitorView.view->monitorFont.pointSize(), "pointSize");
-    QCOMPARE(monitorView.view->styleSheet(), "QTreeView {color: white; background-color: black; font-size: " +
-                                                 pixels + "; font-family: \"Courier\";}");
+    build();
+    QTEST(sizeBox()->currentIndex(), "index");
+    QTEST(Inspect::font(*view).pointSize(), "pointSize");
+    QCOMPARE(view->styleSheet(), "QTreeView {color: white; background-color: black; font-size: " + pixels +
+                                     "; font-family: \"Courier\";}");
 }
 
 void MonitorFont::styleSheetIsSetOnce()
 {
-    MonitorView monitorView;
-    const QString before = monitorView.view->styleSheet();
-    sizeBox(monitorView)->setCurrentIndex(0);
-    monitorView.view->OnChangedFont(QFont("Some Family", 33));
-    QCOMPARE(monitorView.view->styleSheet(), before);
+    const QString before = view->styleSheet();
+    sizeBox()->setCurrentIndex(0);
+    view->OnChangedFont(QFont("Some Family", 33));
+    QCOMPARE(view->styleSheet(), before);
 }
 
 void MonitorFont::familyKeepsTheSize()
 {
-    MonitorView monitorView;
-    sizeBox(monitorView)->setCurrentIndex(3);
+    sizeBox()->setCurrentIndex(3);
     QFont other("Some Family", 33);
     other.setItalic(true);
-    monitorView.view->OnChangedFont(other);
-    QCOMPARE(monitorView.view->monitorFont.family(), QString("Some Family"));
-    QCOMPARE(monitorView.view->monitorFont.pointSize(), 12);
-    QVERIFY(monitorView.view->monitorFont.italic());
-    QVERIFY(monitorView.view->treeView->font().italic());
+    view->OnChangedFont(other);
+    verifyFont("Some Family", 12);
+    QVERIFY(Inspect::font(*view).italic());
+    QVERIFY(tree->font().italic());
 
     // By the box.
-    QFontComboBox *box = fontBox(monitorView);
-    QVERIFY2(box->count() >= 2, "no second monospaced font to choose");
-    box->setCurrentIndex(box->currentIndex() == 0 ? 1 : 0);
-    QCOMPARE(monitorView.view->monitorFont.family(), box->currentText());
-    QCOMPARE(monitorView.view->monitorFont.pointSize(), 12);
+    QVERIFY2(fontBox()->count() >= 2, "no second monospaced font to choose");
+    fontBox()->setCurrentIndex(fontBox()->currentIndex() == 0 ? 1 : 0);
+    verifyFont(fontBox()->currentText(), 12);
 }
 
 void MonitorFont::sizeKeepsTheFamily()
 {
-    MonitorView monitorView;
-    monitorView.view->OnChangedFont(QFont("Some Family"));
-    sizeBox(monitorView)->setCurrentIndex(0);
-    QCOMPARE(monitorView.view->monitorFont.family(), QString("Some Family"));
-    QCOMPARE(monitorView.view->monitorFont.pointSize(), 6);
-    monitorView.view->OnChangedFontSize("72");
-    QCOMPARE(monitorView.view->monitorFont.family(), QString("Some Family"));
-    QCOMPARE(monitorView.view->monitorFont.pointSize(), 72);
-}
-
-void MonitorFont::sizeThatIsNoNumber_data()
-{
-    QTest::addColumn<QString>("text");
-    addRow("a word", "big");
-    addRow("nothing", "");
-    addRow("hexadecimal", "0x10");
-    addRow("number and word", "12pt");
+    view->OnChangedFont(QFont("Some Family"));
+    sizeBox()->setCurrentIndex(0);
+    verifyFont("Some Family", 6);
+    view->OnChangedFontSize("72");
+    verifyFont("Some Family", 72);
 }
 
 void MonitorFont::sizeThatIsNoNumber()
 {
-    QFETCH(QString, text);
-    MonitorView monitorView;
-    sizeBox(monitorView)->setCurrentIndex(3);
-    QTest::ignoreMessage(QtWarningMsg, "QFont::setPointSize: Point size <= 0 (0), must be greater than 0");
-    monitorView.view->OnChangedFontSize(text);
-    QCOMPARE(monitorView.view->monitorFont.pointSize(), 12);
+    sizeBox()->setCurrentIndex(3);
+    for (const char *text : {"big", "", "0x10", "12pt"}) {
+        QTest::ignoreMessage(QtWarningMsg,
+                             "QFont::setPointSize: Point size <= 0 (0), must be greater than 0");
+        view->OnChangedFontSize(text);
+        QCOMPARE(Inspect::font(*view).pointSize(), 12);
+    }
 }
 
-void MonitorFont::fontIsWrittenOnClose()
+void MonitorFont::firstPacketAppliesTheFont()
 {
-    MonitorView monitorView;
-    monitorView.view->OnChangedFont(QFont("Some Family"));
-    sizeBox(monitorView)->setCurrentIndex(3);
-    QVERIFY(!otherStore().contains("Monitor Font"));
-    QVERIFY(!otherStore().contains("Monitor Font Size"));
-    monitorView.window.close();
+    QFont other = tree->font();
+    other.setItalic(true);
+    tree->setFont(other);
+    send(hex("02 21"));
+    QVERIFY(!tree->font().italic());
+    tree->setFont(other);
+    send(hex("02 21"));
+    QVERIFY(tree->font().italic());
+}
+
+void MonitorFont::fontIsSaved()
+{
+    view->OnChangedFont(QFont("Some Family"));
+    sizeBox()->setCurrentIndex(3);
+    QCOMPARE(otherStore().allKeys(), QStringList());
+    view->saveSettings();
     QCOMPARE(otherStore().value("Monitor Font").toString(), QString("Some Family"));
     QCOMPARE(otherStore().value("Monitor Font Size").toString(), QString("12"));
-
-    const MonitorView next;
-    QCOMPARE(sizeBox(next)->currentText(), QString("12"));
+    build();
+    QCOMPARE(sizeBox()->currentText(), QString("12"));
 }
 
 PADSCOPE_TESTS(MonitorFont);

@@ -1,18 +1,14 @@
 #include <QCheckBox>
 #include <QFontComboBox>
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QMetaMethod>
 #include <QSlider>
-#include <QTest>
-#include <QTreeView>
-#include <QVBoxLayout>
 
-#include "monitor/monitorview.h"
-#include "support/tests.h"
+#include "monitor/monitortest.h"
+#include "support/markingtranslator.h"
 
 /// How the tab is built when nothing was ever stored.
-class MonitorTab : public QObject
+class MonitorTab : public MonitorTest
 {
     Q_OBJECT
 
@@ -20,27 +16,30 @@ private slots:
     void slotsInOrder();
     void layoutFromTopToBottom();
     void barFromLeftToRight();
-    void logBox();
-    void thresholdSlider();
     void fontControls();
     void rowView();
-    void styleSheetIsTheTabs();
     void firstState();
     void slotsAreBoundOnce();
-    void firstPacketAppliesTheFont();
-    void buildingWritesNoSetting();
+    void translatedTexts();
 
 private:
+    QHBoxLayout *bar() const { return qobject_cast<QHBoxLayout *>(view->layout()->itemAt(0)->layout()); }
     template <typename Widget>
-    static Widget *inBar(const MonitorView &monitorView, int index)
+    Widget *inBar(int index) const
     {
-        return qobject_cast<Widget *>(bar(monitorView)->itemAt(index)->widget());
+        return qobject_cast<Widget *>(bar()->itemAt(index)->widget());
     }
-    static QHBoxLayout *bar(const MonitorView &monitorView)
-    {
-        return qobject_cast<QHBoxLayout *>(monitorView.view->layout()->itemAt(0)->layout());
-    }
+    QStringList labels() const;
 };
+
+/// The texts of the bar's labels.
+QStringList MonitorTab::labels() const
+{
+    QStringList texts;
+    for (const int index : {1, 3, 5})
+        texts.append(inBar<QLabel>(index) ? inBar<QLabel>(index)->text() : "no label");
+    return texts;
+}
 
 void MonitorTab::slotsInOrder()
 {
@@ -58,66 +57,49 @@ void MonitorTab::slotsInOrder()
 
 void MonitorTab::layoutFromTopToBottom()
 {
-    MonitorView monitorView;
-    auto *layout = qobject_cast<QVBoxLayout *>(monitorView.view->layout());
+    auto *layout = qobject_cast<QVBoxLayout *>(view->layout());
     QVERIFY(layout);
     QCOMPARE(layout->count(), 3);
-    QVERIFY(bar(monitorView));
-    QCOMPARE(layout->itemAt(1)->widget(), monitorView.view->treeView);
-    QCOMPARE(layout->itemAt(2)->widget(), monitorView.view->lastRowLabel);
-    QCOMPARE(monitorView.label(), QString());
+    QVERIFY(bar());
+    QCOMPARE(layout->itemAt(1)->widget(), tree);
+    QVERIFY(qobject_cast<QLabel *>(layout->itemAt(2)->widget()));
+    QCOMPARE(lastRow->text(), QString());
 }
 
 void MonitorTab::barFromLeftToRight()
 {
-    MonitorView monitorView;
-    QCOMPARE(bar(monitorView)->count(), 8);
-    QCOMPARE(inBar<QCheckBox>(monitorView, 0), monitorView.view->logCheckBox);
-    QVERIFY(inBar<QLabel>(monitorView, 1));
-    QCOMPARE(inBar<QLabel>(monitorView, 1)->text(), QString("Fast Computer"));
-    QVERIFY(inBar<QSlider>(monitorView, 2));
-    QVERIFY(inBar<QLabel>(monitorView, 3));
-    QCOMPARE(inBar<QLabel>(monitorView, 3)->text(), QString("Slow Computer"));
-    QVERIFY(bar(monitorView)->itemAt(4)->spacerItem());
-    QVERIFY(inBar<QLabel>(monitorView, 5));
-    QCOMPARE(inBar<QLabel>(monitorView, 5)->text(), QString("Font"));
-    QVERIFY(inBar<QFontComboBox>(monitorView, 6));
-    QVERIFY(inBar<QComboBox>(monitorView, 7));
-}
+    QCOMPARE(bar()->count(), 8);
+    const auto *box = inBar<QCheckBox>(0);
+    QCOMPARE(box->text(), QString("Log to file"));
+    QVERIFY(!box->isChecked());
+    QVERIFY(!Inspect::isLogging(*view));
 
-void MonitorTab::logBox()
-{
-    MonitorView monitorView;
-    QCOMPARE(monitorView.view->logCheckBox->text(), QString("Log to file"));
-    QVERIFY(!monitorView.view->logCheckBox->isChecked());
-    QVERIFY(!monitorView.view->logEnabled);
-}
-
-void MonitorTab::thresholdSlider()
-{
-    MonitorView monitorView;
-    auto *slider = inBar<QSlider>(monitorView, 2);
+    const auto *slider = inBar<QSlider>(2);
     QCOMPARE(slider->objectName(), QString("displayThresholdSlider"));
     QCOMPARE(slider->minimum(), 0);
     QCOMPARE(slider->maximum(), 1000);
     QCOMPARE(slider->orientation(), Qt::Horizontal);
     QCOMPARE(slider->value(), 100);
-    QCOMPARE(monitorView.view->displayThreshold, 100);
+    QCOMPARE(view->displayThresholdMs(), 100);
+
+    QVERIFY(bar()->itemAt(4)->spacerItem());
+    QVERIFY(inBar<QFontComboBox>(6));
+    QVERIFY(inBar<QComboBox>(7));
+    QCOMPARE(labels(), (QStringList{"Fast Computer", "Slow Computer", "Font"}));
 }
 
 void MonitorTab::fontControls()
 {
-    MonitorView monitorView;
     const QSizePolicy fixed(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    const auto *label = inBar<QLabel>(monitorView, 5);
+    const auto *label = inBar<QLabel>(5);
     QCOMPARE(label->sizePolicy().horizontalPolicy(), fixed.horizontalPolicy());
     QCOMPARE(label->sizePolicy().verticalPolicy(), fixed.verticalPolicy());
 
-    const auto *fontBox = inBar<QFontComboBox>(monitorView, 6);
+    const auto *fontBox = inBar<QFontComboBox>(6);
     QCOMPARE(fontBox->fontFilters(), QFontComboBox::FontFilters(QFontComboBox::MonospacedFonts));
     QVERIFY(!fontBox->isEditable());
 
-    const auto *sizeBox = inBar<QComboBox>(monitorView, 7);
+    const auto *sizeBox = inBar<QComboBox>(7);
     QVERIFY(!sizeBox->isEditable());
     QCOMPARE(sizeBox->sizePolicy().horizontalPolicy(), fixed.horizontalPolicy());
     QCOMPARE(sizeBox->sizePolicy().verticalPolicy(), fixed.verticalPolicy());
@@ -128,83 +110,68 @@ void MonitorTab::fontControls()
         QVERIFY(sizeBox->itemIcon(index).isNull());
     }
     QCOMPARE(sizes, (QStringList{"6", "8", "10", "12"}));
-    QCOMPARE(sizeBox->currentIndex(), 2);
     QCOMPARE(sizeBox->currentText(), QString("10"));
     // "Courier" is selected where the system has it.
     if (fontBox->findText("Courier", Qt::MatchExactly | Qt::MatchCaseSensitive) >= 0)
         QCOMPARE(fontBox->currentText(), QString("Courier"));
     else
-        QCOMPARE(monitorView.view->monitorFont.family(), QFont().family());
-    QCOMPARE(monitorView.view->monitorFont.pointSize(), 10);
+        QCOMPARE(Inspect::font(*view).family(), QFont().family());
+    QCOMPARE(Inspect::font(*view).pointSize(), 10);
 }
 
 void MonitorTab::rowView()
 {
-    MonitorView monitorView;
-    const QTreeView *tree = monitorView.view->treeView;
     QVERIFY(!tree->rootIsDecorated());
     QVERIFY(tree->uniformRowHeights());
-    QStandardItemModel *model = monitorView.view->model;
-    QCOMPARE(tree->model(), model);
-    QCOMPARE(model->parent(), monitorView.view);
+    QCOMPARE(view->styleSheet(), QString("QTreeView {color: white; background-color: black; "
+                                         "font-size: 10px; font-family: \"Courier\";}"));
+    QCOMPARE(tree->styleSheet(), QString());
+    QVERIFY(model);
+    QCOMPARE(model->parent(), view);
     QCOMPARE(model->rowCount(), 0);
     QCOMPARE(model->columnCount(), 1);
     QCOMPARE(model->headerData(0, Qt::Horizontal, Qt::EditRole).toString(), QString("Data"));
-    QCOMPARE(model->headerData(0, Qt::Horizontal, Qt::DisplayRole).toString(), QString("Data"));
-}
-
-void MonitorTab::styleSheetIsTheTabs()
-{
-    MonitorView monitorView;
-    QCOMPARE(monitorView.view->styleSheet(), QString("QTreeView {color: white; background-color: black; "
-                                                     "font-size: 10px; font-family: \"Courier\";}"));
-    QCOMPARE(monitorView.view->treeView->styleSheet(), QString());
-    QCOMPARE(monitorView.window.styleSheet(), QString());
 }
 
 void MonitorTab::firstState()
 {
-    MonitorView monitorView;
-    QVERIFY(!monitorView.view->previousPacket);
-    QVERIFY(monitorView.view->pendingText.isNull());
-    QVERIFY(!monitorView.view->pendingTextTimer.isActive());
-    QCOMPARE(monitorView.view->pendingTextTimer.interval(), 0);
-    QVERIFY(!monitorView.view->pendingTextTimer.parent());
-    QVERIFY(!monitorView.view->pendingTextTimer.isSingleShot());
-    QCOMPARE(monitorView.view->graph, &monitorView.window);
-    QCOMPARE(monitorView.view->settings, &monitorView.window.settings);
+    QVERIFY(!previousPacket());
+    QVERIFY(pendingText().isNull());
+    const QTimer &timer = Inspect::pendingTextTimer(*view);
+    QVERIFY(!timer.isActive());
+    QCOMPARE(timer.interval(), 0);
+    QVERIFY(!timer.parent());
+    QVERIFY(!timer.isSingleShot());
+    QCOMPARE(otherStore().allKeys(), QStringList());
 }
 
 // Two connections of the timer would add the rest of a line, and then an empty row.
 void MonitorTab::slotsAreBoundOnce()
 {
-    MonitorView monitorView;
-    monitorView.view->pendingText = "rest";
-    monitorView.view->pendingTextTimer.start(0);
-    QTRY_COMPARE(monitorView.rows(), QStringList{"rest"});
+    send(hex("06 32 72 65 73 74"));
+    Inspect::pendingTextTimer(*view).start(0);
+    QTRY_COMPARE(rows(), QStringList{"rest"});
     QCoreApplication::processEvents();
-    QCOMPARE(monitorView.rows(), QStringList{"rest"});
+    QCOMPARE(rows(), QStringList{"rest"});
 }
 
-void MonitorTab::firstPacketAppliesTheFont()
+// Names of values in reports too, but not the texts of the rows.
+void MonitorTab::translatedTexts()
 {
-    MonitorView monitorView;
-    QTreeView *tree = monitorView.view->treeView;
-    tree->setAttribute(Qt::WA_SetFont, false);
-    monitorView.send(QByteArray("\x02\x21", 2));
-    QVERIFY(tree->testAttribute(Qt::WA_SetFont));
-    tree->setAttribute(Qt::WA_SetFont, false);
-    monitorView.send(QByteArray("\x02\x21", 2));
-    QVERIFY(!tree->testAttribute(Qt::WA_SetFont));
-}
-
-void MonitorTab::buildingWritesNoSetting()
-{
-    MonitorView monitorView;
-    QVERIFY(!monitorView.window.settings.contains("monitor.displayThreshold"));
-    QVERIFY(!monitorView.window.settings.contains("Log To File"));
-    QVERIFY(!monitorView.window.settings.contains("Monitor Font"));
-    QVERIFY(!monitorView.window.settings.contains("Monitor Font Size"));
+    const MarkingTranslator translator;
+    build();
+    QCOMPARE(labels(), (QStringList{"{monitor: Fast Computer}", "{monitor: Slow Computer}", "Font"}));
+    QCOMPARE(inBar<QCheckBox>(0)->text(), QString("{monitor: Log to file}"));
+    QCOMPARE(model->headerData(0, Qt::Horizontal).toString(), QString("{monitor: Data}"));
+    const QString pen = "Q:              0     Button:            0 Pen:        {monitor: %1}";
+    for (const char *report : {"09 a2 00 0000", "09 a2 00 0100", "09 a2 00 0200"})
+        send(hex(report));
+    QCOMPARE(rows(), (QStringList{pen.arg("Teacher"), pen.arg("Student"), pen.arg("Unknown: 2")}));
+    for (const char *report : {"28 2f 01", "28 2f 02", "0e 2f 03", "0a 2f 04", "10 2f 05", "19 2f 06",
+                               "28 68", "34 77 0c", "1a a3", "1f a4", "00 21"})
+        send(hex(report));
+    QCOMPARE(rows().size(), 14);
+    QCOMPARE(rows().filter("{").size(), 3);
 }
 
 PADSCOPE_TESTS(MonitorTab);

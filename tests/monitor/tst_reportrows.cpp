@@ -1,24 +1,21 @@
-#include <QTest>
-
-#include "monitor/monitorview.h"
+#include "monitor/monitortest.h"
 #include "support/datalines.h"
-#include "support/tests.h"
 
 /// What the Monitor makes of a report's bytes, blank by blank. The cases are lines of data files.
-class ReportRows : public QObject
+class ReportRows : public MonitorTest
 {
     Q_OBJECT
 
 private slots:
-    void rows_data() { addLines(TEST_FOLDER "/rows.txt", 3); }
-    void rows();
+    void decoded_data() { addLines(TEST_FOLDER "/rows.txt", 3); }
+    void decoded();
     void rawForm_data() { addLines(TEST_FOLDER "/rawform.txt", 4); }
     void rawForm();
-    void rawFormOfNoBytes();
-    void rawFormOfOnlySoManyAsSaid();
+    void rawFormOfAsManyAsSaid();
     void neverMoreThanThePacketHolds();
     void texts_data() { addLines(TEST_FOLDER "/texts.txt", 3); }
     void texts();
+    void everyTypeAtLengthsZeroToTwo();
 
 private:
     static void addLines(const char *path, int minParts);
@@ -27,66 +24,72 @@ private:
 void ReportRows::addLines(const char *path, int minParts)
 {
     addColumns<QByteArray, QString, QString>("bytes", "text", "label");
-    for (const QStringList &line : dataLines(path, minParts, 4)) {
+    for (const QStringList &line : dataLines(path, minParts, 4))
         addRow(qPrintable(line[0]), hex(line[1].toLatin1()), line[2], line.value(3, line[2]));
-    }
 }
 
-void ReportRows::rows()
+void ReportRows::decoded()
 {
     QFETCH(QByteArray, bytes);
     QFETCH(QString, text);
-    MonitorView monitorView;
-    monitorView.view->AddData("row before", "");
-    monitorView.send(bytes);
-    QCOMPARE(monitorView.rows(), (QStringList{"row before", text}));
-    QTEST(monitorView.label(), "label");
-    QCOMPARE(monitorView.view->pendingText, QString());
+    add("row before");
+    send(bytes);
+    QCOMPARE(rows(), (QStringList{"row before", text}));
+    QTEST(lastRow->text(), "label");
+    QCOMPARE(pendingText(), QString());
 }
 
 void ReportRows::rawForm()
 {
     QFETCH(QByteArray, bytes);
     QFETCH(QString, text);
-    MonitorView monitorView;
-    monitorView.view->AddData(reinterpret_cast<const unsigned char *>(bytes.constData()),
-                              static_cast<unsigned int>(bytes.size()));
-    QCOMPARE(monitorView.rows(), QStringList{text});
-    QTEST(monitorView.label(), "label");
+    view->AddData(reinterpret_cast<const unsigned char *>(bytes.constData()),
+                  static_cast<unsigned int>(bytes.size()));
+    QCOMPARE(rows(), QStringList{text});
+    QTEST(lastRow->text(), "label");
 }
 
-void ReportRows::rawFormOfNoBytes()
+void ReportRows::rawFormOfAsManyAsSaid()
 {
-    MonitorView monitorView;
-    monitorView.view->AddData(static_cast<const unsigned char *>(nullptr), 0);
-    QCOMPARE(monitorView.rows(), QStringList{""});
-    QCOMPARE(monitorView.label(), QString());
-}
-
-void ReportRows::rawFormOfOnlySoManyAsSaid()
-{
-    MonitorView monitorView;
     const unsigned char bytes[] = {0x41, 0x42, 0x43};
-    monitorView.view->AddData(bytes, 2);
-    QCOMPARE(monitorView.rows(), QStringList{"AB   41 42 "});
+    view->AddData(bytes, 2);
+    view->AddData(static_cast<const unsigned char *>(nullptr), 0);
+    QCOMPARE(rows(), (QStringList{"AB   41 42 ", ""}));
+    QCOMPARE(lastRow->text(), QString());
 }
 
 // The driver library's length may be longer than the bytes that were kept of the report.
 void ReportRows::neverMoreThanThePacketHolds()
 {
-    MonitorView monitorView;
-    _DataPacket packet{QByteArray("A!B"), 400, 0, 1001, QTime(12, 0)};
-    monitorView.view->Display(&packet);
-    QCOMPARE(monitorView.rows(), QStringList{"A!B   41 21 42 "});
+    _DataPacket packet{QByteArray("A!B"), 400, 0, 1001, noon};
+    view->Display(&packet);
+    QCOMPARE(rows(), QStringList{"A!B   41 21 42 "});
 }
 
 void ReportRows::texts()
 {
     QFETCH(QByteArray, bytes);
-    MonitorView monitorView;
-    monitorView.send(bytes);
-    QCOMPARE(monitorView.rows(), QStringList());
-    QTEST(monitorView.view->pendingText, "text");
+    send(bytes);
+    QCOMPARE(rows(), QStringList());
+    QTEST(pendingText(), "text");
+}
+
+void ReportRows::everyTypeAtLengthsZeroToTwo()
+{
+    for (int type = 0; type < 256; ++type) {
+        const char report[] = {40, static_cast<char>(type)};
+        for (int length = 0; length <= 2; ++length) {
+            send(QByteArray(report, length));
+            // No checksum of 16 bits: the next report is none that repeats this one.
+            Inspect::previousPacket(*view)->checksum = 0x10000;
+        }
+        // Text of two bytes holds no character; everything else makes a row.
+        const bool isText = type == 50 || type == 119;
+        QCOMPARE(model->rowCount(), isText ? 2 : 3);
+        QCOMPARE(rows().mid(0, 2), (QStringList{"", "(   28 "}));
+        QVERIFY(pendingText().isEmpty());
+        model->removeRows(0, model->rowCount());
+    }
 }
 
 PADSCOPE_TESTS(ReportRows);

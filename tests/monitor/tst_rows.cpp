@@ -1,185 +1,121 @@
 #include <QHeaderView>
 #include <QScrollBar>
-#include <QTabWidget>
-#include <QTest>
-#include <QTreeView>
 
-#include "monitor/monitorview.h"
-#include "support/tests.h"
+#include "monitor/monitortest.h"
 
-/// Adding rows: how many stay, when the view follows, and what the window does not do.
-class Rows : public QObject
+/// Adding rows: how many stay, when the view follows, and what the tab does not do.
+class Rows : public MonitorTest
 {
     Q_OBJECT
 
 private slots:
-    void textOfARow_data();
     void textOfARow();
     void viewIsEmptiedPast151Rows();
     void everyFifthRowScrolls();
-    void rowAfterTheCutDoesNotScroll();
     void firstFifteenRowsWiden();
     void rowsAfterTheCutWidenAgain();
-    void rowsAreNotNested();
     void labelShowsTextAndNoMarkup();
-    void longRowLeavesTheWindow_data();
-    void longRowLeavesTheWindow();
-
-private:
-    static bool show(MonitorView &monitorView);
-    static int columnWidth(const MonitorView &monitorView);
+    void longRowLeavesTheTab_data();
+    void longRowLeavesTheTab();
 };
-
-bool Rows::show(MonitorView &monitorView)
-{
-    monitorView.window.tabs->setCurrentWidget(monitorView.view);
-    monitorView.window.show();
-    return QTest::qWaitForWindowExposed(&monitorView.window);
-}
-
-int Rows::columnWidth(const MonitorView &monitorView)
-{
-    return monitorView.view->treeView->columnWidth(0);
-}
-
-void Rows::textOfARow_data()
-{
-    addColumns<QString, QString, QString>("first", "second", "row");
-    addRow("both texts", "A", "B", "A   B");
-    addRow("first only", "A", "", "A");
-    addRow("second only", "", "B", "   B");
-    addRow("neither", "", "", "");
-    addRow("blanks are kept", "A  ", "  B ", "A       B ");
-    addRow("second of blanks", "A", " ", "A    ");
-}
 
 void Rows::textOfARow()
 {
-    QFETCH(QString, first);
-    QFETCH(QString, second);
-    QFETCH(QString, row);
-    MonitorView monitorView;
-    monitorView.view->AddData(first, second);
-    QCOMPARE(monitorView.rows(), QStringList{row});
-    QCOMPARE(monitorView.label(), first);
+    view->AddData("A", "B");
+    view->AddData("A", "");
+    view->AddData("", "B");
+    view->AddData("", "");
+    view->AddData("A", " ");
+    QCOMPARE(lastRow->text(), QString("A"));
+    // Blanks are kept.
+    view->AddData("A  ", "  B ");
+    QCOMPARE(lastRow->text(), QString("A  "));
+    QCOMPARE(rows(), (QStringList{"A   B", "A", "   B", "", "A    ", "A       B "}));
+    QCOMPARE(model->columnCount(), 1);
+    QVERIFY(!model->item(0)->hasChildren());
 }
 
 void Rows::viewIsEmptiedPast151Rows()
 {
-    MonitorView monitorView;
     for (int i = 1; i <= 151; ++i)
-        monitorView.view->AddData(QString::number(i), QString());
-    QCOMPARE(monitorView.rows().size(), 151);
-    QCOMPARE(monitorView.rows().constFirst(), QString("1"));
-    QCOMPARE(monitorView.rows().constLast(), QString("151"));
-    monitorView.view->AddData("152", QString());
-    QCOMPARE(monitorView.rows(), QStringList{"152"});
-    QCOMPARE(monitorView.label(), QString("152"));
-    monitorView.view->AddData("153", QString());
-    QCOMPARE(monitorView.rows(), (QStringList{"152", "153"}));
+        add(QString::number(i));
+    QCOMPARE(rows().size(), 151);
+    QCOMPARE(rows().constFirst(), QString("1"));
+    QCOMPARE(rows().constLast(), QString("151"));
+    add("152");
+    QCOMPARE(rows(), QStringList{"152"});
+    QCOMPARE(lastRow->text(), QString("152"));
+    add("153");
+    QCOMPARE(rows(), (QStringList{"152", "153"}));
 }
 
 void Rows::everyFifthRowScrolls()
 {
-    MonitorView monitorView;
-    QVERIFY(show(monitorView));
-    QTreeView *tree = monitorView.view->treeView;
+    QVERIFY(show());
     // A view of about two rows, so that every scroll is seen.
     tree->setFixedHeight(tree->header()->height() + 2 * tree->fontMetrics().height() + 6);
     QCoreApplication::processEvents();
 
     QList<int> scrolledAt;
-    for (int row = 0; row < 151; ++row) {
+    for (int added = 0; added < 158; ++added) {
+        const int row = model->rowCount();
         const int before = tree->verticalScrollBar()->value();
-        monitorView.view->AddData("row", QString());
+        add("row");
         QCoreApplication::processEvents();
         if (tree->verticalScrollBar()->value() == before)
             continue;
         scrolledAt.append(row);
-        const QRect newRow = tree->visualRect(monitorView.view->model->index(row, 0));
-        QVERIFY(newRow.top() >= 0 && newRow.bottom() <= tree->viewport()->height());
+        const QRect newest = tree->visualRect(model->index(model->rowCount() - 1, 0));
+        QVERIFY(newest.top() >= 0 && newest.bottom() <= tree->viewport()->height());
     }
-    QCOMPARE(scrolledAt, (QList<int>{5,  10, 15, 20, 25,  30,  35,  40,  45,  50,  55,  60,  65,  70,  75,
-                                     80, 85, 90, 95, 100, 105, 110, 115, 120, 125, 130, 135, 140, 145, 150}));
-}
-
-void Rows::rowAfterTheCutDoesNotScroll()
-{
-    MonitorView monitorView;
-    QVERIFY(show(monitorView));
-    QTreeView *tree = monitorView.view->treeView;
-    tree->setFixedHeight(tree->header()->height() + tree->fontMetrics().height() + 6);
-    for (int row = 0; row < 152; ++row)
-        monitorView.view->AddData("row", QString());
-    QCoreApplication::processEvents();
-    QCOMPARE(tree->verticalScrollBar()->value(), 0);
-    // The rows 1 to 4 leave the view where it is, the row 5 moves it.
-    for (int row = 1; row <= 4; ++row) {
-        monitorView.view->AddData("row", QString());
-        QCoreApplication::processEvents();
-        QCOMPARE(tree->verticalScrollBar()->value(), 0);
-    }
-    monitorView.view->AddData("row", QString());
-    QCoreApplication::processEvents();
-    QVERIFY(tree->verticalScrollBar()->value() > 0);
+    // The row 151 is the one that empties the view, the 5 at the end comes after it.
+    QCOMPARE(scrolledAt,
+             (QList<int>{5,  10, 15, 20,  25,  30,  35,  40,  45,  50,  55,  60,  65,  70,  75,  80,
+                         85, 90, 95, 100, 105, 110, 115, 120, 125, 130, 135, 140, 145, 150, 151, 5}));
 }
 
 void Rows::firstFifteenRowsWiden()
 {
-    MonitorView monitorView;
-    QVERIFY(show(monitorView));
-    const int narrow = columnWidth(monitorView);
+    QVERIFY(show());
+    const int narrow = tree->columnWidth(0);
     for (int row = 0; row < 14; ++row)
-        monitorView.view->AddData("row", QString());
-    QVERIFY(columnWidth(monitorView) <= narrow);
-    monitorView.view->AddData(QString(300, 'W'), QString());
-    const int wide = columnWidth(monitorView);
+        add("row");
+    QVERIFY(tree->columnWidth(0) <= narrow);
+    add(QString(300, 'W'));
+    const int wide = tree->columnWidth(0);
     QVERIFY(wide > narrow);
-    QVERIFY(wide >= monitorView.view->treeView->fontMetrics().horizontalAdvance(QString(300, 'W')));
+    QVERIFY(wide >= tree->fontMetrics().horizontalAdvance(QString(300, 'W')));
 
     for (int row = 15; row < 150; ++row) {
-        monitorView.view->AddData(QString(600, 'W'), QString());
-        QCOMPARE(columnWidth(monitorView), wide);
+        add(QString(600, 'W'));
+        QCOMPARE(tree->columnWidth(0), wide);
     }
 }
 
 void Rows::rowsAfterTheCutWidenAgain()
 {
-    MonitorView monitorView;
-    QVERIFY(show(monitorView));
+    QVERIFY(show());
     for (int row = 0; row < 151; ++row)
-        monitorView.view->AddData("row", QString());
-    const int narrow = columnWidth(monitorView);
-    monitorView.view->AddData(QString(300, 'W'), QString());
-    QCOMPARE(monitorView.rows().size(), 1);
-    QCOMPARE(columnWidth(monitorView), narrow);
-    monitorView.view->AddData("row", QString());
-    QVERIFY(columnWidth(monitorView) > narrow);
-}
-
-void Rows::rowsAreNotNested()
-{
-    MonitorView monitorView;
-    monitorView.view->AddData("A", "B");
-    monitorView.view->AddData("C", QString());
-    QCOMPARE(monitorView.view->model->rowCount(), 2);
-    QCOMPARE(monitorView.view->model->columnCount(), 1);
-    QCOMPARE(monitorView.view->model->rowCount(monitorView.view->model->index(0, 0)), 0);
+        add("row");
+    const int narrow = tree->columnWidth(0);
+    add(QString(300, 'W'));
+    QCOMPARE(rows().size(), 1);
+    QCOMPARE(tree->columnWidth(0), narrow);
+    add("row");
+    QVERIFY(tree->columnWidth(0) > narrow);
 }
 
 void Rows::labelShowsTextAndNoMarkup()
 {
-    MonitorView monitorView;
-    QLabel *label = monitorView.view->lastRowLabel;
-    monitorView.view->AddData("<b>x</b>", QString());
-    QCOMPARE(label->text(), QString("<b>x</b>"));
-    QCOMPARE(label->textFormat(), Qt::PlainText);
+    add("<b>x</b>");
+    QCOMPARE(lastRow->text(), QString("<b>x</b>"));
+    QCOMPARE(lastRow->textFormat(), Qt::PlainText);
     // As markup it would be one letter wide.
-    QVERIFY(label->sizeHint().width() >= label->fontMetrics().horizontalAdvance("<b>x</b>"));
-    QCOMPARE(monitorView.rows(), QStringList{"<b>x</b>"});
+    QVERIFY(lastRow->sizeHint().width() >= lastRow->fontMetrics().horizontalAdvance("<b>x</b>"));
+    QCOMPARE(rows(), QStringList{"<b>x</b>"});
 }
 
-void Rows::longRowLeavesTheWindow_data()
+void Rows::longRowLeavesTheTab_data()
 {
     QTest::addColumn<QString>("text");
     addRow("a letter", "x");
@@ -187,24 +123,19 @@ void Rows::longRowLeavesTheWindow_data()
     addRow("many words", QString("word ").repeated(4000));
 }
 
-void Rows::longRowLeavesTheWindow()
+void Rows::longRowLeavesTheTab()
 {
     QFETCH(QString, text);
-    MonitorView monitorView;
-    QVERIFY(show(monitorView));
-    const QSize size = monitorView.window.size();
-    const int hint = monitorView.window.sizeHint().width();
-    const int minimumHint = monitorView.window.minimumSizeHint().width();
-    const int viewHint = monitorView.view->sizeHint().width();
-    const int viewMinimumHint = monitorView.view->minimumSizeHint().width();
+    QVERIFY(show());
+    const QSize size = view->size();
+    const int hint = view->sizeHint().width();
+    const int minimumHint = view->minimumSizeHint().width();
     for (int row = 0; row < 20; ++row)
-        monitorView.view->AddData(text, text);
+        view->AddData(text, text);
     QCoreApplication::processEvents();
-    QCOMPARE(monitorView.window.size(), size);
-    QCOMPARE(monitorView.window.sizeHint().width(), hint);
-    QCOMPARE(monitorView.window.minimumSizeHint().width(), minimumHint);
-    QCOMPARE(monitorView.view->sizeHint().width(), viewHint);
-    QCOMPARE(monitorView.view->minimumSizeHint().width(), viewMinimumHint);
+    QCOMPARE(view->size(), size);
+    QCOMPARE(view->sizeHint().width(), hint);
+    QCOMPARE(view->minimumSizeHint().width(), minimumHint);
 }
 
 PADSCOPE_TESTS(Rows);

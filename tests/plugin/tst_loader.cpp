@@ -1,12 +1,9 @@
 #include <dlfcn.h>
-
 #include <QAction>
-#include <QDir>
+#include <QFile>
 #include <QJsonObject>
-#include <QMetaClassInfo>
 #include <QPluginLoader>
 #include <QPointer>
-#include <QProcess>
 
 #include "support/tests.h"
 #include "tendroplugininterface.h"
@@ -17,17 +14,16 @@ class LoaderTests : public QObject
     Q_OBJECT
 
 private slots:
+    void cleanup() { loader.unload(); }
     void metadataAreExactlyTheTable();
     void instanceAnswersToItsNames();
     void metaObjectDeclaresNothing();
     void operationsStandInTheirOrder();
     void instanceIsMadeOnceUntilDeleted();
     void iconIsASmallPicture();
-    void exportsNothingElse();
-    void needsNoOtherQtModule();
 
 private:
-    QPluginLoader loader{QStringLiteral(PADSCOPE_PLUGIN_FILE)};
+    QPluginLoader loader{PADSCOPE_PLUGIN_FILE};
 };
 
 /// The host's view of the interface, written down a second time: the order of the slots is binary interface.
@@ -62,26 +58,16 @@ namespace {
     return texts;
 }
 
-QByteArrayList outputLines(const QString &program, const QStringList &arguments)
-{
-    QProcess process;
-    process.start(program, arguments);
-    if (!process.waitForFinished() || process.exitCode() != 0)
-        qFatal("%s: %s", qPrintable(program), qPrintable(process.errorString()));
-    return process.readAllStandardOutput().trimmed().split('\n');
-}
-
 } // namespace
 
 void LoaderTests::metadataAreExactlyTheTable()
 {
-    const QJsonObject expected{
-        {"IID", "com.corvane.tendro.tendropadscope"},
-        {"className", "TendroPadscope"},
-        {"MetaData", QJsonObject()},
-        {"debug", false},
-        {"version", 329217},
-    };
+    // 329217 is 0x050601, Qt 5.6.1.
+    const QJsonObject expected{{"IID", "com.corvane.tendro.tendropadscope"},
+                               {"className", "TendroPadscope"},
+                               {"MetaData", QJsonObject()},
+                               {"debug", false},
+                               {"version", 329217}};
     QCOMPARE(loader.metaData(), expected);
     QVERIFY(!loader.isLoaded());
 }
@@ -99,7 +85,6 @@ void LoaderTests::instanceAnswersToItsNames()
     QCOMPARE(instance->qt_metacast("com.corvane.tendro.plugin/1.1"), static_cast<void *>(interface));
     QVERIFY(!instance->qt_metacast("com.corvane.tendro.plugin/1.0"));
     QVERIFY(!instance->qt_metacast("com.corvane.tendro.tendropadscope"));
-    QVERIFY(loader.unload());
 }
 
 void LoaderTests::metaObjectDeclaresNothing()
@@ -109,43 +94,33 @@ void LoaderTests::metaObjectDeclaresNothing()
     QCOMPARE(metaObject->propertyCount(), metaObject->propertyOffset());
     QCOMPARE(metaObject->enumeratorCount(), metaObject->enumeratorOffset());
     QCOMPARE(metaObject->superClass()->className(), "QObject");
-    QVERIFY(loader.unload());
 }
 
 void LoaderTests::operationsStandInTheirOrder()
 {
     void *address = loader.instance()->qt_metacast("TendroPluginInterface");
-    const QStringList expected{
-        "TendroPadscope", "Board diagnostic tool.", "Copyright (c) 2010 Corvane",
-        "Version 1.0",    "9/advanced/padscope",    "Padscope",
-        "closed",
-    };
-    QCOMPARE(useInOrder(address), expected);
-    QVERIFY(loader.unload());
+    QCOMPARE(useInOrder(address),
+             QStringList({"TendroPadscope", "Board diagnostic tool.", "Copyright (c) 2010 Corvane",
+                          "Version 1.0", "9/advanced/padscope", "Padscope", "closed"}));
 }
 
 void LoaderTests::instanceIsMadeOnceUntilDeleted()
 {
     QVERIFY(loader.load());
     void *library = dlopen(PADSCOPE_PLUGIN_FILE, RTLD_NOW | RTLD_NOLOAD);
-    QVERIFY(library);
     const auto entry = reinterpret_cast<QObject *(*)()>(dlsym(library, "qt_plugin_instance"));
     QVERIFY(entry);
 
     const QPointer<QObject> first = entry();
-    QVERIFY(first);
     QCOMPARE(entry(), first.data());
     QCOMPARE(loader.instance(), first.data());
 
     delete first;
-    QVERIFY(!first);
     const QPointer<QObject> second = entry();
-    QVERIFY(second);
     QVERIFY(qobject_cast<TendroPluginInterface *>(second));
     QCOMPARE(entry(), second.data());
     delete second;
     dlclose(library);
-    QVERIFY(loader.unload());
 }
 
 void LoaderTests::iconIsASmallPicture()
@@ -155,26 +130,6 @@ void LoaderTests::iconIsASmallPicture()
     QVERIFY(file.open(QIODevice::ReadOnly));
     // The header of a PNG: 48 (hex 30) by 48 pixels of 8 bits, of colour type 2, RGB without alpha.
     QCOMPARE(file.read(26).mid(12), QByteArray("IHDR\0\0\0\x30\0\0\0\x30\x08\x02", 14));
-}
-
-void LoaderTests::exportsNothingElse()
-{
-    QByteArrayList names;
-    for (const QByteArray &line : outputLines(PADSCOPE_NM, {"-D", "--defined-only", PADSCOPE_PLUGIN_FILE}))
-        names += line.split(' ').last();
-    std::sort(names.begin(), names.end());
-    QCOMPARE(names, QByteArrayList({"qt_plugin_instance", "qt_plugin_query_metadata"}));
-}
-
-void LoaderTests::needsNoOtherQtModule()
-{
-    QByteArrayList modules;
-    for (const QByteArray &line : outputLines(PADSCOPE_READELF, {"-d", PADSCOPE_PLUGIN_FILE})) {
-        if (line.contains("(NEEDED)") && line.contains("libQt"))
-            modules += line.mid(line.indexOf('[')).trimmed();
-    }
-    std::sort(modules.begin(), modules.end());
-    QCOMPARE(modules, QByteArrayList({"[libQt5Core.so.5]", "[libQt5Gui.so.5]", "[libQt5Widgets.so.5]"}));
 }
 
 PADSCOPE_TESTS(LoaderTests);

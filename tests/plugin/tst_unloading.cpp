@@ -1,5 +1,4 @@
 #include <dlfcn.h>
-
 #include <QAction>
 #include <QFile>
 #include <QPluginLoader>
@@ -8,96 +7,65 @@
 #include "support/tests.h"
 #include "tendroplugininterface.h"
 
-/// A host that removes the plugin from memory and goes on. Qt, which stays, must hold nothing of it: what it
-/// does hold it reads at the latest when the program ends.
+/// A host that removes the plugin from memory and goes on, and may load it again. Qt, which stays, must hold
+/// nothing of it: what it does hold it reads at the latest when the program ends.
 class UnloadingTests : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void nothingIsLeftOfTheFile();
-    void pluginCanBeLoadedAgain();
-    void unloadedWhileAnAttachIsToBeRepeated();
+    void init();
+    void cleanup();
+    void afterUse();
+    void whileAnAttachIsDeferred();
+
+private:
+    const QString icon{":/images/resources/qorvexgraph.png"};
+    std::unique_ptr<QPluginLoader> loader;
+    TendroPluginInterface *plugin = nullptr;
 };
 
-namespace {
-
-const QString icon(":/images/resources/qorvexgraph.png");
-
-bool isInMemory()
+void UnloadingTests::init()
 {
-    void *library = dlopen(PADSCOPE_PLUGIN_FILE, RTLD_NOW | RTLD_NOLOAD);
-    if (library)
-        dlclose(library);
-    return library != nullptr;
-}
-
-/// Loads the plugin, uses it as hosts do, and unloads it. \return whether all of it worked
-bool useOnce()
-{
-    QPluginLoader loader(QStringLiteral(PADSCOPE_PLUGIN_FILE));
+    QVERIFY(!QFile::exists(icon));
+    loader = std::make_unique<QPluginLoader>(PADSCOPE_PLUGIN_FILE);
     // By default Qt keeps a plugin in memory for good.
-    loader.setLoadHints({});
-    auto *plugin = qobject_cast<TendroPluginInterface *>(loader.instance());
-    if (!plugin || !QFile::exists(icon) || plugin->action()->text().isEmpty())
-        return false;
-    QWidget *widget = plugin->widget();
-    widget->show();
-    QCoreApplication::processEvents();
-    plugin->closeWidget();
-    delete widget;
-    return loader.unload();
+    loader->setLoadHints({});
+    plugin = qobject_cast<TendroPluginInterface *>(loader->instance());
+    QVERIFY2(plugin, qPrintable(loader->errorString()));
+    QVERIFY(QFile::exists(icon));
 }
 
-/// Attaches in a way that makes the tool attach once more, and unloads the plugin before that is due.
-/// \return whether all of it worked
-bool unloadBeforeRepeatedAttach()
+void UnloadingTests::cleanup()
+{
+    plugin->closeWidget();
+    delete plugin->widget();
+    QVERIFY(loader->unload());
+    QVERIFY(!dlopen(PADSCOPE_PLUGIN_FILE, RTLD_NOW | RTLD_NOLOAD));
+    QVERIFY(!QFile::exists(icon));
+    // Longer than a deferred attach would wait.
+    QTest::qWait(20);
+}
+
+void UnloadingTests::afterUse()
+{
+    QCOMPARE(plugin->action()->text(), QString("Padscope"));
+    plugin->widget()->show();
+    QCoreApplication::processEvents();
+}
+
+void UnloadingTests::whileAnAttachIsDeferred()
 {
     const DriverLibrary library("complete", {1});
-    QPluginLoader loader(QStringLiteral(PADSCOPE_PLUGIN_FILE));
-    loader.setLoadHints({});
-    auto *plugin = qobject_cast<TendroPluginInterface *>(loader.instance());
-    if (!plugin)
-        return false;
-    QWidget *widget = plugin->widget();
     bool isNotified = false;
-    {
-        const ObservedCalls observed(library, [&](const QString &call) {
-            if (!call.startsWith("orvexSetXferMask") || std::exchange(isNotified, true))
-                return;
-            library->plug();
-            QCoreApplication::processEvents();
-        });
-        QMetaObject::invokeMethod(widget, "AttachHardware", Qt::DirectConnection);
-    }
-    plugin->closeWidget();
-    delete widget;
-    return isNotified && loader.unload();
-}
-
-} // namespace
-
-void UnloadingTests::nothingIsLeftOfTheFile()
-{
-    QVERIFY(!QFile::exists(icon));
-    QVERIFY(useOnce());
-    QVERIFY(!isInMemory());
-    QVERIFY(!QFile::exists(icon));
-}
-
-void UnloadingTests::pluginCanBeLoadedAgain()
-{
-    QVERIFY(useOnce());
-    QVERIFY(useOnce());
-    QVERIFY(!isInMemory());
-}
-
-void UnloadingTests::unloadedWhileAnAttachIsToBeRepeated()
-{
-    QVERIFY(unloadBeforeRepeatedAttach());
-    QVERIFY(!isInMemory());
-    // Longer than the repeated attach would wait.
-    QTest::qWait(20);
+    const ObservedCalls observed(library, [&](const QString &call) {
+        if (!call.startsWith("orvexSetXferMask") || std::exchange(isNotified, true))
+            return;
+        library->plug();
+        QCoreApplication::processEvents();
+    });
+    QMetaObject::invokeMethod(plugin->widget(), "AttachHardware", Qt::DirectConnection);
+    QVERIFY(isNotified);
 }
 
 PADSCOPE_TESTS(UnloadingTests);

@@ -2,10 +2,7 @@
 
 #include <QDebug>
 #include <QHeaderView>
-#include <QLabel>
 #include <QScrollBar>
-#include <QStandardItemModel>
-#include <QTreeView>
 
 #include "reference/reference.h"
 #include "reference/shownwindow.h"
@@ -13,14 +10,14 @@
 Observed observe(const ShownWindow &shown, qreal pixelRatio)
 {
     Observed observed;
-    const QTreeView *rows = shown.view->treeView;
-    const QLabel *label = shown.view->lastRowLabel;
+    const QTreeView *rows = shown.rows();
+    const QLabel *label = shown.label();
     QDebug out(&observed.numbers);
     for (const QScrollBar *bar : {rows->verticalScrollBar(), rows->horizontalScrollBar()})
         out << bar->value() << bar->minimum() << bar->maximum() << bar->pageStep() << bar->isVisible();
     out << rows->geometry() << rows->viewport()->geometry() << rows->header()->geometry()
-        << rows->columnWidth(0) << rows->currentIndex().row() << shown.view->model->rowCount()
-        << label->geometry() << label->text() << shown.window->size();
+        << rows->columnWidth(0) << rows->currentIndex().row() << shown.model->rowCount() << label->geometry()
+        << label->text() << shown.window->size();
     observed.anew = shown.picture(pixelRatio);
     observed.onScreen = shown.onScreen();
     return observed;

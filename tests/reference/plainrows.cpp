@@ -6,7 +6,7 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 
-#include "monitor.h"
+#include "reference/inspect.h"
 
 namespace plainrows {
 
@@ -16,36 +16,42 @@ void install(monitor *view)
     view->setParent(nullptr);
     auto *controls = static_cast<QHBoxLayout *>(view->layout()->takeAt(0));
     delete view->layout();
-    delete view->treeView;
-    delete view->lastRowLabel;
+    delete Inspect::rows(*view);
+    delete Inspect::label(*view);
+    // Was a part of the row view.
+    Inspect::pacer(*view) = nullptr;
     auto *layout = new QVBoxLayout;
     layout->addLayout(controls);
-    view->treeView = new QTreeView;
-    view->treeView->setRootIsDecorated(false);
-    view->treeView->setUniformRowHeights(true);
-    view->treeView->setFont(view->monitorFont);
-    view->treeView->setModel(view->model);
-    layout->addWidget(view->treeView);
-    view->lastRowLabel = new QLabel;
-    view->lastRowLabel->setTextFormat(Qt::PlainText);
-    view->lastRowLabel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    layout->addWidget(view->lastRowLabel);
+    auto *rows = new QTreeView;
+    Inspect::rows(*view) = rows;
+    rows->setRootIsDecorated(false);
+    rows->setUniformRowHeights(true);
+    rows->setFont(Inspect::font(*view));
+    rows->setModel(view->findChild<QStandardItemModel *>());
+    layout->addWidget(rows);
+    auto *label = new QLabel;
+    Inspect::label(*view) = label;
+    label->setTextFormat(Qt::PlainText);
+    label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    layout->addWidget(label);
     view->setLayout(layout);
 }
 
 void add(monitor *view, const QString &first, const QString &second)
 {
-    const int row = view->model->rowCount();
-    view->lastRowLabel->setText(first);
-    view->model->insertRow(row);
-    const QModelIndex index = view->model->index(row, 0);
-    view->model->setData(index, second.isEmpty() ? first : first + "   " + second, Qt::EditRole);
+    QTreeView *rows = Inspect::rows(*view);
+    QAbstractItemModel *model = rows->model();
+    const int row = model->rowCount();
+    Inspect::label(*view)->setText(first);
+    model->insertRow(row);
+    const QModelIndex index = model->index(row, 0);
+    model->setData(index, second.isEmpty() ? first : first + "   " + second, Qt::EditRole);
     if (row % 5 == 0)
-        view->treeView->scrollTo(index, QAbstractItemView::EnsureVisible);
+        rows->scrollTo(index, QAbstractItemView::EnsureVisible);
     if (row <= 14)
-        view->treeView->resizeColumnToContents(0);
+        rows->resizeColumnToContents(0);
     if (row > 150)
-        view->model->removeRows(0, row);
+        model->removeRows(0, row);
 }
 
 } // namespace plainrows

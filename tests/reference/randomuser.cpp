@@ -1,15 +1,12 @@
 #include "reference/randomuser.h"
 
-#include <utility>
-
 #include <QComboBox>
 #include <QHeaderView>
 #include <QScrollBar>
-#include <QStandardItemModel>
 #include <QStyleFactory>
 #include <QTimer>
-#include <QTreeView>
 #include <QWheelEvent>
+#include <utility>
 
 RandomUser::RandomUser(ShownWindow &shownWindow, quint32 seed, AddRow add, Settle settled)
     : shown(shownWindow)
@@ -33,41 +30,17 @@ Observed RandomUser::step()
 
 QString RandomUser::act()
 {
-    switch (below(24)) {
-    case 0:
-        return pressKey();
-    case 1:
-        return useMouse();
-    case 2:
-        return dragHeader();
-    case 3:
-        return resize();
-    case 4:
-        return changeTab();
-    case 5:
-        return changeFont();
-    case 6:
-        return changePalette();
-    case 7:
-        return changeStyleSheet();
-    case 8:
-        return changeView();
-    case 9:
-    case 10:
-        return changeItem();
-    case 11:
-    case 12:
-        return edit();
-    case 13:
-    case 14:
-        return addRowsAndEditSoon();
-    case 15:
-    case 16:
-    case 17:
-        return addRowsAndGrab();
-    default:
-        return addRows();
-    }
+    using User = RandomUser;
+    using Action = QString (User::*)();
+    // clang-format off
+    constexpr Action actions[] = {
+        &User::pressKey, &User::useMouse, &User::dragHeader, &User::resize, &User::changeTab, &User::changeFont,
+        &User::changePalette, &User::changeStyleSheet, &User::changeView, &User::changeItem, &User::changeItem,
+        &User::edit, &User::edit, &User::addRowsAndEditSoon, &User::addRowsAndEditSoon, &User::addRowsAndGrab,
+        &User::addRowsAndGrab, &User::addRowsAndGrab, &User::addRows, &User::addRows, &User::addRows,
+        &User::addRows, &User::addRows, &User::addRows};
+    // clang-format on
+    return (this->*actions[below(24)])();
 }
 
 QString RandomUser::rowText()
@@ -76,17 +49,15 @@ QString RandomUser::rowText()
     const int length = below(4) == 0 ? between(60, 400) : between(0, 20);
     for (int i = 0; i < length; ++i)
         text += QChar(between(0x20, 0x7E));
-    switch (below(12)) {
-    case 0:
-        return text + QChar(between(0xA0, 0xFF));
-    case 1:
-        return text + QLatin1Char('\t') + text;
-    default:
-        return text;
-    }
+    const int end = below(12);
+    if (end == 0)
+        text += QChar(between(0xA0, 0xFF));
+    if (end == 1)
+        text += QLatin1Char('\t') + text;
+    return text;
 }
 
-QString RandomUser::addBurst()
+QString RandomUser::addRows()
 {
     const int count = below(3) == 0 ? between(1, 60) : between(1, 9);
     const bool wide = below(4) == 0;
@@ -98,34 +69,29 @@ QString RandomUser::addBurst()
     return QStringLiteral("%1 %2rows").arg(count).arg(wide ? "wide " : "");
 }
 
-QString RandomUser::addRows()
-{
-    return addBurst();
-}
-
 QString RandomUser::addRowsAndGrab()
 {
-    const QString action = addBurst();
+    const QString action = addRows();
     grabbed = (below(2) == 0 ? static_cast<QWidget *>(shown.window) : rows())->grab().toImage();
     return action + QStringLiteral(", grabbed at once");
 }
 
 QString RandomUser::addRowsAndEditSoon()
 {
-    const QString action = addBurst();
+    const QString action = addRows();
     const int row = below(4);
     QTimer::singleShot(0, rows(), [this, row] {
         rows()->scrollToTop();
-        rows()->edit(shown.view->model->index(row, 0));
+        rows()->edit(shown.model->index(row, 0));
     });
     return action + QStringLiteral(", and an editor from a timer");
 }
 
 QModelIndex RandomUser::someRow()
 {
-    const int count = shown.view->model->rowCount();
+    const int count = shown.model->rowCount();
     const int row = below(151);
-    return shown.view->model->index(count == 0 ? 0 : row % count, 0);
+    return shown.model->index(count == 0 ? 0 : row % count, 0);
 }
 
 QString RandomUser::pressKey()
@@ -184,12 +150,12 @@ QString RandomUser::resize()
 
 QString RandomUser::changeTab()
 {
-    shown.window->tabs->setCurrentIndex(0);
+    shown.tabs->setCurrentIndex(0);
     const bool meanwhile = below(2) == 0;
     if (meanwhile)
-        addBurst();
+        addRows();
     settle();
-    shown.window->tabs->setCurrentIndex(1);
+    shown.tabs->setCurrentIndex(1);
     return meanwhile ? QStringLiteral("other tab and back, with rows meanwhile")
                      : QStringLiteral("other tab and back");
 }
@@ -251,61 +217,34 @@ QString RandomUser::changeView()
 {
     const int what = below(7);
     const bool on = below(2) == 0;
-    switch (what) {
-    case 0:
-        rows()->setAlternatingRowColors(on);
-        break;
-    case 1:
-        rows()->setVerticalScrollMode(on ? QTreeView::ScrollPerPixel : QTreeView::ScrollPerItem);
-        break;
-    case 2:
-        rows()->setVerticalScrollBarPolicy(on ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAsNeeded);
-        break;
-    case 3:
-        shown.window->setLayoutDirection(on ? Qt::RightToLeft : Qt::LeftToRight);
-        break;
-    case 4:
-        shown.view->setEnabled(on);
-        break;
-    case 5:
-        rows()->setTextElideMode(on ? Qt::ElideMiddle : Qt::ElideRight);
-        break;
-    default:
-        rows()->verticalScrollBar()->setValue(below(150));
-    }
+    const std::function<void()> changes[] = {
+        [&] { rows()->setAlternatingRowColors(on); },
+        [&] { rows()->setVerticalScrollMode(on ? QTreeView::ScrollPerPixel : QTreeView::ScrollPerItem); },
+        [&] { rows()->setVerticalScrollBarPolicy(on ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAsNeeded); },
+        [&] { shown.window->setLayoutDirection(on ? Qt::RightToLeft : Qt::LeftToRight); },
+        [&] { shown.view->setEnabled(on); },
+        [&] { rows()->setTextElideMode(on ? Qt::ElideMiddle : Qt::ElideRight); },
+        [&] { rows()->verticalScrollBar()->setValue(below(150)); },
+    };
+    changes[what]();
     return QStringLiteral("view %1 %2").arg(what).arg(on);
 }
 
 QString RandomUser::changeItem()
 {
-    const QString action = below(2) == 0 ? addBurst() + QStringLiteral(", then ") : QString();
-    const QModelIndex index = below(3) == 0 ? shown.view->model->index(0, 0) : someRow();
+    const QString action = below(2) == 0 ? addRows() + QStringLiteral(", then ") : QString();
+    const QModelIndex index = below(3) == 0 ? shown.model->index(0, 0) : someRow();
     const int what = below(7);
     const QColor colour = QColor::fromRgb(random.generate());
-    QFont font(QStringLiteral("DejaVu Serif"), between(6, 20));
-    QAbstractItemModel *model = shown.view->model;
-    switch (what) {
-    case 0:
-        model->setData(index, QStringLiteral("changed by the host"), Qt::EditRole);
-        break;
-    case 1:
-        model->setData(index, QStringLiteral("taller\nby a line"), Qt::EditRole);
-        break;
-    case 2:
-        model->setData(index, font, Qt::FontRole);
-        break;
-    case 3:
-        model->setData(index, colour, Qt::ForegroundRole);
-        break;
-    case 4:
-        model->setData(index, colour, Qt::BackgroundRole);
-        break;
-    case 5:
-        model->setData(index, Qt::Checked, Qt::CheckStateRole);
-        break;
-    default:
-        model->setData(index, int(Qt::AlignRight | Qt::AlignBottom), Qt::TextAlignmentRole);
-    }
+    const QFont font(QStringLiteral("DejaVu Serif"), between(6, 20));
+    const QPair<QVariant, int> changes[] = {{QStringLiteral("changed by the host"), Qt::EditRole},
+                                            {QStringLiteral("taller\nby a line"), Qt::EditRole},
+                                            {font, Qt::FontRole},
+                                            {colour, Qt::ForegroundRole},
+                                            {colour, Qt::BackgroundRole},
+                                            {Qt::Checked, Qt::CheckStateRole},
+                                            {int(Qt::AlignRight | Qt::AlignBottom), Qt::TextAlignmentRole}};
+    shown.model->setData(index, changes[what].first, changes[what].second);
     return action + QStringLiteral("item %1 of row %2").arg(what).arg(index.row());
 }
 
@@ -318,7 +257,7 @@ QString RandomUser::edit()
     const bool accepted = below(2) == 0;
     const bool rowsCome = below(2) == 0;
     if (rowsCome)
-        addBurst();
+        addRows();
     QWidget *editor = rows()->indexWidget(rows()->currentIndex());
     if (editor && typed) {
         QTest::keyClicks(editor, QStringLiteral("typed"));

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <functional>
-
 #include <QImage>
 #include <QRandomGenerator>
 #include <QString>
@@ -41,8 +40,7 @@ private:
     QString changeItem();
     QString edit();
     QString rowText();
-    QString addBurst();
-    QTreeView *rows() const { return shown.view->treeView; }
+    QTreeView *rows() const { return shown.rows(); }
     QModelIndex someRow();
 
     ShownWindow &shown;

@@ -1,6 +1,10 @@
 #include "reference/reference.h"
 
 #include <QFile>
+#include <QTest>
+
+#include "support/datalines.h"
+#include "support/packets.h"
 
 namespace reference {
 
@@ -82,6 +86,31 @@ QString difference(const QString &name, const QByteArray &text)
                 .arg(QString::fromLatin1(actual.value(line)), QString::fromLatin1(expected.value(line)));
     }
     return {};
+}
+
+void addScenes(const char *name, int parts)
+{
+    QTest::addColumn<QStringList>("scene");
+    for (const QStringList &scene : dataLines(qPrintable(pathOf(name)), parts, parts))
+        QTest::newRow(qPrintable(scene[0])) << scene;
+}
+
+QSize sizeOf(const QString &text)
+{
+    return {text.section('x', 0, 0).toInt(), text.section('x', 1).toInt()};
+}
+
+QVector<Report> reports()
+{
+    QVector<Report> reports;
+    for (const QStringList &line : dataLines(qPrintable(pathOf("reports.txt")), 3, 3))
+        reports.append({hex(line[2].toLatin1()), noon.addMSecs(line[1].toInt())});
+    return reports;
+}
+
+void verifyNone(const QString &difference)
+{
+    QVERIFY2(difference.isEmpty(), qPrintable(difference));
 }
 
 } // namespace reference

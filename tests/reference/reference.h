@@ -21,4 +21,22 @@ QString difference(const QImage &actual, const QImage &expected);
 /// The same for the bytes of a text file.
 QString difference(const QString &name, const QByteArray &text);
 
+/// Adds the column "scene" and a row for each line of a data file here, by its first part.
+void addScenes(const char *name, int parts);
+
+/// \param text "480x360"
+QSize sizeOf(const QString &text);
+
+struct Report
+{
+    QByteArray bytes;
+    QTime time;
+};
+
+/// Those of reports.txt.
+QVector<Report> reports();
+
+/// Fails the test, with what differs, unless that is nothing.
+void verifyNone(const QString &difference);
+
 } // namespace reference

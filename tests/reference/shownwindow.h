@@ -2,18 +2,17 @@
 
 #include <QBackingStore>
 #include <QImage>
-#include <QSettings>
+#include <QLabel>
+#include <QLineEdit>
+#include <QStandardItemModel>
 #include <QTabWidget>
 #include <QTest>
 #include <QTreeView>
 
-#include "bargraph.h"
-#include "datapacket.h"
-#include "framepacer.h"
-#include "monitor.h"
-#include "qlineupdownedit.h"
 #include "qorvexgraph.h"
-#include "rowdelegate.h"
+#include "reference/inspect.h"
+#include "support/otherstore.h"
+#include "support/packets.h"
 
 /// A detached main window with settings of its own.
 class ShownWindow
@@ -23,45 +22,52 @@ public:
 
     explicit ShownWindow(const Settings &settings = {})
         : window(created(settings))
-        , view(window->monitorView)
-        , bars(window->barGraphView)
+        , tabs(window->findChild<QTabWidget *>())
+        , view(window->findChild<monitor *>())
+        , bars(window->findChild<bargraph *>())
+        , model(view->findChild<QStandardItemModel *>())
     {
+        window->findChild<QLineEdit *>()->setEnabled(false); // no cursor that blinks
     }
     ~ShownWindow()
     {
         // The view keeps its previous packet for good, by design; a test does not.
-        delete view->previousPacket;
+        delete Inspect::previousPacket(*view);
         delete window;
     }
     ShownWindow(const ShownWindow &) = delete;
     ShownWindow &operator=(const ShownWindow &) = delete;
 
-    void show(QWidget *tab, const QSize &size)
+    void show(QWidget *tab, const QSize &size = {480, 360})
     {
-        window->tabs->setCurrentWidget(tab);
+        tabs->setCurrentWidget(tab);
         window->resize(size);
         window->show();
         window->activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(window));
     }
 
-    void send(QWidget *tab, const QByteArray &bytes, QTime time = QTime(12, 0))
+    static void send(qorvexwidget *tab, const QByteArray &bytes, QTime time = noon)
     {
-        _DataPacket packet{bytes, static_cast<quint32>(bytes.size()),
-                           qChecksum(bytes.constData(), static_cast<uint>(bytes.size())), 1001, time};
-        static_cast<qorvexwidget *>(tab)->Display(&packet);
+        _DataPacket packet = packetOf(bytes, time);
+        tab->Display(&packet);
     }
 
-    /// Waits until rows that came at short intervals are asked to be painted.
-    bool waitForFrame() const
+    void add(const QString &text) { view->AddData(text, QString()); }
+
+    /// Returns when rows that came at short intervals are painted, and the layouts that they made due.
+    void settle(int rounds = 3)
     {
-        return QTest::qWaitFor([this] { return !view->pacer->frameEnd.isActive(); });
+        const FramePacer *pacer = Inspect::pacer(*view);
+        if (pacer && !QTest::qWaitFor([pacer] { return !Inspect::isHeldBack(*pacer); }))
+            qFatal("the frame does not end");
+        for (int i = 0; i < rounds; ++i)
+            QCoreApplication::processEvents();
     }
 
-    const RowDelegate *delegate() const
-    {
-        return static_cast<const RowDelegate *>(view->treeView->itemDelegate());
-    }
+    QTreeView *rows() const { return Inspect::rows(*view); }
+    QLabel *label() const { return Inspect::label(*view); }
+    const RowDelegate &delegate() const { return static_cast<const RowDelegate &>(*rows()->itemDelegate()); }
 
     /// The window, painted anew.
     QImage picture(qreal pixelRatio = 1) const
@@ -84,17 +90,17 @@ public:
     }
 
     qorvexgraph *const window;
+    QTabWidget *const tabs;
     monitor *const view;
     bargraph *const bars;
+    QStandardItemModel *const model;
 
 private:
     static qorvexgraph *created(const Settings &settings)
     {
-        QSettings store(QStringLiteral("Corvane"), QStringLiteral("qorvexgraph"));
-        store.clear();
-        for (const auto &setting : settings)
-            store.setValue(setting.first, setting.second);
-        store.sync();
+        otherStore().clear();
+        for (const auto &[key, value] : settings)
+            otherStore().setValue(key, value);
         return new qorvexgraph;
     }
 };

@@ -1,17 +1,78 @@
-#include "reference/reference.h"
-#include "reference/shownwindow.h"
-#include "rowdelegate.h"
-#include "support/tests.h"
-
 #include <cmath>
-
-#include <QHeaderView>
-#include <QLabel>
 #include <QPainter>
 #include <QRandomGenerator>
-#include <QStandardItemModel>
 #include <QStyledItemDelegate>
-#include <QTreeView>
+#include <QStyleFactory>
+
+#include "reference/reference.h"
+#include "reference/shownwindow.h"
+#include "support/tests.h"
+
+namespace {
+
+class ShownRows : public ShownWindow
+{
+public:
+    explicit ShownRows(const Settings &settings = {})
+        : ShownWindow(settings)
+    {
+        show(view);
+        for (const char *row :
+             {"___gjpqy___", "ABC   00 01 02 ", "a row that is wider than the view by far, and so is elided",
+              "row\twith a tabulator", "", "|{}[]()"})
+            add(QLatin1String(row));
+        settle();
+    }
+
+    /// From here on the style paints every row.
+    void useStyle()
+    {
+        rows()->setItemDelegate(new QStyledItemDelegate(rows()));
+        settle();
+    }
+};
+
+/// Moved, turned, mirrored, scaled by eighths, scaled more in one direction, sheared.
+QVector<QTransform> transforms()
+{
+    QRandomGenerator random(1);
+    const auto between = [&random](double min, double max) {
+        return min + random.generateDouble() * (max - min);
+    };
+    QVector<QTransform> transforms;
+    for (int i = 0; i < 120; ++i) {
+        const double unit = i % 6 == 2 ? 0.25 : 0.01;
+        QTransform transform =
+            QTransform::fromTranslate(random.bounded(-36, 37) * unit, random.bounded(-36, 37) * unit);
+        if (i % 3 == 0)
+            transform.rotate(between(-180, 180));
+        if (i % 3 == 1)
+            transform.scale(between(-2, 2), between(-2, 2));
+        const double scale = random.bounded(4, 17) * 0.125;
+        if (i % 6 == 2)
+            transform.scale(scale, i % 12 == 2 ? scale : 1);
+        if (i % 6 == 5)
+            transform.shear(between(-1, 1), between(-1, 1));
+        transforms.append(transform);
+    }
+    return transforms;
+}
+
+/// A view on a screen whose resolution changes.
+class MovedView : public QTreeView
+{
+public:
+    using QTreeView::QTreeView;
+    int dpi = 96;
+
+protected:
+    int metric(PaintDeviceMetric which) const override
+    {
+        return which == PdmDpiX || which == PdmDpiY ? dpi : QTreeView::metric(which);
+    }
+};
+
+} // namespace
 
 /// Plain rows look as the style draws them, on every screen and after every change of looks.
 class RowLooks : public QObject
@@ -24,50 +85,17 @@ private slots:
     void turnedAndMovedPictures();
     void rulesInTheNameOfAFont();
     void delegateWithoutAView();
-    void screenOfAnotherResolution();
-    void directionThatChanges();
-    void paletteThatChanges();
-    void updatesThatTheHostStops();
+    void keptSizesAndLayouts();
     void labelOfALongRowIsAsHighAsAnother();
     void labelThatWraps();
     void moreTextsThanAreKept();
 };
 
-namespace {
-
-void addRows(const ShownWindow &shown)
-{
-    shown.window->commandLine->setEnabled(false); // no cursor that blinks
-    for (const char *row :
-         {"___gjpqy___", "ABC   00 01 02 ", "a row that is wider than the view by far, and so is elided",
-          "row\twith a tabulator", "", "|{}[]()"})
-        shown.view->AddData(QLatin1String(row), QString());
-}
-
-void settle(const ShownWindow &shown)
-{
-    QVERIFY(shown.waitForFrame());
-    // A layout that is due makes paintings that are due only then.
-    for (int i = 0; i < 3; ++i)
-        QCoreApplication::processEvents();
-}
-
-/// What stands on the screen is what one painting of the whole window gives.
-void verifyScreen(const ShownWindow &shown)
-{
-    settle(shown);
-    const QString different = reference::difference(shown.onScreen(), shown.picture());
-    QVERIFY2(different.isEmpty(), qPrintable(different));
-}
-
-} // namespace
-
 void RowLooks::scaledScreens_data()
 {
-    QTest::addColumn<qreal>("ratio");
-    QTest::addColumn<QString>("size");
+    addColumns<qreal, QString>("ratio", "size");
     for (const char *size : {"6", "8", "10", "12"}) {
-        for (const qreal ratio : {1.0, 1.1, 1.2, 1.25, 1.4, 1.5, 1.7, 1.75, 1.8, 2.0, 2.3})
+        for (const qreal ratio : {1.0, 1.1, 1.125, 1.2, 1.25, 1.4, 1.5, 1.7, 1.75, 1.8, 2.0, 2.3})
             QTest::addRow("%s points at %g", size, ratio) << ratio << size;
     }
 }
@@ -76,228 +104,148 @@ void RowLooks::scaledScreens()
 {
     QFETCH(qreal, ratio);
     QFETCH(QString, size);
-    ShownWindow shown({{"Monitor Font Size", size}});
-    shown.show(shown.view, {480, 360});
-    addRows(shown);
-    QVERIFY(shown.waitForFrame());
-    shown.delegate()->layouts.clear();
+    ShownRows shown({{"Monitor Font Size", size}});
+    Inspect::layouts(shown.delegate()).clear();
     const QImage drawnByTheTool = shown.picture(ratio);
     // What the style paints is not kept.
-    QCOMPARE(shown.delegate()->layouts.isEmpty(), ratio * 4 != std::floor(ratio * 4));
-    QStyledItemDelegate plain;
-    shown.view->treeView->setItemDelegate(&plain);
-    const QString different = reference::difference(drawnByTheTool, shown.picture(ratio));
-    QVERIFY2(different.isEmpty(), qPrintable(different));
+    QCOMPARE(Inspect::layouts(shown.delegate()).isEmpty(), ratio * 4 != std::floor(ratio * 4));
+    shown.useStyle();
+    reference::verifyNone(reference::difference(drawnByTheTool, shown.picture(ratio)));
 }
 
 void RowLooks::turnedAndMovedPictures()
 {
-    ShownWindow shown;
-    shown.show(shown.view, {480, 360});
-    addRows(shown);
-    settle(shown);
-    QRandomGenerator random(1);
-    const auto between = [&random](double least, double greatest) {
-        return least + random.generateDouble() * (greatest - least);
+    ShownRows shown;
+    const auto pictures = [&shown] {
+        QVector<QImage> images;
+        for (const QTransform &transform : transforms()) {
+            QImage image(700, 500, QImage::Format_RGB32);
+            image.fill(Qt::magenta);
+            QPainter painter(&image);
+            painter.setTransform(transform);
+            shown.rows()->viewport()->render(&painter);
+            painter.end();
+            images.append(image);
+        }
+        return images;
     };
-    QVector<QTransform> transforms;
-    for (int i = 0; i < 60; ++i) {
-        QTransform transform = QTransform::fromTranslate(between(-9, 9), between(-9, 9));
-        if (i % 3 == 0)
-            transform.rotate(between(-180, 180));
-        if (i % 3 == 1)
-            transform.scale(between(-2, 2), between(-2, 2));
-        if (i % 6 == 2)
-            transform.scale(random.bounded(1, 9) * 0.25, random.bounded(1, 9) * 0.25);
-        if (i % 6 == 5)
-            transform.shear(between(-1, 1), between(-1, 1));
-        transforms.append(transform);
-    }
-    const auto picture = [&shown](const QTransform &transform) {
-        QImage image(700, 500, QImage::Format_RGB32);
-        image.fill(Qt::magenta);
-        QPainter painter(&image);
-        painter.setTransform(transform);
-        shown.view->treeView->viewport()->render(&painter);
-        return image;
-    };
-    QVector<QImage> drawnByTheTool;
-    for (const QTransform &transform : qAsConst(transforms))
-        drawnByTheTool.append(picture(transform));
-    QStyledItemDelegate plain;
-    shown.view->treeView->setItemDelegate(&plain);
-    for (int i = 0; i < transforms.size(); ++i) {
-        const QString different = reference::difference(drawnByTheTool.at(i), picture(transforms.at(i)));
-        QVERIFY2(different.isEmpty(), qPrintable(QStringLiteral("%1: %2").arg(i).arg(different)));
-    }
+    const QVector<QImage> drawnByTheTool = pictures();
+    shown.useStyle();
+    QCOMPARE(drawnByTheTool, pictures());
 }
 
 void RowLooks::rulesInTheNameOfAFont()
 {
     const QString name = "x\";} QTreeView::item {padding: 6px; color: red;} QLabel {font-family: \"x";
-    ShownWindow shown({{"Monitor Font", name}});
-    shown.show(shown.view, {480, 360});
-    addRows(shown);
-    settle(shown);
+    ShownRows shown({{"Monitor Font", name}});
     const QImage drawnByTheTool = shown.picture();
-    QStyledItemDelegate plain;
-    shown.view->treeView->setItemDelegate(&plain);
-    settle(shown);
-    const QString different = reference::difference(drawnByTheTool, shown.picture());
-    QVERIFY2(different.isEmpty(), qPrintable(different));
+    shown.useStyle();
+    reference::verifyNone(reference::difference(drawnByTheTool, shown.picture()));
 }
 
 void RowLooks::delegateWithoutAView()
 {
-    ShownWindow shown;
-    addRows(shown);
+    const ShownRows shown;
     const QStyledItemDelegate plain;
-    const auto picture = [&shown](const QStyledItemDelegate &delegate) {
+    const QModelIndex row = shown.model->index(0, 0);
+    const auto picture = [&row](const QStyledItemDelegate &delegate) {
         QImage image(200, 30, QImage::Format_RGB32);
         image.fill(Qt::white);
         QPainter painter(&image);
         QStyleOptionViewItem option;
         option.rect = image.rect();
-        delegate.paint(&painter, option, shown.view->model->index(0, 0));
+        delegate.paint(&painter, option, row);
         return image;
     };
-    const QModelIndex row = shown.view->model->index(0, 0);
-    QCOMPARE(shown.delegate()->sizeHint(QStyleOptionViewItem(), row),
+    QCOMPARE(shown.delegate().sizeHint(QStyleOptionViewItem(), row),
              plain.sizeHint(QStyleOptionViewItem(), row));
-    QCOMPARE(picture(*shown.delegate()), picture(plain));
+    QCOMPARE(picture(shown.delegate()), picture(plain));
 }
 
-/// A view on a screen whose resolution changes.
-class MovedView : public QTreeView
+// Sizes and layouts are kept until the screen or the font changes, sizes also until the style does.
+void RowLooks::keptSizesAndLayouts()
 {
-public:
-    int dpi = 96;
-
-protected:
-    int metric(PaintDeviceMetric which) const override
-    {
-        return which == PdmDpiX || which == PdmDpiY ? dpi : QTreeView::metric(which);
-    }
-};
-
-void RowLooks::screenOfAnotherResolution()
-{
-    RowDelegate delegate(QStringLiteral("QTreeView {}"), nullptr);
+    const RowDelegate delegate(QStringLiteral("QTreeView {}"), nullptr);
     const QStyledItemDelegate plain;
-    QStandardItemModel model;
-    model.appendRow(new QStandardItem(QStringLiteral("a row")));
     QWidget tab;
     tab.setStyleSheet(QStringLiteral("QTreeView {}"));
-    MovedView view;
-    view.setParent(&tab);
-    const auto sizeHint = [&](const QStyledItemDelegate &asked) {
+    MovedView view(&tab);
+    int points = 10;
+    const auto verify = [&](const char *text, int hints, int layouts) {
+        QStandardItemModel model;
+        model.appendRow(new QStandardItem(QLatin1String(text)));
         QStyleOptionViewItem option;
         option.initFrom(&view);
         option.widget = &view;
-        option.font = QFont(QFont(QStringLiteral("DejaVu Sans"), 10), &view);
-        return asked.sizeHint(option, model.index(0, 0));
+        option.font = QFont(QFont(QStringLiteral("DejaVu Sans"), points), &view);
+        option.rect = QRect(0, 0, 400, 100);
+        option.displayAlignment = Qt::AlignLeft | Qt::AlignVCenter;
+        QCOMPARE(delegate.sizeHint(option, model.index(0, 0)), plain.sizeHint(option, model.index(0, 0)));
+        QCOMPARE(Inspect::hints(delegate).size(), hints);
+        QImage image(400, 100, QImage::Format_RGB32);
+        image.setDotsPerMeterX(qRound(view.dpi / 0.0254));
+        image.setDotsPerMeterY(qRound(view.dpi / 0.0254));
+        QPainter painter(&image);
+        delegate.paint(&painter, option, model.index(0, 0));
+        QCOMPARE(Inspect::layouts(delegate).size(), layouts);
     };
-    const QSize before = sizeHint(delegate);
-    QCOMPARE(before, sizeHint(plain));
-    QVERIFY(!delegate.hints.isEmpty());
+    verify("a row", 1, 1);
+    verify("another", 2, 2);
+    verify("a row", 2, 2);
     view.dpi = 192;
-    QCOMPARE(sizeHint(delegate), sizeHint(plain));
-    QVERIFY(sizeHint(delegate) != before);
-}
-
-void RowLooks::directionThatChanges()
-{
-    QImage expected;
-    {
-        ShownWindow shown;
-        shown.window->setLayoutDirection(Qt::RightToLeft);
-        shown.show(shown.view, {480, 360});
-        addRows(shown);
-        settle(shown);
-        expected = shown.picture();
-    }
-    ShownWindow shown;
-    shown.show(shown.view, {480, 360});
-    addRows(shown);
-    settle(shown);
-    shown.window->setLayoutDirection(Qt::RightToLeft);
-    settle(shown);
-    const QString different = reference::difference(shown.onScreen(), expected);
-    QVERIFY2(different.isEmpty(), qPrintable(different));
-}
-
-void RowLooks::paletteThatChanges()
-{
-    ShownWindow shown;
-    shown.show(shown.view, {480, 360});
-    addRows(shown);
-    verifyScreen(shown);
-    QPalette palette = shown.view->treeView->palette();
-    palette.setColor(QPalette::Text, Qt::red);
-    shown.view->treeView->setPalette(palette);
-    verifyScreen(shown);
-}
-
-void RowLooks::updatesThatTheHostStops()
-{
-    ShownWindow shown;
-    shown.show(shown.view, {480, 360});
-    addRows(shown);
-    settle(shown);
-    shown.window->setUpdatesEnabled(false);
-    shown.view->pacer->sinceFrame.invalidate();
-    shown.view->AddData("while the host stops updates", QString());
-    for (int i = 0; i < 3; ++i)
-        QCoreApplication::processEvents();
-    QVERIFY(!shown.view->treeView->viewport()->updatesEnabled());
-    shown.window->setUpdatesEnabled(true);
-    verifyScreen(shown);
+    verify("a row", 1, 1);
+    verify("another", 2, 2);
+    points = 20;
+    verify("a row", 1, 1);
+    verify("another", 2, 2);
+    // Layouts depend on the font alone.
+    QApplication::setStyle(QStyleFactory::create("windows"));
+    verify("a row", 1, 2);
+    verify("another", 2, 2);
+    QApplication::setStyle(QStyleFactory::create("fusion"));
 }
 
 void RowLooks::labelOfALongRowIsAsHighAsAnother()
 {
     for (int size = 8; size <= 20; ++size) {
-        ShownWindow shown;
+        const ShownWindow shown;
         QFont font = shown.window->font();
         font.setPixelSize(size);
         shown.window->setFont(font);
-        QLabel *label = shown.view->lastRowLabel;
-        label->setText("short");
-        const int height = label->sizeHint().height();
-        label->setText(QString(10000, 'x'));
-        QCOMPARE(label->sizeHint().height(), height);
+        shown.label()->setText("short");
+        const int height = shown.label()->sizeHint().height();
+        shown.label()->setText(QString(10000, 'x'));
+        QCOMPARE(shown.label()->sizeHint().height(), height);
     }
 }
 
 void RowLooks::labelThatWraps()
 {
-    ShownWindow shown;
-    shown.show(shown.view, {480, 360});
-    QLabel *label = shown.view->lastRowLabel;
+    ShownRows shown;
+    QLabel *label = shown.label();
     label->setWordWrap(true);
-    shown.view->AddData("short", QString());
-    settle(shown);
+    shown.add("short");
+    shown.settle();
     const int height = label->height();
-    shown.view->AddData(QStringLiteral("more words than one line holds ").repeated(6), QString());
-    settle(shown);
+    shown.add(QStringLiteral("more words than one line holds ").repeated(6));
+    shown.settle();
     QCOMPARE(label->height(), label->heightForWidth(label->width()));
     QVERIFY(label->height() > height);
 }
 
 void RowLooks::moreTextsThanAreKept()
 {
-    ShownWindow shown;
-    shown.window->commandLine->setEnabled(false);
-    shown.show(shown.view, {480, 360});
-    int most = 0;
+    ShownRows shown;
+    int max = 0;
     for (int row = 0; row < 400; ++row) {
-        shown.view->AddData(QString::number(row), QString());
+        shown.add(QString::number(row));
         if (row % 5 == 0)
             shown.picture();
-        most = qMax(most, shown.delegate()->layouts.size());
+        max = qMax(max, Inspect::layouts(shown.delegate()).size());
     }
-    QVERIFY2(most > 200 && most <= 256, qPrintable(QString::number(most)));
-    verifyScreen(shown);
+    QVERIFY2(max > 200 && max <= 256, qPrintable(QString::number(max)));
+    shown.settle();
+    reference::verifyNone(reference::difference(shown.onScreen(), shown.picture()));
 }
 
 PADSCOPE_TESTS(RowLooks);

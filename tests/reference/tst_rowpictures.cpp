@@ -1,38 +1,17 @@
-#include "reference/reference.h"
-#include "reference/reports.h"
-#include "reference/shownwindow.h"
-#include "rowdelegate.h"
-#include "support/tests.h"
-
 #include <functional>
-
+#include <map>
 #include <QHeaderView>
 #include <QScrollBar>
-#include <QStandardItemModel>
 #include <QStyleFactory>
-#include <QTreeView>
+
+#include "reference/reference.h"
+#include "reference/shownwindow.h"
+#include "support/tests.h"
 
 namespace {
 
-using Settings = ShownWindow::Settings;
-using Change = std::function<void(ShownWindow &)>;
-
-struct Scene
-{
-    Settings settings = {};
-    QSize size{480, 360};
-    qreal pixelRatio = 1;
-    Change beforeShow = nullptr;
-    Change afterShow = nullptr;
-};
-
-Settings font(const QString &family, const QString &size)
-{
-    return {{QStringLiteral("Monitor Font"), family}, {QStringLiteral("Monitor Font Size"), size}};
-}
-
 /// Texts that a row can hold, beside those that the reports give.
-void addUnusualRows(monitor *view)
+void addUnusualRows(ShownWindow &shown)
 {
     const QString latin = QString::fromLatin1("Pr\xfc"
                                               "fung \xa0|\xad|\xff");
@@ -43,45 +22,107 @@ void addUnusualRows(monitor *view)
           QString(QChar(0x5d0)) + QChar(0x5d1) + QStringLiteral(" 12 abc"),
           QString(QChar(0x2028)) + QStringLiteral("x"), QStringLiteral("a\u0301e\u0308"),
           QStringLiteral("trailing blanks    "), QStringLiteral("nul ") + QChar(0) + QStringLiteral(" nul")})
-        view->AddData(text, QString());
-    view->AddData(QStringLiteral("first"), QStringLiteral("second"));
+        shown.add(text);
+    shown.view->AddData(QStringLiteral("first"), QStringLiteral("second"));
 }
 
-void addRows(ShownWindow &shown)
+void activateAnotherWindow(ShownWindow &)
 {
-    for (const QByteArray &report : reportsOfEveryKind(0))
-        shown.send(shown.view, report);
-    addUnusualRows(shown.view);
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&other));
 }
 
-void select(ShownWindow &shown, int row)
+void changePalette(ShownWindow &shown)
 {
-    QTreeView *rows = shown.view->treeView;
-    rows->setCurrentIndex(shown.view->model->index(row, 0));
+    QPalette palette = shown.window->palette();
+    palette.setColor(QPalette::Highlight, Qt::darkGreen);
+    palette.setColor(QPalette::HighlightedText, Qt::yellow);
+    palette.setColor(QPalette::Window, Qt::darkGray);
+    shown.window->setPalette(palette);
 }
 
-void scrollToTop(ShownWindow &shown)
+void addRowsUpToTheCut(ShownWindow &shown)
 {
-    shown.view->treeView->verticalScrollBar()->setValue(0);
+    for (int i = shown.model->rowCount(); i < 152; ++i)
+        shown.add(QString::number(i));
 }
 
-void setStyle(ShownWindow &, const char *name)
-{
-    QApplication::setStyle(QStyleFactory::create(QLatin1String(name)));
-}
+using Change = std::function<void(ShownWindow &)>;
 
-Change changeFont(const std::function<void(QFont &)> &change)
+Change chooseFont(const std::function<void(QFont &)> &change)
 {
     return [change](ShownWindow &shown) {
-        QFont font = shown.view->monitorFont;
+        QFont font = Inspect::font(*shown.view);
         change(font);
         shown.view->OnChangedFont(font);
     };
 }
 
-} // namespace
+void decorate(QFont &font)
+{
+    font.setBold(true);
+    font.setItalic(true);
+    font.setUnderline(true);
+    font.setStrikeOut(true);
+}
 
-Q_DECLARE_METATYPE(Scene)
+void space(QFont &font)
+{
+    font.setLetterSpacing(QFont::AbsoluteSpacing, 1.3);
+    font.setCapitalization(QFont::AllUppercase);
+}
+
+/// What is done to the window, as the data file names it.
+const std::map<QString, Change> changes{
+    {"scroll to the top", [](auto &shown) { shown.rows()->verticalScrollBar()->setValue(0); }},
+    {"scroll sideways", [](auto &shown) { shown.rows()->horizontalScrollBar()->setValue(133); }},
+    {"choose a serif font", chooseFont([](QFont &font) { font.setFamily("DejaVu Serif"); })},
+    {"choose 12 points", [](auto &shown) { shown.view->OnChangedFontSize("12"); }},
+    {"choose a decorated font", chooseFont(decorate)},
+    {"choose a spaced font", chooseFont(space)},
+    {"select", [](auto &shown) { shown.rows()->setCurrentIndex(shown.model->index(29, 0)); }},
+    {"clear the selection", [](auto &shown) { shown.rows()->selectionModel()->clearSelection(); }},
+    {"focus", [](auto &shown) { shown.rows()->setFocus(); }},
+    {"disable", [](auto &shown) { shown.view->setEnabled(false); }},
+    {"activate another window", activateAnotherWindow},
+    {"hover",
+     [](auto &shown) {
+         QTest::mouseMove(shown.rows()->viewport(), {60, 60});
+     }},
+    {"narrow the column", [](auto &shown) { shown.rows()->header()->resizeSection(0, 171); }},
+    {"remove all rows", [](auto &shown) { shown.model->removeRows(0, shown.model->rowCount()); }},
+    {"add rows up to the cut", addRowsUpToTheCut},
+    {"mirror", [](auto &shown) { shown.window->setLayoutDirection(Qt::RightToLeft); }},
+    {"change the palette", changePalette},
+    {"change the style", [](auto &) { QApplication::setStyle(QStyleFactory::create("windows")); }},
+    {"style the window",
+     [](auto &shown) {
+         shown.window->setStyleSheet("QTreeView::item {border: 1px solid red; padding: 2px;} "
+                                     "QTreeView::item:selected {background: blue;} QLabel {color: green;}");
+     }},
+    {"style the application's items",
+     [](auto &) {
+         qApp->setStyleSheet("QTreeView::item {color: orange;} QTreeView::item:hover {color: cyan;}");
+     }},
+};
+
+void apply(const QString &names, ShownWindow &shown)
+{
+    for (const QString &name : names.split(", ", Qt::SkipEmptyParts))
+        changes.at(name)(shown);
+}
+
+ShownWindow::Settings storedFont(const QString &familyAndSize)
+{
+    if (familyAndSize.isEmpty())
+        return {};
+    return {{"Monitor Font", familyAndSize.section(", ", 0, 0)},
+            {"Monitor Font Size", familyAndSize.section(", ", 1)}};
+}
+
+} // namespace
 
 /// The "Monitor" tab, controls included, looks as it always has.
 class RowPictureTests : public QObject
@@ -89,178 +130,25 @@ class RowPictureTests : public QObject
     Q_OBJECT
 
 private slots:
-    void pictures_data();
+    void pictures_data() { reference::addScenes("rowscenes.txt", 6); }
     void pictures();
-    void plainRowsTakeTheShortWay();
     void cleanup();
-
-private:
-    static void addFontScenes();
-    static void addStateScenes();
-    static void addSurroundings();
 };
-
-void RowPictureTests::pictures_data()
-{
-    QTest::addColumn<Scene>("scene");
-    QTest::newRow("rows/plain") << Scene{};
-    QTest::newRow("rows/top") << Scene{{}, {480, 360}, 1, nullptr, scrollToTop};
-    QTest::newRow("rows/wide") << Scene{{}, {1100, 700}};
-    QTest::newRow("rows/small") << Scene{{}, {320, 280}};
-    QTest::newRow("rows/ratio-1.5") << Scene{{}, {480, 360}, 1.5};
-    QTest::newRow("rows/ratio-2") << Scene{{}, {480, 360}, 2};
-    QTest::newRow("rows/sideways") << Scene{{}, {480, 360}, 1, nullptr, [](ShownWindow &shown) {
-                                                shown.view->treeView->horizontalScrollBar()->setValue(133);
-                                            }};
-    addFontScenes();
-    addStateScenes();
-    addSurroundings();
-}
-
-void RowPictureTests::addFontScenes()
-{
-    const QString mono = QStringLiteral("DejaVu Sans Mono");
-    QTest::newRow("rows/font-6") << Scene{font(mono, QStringLiteral("6"))};
-    QTest::newRow("rows/font-12") << Scene{font(mono, QStringLiteral("12"))};
-    QTest::newRow("rows/font-15") << Scene{font(mono, QStringLiteral("15"))};
-    QTest::newRow("rows/font-mono-10") << Scene{font(mono, QStringLiteral("10"))};
-    QTest::newRow("rows/font-sans") << Scene{font(QStringLiteral("DejaVu Sans"), QStringLiteral("12"))};
-    QTest::newRow("rows/font-serif") << Scene{{}, {480, 360}, 1, nullptr, changeFont([](QFont &font) {
-                                                  font.setFamily(QStringLiteral("DejaVu Serif"));
-                                              })};
-    QTest::newRow("rows/font-size-changed") << Scene{{}, {480, 360}, 1, nullptr, [](ShownWindow &shown) {
-                                                         shown.view->OnChangedFontSize(QStringLiteral("12"));
-                                                     }};
-    QTest::newRow("rows/font-decorated") << Scene{{}, {480, 360}, 1, nullptr, changeFont([](QFont &font) {
-                                                      font.setBold(true);
-                                                      font.setItalic(true);
-                                                      font.setUnderline(true);
-                                                      font.setStrikeOut(true);
-                                                  })};
-    QTest::newRow("rows/font-spaced") << Scene{{}, {480, 360}, 1.5, nullptr, changeFont([](QFont &font) {
-                                                   font.setLetterSpacing(QFont::AbsoluteSpacing, 1.3);
-                                                   font.setCapitalization(QFont::AllUppercase);
-                                               })};
-}
-
-void RowPictureTests::addStateScenes()
-{
-    const auto selected = [](ShownWindow &shown) {
-        select(shown, 29);
-        shown.view->treeView->setFocus();
-    };
-    QTest::newRow("rows/selected-focus") << Scene{{}, {480, 360}, 1, nullptr, selected};
-    QTest::newRow("rows/selected-focus-1.5") << Scene{{}, {480, 360}, 1.5, nullptr, selected};
-    QTest::newRow("rows/selected") << Scene{
-        {}, {480, 360}, 1, nullptr, [](ShownWindow &shown) { select(shown, 29); }};
-    QTest::newRow("rows/current-unselected")
-        << Scene{{}, {480, 360}, 1, nullptr, [](ShownWindow &shown) {
-                     select(shown, 29);
-                     shown.view->treeView->selectionModel()->clearSelection();
-                     shown.view->treeView->setFocus();
-                 }};
-    QTest::newRow("rows/disabled") << Scene{{}, {480, 360}, 1, nullptr, [](ShownWindow &shown) {
-                                                select(shown, 29);
-                                                shown.view->setEnabled(false);
-                                            }};
-    QTest::newRow("rows/inactive") << Scene{{}, {480, 360}, 1, nullptr, [](ShownWindow &shown) {
-                                                select(shown, 29);
-                                                QWidget other;
-                                                other.show();
-                                                other.activateWindow();
-                                                QVERIFY(QTest::qWaitForWindowActive(&other));
-                                            }};
-    QTest::newRow("rows/hover") << Scene{{}, {480, 360}, 1, nullptr, [](ShownWindow &shown) {
-                                             QTest::mouseMove(shown.view->treeView->viewport(), {60, 60});
-                                             QCoreApplication::processEvents();
-                                         }};
-    QTest::newRow("rows/narrow-column") << Scene{{}, {480, 360}, 1, nullptr, [](ShownWindow &shown) {
-                                                     shown.view->treeView->header()->resizeSection(0, 171);
-                                                 }};
-    QTest::newRow("rows/empty") << Scene{{}, {480, 360}, 1, nullptr, [](ShownWindow &shown) {
-                                             shown.view->model->removeRows(0, shown.view->model->rowCount());
-                                         }};
-    QTest::newRow("rows/cut-back") << Scene{{}, {480, 360}, 1, nullptr, [](ShownWindow &shown) {
-                                                for (int i = shown.view->model->rowCount(); i < 152; ++i)
-                                                    shown.view->AddData(QString::number(i), QString());
-                                            }};
-}
-
-void RowPictureTests::addSurroundings()
-{
-    const auto mirrored = [](ShownWindow &shown) { shown.window->setLayoutDirection(Qt::RightToLeft); };
-    QTest::newRow("rows/right-to-left") << Scene{{}, {480, 360}, 1, mirrored, nullptr};
-    QTest::newRow("rows/right-to-left-narrow")
-        << Scene{{}, {480, 360}, 1.5, mirrored, [](ShownWindow &shown) {
-                     shown.view->treeView->header()->resizeSection(0, 171);
-                     select(shown, 29);
-                     shown.view->treeView->setFocus();
-                 }};
-    QTest::newRow("rows/palette") << Scene{{},
-                                           {480, 360},
-                                           1,
-                                           [](ShownWindow &shown) {
-                                               QPalette palette = shown.window->palette();
-                                               palette.setColor(QPalette::Highlight, Qt::darkGreen);
-                                               palette.setColor(QPalette::HighlightedText, Qt::yellow);
-                                               palette.setColor(QPalette::Window, Qt::darkGray);
-                                               shown.window->setPalette(palette);
-                                           },
-                                           [](ShownWindow &shown) { select(shown, 29); }};
-    QTest::newRow("rows/style-windows") << Scene{{},
-                                                 {480, 360},
-                                                 1,
-                                                 [](ShownWindow &shown) { setStyle(shown, "windows"); },
-                                                 [](ShownWindow &shown) { select(shown, 29); }};
-    QTest::newRow("rows/host-style-sheet")
-        << Scene{{},
-                 {480, 360},
-                 1,
-                 [](ShownWindow &shown) {
-                     shown.window->setStyleSheet(QStringLiteral(
-                         "QTreeView::item {border: 1px solid red; padding: 2px;} "
-                         "QTreeView::item:selected {background: blue;} QLabel {color: green;}"));
-                 },
-                 [](ShownWindow &shown) { select(shown, 29); }};
-    QTest::newRow("rows/host-item-rules")
-        << Scene{{},
-                 {480, 360},
-                 1,
-                 [](ShownWindow &) {
-                     qApp->setStyleSheet(QStringLiteral("QTreeView::item {color: orange;} "
-                                                        "QTreeView::item:hover {color: cyan;}"));
-                 },
-                 [](ShownWindow &shown) { select(shown, 29); }};
-}
 
 void RowPictureTests::pictures()
 {
-    QFETCH(Scene, scene);
-    ShownWindow shown(scene.settings);
-    shown.window->commandLine->setEnabled(false); // no cursor that blinks
-    if (scene.beforeShow)
-        scene.beforeShow(shown);
-    shown.show(shown.view, scene.size);
-    addRows(shown);
-    if (scene.afterShow)
-        scene.afterShow(shown);
-    QVERIFY(shown.waitForFrame());
-    QCoreApplication::processEvents();
-    const QString difference =
-        reference::difference(QLatin1String(QTest::currentDataTag()), shown.picture(scene.pixelRatio));
-    QVERIFY2(difference.isEmpty(), qPrintable(difference));
-    const QString onScreen = reference::difference(shown.onScreen(), shown.picture());
-    QVERIFY2(onScreen.isEmpty(), qPrintable(onScreen));
-}
-
-/// Otherwise the pictures would say nothing about it.
-void RowPictureTests::plainRowsTakeTheShortWay()
-{
-    ShownWindow shown;
-    shown.show(shown.view, {480, 360});
-    shown.view->AddData(QStringLiteral("plain"), QString());
-    shown.picture();
-    QVERIFY(shown.delegate()->layouts.contains(QStringLiteral("plain")));
+    QFETCH(QStringList, scene);
+    ShownWindow shown(storedFont(scene[3]));
+    apply(scene[4], shown);
+    shown.show(shown.view, reference::sizeOf(scene[1]));
+    // One of each kind, without text.
+    for (const reference::Report &report : reference::reports().mid(0, 24))
+        ShownWindow::send(shown.view, report.bytes);
+    addUnusualRows(shown);
+    apply(scene[5], shown);
+    shown.settle(1);
+    reference::verifyNone(reference::difference("rows/" + scene[0], shown.picture(scene[2].toDouble())));
+    reference::verifyNone(reference::difference(shown.onScreen(), shown.picture()));
 }
 
 void RowPictureTests::cleanup()

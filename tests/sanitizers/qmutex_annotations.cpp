@@ -3,11 +3,10 @@
 // place of Qt's and call them.
 
 #include <dlfcn.h>
-#include <sanitizer/tsan_interface.h>
-
 #include <QDeadlineTimer>
 #include <QMutex>
 #include <QWaitCondition>
+#include <sanitizer/tsan_interface.h>
 
 namespace {
 

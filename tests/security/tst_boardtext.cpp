@@ -1,11 +1,8 @@
 #include <QLabel>
-#include <QTest>
 #include <QTextDocument>
-#include <QTreeView>
 
-#include "bargraph.h"
-#include "monitor/monitorview.h"
 #include "support/tests.h"
+#include "support/toolwindow.h"
 
 /// What a board says is shown as it stands: nothing of it is markup, a file name, a style or a command.
 class BoardText : public QObject
@@ -13,38 +10,44 @@ class BoardText : public QObject
     Q_OBJECT
 
 private slots:
-    void rowsAreNoMarkup_data();
-    void rowsAreNoMarkup();
+    void rowsShowTextAsItStands_data();
+    void rowsShowTextAsItStands();
     void proximityIsNoMarkup_data();
     void proximityIsNoMarkup();
-    void rowsAreNotInterpretedAsFormats();
-    void noRowChangesTheStyle();
 };
 
-void BoardText::rowsAreNoMarkup_data()
+void BoardText::rowsShowTextAsItStands_data()
 {
-    QTest::addColumn<QByteArray>("text");
-    addRow("bold", QByteArray("<b>bold</b>"));
-    addRow("a picture", QByteArray("<img src=\"/etc/hostname\">"));
-    addRow("a link", QByteArray("<a href=\"file:///\">here</a>"));
-    addRow("a document", QByteArray("<!DOCTYPE html><html><body>all</body></html>"));
-    addRow("an entity", QByteArray("&lt;&amp;"));
+    QTest::addColumn<QString>("text");
+    addRow("bold", "<b>bold</b>");
+    addRow("a picture", "<img src=\"/etc/hostname\">");
+    addRow("a link", "<a href=\"file:///\">here</a>");
+    addRow("a document", "<!DOCTYPE html><html><body>all</body></html>");
+    addRow("an entity", "&lt;&amp;");
+    addRow("formats", "%1 %2 %s %n");
+    addRow("a style", "} * {background: url(/dev/zero)}");
 }
 
-void BoardText::rowsAreNoMarkup()
+void BoardText::rowsShowTextAsItStands()
 {
-    QFETCH(QByteArray, text);
-    MonitorView monitorView;
-    monitorView.send(QByteArray("\x20\x32", 2) + text + '\n', QTime::currentTime().addSecs(1));
+    QFETCH(QString, text);
+    const ToolWindow tool;
+    const QString styleBefore = tool.monitorTab->styleSheet();
+    tool.send("\x20\x32" + text.toLatin1() + '\n', QTime::currentTime().addSecs(1));
     // A line feed is no character that can be printed.
-    QCOMPARE(monitorView.rows(), QStringList(QString::fromLatin1(text) + QLatin1Char('.')));
-    QCOMPARE(monitorView.label(), QString::fromLatin1(text) + QLatin1Char('.'));
-    QCOMPARE(monitorView.view->lastRowLabel->textFormat(), Qt::PlainText);
-    QVERIFY(!monitorView.view->lastRowLabel->openExternalLinks());
-    QVERIFY(monitorView.view->treeView->toolTip().isEmpty());
-    const QModelIndex index = monitorView.view->model->index(0, 0);
+    QCOMPARE(tool.rows(), QStringList(text + '.'));
+    QCOMPARE(tool.monitorTab->styleSheet(), styleBefore);
+    const auto *view = tool.monitorTab->findChild<QTreeView *>();
+    QVERIFY(view->toolTip().isEmpty());
+    const QModelIndex index = view->model()->index(0, 0);
     QVERIFY(!index.data(Qt::ToolTipRole).isValid());
     QVERIFY(!index.data(Qt::DecorationRole).isValid());
+    const QList<QLabel *> labels = tool.monitorTab->findChildren<QLabel *>();
+    const auto lastRow = std::find_if(labels.begin(), labels.end(),
+                                      [&](const QLabel *label) { return label->text() == text + '.'; });
+    QVERIFY(lastRow != labels.end());
+    QCOMPARE((*lastRow)->textFormat(), Qt::PlainText);
+    QVERIFY(!(*lastRow)->openExternalLinks());
 }
 
 void BoardText::proximityIsNoMarkup_data()
@@ -60,30 +63,18 @@ void BoardText::proximityIsNoMarkup_data()
 void BoardText::proximityIsNoMarkup()
 {
     QFETCH(char, character);
-    MonitorView monitorView;
-    bargraph *view = monitorView.window.barGraphView;
-    view->proxChar = character;
-    view->publish(packetOf({}));
-    const QString shown = view->proxLabel->text();
-    QCOMPARE(shown, QStringLiteral("Prox: ") + QLatin1Char(character));
+    const ToolWindow tool;
+    // A voltage, and a second later a line of 74 characters with the character behind its first line feed.
+    _DataPacket voltage = packetOf(hex("34 77 0c fa 00"), noon);
+    tool.barsTab->Display(&voltage);
+    const QByteArray line = QByteArray("\n") + character + QByteArray(71, ' ') + '!';
+    _DataPacket text = packetOf("\x20\x32" + line, noon.addSecs(1));
+    tool.barsTab->Display(&text);
+    const QList<QLabel *> labels = tool.barsTab->findChildren<QLabel *>();
+    const QString shown = QString("Prox: ") + character;
+    QVERIFY(std::any_of(labels.begin(), labels.end(),
+                        [&](const QLabel *label) { return label->text() == shown; }));
     QVERIFY(!Qt::mightBeRichText(shown));
-}
-
-void BoardText::rowsAreNotInterpretedAsFormats()
-{
-    MonitorView monitorView;
-    monitorView.send(QByteArray("\x20\x32%1 %2 %s %n\n", 14), QTime::currentTime().addSecs(1));
-    QCOMPARE(monitorView.rows(), QStringList(QStringLiteral("%1 %2 %s %n.")));
-}
-
-void BoardText::noRowChangesTheStyle()
-{
-    MonitorView monitorView;
-    const QString before = monitorView.view->styleSheet();
-    monitorView.send(QByteArray("\x20\x32} * {background: url(/dev/zero)}\n", 35),
-                     QTime::currentTime().addSecs(1));
-    QCOMPARE(monitorView.rows(), QStringList(QStringLiteral("} * {background: url(/dev/zero)}.")));
-    QCOMPARE(monitorView.view->styleSheet(), before);
 }
 
 PADSCOPE_TESTS(BoardText);

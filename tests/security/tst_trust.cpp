@@ -1,17 +1,12 @@
 #include <QDir>
-#include <QFile>
-#include <QLineEdit>
-#include <QStandardItemModel>
+#include <QSettings>
 #include <QTemporaryDir>
-#include <QTest>
 
-#include "host/hostrun.h"
-#include "monitor.h"
 #include "qlineupdownedit.h"
-#include "qorvexgraph.h"
 #include "support/capturedoutput.h"
 #include "support/driverlibrary.h"
 #include "support/tests.h"
+#include "support/toolwindow.h"
 
 /// What crosses into the tool from files that it does not trust.
 class Trust : public QObject
@@ -19,41 +14,25 @@ class Trust : public QObject
     Q_OBJECT
 
 private slots:
+    void cleanup() { QSettings("Corvane", "qorvexgraph").clear(); }
     void libraryOfTheCurrentFolderIsNotLoaded();
-    void pluginFolderWithoutPlugins();
     void historyIsNotSent();
     void familyStaysInItsRule();
     void logNeverLeavesItsFolder();
-    void scenarioThatIsNone();
 };
 
 void Trust::libraryOfTheCurrentFolderIsNotLoaded()
 {
     const QString before = QDir::currentPath();
-    QVERIFY(QDir::setCurrent(QStringLiteral(PADSCOPE_FAKE_DRIVERS "/complete")));
-    QVERIFY(QFile::exists(QStringLiteral("liborvexboardex.so.1")));
-    {
-        qorvexgraph window;
-        CapturedOutput errors(stderr);
-        window.AttachHardware();
-        QVERIFY(!DriverLibrary::isLoaded());
-        QVERIFY(errors.text().contains("liborvexboardex.so.1"));
-        window.close();
-    }
+    QVERIFY(QDir::setCurrent(PADSCOPE_FAKE_DRIVERS "/complete"));
+    QVERIFY(QFile::exists("liborvexboardex.so.1"));
+    ToolWindow tool;
+    CapturedOutput errors(stderr);
+    tool.window.AttachHardware();
     QVERIFY(QDir::setCurrent(before));
-}
-
-void Trust::pluginFolderWithoutPlugins()
-{
-    const QTemporaryDir folder;
-    QFile file(folder.filePath(QStringLiteral("libplugin.so")));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("\x7f"
-               "ELF and nothing more");
-    file.close();
-    const Run result = run({QStringLiteral("--plugins"), folder.path(), QStringLiteral("--list")});
-    QCOMPARE(result.status, 2);
-    QVERIFY2(result.errors.value(0).contains(file.fileName()), qPrintable(result.errors.join('\n')));
+    QVERIFY(!DriverLibrary::isLoaded());
+    QVERIFY(errors.text().contains("liborvexboardex.so.1"));
+    tool.window.close();
 }
 
 // What the settings put into the command line waits there until the user sends it.
@@ -61,13 +40,13 @@ void Trust::historyIsNotSent()
 {
     QSettings("Corvane", "qorvexgraph").setValue("history/0", ":ERASE");
     const DriverLibrary library("complete", {7});
-    qorvexgraph window;
-    QCOMPARE(window.commandLine->historyLines(), QStringList(":ERASE"));
-    window.AttachHardware();
-    QCOMPARE(library.takeCalls().filter("ERASE"), QStringList());
-    window.close();
-    QCOMPARE(library.takeCalls().filter("ERASE"), QStringList());
-    QSettings("Corvane", "qorvexgraph").clear();
+    ToolWindow tool;
+    QCOMPARE(tool.window.findChild<QLineUpDownEdit *>()->historyLines(), QStringList(":ERASE"));
+    tool.window.AttachHardware();
+    tool.window.close();
+    const QStringList calls = library.takeCalls();
+    QVERIFY(calls.contains("orvexAttach()"));
+    QCOMPARE(calls.filter("ERASE"), QStringList());
 }
 
 // A family is part of a style sheet, and may stand there as anything; the tool and the host stay whole.
@@ -75,14 +54,11 @@ void Trust::familyStaysInItsRule()
 {
     QSettings("Corvane", "qorvexgraph")
         .setValue("Monitor Font", "x\";} * {color: red;} QTreeView {font-family: \"y");
-    {
-        qorvexgraph window;
-        QVERIFY(qApp->styleSheet().isEmpty());
-        QVERIFY(window.styleSheet().isEmpty());
-        window.monitorView->AddData("A", "B");
-        QCOMPARE(window.monitorView->model->rowCount(), 1);
-    }
-    QSettings("Corvane", "qorvexgraph").clear();
+    const ToolWindow tool;
+    QVERIFY(qApp->styleSheet().isEmpty());
+    QVERIFY(tool.window.styleSheet().isEmpty());
+    tool.monitorTab->AddData("A", "B");
+    QCOMPARE(tool.rows().size(), 1);
 }
 
 void Trust::logNeverLeavesItsFolder()
@@ -91,23 +67,14 @@ void Trust::logNeverLeavesItsFolder()
     const QByteArray before = qgetenv("HOME");
     qputenv("HOME", QFile::encodeName(home.path()));
     {
-        qorvexgraph window;
-        window.monitorView->LogToFile(true);
-        window.monitorView->AddData("../../escaped.log", "/etc/escaped");
+        const ToolWindow tool;
+        tool.monitorTab->LogToFile(true);
+        tool.monitorTab->AddData("../../escaped.log", "/etc/escaped");
     }
     qputenv("HOME", before);
     QCOMPARE(QDir(home.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
              QStringList("qorvexgraph logs"));
     QCOMPARE(QDir(home.filePath("qorvexgraph logs")).entryList(QDir::Files).size(), 1);
-}
-
-void Trust::scenarioThatIsNone()
-{
-    const Run result = run({QStringLiteral("--plugins"), QStringLiteral(PADSCOPE_PLUGIN_FOLDER),
-                            QStringLiteral("--simulate=/etc/hostname"), QStringLiteral("--list")});
-    QCOMPARE(result.status, 2);
-    QCOMPARE(result.errors.size(), 1);
-    QVERIFY2(result.errors.value(0).contains("/etc/hostname"), qPrintable(result.errors.join('\n')));
 }
 
 PADSCOPE_TESTS(Trust);

@@ -38,6 +38,11 @@ bool SimulatedLibrary::isLoaded()
     return found != nullptr;
 }
 
+bool SimulatedLibrary::has(const char *name) const
+{
+    return dlsym(handle, name) != nullptr;
+}
+
 std::vector<int> SimulatedLibrary::boardIds() const
 {
     std::vector<int> ids(static_cast<std::size_t>(boards(nullptr, 0)));
@@ -66,15 +71,28 @@ std::vector<std::string> SimulatedLibrary::callsFrom(unsigned long long number) 
 void Recorder::data(int device, const unsigned char *bytes, unsigned int length, void *recorder)
 {
     auto &self = *static_cast<Recorder *>(recorder);
-    const std::lock_guard lock(self.mutex);
-    self.delivered.push_back({device, Bytes(bytes, bytes + length), std::this_thread::get_id()});
+    {
+        const std::lock_guard lock(self.mutex);
+        self.delivered.push_back({device, Bytes(bytes, bytes + length), std::this_thread::get_id()});
+    }
+    if (self.action)
+        self.action(device);
+}
+
+void Recorder::twin(int device, const unsigned char *bytes, unsigned int length, void *recorder)
+{
+    data(device, bytes, length, recorder);
 }
 
 void Recorder::pnp(void *recorder)
 {
     auto &self = *static_cast<Recorder *>(recorder);
-    const std::lock_guard lock(self.mutex);
-    self.noticeThreads.push_back(std::this_thread::get_id());
+    {
+        const std::lock_guard lock(self.mutex);
+        ++self.notified;
+    }
+    if (self.action)
+        self.action(0);
 }
 
 std::vector<Recorder::Delivery> Recorder::deliveries() const
@@ -89,10 +107,10 @@ std::size_t Recorder::count() const
     return delivered.size();
 }
 
-std::size_t Recorder::notices() const
+std::size_t Recorder::notifications() const
 {
     const std::lock_guard lock(mutex);
-    return noticeThreads.size();
+    return notified;
 }
 
 int Recorder::timesSeen(const Bytes &bytes) const

@@ -1,12 +1,13 @@
 #pragma once
 
-#include "entrypoints.h"
-#include "orvexsim.h"
-
+#include <functional>
 #include <mutex>
 #include <string>
 #include <thread>
 #include <vector>
+
+#include "entrypoints.h"
+#include "orvexsim.h"
 
 /// X(member, name) for each function of the control.
 #define ORVEXSIM_FUNCTIONS(X)                                                                                \
@@ -44,6 +45,7 @@ public:
 
     void unload();
     static bool isLoaded();
+    bool has(const char *name) const;
 
 #define DECLARE_POINTER(name, returns, value, parameters, arguments) returns(*name) parameters = nullptr;
 #define NO_POINTER(name, returns, value, parameters, arguments)
@@ -66,7 +68,7 @@ private:
 
 using Bytes = std::vector<unsigned char>;
 
-/// A listener that keeps what it was called with.
+/// A listener that keeps what it was called with. It must outlive the library, which calls it.
 class Recorder
 {
 public:
@@ -78,18 +80,22 @@ public:
     };
 
     static void data(int device, const unsigned char *bytes, unsigned int length, void *recorder);
+    /// Another function that does the same.
+    static void twin(int device, const unsigned char *bytes, unsigned int length, void *recorder);
     static void pnp(void *recorder);
 
     std::vector<Delivery> deliveries() const;
     std::size_t count() const;
-    std::size_t notices() const;
+    std::size_t notifications() const;
     /// How often exactly these bytes came.
     int timesSeen(const Bytes &bytes) const;
     /// How often a report of this type whose bytes contain the text came.
     int timesSeen(int type, const char *text) const;
 
+    std::function<void(int device)> action; ///< done within each call; the device is 0 in a notification
+
 private:
     mutable std::mutex mutex;
     std::vector<Delivery> delivered;
-    std::vector<std::thread::id> noticeThreads;
+    std::size_t notified = 0;
 };

@@ -1,8 +1,7 @@
-#include "simulator/simulatedlibrary.h"
+#include <QProcess>
+
 #include "support/entrypointnames.h"
 #include "support/tests.h"
-
-#include <QProcess>
 
 /// What the loader finds in the library.
 class tst_exports : public QObject
@@ -12,8 +11,6 @@ class tst_exports : public QObject
 private slots:
     void exactlyTheEntryPointsAndTheControl();
     void soname();
-    void isGoneAfterTheLastClose();
-    void isGoneAfterAnAttachWithoutDetach();
 };
 
 namespace {
@@ -54,27 +51,6 @@ void tst_exports::soname()
     QCOMPARE(lines.size(), 1);
     QVERIFY2(lines.first().endsWith("[liborvexboardex.so.1]"), qPrintable(lines.first()));
     QVERIFY(QString(SIMULATOR_FILE).endsWith("/liborvexboardex.so.1"));
-}
-
-void tst_exports::isGoneAfterTheLastClose()
-{
-    SimulatedLibrary library;
-    library.orvexAttach();
-    library.orvexDetach();
-    QVERIFY(SimulatedLibrary::isLoaded());
-    library.unload();
-    QVERIFY(!SimulatedLibrary::isLoaded());
-}
-
-void tst_exports::isGoneAfterAnAttachWithoutDetach()
-{
-    Recorder recorder;
-    SimulatedLibrary library;
-    library.orvexAttach();
-    library.orvexSetCallback(1001, Recorder::data, &recorder);
-    QTRY_VERIFY(recorder.count() > 0);
-    library.unload();
-    QVERIFY(!SimulatedLibrary::isLoaded());
 }
 
 PADSCOPE_TESTS(tst_exports);

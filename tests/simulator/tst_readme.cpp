@@ -1,8 +1,3 @@
-#include "firmware.h"
-#include "scenarioreader.h"
-#include "support/tests.h"
-
-#include <algorithm>
 #include <QDir>
 #include <QFile>
 #include <QJsonArray>
@@ -11,13 +6,49 @@
 #include <QRegularExpression>
 #include <QTemporaryFile>
 
+#include "firmware.h"
+#include "scenarioreader.h"
+#include "support/tests.h"
+
+namespace {
+
+QString contentsOf(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("%s cannot be read", qPrintable(path));
+    return QString::fromUtf8(file.readAll());
+}
+
+/// A cell of a row, from 1 on.
+QString cell(const QString &row, int column)
+{
+    return row.section('|', column, column).trimmed();
+}
+
+/// Everything in backticks in the first cells of rows, in order of the alphabet.
+QStringList namesIn(const QStringList &rows)
+{
+    static const QRegularExpression quoted("`([^`]+)`");
+    QStringList found;
+    for (const QString &row : rows) {
+        for (auto matches = quoted.globalMatch(cell(row, 1)); matches.hasNext();)
+            found += matches.next().captured(1);
+    }
+    found.sort();
+    return found;
+}
+
+std::string error;
+
+} // namespace
+
 /// The tables of the simulator's pages name what there is: no more, no less, and each once.
 class tst_readme : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
     void entryPoints();
     void scenarios();
     void commands();
@@ -27,65 +58,28 @@ private slots:
     void defaultWeights();
 
 private:
-    QString page;
-    QString scenarioPage;
-    QJsonObject schema;
+    static QStringList rowsOf(const QString &page, const QString &section);
+    /// The example as its page says: without what follows "//".
+    QByteArray example() const;
+
+    const QString page = contentsOf(SIMULATOR_FOLDER "/README.md");
+    const QString scenarioPage = contentsOf(SIMULATOR_FOLDER "/../docs/scenarios.md");
+    const QJsonValue schema =
+        QJsonDocument::fromJson(contentsOf(SCENARIO_FOLDER "/schema.json").toUtf8())["$defs"];
 };
 
-namespace {
-
-QByteArray contentsOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 /// The rows of the table in a section, without its head.
-QStringList rowsOf(const QString &page, const QString &section)
+QStringList tst_readme::rowsOf(const QString &page, const QString &section)
 {
     const int start = page.indexOf("\n## " + section + "\n");
     const QString body = page.mid(start, page.indexOf("\n## ", start + 1) - start);
     return start < 0 ? QStringList() : body.split('\n').filter(QRegularExpression("^\\|")).mid(2);
 }
 
-/// The example as its page says: without what follows "//".
-QString exampleIn(const QString &page)
+QByteArray tst_readme::example() const
 {
-    const QString begin = "```jsonc\n";
-    const int start = page.indexOf(begin) + begin.size();
-    return page.mid(start, page.indexOf("```", start) - start).remove(QRegularExpression(" *//[^\n]*"));
-}
-
-/// Everything in backticks, in order of the alphabet.
-QStringList quotedIn(const QStringList &texts)
-{
-    static const QRegularExpression quoted("`([^`]+)`");
-    QStringList found;
-    for (const QString &text : texts) {
-        for (auto matches = quoted.globalMatch(text); matches.hasNext();)
-            found.append(matches.next().captured(1));
-    }
-    found.sort();
-    return found;
-}
-
-/// A cell of each row, from 1 on.
-QStringList cells(const QStringList &rows, int column)
-{
-    QStringList found;
-    for (const QString &row : rows)
-        found.append(row.section('|', column, column).trimmed());
-    return found;
-}
-
-} // namespace
-
-void tst_readme::initTestCase()
-{
-    page = QString::fromUtf8(contentsOf(SIMULATOR_FOLDER "/README.md"));
-    scenarioPage = QString::fromUtf8(contentsOf(SIMULATOR_FOLDER "/../docs/scenarios.md"));
-    schema = QJsonDocument::fromJson(contentsOf(SCENARIO_FOLDER "/schema.json")).object();
-    QVERIFY(!page.isEmpty() && !scenarioPage.isEmpty() && !schema.isEmpty());
+    const QString text = scenarioPage.section("```jsonc\n", 1).section("```", 0, 0);
+    return QString(text).remove(QRegularExpression(" *//[^\n]*")).toUtf8();
 }
 
 void tst_readme::entryPoints()
@@ -93,23 +87,21 @@ void tst_readme::entryPoints()
     const QStringList expected{"orvexAttach",         "orvexClearCallback",  "orvexDetach",
                                "orvexEnumDeviceInfo", "orvexGetDeviceCount", "orvexSendCommand",
                                "orvexSetCallback",    "orvexSetPnpCallback"};
-    QCOMPARE(quotedIn(cells(rowsOf(page, "Entry points"), 1)), expected);
+    QCOMPARE(namesIn(rowsOf(page, "Entry points")), expected);
 }
 
 void tst_readme::scenarios()
 {
     QStringList expected;
     const QDir shipped(SCENARIO_FOLDER);
-    for (const QString &file : shipped.entryList({"*.json"}, QDir::Files, QDir::Name)) {
-        if (file == "schema.json")
-            continue;
-        std::string complaint;
-        const auto scenario = readScenario(shipped.filePath(file).toStdString(), complaint);
-        QVERIFY2(scenario, complaint.c_str());
-        expected.append("| `" + file.chopped(5) + "` | " + QString::fromStdString(scenario->title) + " |");
+    for (const QString &file :
+         shipped.entryList({"*.json"}, QDir::Files, QDir::Name).filter(QRegularExpression("^(?!schema)"))) {
+        const auto scenario = readScenario(shipped.filePath(file).toStdString(), error);
+        QVERIFY2(scenario, error.c_str());
+        expected += "| `" + file.chopped(5) + "` | " + QString::fromStdString(scenario->title) + " |";
     }
-    expected.sort();
     QStringList rows = rowsOf(page, "Scenarios");
+    expected.sort();
     rows.sort();
     QCOMPARE(rows, expected);
 }
@@ -118,42 +110,34 @@ void tst_readme::scenarios()
 void tst_readme::commands()
 {
     Sensor sensor(1);
-    Firmware firmware(sensor);
-    const QString answer = QString::fromStdString(firmware.take("?").at(0));
+    const QString answer = QString::fromStdString(Firmware().take("?", sensor).at(0));
     QStringList expected = answer.chopped(1).section(": ", 1).split(' ');
     QVERIFY(expected.size() > 10);
     expected.sort();
-    QCOMPARE(quotedIn(cells(rowsOf(page, "Commands"), 1)), expected);
+    QCOMPARE(namesIn(rowsOf(page, "Commands")), expected);
 }
 
 void tst_readme::theExampleIsAScenario()
 {
     QTemporaryFile file;
     QVERIFY(file.open());
-    file.write(exampleIn(scenarioPage).toUtf8());
+    file.write(example());
     file.close();
-    std::string complaint;
-    const auto scenario = readScenario(file.fileName().toStdString(), complaint);
-    QVERIFY2(scenario, complaint.c_str());
+    const auto scenario = readScenario(file.fileName().toStdString(), error);
+    QVERIFY2(scenario, error.c_str());
     QCOMPARE(scenario->boards.size(), std::size_t{2});
-    QCOMPARE(scenario->boards[0].plan.rate, 200);
+    QCOMPARE(scenario->boards[0].rate, 200);
     QVERIFY(!scenario->boards[1].plugged);
 }
 
 void tst_readme::theExampleHasEveryEvent()
 {
-    QStringList expected;
-    const QJsonArray events = schema["$defs"].toObject()["event"].toObject()["oneOf"].toArray();
-    for (const QJsonValue &event : events)
-        expected.append(event["properties"]["do"]["const"].toString());
-    QStringList found;
-    const QJsonArray timeline =
-        QJsonDocument::fromJson(exampleIn(scenarioPage).toUtf8())["timeline"].toArray();
-    for (const QJsonValue &event : timeline)
-        found.append(event["do"].toString());
-    expected.sort();
-    found.sort();
-    found.removeDuplicates();
+    QSet<QString> expected;
+    for (const QJsonValue event : schema["event"]["oneOf"].toArray())
+        expected += event["properties"]["do"]["const"].toString();
+    QSet<QString> found;
+    for (const QJsonValue event : QJsonDocument::fromJson(example())["timeline"].toArray())
+        found += event["do"].toString();
     QVERIFY(expected.size() > 5);
     QCOMPARE(found, expected);
 }
@@ -161,27 +145,25 @@ void tst_readme::theExampleHasEveryEvent()
 void tst_readme::defaultsOfABoard()
 {
     const QStringList rows = rowsOf(scenarioPage, "What a board does unless it is told otherwise");
-    QStringList keys = schema["$defs"].toObject()["board"].toObject()["properties"].toObject().keys();
+    QStringList keys = schema["board"]["properties"].toObject().keys();
     keys.sort();
-    QCOMPARE(quotedIn(cells(rows, 1)), keys);
-    const Scenario::Place usual{{1, 1}};
-    const auto tells = [&rows](const QString &key, const QString &value) {
-        return rows.filter("| `" + key + "` | `" + value + "` |").size() == 1;
-    };
-    QVERIFY(tells("rate", QString::number(usual.plan.rate)));
-    QVERIFY(tells("adcMax", QString::number(usual.plan.adcMax)));
-    QVERIFY(tells("plugged", usual.plugged ? "true" : "false"));
-    QVERIFY(tells("lines", usual.plan.lines ? "true" : "false"));
-    QVERIFY(tells("unknowns", usual.plan.unknowns ? "true" : "false"));
-    QVERIFY(tells("pen", usual.plan.pen.away ? "\"away\"" : "\"writing\""));
+    QCOMPARE(namesIn(rows), keys);
+    const BoardPlan plan{1, 1};
+    const auto word = [](bool value) { return QString(value ? "true" : "false"); };
+    const std::pair<const char *, QString> defaults[] = {
+        {"rate", QString::number(plan.rate)}, {"adcMax", QString::number(plan.adcMax)},
+        {"plugged", word(plan.plugged)},      {"lines", word(plan.lines)},
+        {"unknowns", word(plan.unknowns)},    {"pen", plan.pen.away ? "\"away\"" : "\"writing\""}};
+    for (const auto &[key, value] : defaults)
+        QCOMPARE(rows.filter(QString("| `%1` | `%2` |").arg(key, value)).size(), 1);
 }
 
 void tst_readme::defaultWeights()
 {
     QMap<QString, int> found;
     for (const QString &row : rowsOf(scenarioPage, "Weights")) {
-        for (const QString &kind : quotedIn(cells({row}, 1)))
-            found[kind] = cells({row}, 2).value(0).toInt();
+        for (const QString &kind : namesIn({row}))
+            found[kind] = cell(row, 2).toInt();
     }
     QMap<QString, int> expected;
     for (std::size_t kind = 0; kind < kindCount; ++kind)

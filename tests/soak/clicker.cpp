@@ -1,15 +1,13 @@
 #include "soak/clicker.h"
 
 #include <QAbstractButton>
-#include <QEvent>
-#include <QThread>
 #include <QtTest/qtestmouse.h>
 #include <QWindow>
 
 namespace {
 
-constexpr std::chrono::milliseconds pause{50};
-constexpr std::chrono::seconds longestAnswer{10};
+constexpr unsigned long pauseMs = 50;
+constexpr int maxAnswerMs = 10'000;
 constexpr std::size_t answersExpected = 100'000;
 
 /// In the middle of a check box's square, which is where a click on it counts.
@@ -33,73 +31,34 @@ Clicker::Clicker(QAbstractButton &button)
 
 Clicker::~Clicker()
 {
-    stop();
-    if (thread_)
-        thread_->wait();
-}
-
-void Clicker::start()
-{
-    thread_.reset(QThread::create([this] { run(); }));
-    connect(thread_.get(), &QThread::finished, this, &Clicker::stopped);
-    thread_->start();
-}
-
-void Clicker::stop()
-{
-    const std::lock_guard lock(mutex_);
-    stopping_ = true;
-    changed_.notify_all();
-}
-
-std::vector<double> Clicker::answers() const
-{
-    const std::lock_guard lock(mutex_);
-    return answersMs_;
-}
-
-bool Clicker::gaveUp() const
-{
-    const std::lock_guard lock(mutex_);
-    return gaveUp_;
+    requestInterruption();
+    wait();
 }
 
 bool Clicker::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::Paint && taken_) {
         taken_ = false;
-        const std::lock_guard lock(mutex_);
-        answered_ = true;
         answeredAt_ = Clock::now();
-        changed_.notify_all();
+        answered_.release();
     }
-    return QObject::eventFilter(watched, event);
+    return QThread::eventFilter(watched, event);
 }
 
 void Clicker::run()
 {
-    std::unique_lock lock(mutex_);
-    while (!stopping_ && click(lock))
-        changed_.wait_for(lock, pause, [this] { return stopping_; });
+    while (!isInterruptionRequested() && !gaveUp_) {
+        const Clock::time_point clickedAt = Clock::now();
+        post(QEvent::MouseButtonPress, Qt::LeftButton);
+        post(QEvent::MouseButtonRelease, Qt::NoButton);
+        gaveUp_ = !answered_.tryAcquire(1, maxAnswerMs);
+        if (!gaveUp_)
+            answersMs_.push_back(std::chrono::duration<double, std::milli>(answeredAt_ - clickedAt).count());
+        msleep(pauseMs);
+    }
 }
 
-bool Clicker::click(std::unique_lock<std::mutex> &lock)
+void Clicker::post(QEvent::Type type, Qt::MouseButtons held) const
 {
-    answered_ = false;
-    const Clock::time_point clickedAt = Clock::now();
-    lock.unlock();
-    postClick();
-    lock.lock();
-    gaveUp_ = !changed_.wait_for(lock, longestAnswer, [this] { return answered_; });
-    if (!gaveUp_)
-        answersMs_.push_back(std::chrono::duration<double, std::milli>(answeredAt_ - clickedAt).count());
-    return !gaveUp_;
-}
-
-void Clicker::postClick() const
-{
-    qt_handleMouseEvent(window_, place_, globalPlace_, Qt::LeftButton, Qt::LeftButton,
-                        QEvent::MouseButtonPress, Qt::NoModifier, 0);
-    qt_handleMouseEvent(window_, place_, globalPlace_, Qt::NoButton, Qt::LeftButton,
-                        QEvent::MouseButtonRelease, Qt::NoModifier, 0);
+    qt_handleMouseEvent(window_, place_, globalPlace_, held, Qt::LeftButton, type, Qt::NoModifier, 0);
 }

@@ -1,10 +1,9 @@
 #pragma once
 
 #include <cstdio>
-#include <unistd.h>
-
 #include <QByteArray>
 #include <QTemporaryFile>
+#include <unistd.h>
 
 /// Catches what this process writes to one of its standard streams while it lives.
 class CapturedOutput

@@ -1,14 +1,13 @@
 #pragma once
 
 #include <dlfcn.h>
-
 #include <QStringList>
 
 #include "driver/fake/fakeboards.h"
 
 /// Loads a variant of the fake driver library by its path; the tool's own look-up by name then finds it.
 ///
-/// Its own handle keeps the library, with its journal, loaded when the tool has closed it.
+/// Its own handle keeps the library, with its call log, loaded when the tool has closed it.
 class DriverLibrary
 {
 public:
@@ -76,9 +75,9 @@ private:
     const FakeBoards *boards = nullptr;
 };
 
-/// A pointer, as the journal of the fake library writes it.
+/// A pointer, as the call log of the fake library shows it.
 template <typename Pointer>
-QString journalText(Pointer pointer)
+QString addressText(Pointer pointer)
 {
     return QString::asprintf("%p", reinterpret_cast<const void *>(pointer));
 }

@@ -1,18 +1,16 @@
 #pragma once
 
 #include <functional>
-
 #include <QVector>
 
 #include "datapacket.h"
-#include "qorvexgraph.h"
 #include "qorvexwidget.h"
 
-/// A view that keeps a copy of every packet it is shown.
+/// A view that keeps a copy of every packet it is shown, and the typed commands that it is offered.
 class RecordingView : public qorvexwidget
 {
 public:
-    explicit RecordingView(qorvexgraph *window)
+    explicit RecordingView(TabWindow *window)
         : qorvexwidget(window)
     {
         displayThreshold = 50;
@@ -24,7 +22,18 @@ public:
         if (onDisplay)
             onDisplay();
     }
+    void CommandTyped(const QString &command) override { commands += command; }
 
+    QByteArrayList reports() const
+    {
+        QByteArrayList reports;
+        for (const _DataPacket &packet : packets)
+            reports += packet.data;
+        return reports;
+    }
+
+    using qorvexwidget::displayThreshold;
     QVector<_DataPacket> packets;
+    QStringList commands;
     std::function<void()> onDisplay; ///< called for each packet, when it is recorded
 };

@@ -1,10 +1,10 @@
+#include "support/tests.h"
+
 #include <cstdio>
 #include <map>
-
 #include <QFileInfo>
 
 #include "support/testmain.h"
-#include "support/tests.h"
 
 namespace {
 

@@ -1,63 +1,149 @@
-#include "torture/torture.h"
-
-#include <chrono>
-#include <thread>
-
+#include <atomic>
+#include <cstdio>
+#include <future>
+#include <mutex>
 #include <QAbstractSlider>
-#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QCommandLineParser>
+#include <QElapsedTimer>
 #include <QSpinBox>
 #include <QTabWidget>
-#include <QTest>
+#include <random>
 
-#include "bargraph.h"
-#include "monitor.h"
 #include "qlineupdownedit.h"
-#include "support/abandonedwindow.h"
+#include "support/driverlibrary.h"
+#include "support/testmain.h"
+#include "torture/inspect.h"
 #include "torture/packetcount.h"
 
 namespace {
 
-constexpr int mostWindows = 3;
-constexpr std::size_t mostQueued = 5000; ///< in a window, before the flood pauses
+constexpr int stepsBetweenAccounts = 200;
+constexpr std::size_t maxWindows = 3;
+constexpr long maxQueued = 5000; ///< in a window, before the flood pauses
 constexpr int threads = 8;
 constexpr std::chrono::milliseconds floodLimit{100}; ///< of a flood within one step
 
-} // namespace
+constexpr const char *commands[] = {"A", ":RMM", "", "U8", ":MDU1"};
 
-const std::vector<Torture::Weighted> Torture::operations{
-    {&Torture::deliverHere, 20},
-    {&Torture::deliverOnThreads, 20},
-    {&Torture::switchFlood, 4},
-    {&Torture::plug, 5},
-    {&Torture::notice, 5},
-    {&Torture::attach, 8},
-    {&Torture::close, 2},
-    {&Torture::hide, 2},
-    {&Torture::show, 6},
-    {&Torture::minimise, 2},
-    {&Torture::switchTab, 10},
-    {&Torture::type, 8},
-    {&Torture::recall, 4},
-    {&Torture::changeFont, 2},
-    {&Torture::moveSliders, 6},
-    {&Torture::switchBoxes, 4},
-    {&Torture::stepFrequency, 6},
-    {&Torture::resize, 2},
-    {&Torture::paint, 4},
-    {&Torture::openWindow, 3},
-    {&Torture::destroyClosedWindow, 2},
-    {&Torture::destroyAttachedWindow, 1},
-    {&Torture::loseLibrary, 1},
-    {&Torture::runEvents, 30},
+template <typename Widget>
+Widget *find(const qorvexgraph *window)
+{
+    return window->findChild<Widget *>();
+}
+
+void type(qorvexgraph *window, const char *command)
+{
+    auto *line = find<QLineUpDownEdit>(window);
+    line->setText(command);
+    QTest::keyClick(line, Qt::Key_Return);
+}
+
+/// Random things that a user, boards and a driver library do, in an order that a seed gives; the threads of
+/// the library run as they will.
+class Torture
+{
+public:
+    explicit Torture(unsigned int seed);
+    ~Torture();
+
+    /// \return whether no packet was lost, and none freed twice
+    bool run(qint64 ms);
+
+private:
+    struct Operation
+    {
+        int weight;
+        void (*run)(Torture &t);
+    };
+    static const std::vector<Operation> operations;
+
+    int upTo(int max) { return std::uniform_int_distribution<int>(0, max)(random); }
+    template <typename List>
+    auto &anyOf(List &list)
+    {
+        return list[static_cast<std::size_t>(upTo(static_cast<int>(std::size(list)) - 1))];
+    }
+    qorvexgraph *anyWindow() { return anyOf(windows); }
+    void step();
+    long lostPackets();
+    QByteArray randomReport();
+    void startFlood();
+    void stopFlood();
+    void destroy(qorvexgraph *window);
+    void destroyOneOfSeveral(void (*before)(qorvexgraph *window));
+    void loseLibrary();
+
+    std::mt19937 random;
+    std::unique_ptr<DriverLibrary> library;
+    std::vector<qorvexgraph *> windows;
+    std::mutex floodMutex; ///< held while the flood is stopped
+    std::atomic<bool> isFlooding{false};
+    long leftInDestroyed = 0;
+};
+
+const std::vector<Torture::Operation> Torture::operations{
+    {20, [](Torture &t) { t.library->deliver(1 + t.upTo(2), t.randomReport()); }},
+    {20, [](Torture &t) { t.library->deliver(1 + t.upTo(2), t.randomReport(), threads); }},
+    {4, [](Torture &t) { t.isFlooding ? t.stopFlood() : t.startFlood(); }},
+    {5,
+     [](Torture &t) {
+         t.library->setBoards(QVector<int>{1, 2, 3}.mid(0, t.upTo(3)));
+         (*t.library)->plug();
+     }},
+    {5, [](Torture &t) { (*t.library)->plug(); }},
+    {8, [](Torture &t) { t.anyWindow()->AttachHardware(); }},
+    {2, [](Torture &t) { t.anyWindow()->close(); }},
+    {2, [](Torture &t) { t.anyWindow()->hide(); }},
+    {6, [](Torture &t) { t.anyWindow()->showNormal(); }},
+    {2, [](Torture &t) { t.anyWindow()->showMinimized(); }},
+    {10, [](Torture &t) { find<QTabWidget>(t.anyWindow())->setCurrentIndex(t.upTo(1)); }},
+    {8, [](Torture &t) { type(t.anyWindow(), t.anyOf(commands)); }},
+    {4,
+     [](Torture &t) {
+         QTest::keyClick(find<QLineUpDownEdit>(t.anyWindow()), t.upTo(1) ? Qt::Key_Up : Qt::Key_Down);
+     }},
+    {2,
+     [](Torture &t) {
+         for (auto *box : find<monitor>(t.anyWindow())->findChildren<QComboBox *>())
+             box->setCurrentIndex(t.upTo(qMax(0, box->count() - 1)));
+     }},
+    {6,
+     [](Torture &t) {
+         for (auto *slider : t.anyWindow()->findChildren<QAbstractSlider *>("displayThresholdSlider"))
+             slider->setValue(t.upTo(3) ? t.upTo(50) : t.upTo(1000));
+     }},
+    {4,
+     [](Torture &t) {
+         const auto boxes = t.anyWindow()->findChildren<QCheckBox *>();
+         boxes.at(t.upTo(boxes.size() - 1))->toggle();
+     }},
+    {6, [](Torture &t) { find<QSpinBox>(t.anyWindow())->setValue(t.upTo(500000)); }},
+    {2, [](Torture &t) { t.anyWindow()->resize(t.upTo(1200), t.upTo(900)); }},
+    {4, [](Torture &t) { t.anyWindow()->grab(); }},
+    {3,
+     [](Torture &t) {
+         if (t.windows.size() < maxWindows)
+             t.windows.push_back(new qorvexgraph);
+     }},
+    {2,
+     [](Torture &t) {
+         t.destroyOneOfSeveral([](qorvexgraph *window) {
+             window->show();
+             window->close();
+         });
+     }},
+    {1, [](Torture &t) { t.destroyOneOfSeveral([](qorvexgraph *window) { window->AttachHardware(); }); }},
+    {1, [](Torture &t) { t.loseLibrary(); }},
+    {30, [](Torture &) { QCoreApplication::processEvents(); }},
 };
 
 Torture::Torture(unsigned int seed)
     : random(seed)
     , library(std::make_unique<DriverLibrary>("complete"))
 {
-    openWindow();
+    windows.push_back(new qorvexgraph);
     windows.front()->AttachHardware();
     packetcount::learn(windows.front());
     windows.front()->AttachHardware();
@@ -67,40 +153,55 @@ Torture::~Torture()
 {
     stopFlood();
     while (!windows.empty())
-        destroy(0);
+        destroy(windows.front());
+}
+
+bool Torture::run(qint64 ms)
+{
+    QElapsedTimer timer;
+    timer.start();
+    long steps = 0;
+    long lost = 0;
+    while (lost == 0 && timer.elapsed() < ms) {
+        step();
+        if (++steps % stepsBetweenAccounts == 0)
+            lost = lostPackets();
+    }
+    lost = lostPackets();
+    std::fprintf(stderr, "%ld steps, packets: %ld made, %ld freed, %ld left in destroyed windows, %ld lost\n",
+                 steps, packetcount::made.load(), packetcount::freed.load(), leftInDestroyed, lost);
+    return lost == 0;
 }
 
 void Torture::step()
 {
     // A drain shows all that was queued when it began: on a machine that is too busy, a flood that goes on
     // would make each longer than the one before.
-    if (isFlooding && longestQueue() > mostQueued)
-        stopFlood();
+    for (qorvexgraph *window : windows) {
+        if (Inspect::queued(*window) > maxQueued)
+            stopFlood();
+    }
     std::vector<int> weights;
-    for (const Weighted &entry : operations)
-        weights.push_back(entry.weight);
+    for (const Operation &operation : operations)
+        weights.push_back(operation.weight);
     std::discrete_distribution<std::size_t> choice(weights.begin(), weights.end());
-    const Operation operation = operations[choice(random)].operation;
+    const Operation &operation = operations[choice(random)];
+    // Each attach adds a connection, so a flood may post events and queue packets faster than the tool takes
+    // them, and a step would never end.
     std::promise<void> isDone;
-    std::thread watcher;
+    std::future<void> watcher; // waited for at the end
     if (isFlooding)
-        watcher = std::thread(&Torture::limitFlood, this, isDone.get_future());
-    (this->*operation)();
+        watcher = std::async(std::launch::async, [this, done = isDone.get_future()] {
+            if (done.wait_for(floodLimit) == std::future_status::timeout)
+                stopFlood();
+        });
+    operation.run(*this);
     isDone.set_value();
-    if (watcher.joinable())
-        watcher.join();
-    ++stepCount;
 }
 
-// Each attach adds a connection, so a flood may post events and queue packets faster than the tool takes
-// them, and a step would never end.
-void Torture::limitFlood(std::future<void> isDone)
-{
-    if (isDone.wait_for(floodLimit) == std::future_status::timeout)
-        stopFlood();
-}
-
-QString Torture::account()
+/// Brings everything to rest.
+/// \return the packets that were neither freed nor are left anywhere
+long Torture::lostPackets()
 {
     stopFlood();
     // Twice: what is shown may be answered.
@@ -108,30 +209,8 @@ QString Torture::account()
     QCoreApplication::processEvents();
     long queued = 0;
     for (qorvexgraph *window : windows)
-        queued += static_cast<long>(queuedIn(window));
-    const long made = packetcount::created();
-    const long freed = packetcount::freed();
-    if (!packetcount::isCounting() || made == freed + queued + leftInDestroyed)
-        return {};
-    return QStringLiteral("%1 packets made, %2 freed, %3 queued, %4 left in destroyed windows")
-        .arg(made)
-        .arg(freed)
-        .arg(queued)
-        .arg(leftInDestroyed);
-}
-
-std::size_t Torture::queuedIn(qorvexgraph *window)
-{
-    const QMutexLocker lock(&window->queueMutex);
-    return window->packetQueue.size();
-}
-
-std::size_t Torture::longestQueue() const
-{
-    std::size_t longest = 0;
-    for (qorvexgraph *window : windows)
-        longest = qMax(longest, queuedIn(window));
-    return longest;
+        queued += Inspect::queued(*window);
+    return packetcount::isCounting ? packetcount::made - packetcount::freed - queued - leftInDestroyed : 0;
 }
 
 QByteArray Torture::randomReport()
@@ -142,8 +221,8 @@ QByteArray Torture::randomReport()
     for (char &byte : report)
         byte = static_cast<char>(upTo(255));
     if (report.size() > 2 && upTo(9) > 0) {
-        report[0] = static_cast<char>(lengths[upTo(6)]);
-        report[1] = static_cast<char>(types[upTo(7)]);
+        report[0] = static_cast<char>(anyOf(lengths));
+        report[1] = static_cast<char>(anyOf(types));
         report[2] = static_cast<char>(upTo(12));
     }
     if (upTo(4) == 0)
@@ -151,24 +230,10 @@ QByteArray Torture::randomReport()
     return report;
 }
 
-void Torture::deliverHere()
+void Torture::startFlood()
 {
-    library->deliver(1 + upTo(2), randomReport());
-}
-
-void Torture::deliverOnThreads()
-{
-    library->deliver(1 + upTo(2), randomReport(), threads);
-}
-
-void Torture::switchFlood()
-{
-    if (isFlooding) {
-        stopFlood();
-    } else {
-        (*library)->startFlood(threads);
-        isFlooding = true;
-    }
+    (*library)->startFlood(threads);
+    isFlooding = true;
 }
 
 void Torture::stopFlood()
@@ -178,135 +243,26 @@ void Torture::stopFlood()
         (*library)->stopFlood();
 }
 
-void Torture::plug()
+void Torture::destroy(qorvexgraph *window)
 {
-    library->setBoards(QVector<int>{1, 2, 3}.mid(0, upTo(3)));
-    (*library)->plug();
+    windows.erase(std::find(windows.begin(), windows.end(), window));
+    leftInDestroyed += Inspect::destroyAbandoned(window);
 }
 
-void Torture::notice()
-{
-    (*library)->plug();
-}
-
-void Torture::attach()
-{
-    anyWindow()->AttachHardware();
-}
-
-void Torture::close()
-{
-    anyWindow()->close();
-}
-
-void Torture::hide()
-{
-    anyWindow()->hide();
-}
-
-void Torture::show()
-{
-    anyWindow()->showNormal();
-}
-
-void Torture::minimise()
-{
-    anyWindow()->showMinimized();
-}
-
-void Torture::switchTab()
-{
-    anyWindow()->tabs->setCurrentIndex(upTo(1));
-}
-
-void Torture::type()
-{
-    constexpr const char *commands[] = {"A", ":RMM", "", "U8", ":MDU1"};
-    QLineUpDownEdit *line = anyWindow()->commandLine;
-    line->setText(QLatin1String(commands[upTo(4)]));
-    QTest::keyClick(line, Qt::Key_Return);
-}
-
-void Torture::recall()
-{
-    QTest::keyClick(anyWindow()->commandLine, upTo(1) ? Qt::Key_Up : Qt::Key_Down);
-}
-
-void Torture::changeFont()
-{
-    for (QComboBox *box : anyWindow()->monitorView->findChildren<QComboBox *>()) {
-        if (box->count() > 0)
-            box->setCurrentIndex(upTo(box->count() - 1));
-    }
-}
-
-void Torture::moveSliders()
-{
-    for (auto *slider : anyWindow()->findChildren<QAbstractSlider *>("displayThresholdSlider"))
-        slider->setValue(upTo(3) ? upTo(50) : upTo(1000));
-}
-
-void Torture::switchBoxes()
-{
-    const auto boxes = anyWindow()->findChildren<QCheckBox *>();
-    boxes.at(upTo(boxes.size() - 1))->toggle();
-}
-
-void Torture::stepFrequency()
-{
-    anyWindow()->barGraphView->freqSpin->setValue(upTo(500000));
-}
-
-void Torture::resize()
-{
-    const int width = upTo(1200);
-    anyWindow()->resize(width, upTo(900));
-}
-
-void Torture::paint()
-{
-    anyWindow()->grab();
-}
-
-void Torture::openWindow()
-{
-    if (windows.size() < mostWindows)
-        windows.push_back(new qorvexgraph);
-}
-
-void Torture::destroy(std::size_t index)
-{
-    qorvexgraph *window = windows[index];
-    windows.erase(windows.begin() + static_cast<std::ptrdiff_t>(index));
-    // Left for good by design.
-    delete std::exchange(window->monitorView->previousPacket, nullptr);
-    leftInDestroyed += static_cast<long>(destroyAbandoned(window));
-}
-
-void Torture::destroyClosedWindow()
+void Torture::destroyOneOfSeveral(void (*before)(qorvexgraph *window))
 {
     if (windows.size() < 2)
         return;
-    const auto index = static_cast<std::size_t>(upTo(int(windows.size()) - 1));
-    windows[index]->show();
-    windows[index]->close();
-    destroy(index);
-}
-
-void Torture::destroyAttachedWindow()
-{
-    if (windows.size() < 2)
-        return;
-    const auto index = static_cast<std::size_t>(upTo(int(windows.size()) - 1));
-    windows[index]->AttachHardware();
-    destroy(index);
+    qorvexgraph *window = anyWindow();
+    before(window);
+    destroy(window);
 }
 
 void Torture::loseLibrary()
 {
     stopFlood();
     for (qorvexgraph *window : windows)
-        window->detachFromHardware();
+        Inspect::detach(*window);
     library->close();
     if (DriverLibrary::isLoaded())
         qFatal("a detached window keeps the library loaded");
@@ -316,7 +272,23 @@ void Torture::loseLibrary()
     library->setBoards({1, 2});
 }
 
-void Torture::runEvents()
+} // namespace
+
+int main(int argc, char **argv)
 {
-    QCoreApplication::processEvents();
+    const QTemporaryDir home;
+    testsupport::useHome(home.path());
+    const std::unique_ptr<QApplication> application = testsupport::newApplication(argc, argv);
+    QCommandLineParser parser;
+    parser.setApplicationDescription("Random use of the tool, against eight threads of reports.");
+    parser.addHelpOption();
+    parser.addOption({"seconds", "How long.", "number", "10"});
+    parser.addOption({"seed", "Gives the order of things; random when left out.", "number"});
+    parser.process(*application);
+    const unsigned int seed = parser.isSet("seed") ? parser.value("seed").toUInt() : std::random_device{}();
+    std::fprintf(stderr, "seed %u\n", seed);
+    // The steps of the spin box, and the loader's words on a library that is missing, are many.
+    if (!std::freopen("/dev/null", "w", stdout))
+        return 2;
+    return Torture(seed).run(parser.value("seconds").toLongLong() * 1000) ? 0 : 1;
 }

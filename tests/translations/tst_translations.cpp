@@ -1,9 +1,9 @@
-#include "support/tests.h"
-
 #include <QDir>
 #include <QRegularExpression>
 #include <QTranslator>
 #include <QXmlStreamReader>
+
+#include "support/tests.h"
 
 namespace {
 

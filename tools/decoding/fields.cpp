@@ -1,6 +1,7 @@
 #include "fields.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cinttypes>
 #include <cstdio>
 #include <type_traits>
@@ -34,12 +35,25 @@ FieldInfo headerField(const char *name)
     return {text, type, 8 * sizeof(Integer)};
 }
 
+/// "penIdentity" of the layout "pen-identity".
+std::string prefixOf(const reports::Layout &layout)
+{
+    std::string prefix;
+    bool isNewWord = false;
+    for (const char *at = layout.name; *at != 0; ++at) {
+        if (*at != '-')
+            prefix += isNewWord ? static_cast<char>(std::toupper(*at)) : *at;
+        isNewWord = *at == '-';
+    }
+    return prefix;
+}
+
 FieldInfo reportField(const reports::Layout &layout, const reports::Field &field)
 {
     FieldType type = field.sign == reports::Signed ? FieldType::Signed : FieldType::Unsigned;
     if (field.scale)
         type = FieldType::Decimal;
-    return {std::string(layout.name) + '.' + field.name, type, 8 * reports::widthInBytes(field)};
+    return {prefixOf(layout) + '.' + field.name, type, 8 * reports::widthInBytes(field)};
 }
 
 FieldType typeOf(signatures::Role role)

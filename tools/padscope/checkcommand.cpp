@@ -68,11 +68,12 @@ private:
             const auto found = session.reports.find(counts.board);
             const std::uint64_t reports = found == session.reports.end() ? 0 : found->second;
             if (reports != counts.recorded)
-                reportFault(record, "board " + std::to_string(counts.board) + " has " + std::to_string(reports) +
-                                     " reports, and not the recorded " + std::to_string(counts.recorded));
+                reportFault(record, "board " + std::to_string(counts.board) + " has " +
+                                        std::to_string(reports) + " reports, and not the recorded " +
+                                        std::to_string(counts.recorded));
             if (counts.recorded + counts.lost != counts.delivered)
-                reportFault(record,
-                         "board " + std::to_string(counts.board) + ": recorded and lost are not delivered");
+                reportFault(record, "board " + std::to_string(counts.board) +
+                                        ": recorded and lost are not delivered");
         }
     }
 

@@ -1,6 +1,5 @@
 #include "driver/fake/boards.h"
 
-#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cstring>
@@ -9,18 +8,18 @@
 #include <mutex>
 #include <set>
 #include <thread>
-#include <tuple>
+#include <utility>
 #include <vector>
 
+#include "driver/fake/calllog.h"
 #include "driver/fake/fakeboards.h"
-#include "driver/fake/journal.h"
 
 namespace boards {
 
 namespace {
 
-using DataRegistration = std::tuple<int, OrvexDataCallback, void *>;
-using PnpRegistration = std::tuple<OrvexPnpCallback, void *>;
+using DataRegistration = std::pair<OrvexDataCallback, void *>;
+using PnpRegistration = std::pair<OrvexPnpCallback, void *>;
 
 struct SeenRecord
 {
@@ -30,12 +29,14 @@ struct SeenRecord
 
 struct State
 {
+    const SeenRecord &record(int index) const { return records.at(static_cast<std::size_t>(index)); }
+
     std::vector<int> ids;
     int failingIndex = -1;
     std::map<std::string, int> results;
-    std::set<DataRegistration> dataCallbacks;
+    std::map<int, std::set<DataRegistration>> dataCallbacks; ///< by board
     std::set<PnpRegistration> pnpCallbacks;
-    DataRegistration channel;
+    std::map<int, DataRegistration> channels; ///< by board
     std::deque<SeenRecord> records;
 };
 
@@ -53,18 +54,13 @@ auto locked(Function function)
     return function();
 }
 
-std::set<DataRegistration> dataCallbacks()
+/// Calls go out without the lock: a callback may come back in. \return number of calls
+long deliverHere(int device, const unsigned char *data, unsigned int length)
 {
-    return locked([] { return state.dataCallbacks; });
-}
-
-/// Calls go out without the lock: a callback may come back in.
-void deliverHere(int device, const unsigned char *data, unsigned int length)
-{
-    for (const auto &[board, callback, context] : dataCallbacks()) {
-        if (board == device)
-            callback(device, data, length, context);
-    }
+    const auto callbacks = locked([=] { return state.dataCallbacks[device]; });
+    for (const auto &[callback, context] : callbacks)
+        callback(device, data, length, context);
+    return static_cast<long>(callbacks.size());
 }
 
 void deliver(int device, const unsigned char *data, unsigned int length, int threads)
@@ -96,10 +92,8 @@ void flood(unsigned char thread)
     for (std::uint32_t turn = 0; flooding; ++turn) {
         report[1] = types[turn % types.size()];
         std::memcpy(&report[4], &turn, sizeof turn);
-        for (const auto &[board, callback, context] : dataCallbacks()) {
-            callback(board, report.data(), report.size(), context);
-            ++floodCount;
-        }
+        for (const auto &board : locked([] { return state.dataCallbacks; }))
+            floodCount += deliverHere(board.first, report.data(), report.size());
         std::this_thread::sleep_for(std::chrono::milliseconds(4));
     }
 }
@@ -124,47 +118,8 @@ long stopFlood()
 void reset()
 {
     locked([] { state = State{}; });
-    journal::setObserver(nullptr);
-    journal::clear();
-}
-
-void setBoards(const int *ids, int number)
-{
-    locked([=] { state.ids.assign(ids, ids + number); });
-}
-
-void setFailingIndex(int index)
-{
-    locked([=] { state.failingIndex = index; });
-}
-
-void setResult(const char *entryPoint, int value)
-{
-    locked([=] { state.results[entryPoint] = value; });
-}
-
-const unsigned char *recordSeen(int index)
-{
-    return locked([=] { return state.records.at(static_cast<std::size_t>(index)).bytes.data(); });
-}
-
-const void *recordAddress(int index)
-{
-    return locked([=] { return state.records.at(static_cast<std::size_t>(index)).address; });
-}
-
-int dataCallbackCount(int device)
-{
-    return locked([=] {
-        return static_cast<int>(
-            std::count_if(state.dataCallbacks.begin(), state.dataCallbacks.end(),
-                          [=](const auto &entry) { return std::get<int>(entry) == device; }));
-    });
-}
-
-int pnpCallbackCount()
-{
-    return locked([] { return static_cast<int>(state.pnpCallbacks.size()); });
+    calllog::setObserver(nullptr);
+    calllog::clear();
 }
 
 } // namespace
@@ -200,18 +155,18 @@ bool enumerate(int index, unsigned char *record)
 
 void addDataCallback(int device, OrvexDataCallback callback, void *context)
 {
-    locked([=] { state.dataCallbacks.insert({device, callback, context}); });
+    locked([=] { state.dataCallbacks[device].insert({callback, context}); });
 }
 
 void setChannel(int device, OrvexDataCallback callback, void *context)
 {
-    locked([=] { state.channel = {device, callback, context}; });
+    locked([=] { state.channels[device] = {callback, context}; });
 }
 
 void callChannel(int device, const unsigned char *data, unsigned int length)
 {
-    const auto [board, callback, context] = locked([] { return state.channel; });
-    if (callback && board == device)
+    const auto [callback, context] = locked([=] { return state.channels[device]; });
+    if (callback)
         callback(device, data, length, context);
 }
 
@@ -226,10 +181,24 @@ extern "C" [[gnu::visibility("default")]] const FakeBoards *fake_boards()
 {
     using namespace boards;
     static constexpr FakeBoards table{
-        reset,          setBoards,         setFailingIndex,  setResult,
-        journal::count, journal::at,       journal::clear,   recordSeen,
-        recordAddress,  dataCallbackCount, pnpCallbackCount, boards::deliver,
-        plug,           startFlood,        stopFlood,        journal::setObserver,
+        reset,
+        [](const int *ids, int number) { locked([=] { state.ids.assign(ids, ids + number); }); },
+        [](int index) { locked([=] { state.failingIndex = index; }); },
+        [](const char *entryPoint, int value) { locked([=] { state.results[entryPoint] = value; }); },
+        calllog::count,
+        calllog::at,
+        calllog::clear,
+        [](int index) { return locked([=] { return state.record(index).bytes.data(); }); },
+        [](int index) { return locked([=] { return state.record(index).address; }); },
+        [](int device) {
+            return locked([=] { return static_cast<int>(state.dataCallbacks[device].size()); });
+        },
+        [] { return locked([] { return static_cast<int>(state.pnpCallbacks.size()); }); },
+        boards::deliver,
+        plug,
+        startFlood,
+        stopFlood,
+        calllog::setObserver,
     };
     return &table;
 }

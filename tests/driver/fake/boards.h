@@ -16,7 +16,7 @@ bool enumerate(int index, unsigned char *record);
 void addDataCallback(int device, OrvexDataCallback callback, void *context);
 void addPnpCallback(OrvexPnpCallback callback, void *context);
 
-/// The callback of the channel that was opened last, for one board.
+/// The callback of the channel that was opened last for the board.
 void setChannel(int device, OrvexDataCallback callback, void *context);
 void callChannel(int device, const unsigned char *data, unsigned int length);
 

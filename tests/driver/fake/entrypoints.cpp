@@ -1,21 +1,33 @@
 #include "entrypoints.h"
 
 #include <cstring>
+#include <type_traits>
 
 #include "driver/fake/boards.h"
-#include "driver/fake/journal.h"
+#include "driver/fake/calllog.h"
 
-// The 47 entry points. Each writes down how it was called, and answers what the test has set.
+// The 47 entry points. Each logs how it was called, and answers what the test has set.
 
 namespace {
 
-/// Does nothing and returns what the test has set, otherwise 0.
+/// Where an argument is a number to be filled in.
+template <typename Argument>
+void fillIn(Argument argument, int value)
+{
+    using Target = std::remove_pointer_t<Argument>;
+    if constexpr (std::is_pointer_v<Argument> && std::is_integral_v<Target> && !std::is_const_v<Target>)
+        *argument = static_cast<Target>(value);
+}
+
+/// Fills every number in with the place of its argument, and returns what the test has set, otherwise 0.
 struct Plain
 {
 #define DEFINE_PLAIN(name, returns, value, parameters, arguments)                                            \
     template <typename... Arguments>                                                                         \
-    static returns name(Arguments...)                                                                        \
+    static returns name(Arguments... all)                                                                    \
     {                                                                                                        \
+        [[maybe_unused]] int place = 0;                                                                      \
+        (fillIn(all, ++place), ...);                                                                         \
         return static_cast<returns>(boards::result(#name));                                                  \
     }
     ORVEX_POINTERS(DEFINE_PLAIN, DEFINE_PLAIN)
@@ -56,27 +68,6 @@ struct Fake : Plain
         boards::callChannel(device, static_cast<unsigned char *>(buffer), static_cast<unsigned int>(size));
         return boards::result("orvexReadSynchronousPacket");
     }
-
-    static void orvexGetCalibrationPoints(int, int *columns, int *rows)
-    {
-        *columns = 3;
-        *rows = 5;
-    }
-
-    static void orvexLibraryVersionNumber(unsigned char *major, unsigned char *minor, unsigned int *release,
-                                          unsigned int *build)
-    {
-        *major = 5;
-        *minor = 6;
-        *release = 70000;
-        *build = 80000;
-    }
-
-    static int orvexSerialGetConnected(int *port)
-    {
-        *port = 9;
-        return boards::result("orvexSerialGetConnected");
-    }
 };
 
 } // namespace
@@ -84,7 +75,7 @@ struct Fake : Plain
 #define EXPORT_ENTRY_POINT(name, returns, value, parameters, arguments)                                      \
     extern "C" [[gnu::visibility("default")]] returns name parameters                                        \
     {                                                                                                        \
-        journal::call(#name) arguments;                                                                      \
+        calllog::call(#name) arguments;                                                                      \
         return Fake::name arguments;                                                                         \
     }
 #define NO_ENTRY_POINT(name, returns, value, parameters, arguments)

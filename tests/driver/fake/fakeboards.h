@@ -6,9 +6,8 @@
 /// pointer to this table. All functions may be called on any thread.
 struct FakeBoards
 {
-    /// Forgets boards, results, registrations and journal.
+    /// Forgets boards, results, registrations and call log.
     void (*reset)();
-
     /// The boards that are plugged in, by their ids; `count` of them.
     void (*setBoards)(const int *ids, int count);
     /// Index at which orvexEnumDeviceInfo fails; -1 for none.
@@ -32,7 +31,6 @@ struct FakeBoards
     /// Number of data callbacks registered for a board; the same one with the same context counts once.
     int (*dataCallbackCount)(int device);
     int (*pnpCallbackCount)();
-
     /// Calls every data callback registered for a board once, on each of `threads` new threads at the same
     /// time, or on the caller's thread when that is 0. Returns when all are done.
     void (*deliver)(int device, const unsigned char *data, unsigned int length, int threads);

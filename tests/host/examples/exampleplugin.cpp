@@ -2,22 +2,19 @@
 // the operation that EXAMPLE_THROWS names, and returns null from the one that EXAMPLE_RETURNS_NULL names, as
 // in "Second.widget".
 
-#include "tendroplugininterface.h"
-
 #include <dlfcn.h>
 #include <QAction>
 #include <QCloseEvent>
-#include <QComboBox>
 #include <QCoreApplication>
 #include <QFile>
 #include <QLineEdit>
-#include <QSpinBox>
-#include <QStandardItemModel>
 #include <QTabWidget>
-#include <QTreeView>
+#include <QTreeWidget>
 #include <QVBoxLayout>
 #include <stdexcept>
 #include <string>
+
+#include "tendroplugininterface.h"
 
 namespace {
 
@@ -43,7 +40,7 @@ void mayThrow(const char *operation)
 void recordDriver()
 {
     void *driver = dlopen("liborvexboardex.so.1", RTLD_NOW | RTLD_NOLOAD);
-    record(driver ? QStringLiteral("driver found") : QStringLiteral("driver missing"));
+    record(driver ? "driver found" : "driver missing");
     if (driver)
         dlclose(driver);
 }
@@ -54,27 +51,27 @@ class ExampleWidget : public QWidget
 
 public:
     ExampleWidget();
-    ~ExampleWidget() override { record(QStringLiteral("widget destroyed")); }
+    ~ExampleWidget() override { record("widget destroyed"); }
 
 protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
-    QWidget *createFirstTab();
-
     QLineEdit *line_;
 };
 
 ExampleWidget::ExampleWidget()
     : line_(new QLineEdit)
 {
+    auto *rows = new QTreeWidget;
+    rows->setColumnCount(2);
+    rows->addTopLevelItems({new QTreeWidgetItem({"one", "1"}), new QTreeWidgetItem({"two\nlines", "2"})});
     auto *tabs = new QTabWidget;
-    tabs->addTab(createFirstTab(), QStringLiteral("First Tab"));
-    tabs->addTab(new QWidget, QStringLiteral("&Second"));
-    connect(tabs, &QTabWidget::currentChanged, this,
-            [](int index) { record(QStringLiteral("tab %1").arg(index)); });
+    tabs->addTab(rows, "First Tab");
+    tabs->addTab(new QWidget, "&Second");
+    connect(tabs, &QTabWidget::currentChanged, this, [](int index) { record(QString("tab %1").arg(index)); });
     connect(line_, &QLineEdit::returnPressed, this, [this] {
-        record(QStringLiteral("typed ") + line_->text());
+        record("typed " + line_->text());
         recordDriver();
         line_->clear();
     });
@@ -84,28 +81,9 @@ ExampleWidget::ExampleWidget()
     setMinimumWidth(950);
 }
 
-QWidget *ExampleWidget::createFirstTab()
-{
-    auto *page = new QWidget;
-    auto *layout = new QVBoxLayout(page);
-    layout->addWidget(new QSpinBox);
-    auto *box = new QComboBox;
-    box->setEditable(true);
-    box->addItem(QStringLiteral("choice"));
-    layout->addWidget(box);
-    auto *view = new QTreeView;
-    auto *model = new QStandardItemModel(0, 2, view);
-    model->appendRow({new QStandardItem(QStringLiteral("one")), new QStandardItem(QStringLiteral("1"))});
-    model->appendRow(
-        {new QStandardItem(QStringLiteral("two\nlines")), new QStandardItem(QStringLiteral("2"))});
-    view->setModel(model);
-    layout->addWidget(view);
-    return page;
-}
-
 void ExampleWidget::closeEvent(QCloseEvent *event)
 {
-    record(QStringLiteral("widget closed"));
+    record("widget closed");
     recordDriver();
     event->accept();
 }
@@ -120,13 +98,13 @@ class ExamplePlugin : public QObject, public TendroPluginInterface
 
 public:
     ExamplePlugin() { mayThrow("constructor"); }
-    ~ExamplePlugin() override { record(QStringLiteral("plugin destroyed")); }
+    ~ExamplePlugin() override { record("plugin destroyed"); }
 
     QString id() const override;
-    QString description() const override { return QStringLiteral("An <example>."); }
-    QString copyright() const override { return QStringLiteral("Copyright (c) 2010 Example"); }
+    QString description() const override { return "An <example>."; }
+    QString copyright() const override { return "Copyright (c) 2010 Example"; }
     QString version() const override;
-    QString category() const override { return QStringLiteral(EXAMPLE_CATEGORY); }
+    QString category() const override { return EXAMPLE_CATEGORY; }
     void closeWidget() override;
     QAction *action() override;
     QWidget *widget() override;
@@ -139,7 +117,7 @@ private:
 QString ExamplePlugin::id() const
 {
     mayThrow("id");
-    return QStringLiteral(EXAMPLE_ID);
+    return EXAMPLE_ID;
 }
 
 /// "Version 1.0", or the translation of what the environment names as "context|text".
@@ -154,7 +132,7 @@ QString ExamplePlugin::version() const
 
 void ExamplePlugin::closeWidget()
 {
-    record(QStringLiteral("closeWidget"));
+    record("closeWidget");
     mayThrow("closeWidget");
     if (widget_)
         widget_->close();
@@ -166,7 +144,7 @@ QAction *ExamplePlugin::action()
     if (isNamed("EXAMPLE_RETURNS_NULL", "action"))
         return nullptr;
     if (!action_) {
-        action_ = new QAction(QStringLiteral(EXAMPLE_ID " caption"), this);
+        action_ = new QAction(EXAMPLE_ID " caption", this);
         action_->setToolTip(description());
     }
     return action_;
@@ -174,7 +152,7 @@ QAction *ExamplePlugin::action()
 
 QWidget *ExamplePlugin::widget()
 {
-    record(QStringLiteral("widget()"));
+    record("widget()");
     mayThrow("widget");
     if (EXAMPLE_HAS_WINDOW && !widget_)
         widget_ = new ExampleWidget;

@@ -1,7 +1,7 @@
+#include <limits>
+
 #include "category.h"
 #include "support/tests.h"
-
-#include <limits>
 
 class CategoryTest : public QObject
 {
@@ -10,8 +10,8 @@ class CategoryTest : public QObject
 private slots:
     void parses_data();
     void parses();
-    void ordersByNumberFirst();
-    void ordersEqualNumbersByGroupThenKey();
+    void orders_data();
+    void orders();
 };
 
 void CategoryTest::parses_data()
@@ -36,20 +36,22 @@ void CategoryTest::parses()
     QTEST(category.key, "key");
 }
 
-void CategoryTest::ordersByNumberFirst()
+void CategoryTest::orders_data()
 {
-    const Category two = parseCategory(QStringLiteral("2/z/z"));
-    const Category ten = parseCategory(QStringLiteral("10/a/a"));
-    QVERIFY(two < ten);
-    QVERIFY(!(ten < two));
-    QVERIFY(ten < parseCategory(QStringLiteral("last/a/a")));
+    addColumns<QString, QString, bool>("first", "second", "isLess");
+    addRow("by the number", "2/z/z", "10/a/a", true);
+    addRow("by the number, backwards", "10/a/a", "2/z/z", false);
+    addRow("no number last", "10/a/a", "last/a/a", true);
+    addRow("then by the group", "2/a/z", "2/b/a", true);
+    addRow("then by the key", "2/a/a", "2/a/b", true);
+    addRow("equal", "2/a/a", "2/a/a", false);
 }
 
-void CategoryTest::ordersEqualNumbersByGroupThenKey()
+void CategoryTest::orders()
 {
-    QVERIFY(parseCategory(QStringLiteral("2/a/z")) < parseCategory(QStringLiteral("2/b/a")));
-    QVERIFY(parseCategory(QStringLiteral("2/a/a")) < parseCategory(QStringLiteral("2/a/b")));
-    QVERIFY(!(parseCategory(QStringLiteral("2/a/a")) < parseCategory(QStringLiteral("2/a/a"))));
+    QFETCH(QString, first);
+    QFETCH(QString, second);
+    QTEST(parseCategory(first) < parseCategory(second), "isLess");
 }
 
 PADSCOPE_TESTS(CategoryTest);

@@ -1,31 +1,14 @@
-#include "host/examplefolder.h"
-#include "paths.h"
-#include "support/tests.h"
-
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace {
+#include "paths.h"
+#include "support/tests.h"
 
-/// Gives up, while in scope, the right to read what only its owner may read.
-class Stranger
-{
-public:
-    Stranger()
-    {
-        if (geteuid() == 0 && seteuid(65534) != 0)
-            qFatal("the user cannot be changed");
-    }
-    ~Stranger()
-    {
-        if (getuid() == 0 && seteuid(0) != 0)
-            qFatal("the user cannot be changed back");
-    }
-    Stranger(const Stranger &) = delete;
-    Stranger &operator=(const Stranger &) = delete;
-};
-
-} // namespace
+using Reason = QString (*)(const QString &path);
+Q_DECLARE_METATYPE(Reason)
 
 /// Each way in which a path may be of no use has its own reason.
 class PathsTest : public QObject
@@ -34,102 +17,96 @@ class PathsTest : public QObject
 
 private slots:
     void initTestCase();
-    void tellsReasonAgainstFile_data();
-    void tellsReasonAgainstFile();
-    void tellsReasonAgainstLibrary_data();
-    void tellsReasonAgainstLibrary();
-    void tellsReasonAgainstFolder_data();
-    void tellsReasonAgainstFolder();
-    void tellsWhatMayNotBeRead();
+    void givesReason_data();
+    void givesReason();
+    void givesReasonWithoutPermission_data();
+    void givesReasonWithoutPermission();
 
 private:
+    void addFile(const QString &name, const QByteArray &content) const;
     QString path(const QString &name) const { return folder_.filePath(name); }
 
-    ExampleFolder folder_;
+    const QTemporaryDir folder_;
 };
+
+void PathsTest::addFile(const QString &name, const QByteArray &content) const
+{
+    QFile file(path(name));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(content);
+}
 
 void PathsTest::initTestCase()
 {
-    QVERIFY(folder_.addFile(QStringLiteral("file"), "a text\n"));
-    QVERIFY(folder_.addFile(QStringLiteral("empty"), {}));
-    QVERIFY(folder_.addLibrary(QStringLiteral("plain_library")));
-    QVERIFY(QDir(folder_.path()).mkdir(QStringLiteral("folder")));
-    QVERIFY(QFile::link(path(QStringLiteral("loop")), path(QStringLiteral("loop"))));
-    QVERIFY(QFile::link(path(QStringLiteral("gone")), path(QStringLiteral("link"))));
-    QCOMPARE(mkfifo(QFile::encodeName(path(QStringLiteral("pipe"))).constData(), 0600), 0);
+    addFile("text", "a text\n");
+    addFile("empty", "");
+    addFile("library", "\177ELF");
+    for (const char *name : {"folder", "private", "closed"})
+        QVERIFY(QDir(folder_.path()).mkdir(name));
+    addFile("private/text", "a text\n");
+    QVERIFY(QFile::link(path("loop"), path("loop")));
+    QVERIFY(QFile::link(path("gone"), path("link")));
+    QCOMPARE(mkfifo(qPrintable(path("pipe")), 0600), 0);
+    QCOMPARE(chmod(qPrintable(path("private/text")), 0), 0);
+    QCOMPARE(chmod(qPrintable(path("closed")), 0), 0);
+    // for the user that the last test becomes
+    QCOMPARE(chmod(qPrintable(folder_.path()), 0711), 0);
 }
 
-void PathsTest::tellsReasonAgainstFile_data()
+void PathsTest::givesReason_data()
 {
-    addColumns<QString, QString>("name", "reason");
-    addRow("a file", "file", QString());
-    addRow("no such file", "none", "no such file");
-    addRow("a link to nothing", "link", "no such file");
-    addRow("a folder", "folder", "a folder, not a file");
-    addRow("a pipe", "pipe", "a device, pipe or socket, not a file");
-    addRow("below a file", "file/below", "Not a directory");
-    addRow("a link to itself", "loop", "Too many levels of symbolic links");
-    addRow("an endless name", QString(300, QLatin1Char('x')), "File name too long");
+    addColumns<Reason, QString, QString>("against", "name", "reason");
+
+    const Reason file = reasonAgainstFile;
+    addRow("file", file, "text", "");
+    addRow("missing file", file, "none", "no such file");
+    addRow("link to nothing as a file", file, "link", "no such file");
+    addRow("folder as a file", file, "folder", "a folder, not a file");
+    addRow("pipe as a file", file, "pipe", "a device, pipe or socket, not a file");
+    addRow("file below a file", file, "text/below", "Not a directory");
+    addRow("link to itself", file, "loop", "Too many levels of symbolic links");
+    addRow("endless name", file, QString(300, 'x'), "File name too long");
+
+    const Reason library = reasonAgainstLibrary;
+    addRow("library", library, "library", "");
+    addRow("text as a library", library, "text", "not a library");
+    addRow("empty file as a library", library, "empty", "not a library");
+    addRow("folder as a library", library, "folder", "a folder, not a file");
+
+    const Reason folder = reasonAgainstFolder;
+    addRow("folder", folder, "folder", "");
+    addRow("missing folder", folder, "none", "no such folder");
+    addRow("file as a folder", folder, "text", "a file, not a folder");
+    addRow("folder below a file", folder, "text/below", "Not a directory");
+    addRow("folder to write to", Reason(reasonAgainstWritingTo), "folder", "");
 }
 
-void PathsTest::tellsReasonAgainstFile()
+void PathsTest::givesReason()
 {
+    QFETCH(Reason, against);
     QFETCH(QString, name);
-    QTEST(reasonAgainstFile(path(name)), "reason");
+    QTEST(against(path(name)), "reason");
 }
 
-void PathsTest::tellsReasonAgainstLibrary_data()
+void PathsTest::givesReasonWithoutPermission_data()
 {
-    addColumns<QString, QString>("name", "reason");
-    addRow("a library", "plain_library.so", QString());
-    addRow("a text", "file", "not a library");
-    addRow("an empty file", "empty", "not a library");
-    addRow("a folder", "folder", "a folder, not a file");
+    addColumns<Reason, QString>("against", "name");
+    addRow("file", Reason(reasonAgainstFile), "private/text");
+    addRow("library", Reason(reasonAgainstLibrary), "private/text");
+    addRow("folder", Reason(reasonAgainstFolder), "closed");
+    addRow("folder to write to", Reason(reasonAgainstWritingTo), "closed");
 }
 
-void PathsTest::tellsReasonAgainstLibrary()
+/// As a user who owns nothing here, when the tests run as root, to whom permissions mean nothing.
+void PathsTest::givesReasonWithoutPermission()
 {
+    QFETCH(Reason, against);
     QFETCH(QString, name);
-    QTEST(reasonAgainstLibrary(path(name)), "reason");
-}
-
-void PathsTest::tellsReasonAgainstFolder_data()
-{
-    addColumns<QString, QString>("name", "reason");
-    addRow("a folder", "folder", QString());
-    addRow("no such folder", "none", "no such folder");
-    addRow("a file", "file", "a file, not a folder");
-    addRow("below a file", "file/below", "Not a directory");
-}
-
-void PathsTest::tellsReasonAgainstFolder()
-{
-    QFETCH(QString, name);
-    QTEST(reasonAgainstFolder(path(name)), "reason");
-}
-
-void PathsTest::tellsWhatMayNotBeRead()
-{
-    const ExampleFolder closed;
-    QVERIFY(closed.addFile(QStringLiteral("file"), "a text\n"));
-    const QByteArray folder = QFile::encodeName(closed.path());
-    const QByteArray file = folder + "/file";
-    QCOMPARE(chmod(file.constData(), 0), 0);
-    QCOMPARE(chmod(folder.constData(), 0711), 0);
-    {
-        const Stranger stranger;
-        QCOMPARE(reasonAgainstFile(closed.filePath(QStringLiteral("file"))),
-                 QStringLiteral("Permission denied"));
-        QCOMPARE(reasonAgainstLibrary(closed.filePath(QStringLiteral("file"))),
-                 QStringLiteral("Permission denied"));
-    }
-    QCOMPARE(chmod(folder.constData(), 0), 0);
-    {
-        const Stranger stranger;
-        QCOMPARE(reasonAgainstFolder(closed.path()), QStringLiteral("Permission denied"));
-        QCOMPARE(reasonAgainstWritingTo(closed.path()), QStringLiteral("Permission denied"));
-    }
-    QCOMPARE(chmod(folder.constData(), 0700), 0);
+    const bool isRoot = getuid() == 0;
+    QVERIFY(!isRoot || seteuid(65534) == 0);
+    const QString reason = against(path(name));
+    QVERIFY(!isRoot || seteuid(0) == 0);
+    QCOMPARE(reason, QString("Permission denied"));
 }
 
 PADSCOPE_TESTS(PathsTest);

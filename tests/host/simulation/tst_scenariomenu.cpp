@@ -1,12 +1,12 @@
-#include "host/menuactions.h"
-#include "scenariomenu.h"
-#include "simulator/simulatedlibrary.h"
-#include "support/tests.h"
-
 #include <QActionGroup>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QSignalSpy>
+
+#include "host/examplehost.h"
+#include "scenariomenu.h"
+#include "simulator/simulatedlibrary.h"
+#include "support/tests.h"
 
 /// The menu of scenarios, with the simulator as it is built.
 class ScenarioMenuTest : public QObject
@@ -20,13 +20,13 @@ private slots:
     void opensAFileOfTheUsersOwn();
     void opensDialogWhereTheLastFileWas();
     void reloads();
-    void tellsWhyAScenarioIsRefused();
+    void showsWhyAScenarioIsRejected();
 
 private:
     /// Writes a scenario with this board alone.
     void writeScenario(int board) const;
-    QString ownFile() const { return folder_.filePath(QStringLiteral("own & only.json")); }
-    QAction *action(const char *caption) const { return actionNamed(*menu_, caption); }
+    QString ownFile() const { return folder_.filePath("own & only.json"); }
+    QAction *action(const char *caption) const { return &actionNamed(menu_->actions(), caption); }
 
     const QTemporaryDir folder_;
     const SimulatedLibrary library_;
@@ -37,7 +37,7 @@ private:
 
 void ScenarioMenuTest::init()
 {
-    QCOMPARE(simulation_.choose(QStringLiteral("default")), QString());
+    QCOMPARE(simulation_.choose("default"), QString());
     window_ = std::make_unique<QWidget>();
     menu_ = new ScenarioMenu(simulation_, window_.get());
 }
@@ -61,14 +61,14 @@ void ScenarioMenuTest::marksTheScenario()
     QVERIFY(flood->actionGroup() && flood->actionGroup()->isExclusive());
     QCOMPARE(flood->actionGroup(), one->actionGroup());
     QVERIFY(one->isChecked() && !flood->isChecked());
-    QCOMPARE(menu_->title(), QStringLiteral("&Scenario: default"));
+    QCOMPARE(menu_->title(), QString("&Scenario: default"));
 
     QSignalSpy told(menu_, &ScenarioMenu::told);
     flood->trigger();
-    QCOMPARE(simulation_.currentScenario(), QStringLiteral("flood"));
+    QCOMPARE(simulation_.currentScenario(), QString("flood"));
     QVERIFY(flood->isChecked() && !one->isChecked());
-    QCOMPARE(menu_->title(), QStringLiteral("&Scenario: flood"));
-    QCOMPARE(told.value(0).value(0).toString(), QStringLiteral("Scenario: flood"));
+    QCOMPARE(menu_->title(), QString("&Scenario: flood"));
+    QCOMPARE(told.value(0).value(0).toString(), QString("Scenario: flood"));
 }
 
 void ScenarioMenuTest::opensAFileOfTheUsersOwn()
@@ -79,10 +79,10 @@ void ScenarioMenuTest::opensAFileOfTheUsersOwn()
     auto *dialog = window_->findChild<QFileDialog *>();
     QVERIFY(dialog && dialog->isVisible());
     dialog->selectFile(ownFile());
-    dialog->accept();
+    static_cast<QDialog *>(dialog)->accept();
     QCOMPARE(simulation_.boards(), std::vector<int>({7}));
-    QCOMPARE(menu_->title(), QStringLiteral("&Scenario: own && only.json"));
-    QCOMPARE(told.value(0).value(0).toString(), QStringLiteral("Scenario: ") + ownFile());
+    QCOMPARE(menu_->title(), QString("&Scenario: own && only.json"));
+    QCOMPARE(told.value(0).value(0).toString(), "Scenario: " + ownFile());
     QAction *own = action("own && only.json");
     QVERIFY(own->isChecked() && own->isVisible());
     QCOMPARE(own->statusTip(), ownFile());
@@ -118,7 +118,7 @@ void ScenarioMenuTest::reloads()
     QCOMPARE(simulation_.boards(), std::vector<int>({8}));
 }
 
-void ScenarioMenuTest::tellsWhyAScenarioIsRefused()
+void ScenarioMenuTest::showsWhyAScenarioIsRejected()
 {
     writeScenario(7);
     QCOMPARE(simulation_.choose(ownFile()), QString());
@@ -128,8 +128,7 @@ void ScenarioMenuTest::tellsWhyAScenarioIsRefused()
     auto *box = window_->findChild<QMessageBox *>();
     QVERIFY(box && box->isVisible());
     QCOMPARE(box->text(),
-             ownFile() + QStringLiteral(
-                             ": this cannot be read (No such file or directory); a scenario file is needed"));
+             ownFile() + ": this cannot be read (No such file or directory); a scenario file is needed");
     QCOMPARE(told.count(), 0);
     QCOMPARE(simulation_.boards(), std::vector<int>({7}));
 }

@@ -1,13 +1,5 @@
-#include <QLabel>
-#include <QTabWidget>
-
-#include "monitor.h"
-#include "qlineupdownedit.h"
-#include "qorvexgraph.h"
-#include "support/capturedoutput.h"
-#include "support/driverlibrary.h"
+#include "mainwindow/testwindow.h"
 #include "support/otherstore.h"
-#include "support/tests.h"
 
 /// What is typed, and what views send, on its way to the first board.
 class CommandTests : public QObject
@@ -16,96 +8,48 @@ class CommandTests : public QObject
 
 private slots:
     void init();
-    void firstCommandAttaches();
-    void laterCommandsAreOnlySent();
+    void onlyTheFirstCommandAttaches();
     void commandsGoToTheFirstBoardOnly();
     void bytesOfACommand_data();
     void bytesOfACommand();
     void shownTextIsSentAndRealTextKept();
-    void lineIsSelectedForTheNextTyping();
     void withoutBoardNothingIsSent();
-    void withoutLibraryNothingIsSent();
     void attachesAgainAfterADetach();
-    void boardGoneMeanwhileIsNotAddressed();
-    void resetOnTheMonitorTabIsOnlySent();
+    void currentTabIsOfferedTheCommandFirst();
     void fixedCommandIsSentUnchanged();
-    void fixedCommandWithoutBoardDoesNothing();
-    void fixedCommandWhileDetachedDoesNothing();
-    void fixedCommandDoesNotAttach();
+    void fixedCommandNeedsABoardAndABinding();
 };
-
-namespace {
-
-void enter(qorvexgraph &window, const QString &line)
-{
-    window.commandLine->setText(line);
-    QTest::keyClick(window.commandLine, Qt::Key_Return);
-}
-
-/// The calls that enumeration makes no part of.
-QStringList takeCommands(const DriverLibrary &library)
-{
-    QStringList commands;
-    for (const QString &call : library.takeCalls()) {
-        if (call.startsWith("orvexSendCommand(") || call.startsWith("orvexSetDriverDebugMode("))
-            commands += call;
-    }
-    return commands;
-}
-
-} // namespace
 
 void CommandTests::init()
 {
     otherStore().clear();
 }
 
-void CommandTests::firstCommandAttaches()
+void CommandTests::onlyTheFirstCommandAttaches()
 {
-    const DriverLibrary library("complete", {1001});
-    qorvexgraph window;
-    enter(window, "A");
-
-    const QStringList calls = library.takeCalls();
+    TestWindow window;
+    window.type("A");
+    const QStringList calls = window.library.takeCalls();
     QCOMPARE(calls.size(), 8);
-    QCOMPARE(calls.at(0), QStringLiteral("orvexAttach()"));
-    QVERIFY(calls.at(1).startsWith("orvexSetPnpCallback("));
-    QCOMPARE(calls.at(2), QStringLiteral("orvexGetDeviceCount()"));
-    QVERIFY(calls.at(3).startsWith("orvexEnumDeviceInfo(0, "));
-    QCOMPARE(calls.at(4), QStringLiteral("orvexSetXferMask(1001, 255)"));
-    QVERIFY(calls.at(5).startsWith("orvexSetCallback(1001, "));
-    QCOMPARE(calls.at(6), QStringLiteral("orvexSetDriverDebugMode(1001, 4, 4294967295)"));
-    QCOMPARE(calls.at(7), QStringLiteral("orvexSendCommand(1001, \"A\\x0d\")"));
-    QCOMPARE(window.statusLabel->text(), QStringLiteral("<b>1 device found.</b>"));
-    window.close();
-}
-
-void CommandTests::laterCommandsAreOnlySent()
-{
-    const DriverLibrary library("complete", {1001});
-    qorvexgraph window;
-    window.AttachHardware();
-    library.takeCalls();
-    enter(window, "A");
-    enter(window, "A");
-    const QString sent = QStringLiteral("orvexSendCommand(1001, \"A\\x0d\")");
-    QCOMPARE(library.takeCalls(), QStringList({sent, sent}));
-    window.close();
+    QCOMPARE(calls.first(), QString("orvexAttach()"));
+    QCOMPARE(calls.mid(6), QStringList({debugMode, commandA}));
+    QCOMPARE(statusOf(window), QString("<b>1 device found.</b>"));
+    QCOMPARE(window.commandLine->selectedText(), QString("A"));
+    window.type("A");
+    QCOMPARE(window.library.takeCalls(), QStringList(commandA));
 }
 
 void CommandTests::commandsGoToTheFirstBoardOnly()
 {
-    const DriverLibrary library("complete", {9, 3, 5});
-    qorvexgraph window;
-    enter(window, "A");
+    TestWindow window({9, 3, 5});
+    window.type("A");
     window.SendCommand("B\r");
     const QStringList expected{
         "orvexSetDriverDebugMode(9, 4, 4294967295)",
         "orvexSendCommand(9, \"A\\x0d\")",
         "orvexSendCommand(9, \"B\\x0d\")",
     };
-    QCOMPARE(takeCommands(library), expected);
-    window.close();
+    QCOMPARE(takeCommands(window.library), expected);
 }
 
 void CommandTests::bytesOfACommand_data()
@@ -124,110 +68,72 @@ void CommandTests::bytesOfACommand()
 {
     QFETCH(QString, line);
     QFETCH(QString, bytes);
-    const DriverLibrary library("complete", {1});
-    qorvexgraph window;
-    window.AttachHardware();
-    enter(window, line);
-    QCOMPARE(takeCommands(library), QStringList("orvexSendCommand(1, \"" + bytes + "\")"));
-    window.close();
+    AttachedWindow window;
+    window.type(line);
+    QCOMPARE(window.library.takeCalls(), QStringList("orvexSendCommand(1, \"" + bytes + "\")"));
 }
 
 void CommandTests::shownTextIsSentAndRealTextKept()
 {
-    const DriverLibrary library("complete", {1});
-    qorvexgraph window;
-    window.AttachHardware();
+    AttachedWindow window;
     window.commandLine->setEchoMode(QLineEdit::NoEcho);
-    enter(window, "hidden");
-    QCOMPARE(takeCommands(library), QStringList("orvexSendCommand(1, \"\\x0d\")"));
-    QCOMPARE(window.commandLine->history, QList<QString>({"hidden"}));
-    window.close();
-}
-
-void CommandTests::lineIsSelectedForTheNextTyping()
-{
-    const DriverLibrary library("complete", {1});
-    qorvexgraph window;
-    enter(window, "first");
-    QCOMPARE(window.commandLine->selectedText(), QStringLiteral("first"));
-    QTest::keyClicks(window.commandLine, "next");
-    QCOMPARE(window.commandLine->text(), QStringLiteral("next"));
-    window.close();
+    window.type("hidden");
+    QCOMPARE(window.library.takeCalls(), QStringList("orvexSendCommand(1, \"\\x0d\")"));
+    QCOMPARE(window.commandLine->historyLines(), QStringList("hidden"));
 }
 
 void CommandTests::withoutBoardNothingIsSent()
 {
-    const DriverLibrary library("complete");
-    qorvexgraph window;
-    enter(window, ":RMM");
-    QCOMPARE(takeCommands(library), QStringList());
-    QCOMPARE(window.commandLine->history, QList<QString>({":RMM"}));
-    QCOMPARE(window.commandLine->selectedText(), QStringLiteral(":RMM"));
+    TestWindow window(QVector<int>{});
+    window.type(":RMM");
+    QCOMPARE(takeCommands(window.library), QStringList());
+    QCOMPARE(window.commandLine->historyLines(), QStringList(":RMM"));
+    QCOMPARE(window.commandLine->selectedText(), QString(":RMM"));
 
     // Attached by now, if to nothing: no further attempt.
-    enter(window, "A");
-    QCOMPARE(library.takeCalls(), QStringList());
-    window.close();
-}
-
-void CommandTests::withoutLibraryNothingIsSent()
-{
-    QVERIFY(!DriverLibrary::isLoaded());
-    qorvexgraph window;
-    const CapturedOutput captured(stderr);
-    enter(window, "A");
-    QCOMPARE(window.statusLabel->text(), QStringLiteral("<i>No device found.</i>"));
-    QCOMPARE(window.commandLine->history, QList<QString>({"A"}));
-    QCOMPARE(window.commandLine->selectedText(), QStringLiteral("A"));
-    window.close();
+    window.type("A");
+    QCOMPARE(window.library.takeCalls(), QStringList());
 }
 
 void CommandTests::attachesAgainAfterADetach()
 {
-    const DriverLibrary library("complete", {1});
-    qorvexgraph window;
-    enter(window, "A");
-    window.hide();
-    window.detachFromHardware();
-    library.takeCalls();
-    enter(window, "B");
-    QCOMPARE(takeCommands(library),
-             QStringList({"orvexSetDriverDebugMode(1, 4, 4294967295)", "orvexSendCommand(1, \"B\\x0d\")"}));
-    window.close();
+    AttachedWindow window;
+    window.detach();
+    window.library.takeCalls();
+    window.type("A");
+    QCOMPARE(takeCommands(window.library), QStringList({debugMode, commandA}));
+
+    // The board is gone meanwhile.
+    window.detach();
+    window.library.setBoards({});
+    window.library.takeCalls();
+    window.type("A");
+    QCOMPARE(takeCommands(window.library), QStringList());
+    QCOMPARE(Inspect::deviceIds(window), QList<int>());
 }
 
-void CommandTests::boardGoneMeanwhileIsNotAddressed()
+void CommandTests::currentTabIsOfferedTheCommandFirst()
 {
-    const DriverLibrary library("complete", {1});
-    qorvexgraph window;
-    window.AttachHardware();
-    window.detachFromHardware();
-    library.setBoards({});
-    library.takeCalls();
-    enter(window, "B");
-    QCOMPARE(takeCommands(library), QStringList());
-    QCOMPARE(window.deviceIds, QList<int>());
-    window.close();
-}
+    AttachedWindow window;
+    const RecordingView *other = window.showRecordingView();
+    const RecordingView *current = window.showRecordingView();
+    QStringList offered;
+    const InsideCall sending(window.library, "orvexSendCommand(", [&] { offered = current->commands; });
+    window.type("A");
+    QCOMPARE(offered, QStringList("A\r"));
+    QCOMPARE(other->commands, QStringList());
 
-void CommandTests::resetOnTheMonitorTabIsOnlySent()
-{
-    const DriverLibrary library("complete", {1});
-    qorvexgraph window;
-    window.tabs->setCurrentWidget(window.monitorView);
+    // Not what a view sends, nor what is not sent.
+    window.SendCommand("B\r");
+    window.library.setBoards({});
     window.AttachHardware();
-    library.takeCalls();
-    enter(window, ":RMM");
-    QCOMPARE(library.takeCalls(), QStringList("orvexSendCommand(1, \":RMM\\x0d\")"));
-    window.close();
+    window.type("C");
+    QCOMPARE(current->commands, QStringList("A\r"));
 }
 
 void CommandTests::fixedCommandIsSentUnchanged()
 {
-    const DriverLibrary library("complete", {1});
-    qorvexgraph window;
-    window.AttachHardware();
-    library.takeCalls();
+    AttachedWindow window;
     for (const char *command : {".\rU8\r", "<", "", "\xe9"})
         window.SendCommand(command);
     const QStringList expected{
@@ -236,40 +142,28 @@ void CommandTests::fixedCommandIsSentUnchanged()
         "orvexSendCommand(1, \"\")",
         "orvexSendCommand(1, \"\\xe9\")",
     };
-    QCOMPARE(library.takeCalls(), expected);
-    window.close();
+    QCOMPARE(window.library.takeCalls(), expected);
 }
 
-void CommandTests::fixedCommandWithoutBoardDoesNothing()
+void CommandTests::fixedCommandNeedsABoardAndABinding()
 {
-    const DriverLibrary library("complete");
-    qorvexgraph window;
+    TestWindow window;
+    window.SendCommand("B\r");
+    QCOMPARE(window.library.takeCalls(), QStringList());
+    QVERIFY(Inspect::isDetached(window));
+
     window.AttachHardware();
-    library.takeCalls();
+    window.detach();
+    window.library.takeCalls();
+    QCOMPARE(Inspect::deviceIds(window), QList<int>({1}));
     window.SendCommand("B\r");
-    QCOMPARE(library.takeCalls(), QStringList());
-    window.close();
-}
+    QCOMPARE(window.library.takeCalls(), QStringList());
 
-void CommandTests::fixedCommandWhileDetachedDoesNothing()
-{
-    const DriverLibrary library("complete", {1});
-    qorvexgraph window;
+    window.library.setBoards({});
     window.AttachHardware();
-    window.detachFromHardware();
-    library.takeCalls();
-    QCOMPARE(window.deviceIds, QList<int>({1}));
+    window.library.takeCalls();
     window.SendCommand("B\r");
-    QCOMPARE(library.takeCalls(), QStringList());
-}
-
-void CommandTests::fixedCommandDoesNotAttach()
-{
-    const DriverLibrary library("complete", {1});
-    qorvexgraph window;
-    window.SendCommand("B\r");
-    QCOMPARE(library.takeCalls(), QStringList());
-    QVERIFY(!window.hardware);
+    QCOMPARE(window.library.takeCalls(), QStringList());
 }
 
 PADSCOPE_TESTS(CommandTests);

@@ -1,8 +1,6 @@
-#include <QSettings>
-
-#include "qlineupdownedit.h"
-#include "qorvexgraph.h"
-#include "support/tests.h"
+#include "mainwindow/testwindow.h"
+#include "support/markingtranslator.h"
+#include "support/otherstore.h"
 
 /// The command history in the settings store.
 class HistoryTests : public QObject
@@ -11,56 +9,45 @@ class HistoryTests : public QObject
 
 private slots:
     void init();
-    void emptyStoreGivesEmptyHistory();
-    void gapAtTheFrontEndsTheLoad();
-    void gapInTheMiddleEndsTheLoad();
+    void load_data();
+    void load();
     void eachRestartReversesTheOrder();
-    void repeatNextToItselfIsReadOnce();
-    void thirtyOneOfFortyAreWritten();
-    void thirtyAreReadBack();
-    void lineUnderIndexThirtyStays();
+    void thirtyOneLinesAreWrittenAndThirtyRead();
     void staleKeysStay();
-    void nothingIsWrittenBeforeClosing();
     void linesSurviveAsTheyAre_data();
     void linesSurviveAsTheyAre();
-    void listInTheFileEndsTheLoad();
+    void keysAreTranslated();
 };
 
 namespace {
 
-struct Store : QSettings
+QString storedLine(int index)
 {
-    Store()
-        : QSettings(QStringLiteral("Corvane"), QStringLiteral("qorvexgraph"))
-    {
-    }
-
-    QString line(int index) const { return value(QStringLiteral("history/%1").arg(index)).toString(); }
-    void setLine(int index, const QString &line) { setValue(QStringLiteral("history/%1").arg(index), line); }
-};
+    return otherStore().value(QString("history/%1").arg(index)).toString();
+}
 
 /// The history that a new window loads.
-QList<QString> loadedHistory()
+QStringList loadedHistory()
 {
-    const qorvexgraph window;
-    return window.commandLine->history;
+    const TestWindow window;
+    return window.commandLine->historyLines();
 }
 
 /// Closes a window that has these lines entered, the last one last.
 void closeAfter(const QStringList &lines)
 {
-    qorvexgraph window;
+    TestWindow window;
     for (const QString &line : lines)
         window.commandLine->addToHistory(line);
     window.close();
 }
 
-/// "line 1" to "line 40" and so on.
-QStringList numberedLines(int count)
+/// "line 11" to "line 40" and so on.
+QStringList numberedLines(int first, int last)
 {
     QStringList lines;
-    for (int i = 1; i <= count; ++i)
-        lines += QStringLiteral("line %1").arg(i);
+    for (int i = first; i <= last; ++i)
+        lines += QString("line %1").arg(i);
     return lines;
 }
 
@@ -68,109 +55,67 @@ QStringList numberedLines(int count)
 
 void HistoryTests::init()
 {
-    Store().clear();
+    otherStore().clear();
 }
 
-void HistoryTests::emptyStoreGivesEmptyHistory()
+void HistoryTests::load_data()
 {
-    QCOMPARE(loadedHistory(), QList<QString>());
+    addColumns<QVariantMap, QStringList>("stored", "loaded");
+    addRow("nothing", QVariantMap{}, QStringList{});
+    addRow("gap at the front", QVariantMap{{"1", "one"}}, QStringList{});
+    addRow("gap in the middle", QVariantMap{{"0", "zero"}, {"1", "one"}, {"3", "three"}},
+           QStringList{"one", "zero"});
+    addRow("repeat next to itself", QVariantMap{{"0", "a"}, {"1", "a"}, {"2", "b"}, {"3", "a"}},
+           QStringList{"a", "b", "a"});
+    addRow("empty line", QVariantMap{{"0", "a"}, {"1", ""}, {"2", "b"}}, QStringList{"b", "", "a"});
+    addRow("list", QVariantMap{{"0", QStringList{"a", "b"}}, {"1", "one"}}, QStringList{});
 }
 
-void HistoryTests::gapAtTheFrontEndsTheLoad()
+void HistoryTests::load()
 {
-    Store().setLine(1, "one");
-    QCOMPARE(loadedHistory(), QList<QString>());
-    Store().setLine(0, "zero");
-    QCOMPARE(loadedHistory(), QList<QString>({"one", "zero"}));
-}
-
-void HistoryTests::gapInTheMiddleEndsTheLoad()
-{
-    Store store;
-    store.setLine(0, "zero");
-    store.setLine(1, "one");
-    store.setLine(3, "three");
-    QCOMPARE(loadedHistory(), QList<QString>({"one", "zero"}));
+    QFETCH(QVariantMap, stored);
+    for (auto line = stored.cbegin(); line != stored.cend(); ++line)
+        otherStore().setValue("history/" + line.key(), line.value());
+    QTEST(loadedHistory(), "loaded");
 }
 
 void HistoryTests::eachRestartReversesTheOrder()
 {
     closeAfter({"old", "middle", "new"});
-    QCOMPARE(Store().line(0), QStringLiteral("new"));
-    QCOMPARE(Store().line(1), QStringLiteral("middle"));
-    QCOMPARE(Store().line(2), QStringLiteral("old"));
-    QCOMPARE(loadedHistory(), QList<QString>({"old", "middle", "new"}));
+    QCOMPARE(QStringList({storedLine(0), storedLine(1), storedLine(2)}),
+             QStringList({"new", "middle", "old"}));
+    QCOMPARE(loadedHistory(), QStringList({"old", "middle", "new"}));
     closeAfter({});
-    QCOMPARE(loadedHistory(), QList<QString>({"new", "middle", "old"}));
+    QCOMPARE(loadedHistory(), QStringList({"new", "middle", "old"}));
 }
 
-void HistoryTests::repeatNextToItselfIsReadOnce()
+void HistoryTests::thirtyOneLinesAreWrittenAndThirtyRead()
 {
-    Store store;
-    store.setLine(0, "a");
-    store.setLine(1, "a");
-    store.setLine(2, "b");
-    store.setLine(3, "a");
-    QCOMPARE(loadedHistory(), QList<QString>({"a", "b", "a"}));
-}
-
-void HistoryTests::thirtyOneOfFortyAreWritten()
-{
-    Store().setLine(31, "stale");
-    closeAfter(numberedLines(40));
-    const Store store;
+    otherStore().setValue("history/31", "stale");
+    closeAfter(numberedLines(1, 40));
     for (int i = 0; i <= 30; ++i)
-        QCOMPARE(store.line(i), QStringLiteral("line %1").arg(40 - i));
-    QCOMPARE(store.line(31), QStringLiteral("stale"));
-    QVERIFY(!store.contains("history/32"));
-}
+        QCOMPARE(storedLine(i), QString("line %1").arg(40 - i));
+    QCOMPARE(storedLine(31), QString("stale"));
+    QVERIFY(!otherStore().contains("history/32"));
+    QCOMPARE(loadedHistory(), numberedLines(11, 40));
 
-void HistoryTests::thirtyAreReadBack()
-{
-    closeAfter(numberedLines(40));
-    const QList<QString> history = loadedHistory();
-    QCOMPARE(history.size(), 30);
-    for (int i = 0; i < 30; ++i)
-        QCOMPARE(history.at(i), QStringLiteral("line %1").arg(11 + i));
-}
-
-void HistoryTests::lineUnderIndexThirtyStays()
-{
-    closeAfter(numberedLines(40));
-    QCOMPARE(Store().line(30), QStringLiteral("line 10"));
     // Thirty lines read back, none added: the key of index 30 is not written.
     closeAfter({});
-    QCOMPARE(Store().line(0), QStringLiteral("line 11"));
-    QCOMPARE(Store().line(30), QStringLiteral("line 10"));
+    QCOMPARE(storedLine(0), QString("line 11"));
+    QCOMPARE(storedLine(30), QString("line 10"));
     // Now 31: "line 11" is the oldest of those read back last.
     closeAfter({"another"});
-    QCOMPARE(Store().line(0), QStringLiteral("another"));
-    QCOMPARE(Store().line(30), QStringLiteral("line 11"));
+    QCOMPARE(storedLine(0), QString("another"));
+    QCOMPARE(storedLine(30), QString("line 11"));
 }
 
 void HistoryTests::staleKeysStay()
 {
-    Store().setLine(2, "stale");
-    {
-        qorvexgraph window;
-        window.commandLine->history = QList<QString>{"b", "a"};
-        window.close();
-    }
-    QCOMPARE(Store().line(0), QStringLiteral("b"));
-    QCOMPARE(Store().line(1), QStringLiteral("a"));
-    QCOMPARE(Store().line(2), QStringLiteral("stale"));
+    otherStore().setValue("history/2", "stale");
+    closeAfter({"a", "b"});
+    QCOMPARE(QStringList({storedLine(0), storedLine(1), storedLine(2)}), QStringList({"b", "a", "stale"}));
     // As designed, what was left over is read again.
-    QCOMPARE(loadedHistory(), QList<QString>({"stale", "a", "b"}));
-}
-
-void HistoryTests::nothingIsWrittenBeforeClosing()
-{
-    qorvexgraph window;
-    window.commandLine->addToHistory("one");
-    window.hide();
-    QVERIFY(!Store().contains("history/0"));
-    window.close();
-    QCOMPARE(Store().line(0), QStringLiteral("one"));
+    QCOMPARE(loadedHistory(), QStringList({"stale", "a", "b"}));
 }
 
 void HistoryTests::linesSurviveAsTheyAre_data()
@@ -190,13 +135,24 @@ void HistoryTests::linesSurviveAsTheyAre()
 {
     QFETCH(QString, line);
     closeAfter({line});
-    QCOMPARE(loadedHistory(), QList<QString>({line}));
+    QCOMPARE(loadedHistory(), QStringList(line));
 }
 
-void HistoryTests::listInTheFileEndsTheLoad()
+void HistoryTests::keysAreTranslated()
 {
-    Store().setValue("history/0", QStringList({"a", "b"}));
-    QCOMPARE(loadedHistory(), QList<QString>());
+    otherStore().setValue("history/0", "untranslated");
+    otherStore().setValue("{qorvexgraph: history/0}", "zero");
+    otherStore().setValue("{qorvexgraph: history/1}", "one");
+    const MarkingTranslator translator;
+    QCOMPARE(loadedHistory(), QStringList({"one", "zero"}));
+    closeAfter({"two"});
+    QCOMPARE(otherStore().value("{qorvexgraph: history/0}"), QVariant("two"));
+    QCOMPARE(otherStore().value("{qorvexgraph: history/2}"), QVariant("zero"));
+    QCOMPARE(storedLine(0), QString("untranslated"));
+    // The other keys are not.
+    QVERIFY(otherStore().contains("Monitor Font"));
+    QVERIFY(otherStore().contains("Monitor Font Size"));
+    QVERIFY(otherStore().contains("Log To File"));
 }
 
 PADSCOPE_TESTS(HistoryTests);

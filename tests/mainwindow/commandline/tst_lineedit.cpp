@@ -1,5 +1,3 @@
-#include <QSignalSpy>
-
 #include "qlineupdownedit.h"
 #include "support/tests.h"
 
@@ -9,21 +7,10 @@ class LineEditTests : public QObject
     Q_OBJECT
 
 private slots:
-    void startsEmpty();
-    void recallsInBothDirections();
-    void keypadEnterIsReturn();
-    void oneLineIsNotRecalled_data();
-    void oneLineIsNotRecalled();
-    void repeatOfTheNewestIsRefused();
-    void olderRepeatIsANewEntry();
-    void caseMakesALineDiffer();
-    void emptyLineIsAddedLikeAnyOther();
-    void fiftyFirstLineDropsTheOldest();
+    void steps_data();
+    void steps();
     void historyIsKeptBeforeReturnIsHeard();
-    void recalledLineIsSelected();
-    void editingDoesNotMoveTheIndex();
-    void refusedRepeatStartsFromTheFrontAgain();
-    void otherKeysAreTypedAsUsual();
+    void fiftyFirstLineDropsTheOldest();
 };
 
 namespace {
@@ -34,97 +21,60 @@ void enter(QLineUpDownEdit &edit, const QString &line)
     QTest::keyClick(&edit, Qt::Key_Return);
 }
 
-QString press(QLineUpDownEdit &edit, Qt::Key key)
-{
-    QTest::keyClick(&edit, key);
-    return edit.text();
-}
-
 } // namespace
 
-void LineEditTests::startsEmpty()
+void LineEditTests::steps_data()
 {
-    const QLineUpDownEdit edit;
-    QVERIFY(edit.history.isEmpty());
-    QCOMPARE(edit.historyIndex, 0);
+    // A step is "enter:line"; "type:text" in place of what is there; or "up:" and "down:" with what is shown
+    // then, which is selected if it was recalled.
+    addColumns<QString, QStringList>("steps", "history");
+    addRow("both directions", "enter:1 enter:2 enter:2 enter:3 up:2 up:1 up:3 down:1 down:2 down:3",
+           QStringList{"3", "2", "1"});
+    addRow("no line is not recalled", "type:typed up:typed down:typed", QStringList{});
+    addRow("one line is not recalled", "enter:1 type:typed up:typed down:typed", QStringList{"1"});
+    addRow("two lines", "enter:1 enter:2 up:1 up:2 down:1 down:2", QStringList{"2", "1"});
+    addRow("repeat of the newest is refused", "enter:1 enter:1", QStringList{"1"});
+    addRow("older repeat is a new entry", "enter:1 enter:2 enter:1", QStringList{"1", "2", "1"});
+    addRow("case makes a line differ", "enter:one enter:One", QStringList{"One", "one"});
+    addRow("empty line is added like any other", "enter: enter: enter:1 enter:", QStringList{"", "1", ""});
+    addRow("editing does not move the index", "enter:1 enter:2 enter:3 up:2 type:edited up:1",
+           QStringList{"3", "2", "1"});
+    addRow("refused repeat starts from the front again", "enter:1 enter:2 enter:3 up:2 up:1 enter:3 up:2",
+           QStringList{"3", "2", "1"});
+}
+
+void LineEditTests::steps()
+{
+    QFETCH(QString, steps);
+    QFETCH(QStringList, history);
+    QLineUpDownEdit edit;
+    for (const QString &step : steps.split(' ')) {
+        const QString action = step.section(':', 0, 0);
+        const QString text = step.section(':', 1);
+        if (action == "enter") {
+            enter(edit, text);
+        } else if (action == "type") {
+            edit.selectAll();
+            QTest::keyClicks(&edit, text);
+        } else {
+            QTest::keyClick(&edit, action == "up" ? Qt::Key_Up : Qt::Key_Down);
+            QCOMPARE(edit.text(), text);
+            QCOMPARE(edit.selectedText(), edit.historyLines().size() >= 2 ? text : QString());
+        }
+    }
+    QCOMPARE(edit.historyLines(), history);
+}
+
+void LineEditTests::historyIsKeptBeforeReturnIsHeard()
+{
+    QLineUpDownEdit edit;
     QVERIFY(!edit.parent());
-}
-
-void LineEditTests::recallsInBothDirections()
-{
-    QLineUpDownEdit edit;
-    for (const char *line : {"one", "two", "two", "three"})
-        enter(edit, line);
-
-    QCOMPARE(edit.history, QList<QString>({"three", "two", "one"}));
-    QCOMPARE(press(edit, Qt::Key_Up), QStringLiteral("two"));
-    QCOMPARE(press(edit, Qt::Key_Up), QStringLiteral("one"));
-    QCOMPARE(press(edit, Qt::Key_Up), QStringLiteral("three"));
-    QCOMPARE(press(edit, Qt::Key_Down), QStringLiteral("one"));
-    QCOMPARE(press(edit, Qt::Key_Down), QStringLiteral("two"));
-    QCOMPARE(press(edit, Qt::Key_Down), QStringLiteral("three"));
-}
-
-void LineEditTests::keypadEnterIsReturn()
-{
-    QLineUpDownEdit edit;
-    QSignalSpy returned(&edit, &QLineEdit::returnPressed);
-    edit.setText("x");
+    QList<QStringList> heard;
+    connect(&edit, &QLineEdit::returnPressed, this, [&] { heard += QStringList(edit.historyLines()); });
+    enter(edit, "one");
+    edit.setText("two");
     QTest::keyClick(&edit, Qt::Key_Enter, Qt::KeypadModifier);
-    QCOMPARE(edit.history, QList<QString>({"x"}));
-    QCOMPARE(returned.count(), 1);
-}
-
-void LineEditTests::oneLineIsNotRecalled_data()
-{
-    QTest::addColumn<int>("key");
-    addRow("up", int(Qt::Key_Up));
-    addRow("down", int(Qt::Key_Down));
-}
-
-void LineEditTests::oneLineIsNotRecalled()
-{
-    QFETCH(int, key);
-    QLineUpDownEdit edit;
-    edit.setText("typed");
-    QCOMPARE(press(edit, Qt::Key(key)), QStringLiteral("typed"));
-    enter(edit, "one");
-    edit.setText("typed");
-    QCOMPARE(press(edit, Qt::Key(key)), QStringLiteral("typed"));
-    QVERIFY(!edit.hasSelectedText());
-    QCOMPARE(edit.historyIndex, 0);
-}
-
-void LineEditTests::repeatOfTheNewestIsRefused()
-{
-    QLineUpDownEdit edit;
-    enter(edit, "one");
-    enter(edit, "one");
-    QCOMPARE(edit.history, QList<QString>({"one"}));
-}
-
-void LineEditTests::olderRepeatIsANewEntry()
-{
-    QLineUpDownEdit edit;
-    for (const char *line : {"one", "two", "one"})
-        enter(edit, line);
-    QCOMPARE(edit.history, QList<QString>({"one", "two", "one"}));
-}
-
-void LineEditTests::caseMakesALineDiffer()
-{
-    QLineUpDownEdit edit;
-    enter(edit, "one");
-    enter(edit, "One");
-    QCOMPARE(edit.history, QList<QString>({"One", "one"}));
-}
-
-void LineEditTests::emptyLineIsAddedLikeAnyOther()
-{
-    QLineUpDownEdit edit;
-    for (const char *line : {"", "", "one", ""})
-        enter(edit, line);
-    QCOMPARE(edit.history, QList<QString>({"", "one", ""}));
+    QCOMPARE(heard, QList<QStringList>({{"one"}, {"two", "one"}}));
 }
 
 void LineEditTests::fiftyFirstLineDropsTheOldest()
@@ -132,67 +82,13 @@ void LineEditTests::fiftyFirstLineDropsTheOldest()
     QLineUpDownEdit edit;
     for (int i = 1; i <= 50; ++i)
         enter(edit, QString::number(i));
-    QCOMPARE(edit.history.size(), 50);
-    QCOMPARE(edit.history.last(), QStringLiteral("1"));
+    QCOMPARE(edit.historyLines().size(), 50);
+    QCOMPARE(edit.historyLines().last(), QString("1"));
 
     enter(edit, "51");
-    QCOMPARE(edit.history.size(), 50);
-    QCOMPARE(edit.history.first(), QStringLiteral("51"));
-    QCOMPARE(edit.history.last(), QStringLiteral("2"));
-}
-
-void LineEditTests::historyIsKeptBeforeReturnIsHeard()
-{
-    QLineUpDownEdit edit;
-    QList<QString> heard;
-    connect(&edit, &QLineEdit::returnPressed, this, [&] { heard = edit.history; });
-    enter(edit, "one");
-    QCOMPARE(heard, QList<QString>({"one"}));
-}
-
-void LineEditTests::recalledLineIsSelected()
-{
-    QLineUpDownEdit edit;
-    enter(edit, "one");
-    enter(edit, "two");
-    press(edit, Qt::Key_Up);
-    QCOMPARE(edit.selectedText(), QStringLiteral("one"));
-    press(edit, Qt::Key_Down);
-    QCOMPARE(edit.selectedText(), QStringLiteral("two"));
-}
-
-void LineEditTests::editingDoesNotMoveTheIndex()
-{
-    QLineUpDownEdit edit;
-    for (const char *line : {"one", "two", "three"})
-        enter(edit, line);
-    press(edit, Qt::Key_Up);
-    QTest::keyClicks(&edit, "edited");
-    QCOMPARE(edit.text(), QStringLiteral("edited"));
-    QCOMPARE(press(edit, Qt::Key_Up), QStringLiteral("one"));
-}
-
-void LineEditTests::refusedRepeatStartsFromTheFrontAgain()
-{
-    QLineUpDownEdit edit;
-    for (const char *line : {"one", "two", "three"})
-        enter(edit, line);
-    press(edit, Qt::Key_Up);
-    press(edit, Qt::Key_Up);
-    QCOMPARE(edit.historyIndex, 2);
-    enter(edit, "three");
-    QCOMPARE(edit.historyIndex, 0);
-    QCOMPARE(press(edit, Qt::Key_Up), QStringLiteral("two"));
-}
-
-void LineEditTests::otherKeysAreTypedAsUsual()
-{
-    QLineUpDownEdit edit;
-    QTest::keyClicks(&edit, "abc");
-    QTest::keyClick(&edit, Qt::Key_Home);
-    QTest::keyClick(&edit, Qt::Key_Delete);
-    QCOMPARE(edit.text(), QStringLiteral("bc"));
-    QVERIFY(edit.history.isEmpty());
+    QCOMPARE(edit.historyLines().size(), 50);
+    QCOMPARE(edit.historyLines().first(), QString("51"));
+    QCOMPARE(edit.historyLines().last(), QString("2"));
 }
 
 PADSCOPE_TESTS(LineEditTests);

@@ -1,7 +1,5 @@
 #include <vector>
 
-#include <QTest>
-
 #include "decoding.h"
 #include "support/tests.h"
 
@@ -9,7 +7,7 @@ Q_DECLARE_METATYPE(reports::Field)
 
 using namespace reports;
 
-/// How a field of a report is read and written, and the readings that are more than a field.
+/// How a field of a report is read and written.
 class ReportFormats : public QObject
 {
     Q_OBJECT
@@ -22,16 +20,22 @@ private slots:
     void write_data();
     void write();
     void headerFields();
-    void signalLengths();
-    void adcLengths();
-    void adcReading_data();
-    void adcReading();
+    void everyPlaceOfAnOtherValueIsFilled();
 };
+
+namespace {
+
+Bytes bytesOf(const QByteArray &report)
+{
+    return {reinterpret_cast<const unsigned char *>(report.constData()),
+            static_cast<std::size_t>(report.size())};
+}
+
+} // namespace
 
 void ReportFormats::read_data()
 {
     addColumns<QByteArray, Field, qint64>("bytes", "field", "value");
-
     const auto row = [](const char *name, const char *bytes, const Field &field, qint64 value) {
         addRow(name, QByteArray::fromHex(bytes), field, value);
     };
@@ -42,13 +46,13 @@ void ReportFormats::read_data()
     row("four bytes, low byte first", "01 02 03 04", {"", "", 0, Width::Four, Unsigned}, 0x04030201);
     row("four bytes, high byte first", "01 02 03 04", {"", "", 0, Width::Four, Unsigned, BigEndian},
         0x01020304);
-    row("largest of two signed bytes", "ff 7f", {"", "", 0, Width::Two, Signed}, 32767);
-    row("smallest of two signed bytes", "00 80", {"", "", 0, Width::Two, Signed}, -32768);
+    row("max of two signed bytes", "ff 7f", {"", "", 0, Width::Two, Signed}, 32767);
+    row("min of two signed bytes", "00 80", {"", "", 0, Width::Two, Signed}, -32768);
     row("minus two, high byte first", "ff fe", {"", "", 0, Width::Two, Signed, BigEndian}, -2);
     row("the same bytes, low byte first", "ff fe", {"", "", 0, Width::Two, Signed}, -257);
     row("the same bytes, unsigned", "fe ff", {"", "", 0, Width::Two, Unsigned}, 65534);
-    row("largest of four signed bytes", "ff ff ff 7f", {"", "", 0, Width::Four, Signed}, 2147483647);
-    row("smallest of four signed bytes", "00 00 00 80", {"", "", 0, Width::Four, Signed}, -2147483648LL);
+    row("max of four signed bytes", "ff ff ff 7f", {"", "", 0, Width::Four, Signed}, 2147483647);
+    row("min of four signed bytes", "00 00 00 80", {"", "", 0, Width::Four, Signed}, -2147483648LL);
     row("four bytes with every bit set, signed", "ff ff ff ff", {"", "", 0, Width::Four, Signed}, -1);
     row("four bytes with every bit set", "ff ff ff ff", {"", "", 0, Width::Four, Unsigned}, 4294967295LL);
     row("masked", "ff", {"", "", 0, Width::One, Unsigned, LittleEndian, 0x03}, 3);
@@ -59,8 +63,7 @@ void ReportFormats::read()
 {
     QFETCH(QByteArray, bytes);
     QFETCH(Field, field);
-    const auto *data = reinterpret_cast<const unsigned char *>(bytes.constData());
-    QTEST(qint64{reports::read(field, {data, static_cast<std::size_t>(bytes.size())})}, "value");
+    QTEST(qint64{reports::read(field, bytesOf(bytes))}, "value");
 }
 
 void ReportFormats::missingByteReadsAsZero_data()
@@ -117,50 +120,11 @@ void ReportFormats::headerFields()
     QCOMPARE(qint64{reports::read(reportLength, {nullptr, 0})}, qint64{0});
 }
 
-void ReportFormats::signalLengths()
+void ReportFormats::everyPlaceOfAnOtherValueIsFilled()
 {
-    QList<int> allowed;
-    for (int length = 0; length < 256; ++length) {
-        const unsigned char report[] = {static_cast<unsigned char>(length), 47, 1};
-        if (formOf({report, 3}) == Form::Row)
-            allowed.append(length);
-    }
-    QCOMPARE(allowed, (QList<int>{10, 14, 16, 25, 40}));
-}
-
-void ReportFormats::adcLengths()
-{
-    QList<int> allowed;
-    for (int length = 0; length < 256; ++length) {
-        const unsigned char report[] = {static_cast<unsigned char>(length), 119, 12};
-        if (formOf({report, 3}) == Form::Row)
-            allowed.append(length);
-    }
-    QCOMPARE(allowed, (QList<int>{52, 58}));
-}
-
-void ReportFormats::adcReading_data()
-{
-    addColumns<QByteArray, int, double>("bytes", "raw", "volts");
-    const auto row = [](const char *name, const char *bytes, int raw, double volts) {
-        addRow(name, QByteArray::fromHex(bytes), raw, volts);
-    };
-    row("nothing", "34 77 0c 00 00", 0, 0.0);
-    row("low byte", "34 77 0c 64 00", 100, 0.488);
-    row("low bits of the high byte", "34 77 0c 00 03", 768, 3.74784);
-    row("other bits of the high byte", "34 77 0c 00 fc", 0, 0.0);
-    row("every bit", "34 77 0c ff ff", 1023, 4.99224);
-    row("high byte missing", "34 77 0c ff", 255, 1.2444);
-    row("both missing", "34 77 0c", 0, 0.0);
-}
-
-void ReportFormats::adcReading()
-{
-    QFETCH(QByteArray, bytes);
-    const auto *data = reinterpret_cast<const unsigned char *>(bytes.constData());
-    const auto raw = reports::read(adc["adcRaw"], {data, static_cast<std::size_t>(bytes.size())});
-    QTEST(static_cast<int>(raw), "raw");
-    QTEST(adc["volts"].scale->of(raw), "volts");
+    const Row row = fieldRow(bytesOf(QByteArray::fromHex("09 a2 00 0200")),
+                             [](const char *) { return std::string("%1 (%1)"); });
+    QCOMPARE(row.first.c_str(), "Q:              0     Button:            0 Pen:        2 (2)");
 }
 
 PADSCOPE_TESTS(ReportFormats);

@@ -1,8 +1,11 @@
+#include <set>
+
 #include "encoding.h"
 #include "oddreports.h"
+#include "support/datalines.h"
 #include "support/tests.h"
 
-/// The bytes of each kind of report, written out by hand.
+/// The bytes of each kind of report, and the texts, written out by hand.
 class tst_encoding : public QObject
 {
     Q_OBJECT
@@ -13,6 +16,12 @@ private slots:
     void texts();
     void longTextsHaveTheLargestLengthByte();
     void unknownTypes();
+    void garbageOfEveryLength();
+    void allTypesInTurn();
+    void oddTexts();
+    void signalLineByHand();
+    void plainLinesNeverHave74Characters();
+    void statusTextsAreShorterThanAVoltage();
 };
 
 namespace {
@@ -48,33 +57,8 @@ Measurement sample()
 void tst_encoding::kinds_data()
 {
     addColumns<int, QByteArray>("kind", "expected");
-    const auto row = [](const char *name, Kind kind, const char *hex) {
-        addRow(name, static_cast<int>(kind), QByteArray::fromHex(hex));
-    };
-    row("signal 1", Kind::Signal1,
-        "28 2f 01 00 00 00 00 00  71 11 01 02 00"
-        "02 01 fe ff 03 00  04 00 05 00 fa ff  04 03 f8 ff 09 00  0a 00 0b 00 f4 ff  d0 07 00");
-    // The raw outputs are four times the normalised ones: 1032, -8, 12.
-    row("signal 2", Kind::Signal2,
-        "28 2f 02 00 00 00 00 00 00 00 00 00 00"
-        "08 04 f8 ff 0c 00 00 42 00 02 01 fe ff 03 00 00 00 00 00 00 00 00 00 00 00 00 00");
-    row("signal 3", Kind::Signal3, "0e 2f 03 01 02 00 85 03 00 14 00 00 e7 03");
-    row("signal 4", Kind::Signal4, "0a 2f 04 02 01 fe ff 03 00 42");
-    row("signal 5", Kind::Signal5, "10 2f 05 02 01 fe ff 03 00 42 04 03 f8 ff 09 00");
-    row("signal 6", Kind::Signal6,
-        "19 2f 06 84 03 86 03 85 03 14 00 e7 03 01 00 71 11 01 00 01 02 01 02 00 00");
-    row("phase", Kind::Phase,
-        "28 68 01 02 ff fe 00 03  03 04 ff f8 00 09  00 04 00 05 ff fa  00 0a 00 0b ff f4"
-        "42 43 21 22  84 03 86 03  ff ff 02 00 01 02");
-    row("pen identity", Kind::PenIdentity, "09 a2 00 01 00 85 03 01 00");
-    row("two pens", Kind::DualPen,
-        "1a a3 01 00  34 12 00 00 29 09 00 00 81 00  00 00  02 00 01 00 03 00 00 00 02 00");
-    // 4660 is 660 (0294h) in the fifth period of 1000, 2345 is 345 (0159h) in the third.
-    row("position", Kind::Position,
-        "1f a4 00 85 03 64 00 34 12 00 00 29 09 00 00 94 02 59 01 04 00 02 00 ff 00 00 00 ff 00 00 00");
-    row("voltage", Kind::Adc,
-        "34 77 0c ff 03 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00"
-        "00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00");
+    for (const QStringList &line : dataLines(TEST_FOLDER "/reports.txt", 3, 3))
+        addRow(qPrintable(line[0]), line[1].toInt(), QByteArray::fromHex(line[2].toLatin1()));
 }
 
 void tst_encoding::kinds()
@@ -109,6 +93,77 @@ void tst_encoding::unknownTypes()
         QCOMPARE(static_cast<std::size_t>(report[0]), report.size());
         QVERIFY2(report[1] == 33 || report[1] == 65 || report[1] == 200, QByteArray::number(report[1]));
     }
+}
+
+void tst_encoding::garbageOfEveryLength()
+{
+    OddReports odd(1);
+    std::set<int> values;
+    for (std::size_t i = 0; i < 130; ++i) {
+        const Report report = odd.next(Kind::Garbage);
+        QCOMPARE(report.size(), i % 65);
+        values.insert(report.begin(), report.end());
+    }
+    QVERIFY(values.size() > 250);
+}
+
+void tst_encoding::allTypesInTurn()
+{
+    OddReports odd(1);
+    for (int type = 0; type < 300; ++type)
+        QCOMPARE(static_cast<int>(odd.next(Kind::AllTypes).at(1)), type % 256);
+}
+
+void tst_encoding::oddTexts()
+{
+    OddReports odd(1);
+    const auto next = [&odd](Kind kind) {
+        const Report report = odd.next(kind);
+        return report.at(1) == 50 ? std::string(report.begin() + 2, report.end()) : "";
+    };
+    for (int i = 0; i < 100; ++i) {
+        const std::string endless = next(Kind::EndlessText);
+        QVERIFY(!endless.empty());
+        QCOMPARE(endless.find_first_of("!\n"), std::string::npos);
+    }
+    const std::string line = next(Kind::LongText);
+    QCOMPARE(line.size(), std::size_t{10000});
+    QCOMPARE(line.find('\n'), std::size_t{9999});
+    QVERIFY(next(Kind::MarkupText).find("<b>bold</b>") == 0);
+    const std::string all = next(Kind::EveryByteText);
+    QCOMPARE(std::set<char>(all.begin(), all.end()).size(), std::size_t{256});
+}
+
+void tst_encoding::signalLineByHand()
+{
+    // 3000 is 0BB8h, 1500 is 05DCh and -1500 FA24h; 3500 is 0DACh and -3500 F254h; 2000 is 07D0h.
+    Measurement m;
+    m.xFine = {3000, 1500, -1500};
+    m.yFine = {0, 1, -1};
+    m.xCoarse = {3500, -3500, 255};
+    m.yCoarse = {16, 32, -32768};
+    m.proximity = 'N';
+    m.frequencyRaw = 2000;
+    const std::string line = signalLine(m);
+    QCOMPARE(line,
+             std::string("0bb8 05dc fa24 0000 0001 ffff *0dac f254 00ff 0010 0020 8000\r\nN F: 07d0  !"));
+}
+
+void tst_encoding::plainLinesNeverHave74Characters()
+{
+    QCOMPARE(plainLine("text"), std::string("text!"));
+    QCOMPARE(plainLine(std::string(72, 'x')), std::string(72, 'x') + "!");
+    QCOMPARE(plainLine(std::string(73, 'x')), std::string(73, 'x') + ".!");
+    QCOMPARE(plainLine(std::string(74, 'x')), std::string(74, 'x') + "!");
+}
+
+// 52 and 58 bytes are a voltage.
+void tst_encoding::statusTextsAreShorterThanAVoltage()
+{
+    Measurement m;
+    m.quality = 1000;
+    m.risesX = m.risesY = 4294967295U;
+    QCOMPARE(statusLine(m), std::string("status: quality 1000 rises 4294967295/4294967295"));
 }
 
 PADSCOPE_TESTS(tst_encoding);

@@ -1,4 +1,5 @@
 #include "firmware.h"
+#include "support/datalines.h"
 #include "support/tests.h"
 
 /// Commands: known with or without a carriage return, split or joined, and answered one by one.
@@ -9,91 +10,56 @@ class tst_firmware : public QObject
 private slots:
     void answers_data();
     void answers();
-    void aCommandInPieces();
-    void switches();
-    void frequencySteps();
+    void theFrequencyHasLimits();
     void aLockedFrequencyStands();
     void noAnswerIsTakenForASignalLine();
-    void noTwoAnswersInARowAreTheSame();
 };
-
-using Answers = std::vector<std::string>;
 
 namespace {
 
-const std::string known = "not known, commands: . B U8 U0 < > V T ? :RMM :MDU0 :MDP0!";
+/// Joined by blanks; "-" for none.
+QString answersOf(Firmware &firmware, Sensor &sensor, const QByteArray &sent)
+{
+    QStringList answers;
+    for (const std::string &answer : firmware.take(sent.toStdString(), sensor))
+        answers += QString::fromStdString(answer);
+    return answers.isEmpty() ? "-" : answers.join(' ');
+}
+
+QString stateOf(const Switches &now)
+{
+    const QString state = QString(now.streaming ? "streaming" : "paused") + (now.voltages ? " voltages" : "");
+    return state + (now.statusText ? " texts" : "");
+}
 
 } // namespace
 
 void tst_firmware::answers_data()
 {
-    addColumns<QByteArray, QStringList>("command", "answers");
-    addRow("with carriage return", QByteArray("B\r"), QStringList{"[B] streaming!"});
-    addRow("without", QByteArray("B"), QStringList{"[B] streaming!"});
-    addRow("joined", QByteArray(".\rU8\r"), QStringList{"[.] streaming stopped!", "[U8] frequency locked!"});
-    addRow("joined without", QByteArray("U0B"), QStringList{"[U0] frequency not locked!", "[B] streaming!"});
-    addRow("empty line", QByteArray("\r"), QStringList{});
-    addRow("nothing", QByteArray(""), QStringList{});
-    addRow("unknown", QByteArray("hello\r"), QStringList{"[hello] " + QString::fromStdString(known)});
-    addRow("unknown without", QByteArray("U9"), QStringList{"[U9] " + QString::fromStdString(known)});
-    addRow("only a beginning", QByteArray(":MD"), QStringList{});
-    addRow("a beginning ended", QByteArray(":MD\r"), QStringList{"[:MD] " + QString::fromStdString(known)});
-    addRow("odd characters", QByteArray("x!\x01\xff\r"),
-           QStringList{"[x...] " + QString::fromStdString(known)});
-    addRow("long", QByteArray(500, 'x'),
-           QStringList{"[" + QString(40, 'x') + "] " + QString::fromStdString(known)});
-    addRow("extremes", QByteArray(":RMM\r"), QStringList{"[:RMM] extremes reset!"});
-    addRow("closing", QByteArray(":MDU0\r:MDP0\r"), QStringList{"[:MDU0] goodbye!", "[:MDP0] goodbye!"});
+    addColumns<QStringList, QStringList, QString>("sends", "answers", "state");
+    for (const QStringList &line : dataLines(TEST_FOLDER "/commands.txt", 4, 4))
+        addRow(qPrintable(line[0]), line[1].split(" & "), line[2].split(" & "), line[3]);
 }
 
 void tst_firmware::answers()
 {
-    QFETCH(QByteArray, command);
+    QFETCH(QStringList, sends);
+    QFETCH(QStringList, answers);
     Sensor sensor(1);
-    Firmware firmware(sensor);
-    QStringList answers;
-    for (const std::string &answer :
-         firmware.take({command.constData(), static_cast<std::size_t>(command.size())}))
-        answers.append(QString::fromStdString(answer));
-    QTEST(answers, "answers");
+    Firmware firmware;
+    QStringList found;
+    for (const QString &text : sends) {
+        const QByteArray bytes =
+            text.toLatin1().replace("\\r", "\r").replace("\\x01", "\x01").replace("\\xff", "\xff");
+        found += answersOf(firmware, sensor, bytes);
+    }
+    QCOMPARE(found, answers);
+    QTEST(stateOf(firmware.switches()), "state");
 }
 
-void tst_firmware::aCommandInPieces()
+void tst_firmware::theFrequencyHasLimits()
 {
     Sensor sensor(1);
-    Firmware firmware(sensor);
-    QCOMPARE(firmware.take(":"), Answers{});
-    QCOMPARE(firmware.take("RM"), Answers{});
-    QCOMPARE(firmware.take("M"), Answers{"[:RMM] extremes reset!"});
-    QCOMPARE(firmware.take("\r"), Answers{});
-}
-
-void tst_firmware::switches()
-{
-    Sensor sensor(1);
-    Firmware firmware(sensor);
-    QVERIFY(firmware.switches().streaming);
-    QVERIFY(!firmware.switches().voltages);
-    QVERIFY(!firmware.switches().statusText);
-    QCOMPARE(firmware.take("V\rT\r."),
-             (Answers{"[V] voltage reports on!", "[T] status text on!", "[.] streaming stopped!"}));
-    QVERIFY(!firmware.switches().streaming);
-    QVERIFY(firmware.switches().voltages);
-    QVERIFY(firmware.switches().statusText);
-    QCOMPARE(firmware.take("VTB"),
-             (Answers{"[V] voltage reports off!", "[T] status text off!", "[B] streaming!"}));
-    QVERIFY(firmware.switches().streaming);
-    QVERIFY(!firmware.switches().voltages);
-    QVERIFY(!firmware.switches().statusText);
-}
-
-void tst_firmware::frequencySteps()
-{
-    Sensor sensor(1);
-    Firmware firmware(sensor);
-    // 2000 steps of 56.25 Hz are 112500 Hz; 2001 are 112556.25.
-    QCOMPARE(firmware.take(">"), Answers{"[>] frequency 112556 Hz!"});
-    QCOMPARE(firmware.take("<<"), (Answers{"[<] frequency 112500 Hz!", "[<] frequency 112443 Hz!"}));
     sensor.stepFrequency(-100000);
     QCOMPARE(sensor.frequency(), 0);
     sensor.stepFrequency(100000);
@@ -103,11 +69,11 @@ void tst_firmware::frequencySteps()
 void tst_firmware::aLockedFrequencyStands()
 {
     Sensor sensor(1);
-    Firmware firmware(sensor);
-    firmware.take("U8");
+    Firmware firmware;
+    firmware.take("U8", sensor);
     for (int i = 0; i < 1000; ++i)
         QCOMPARE(sensor.measure(i).frequencyRaw, 2000);
-    firmware.take("U0");
+    firmware.take("U0", sensor);
     bool drifts = false;
     for (int i = 0; i < 1000; ++i)
         drifts = drifts || sensor.measure(i).frequencyRaw != 2000;
@@ -117,22 +83,12 @@ void tst_firmware::aLockedFrequencyStands()
 void tst_firmware::noAnswerIsTakenForASignalLine()
 {
     Sensor sensor(1);
-    Firmware firmware(sensor);
+    Firmware firmware;
     for (int length = 1; length < 100; ++length) {
-        const Answers answers = firmware.take(std::string(static_cast<std::size_t>(length), 'x'));
-        QCOMPARE(answers.size(), std::size_t{1});
-        QVERIFY(answers.front().size() != 74);
-        QCOMPARE(answers.front().find('!'), answers.front().size() - 1);
+        const QString answer = answersOf(firmware, sensor, QByteArray(length, 'x'));
+        QVERIFY(answer.size() != 74);
+        QCOMPARE(answer.indexOf('!'), answer.size() - 1);
     }
-}
-
-// The Monitor drops the second of two equal reports.
-void tst_firmware::noTwoAnswersInARowAreTheSame()
-{
-    Sensor sensor(1);
-    Firmware firmware(sensor);
-    QCOMPARE(firmware.take("BBBU8B"), (Answers{"[B] streaming!", "[B] again: streaming!", "[B] streaming!",
-                                               "[U8] frequency locked!", "[B] streaming!"}));
 }
 
 PADSCOPE_TESTS(tst_firmware);

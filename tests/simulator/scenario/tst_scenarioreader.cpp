@@ -1,212 +1,241 @@
-#include "scenarioreader.h"
-#include "support/tests.h"
-
-#include <QDir>
+#include <functional>
+#include <map>
 #include <QFile>
 #include <QTemporaryDir>
 
-/// What is read from scenario files.
+#include "scenarioreader.h"
+#include "support/datalines.h"
+#include "support/tests.h"
+
+/// What is read of a scenario file, and the one line about a file that is not valid.
 class tst_scenarioreader : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void smallestScenario();
-    void everythingThatABoardMayHave();
-    void seedsOfBoards();
-    void eventsOfTheTimeline();
-    void faultsOfBoards();
-    void faultsOfTheLibrary();
-    void shippedScenarios_data();
-    void shippedScenarios();
+    void isRead_data();
+    void isRead();
     void theDefaultIsOneBoard();
+    void thePlugStorm();
+    void isNotValid_data();
+    void isNotValid();
+    void filesThatAreNone();
+    void cutFilesAreNotValid();
 
 private:
-    QString written(const QByteArray &text) const;
-    Scenario scenarioIn(const QByteArray &text) const;
+    std::optional<Scenario> read(const QByteArray &text);
 
     QTemporaryDir folder;
+    const QString path = folder.filePath("s.json");
+    std::string error;
 };
 
 namespace {
 
-using LibraryWhat = LibraryEvent::What;
-
-constexpr std::chrono::nanoseconds oneSecond = std::chrono::seconds(1);
-
-std::size_t indexOf(Kind kind)
+QString number(double value)
 {
-    return static_cast<std::size_t>(kind);
+    return QString::number(value, 'g', 10);
 }
 
-/// A scenario with one board and this among its keys.
-QByteArray withBoard(const QByteArray &keys)
+template <typename Numbers>
+QString list(const Numbers &numbers)
 {
-    return R"({"title": "t", "boards": [{"id": 1}], )" + keys + "}";
+    QStringList texts;
+    for (const auto one : numbers)
+        texts += number(one);
+    return texts.join(' ');
 }
+
+QString seconds(std::chrono::nanoseconds time)
+{
+    return number(std::chrono::duration<double>(time).count());
+}
+
+QString penOf(const PenPath &path)
+{
+    QString text = path.away ? "away" : path.points.empty() ? "writing" : "";
+    for (const PenPath::Point &point : path.points)
+        text += (text.isEmpty() ? "" : ", pen ") + number(point.seconds) + " s from " + number(point.x) +
+                ' ' + number(point.y) + (point.touches ? " down" : "");
+    return ", pen " + text;
+}
+
+QString boardOf(const BoardPlan &plan)
+{
+    return number(plan.id) + ": seed " + number(plan.seed) + ", rate " + number(plan.rate) +
+           (plan.plugged ? "" : ", not plugged") + (plan.lines ? ", lines" : "") +
+           (plan.unknowns ? ", unknowns" : "") + ", adc " + number(plan.adcMax) + ", kinds " +
+           list(plan.weights) + penOf(plan.pen);
+}
+
+QString eventOf(const BoardEvent &event)
+{
+    const QString at = "at " + seconds(event.at);
+    if (const auto *burst = std::get_if<Burst>(&event.what))
+        return at + " burst " + number(burst->reports) +
+               (burst->kind ? " of kind " + number(static_cast<int>(*burst->kind)) : "");
+    if (const auto *pause = std::get_if<Pause>(&event.what))
+        return at + " pause " + seconds(pause->duration);
+    if (const auto *rate = std::get_if<Rate>(&event.what))
+        return at + " rate " + number(rate->perSecond);
+    if (const auto *raw = std::get_if<Raw>(&event.what))
+        return (at + " raw " + QByteArray::fromStdString({raw->bytes.begin(), raw->bytes.end()}).toHex())
+            .trimmed();
+    return at + " vanish";
+}
+
+QString eventsOf(const BoardPlan &plan)
+{
+    QStringList texts;
+    for (const BoardEvent &event : plan.events)
+        texts += eventOf(event);
+    return texts.join(", ");
+}
+
+/// What each event leaves of the library's faults.
+QString faultsOf(const Scenario &scenario)
+{
+    QStringList texts;
+    StandingFaults now;
+    for (const LibraryEvent &event : scenario.events) {
+        event.change(now);
+        texts += "at " + seconds(event.at) + (" fail " + list(now.failingIndexes)).trimmed().prepend(' ') +
+                 " count " + number(now.countLie) + " delay " + number(now.commandDelayMs) + " callback " +
+                 number(now.callbackInCommand);
+    }
+    return texts.join(", ");
+}
+
+QString libraryOf(const Scenario &scenario)
+{
+    QStringList texts;
+    for (const LibraryEvent &event : scenario.events)
+        texts += "at " + seconds(event.at) +
+                 (event.what == LibraryEvent::What::Plug ? " plug " : " unplug ") + number(event.value);
+    return texts.join(", ");
+}
+
+template <typename Text>
+QString ofEachBoard(const Scenario &scenario, const char *separator, Text textOf)
+{
+    QStringList texts;
+    for (const BoardPlan &plan : scenario.boards)
+        texts += textOf(plan);
+    return texts.join(separator);
+}
+
+const std::map<QString, std::function<QString(const Scenario &)>> parts{
+    {"boards", [](const Scenario &all) { return ofEachBoard(all, "; ", boardOf); }},
+    {"seeds",
+     [](const Scenario &all) { return ofEachBoard(all, " ", [](auto &plan) { return number(plan.seed); }); }},
+    {"events", [](const Scenario &all) { return ofEachBoard(all, "; ", eventsOf); }},
+    {"event counts",
+     [](const Scenario &all) {
+         return ofEachBoard(all, " ",
+                            [](auto &plan) { return number(static_cast<double>(plan.events.size())); });
+     }},
+    {"faults", faultsOf},
+    {"library", libraryOf},
+};
 
 } // namespace
 
-QString tst_scenarioreader::written(const QByteArray &text) const
+std::optional<Scenario> tst_scenarioreader::read(const QByteArray &text)
 {
-    const QString path = folder.filePath("s.json");
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
         qFatal("the file cannot be written");
-    return path;
+    file.close();
+    return readScenario(path.toStdString(), error);
 }
 
-Scenario tst_scenarioreader::scenarioIn(const QByteArray &text) const
+void tst_scenarioreader::isRead_data()
 {
-    std::string complaint;
-    const auto scenario = readScenario(written(text).toStdString(), complaint);
-    if (!scenario)
-        qFatal("%s", complaint.c_str());
-    return *scenario;
+    addColumns<QByteArray, QString, QString>("text", "part", "expected");
+    for (const QStringList &line : dataLines(TEST_FOLDER "/valid.txt", 4, 4))
+        addRow(qPrintable(line[0]), line[1].toUtf8(), line[2], line[3]);
 }
 
-void tst_scenarioreader::smallestScenario()
+void tst_scenarioreader::isRead()
 {
-    const Scenario scenario = scenarioIn(R"({"title": "nothing", "boards": []})");
-    QCOMPARE(scenario.title, std::string("nothing"));
-    QVERIFY(scenario.boards.empty());
-    QVERIFY(scenario.events.empty());
-}
-
-void tst_scenarioreader::everythingThatABoardMayHave()
-{
-    const Scenario scenario = scenarioIn(R"({"$schema": "x", "title": "t", "boards": [
-        {"id": -2147483648, "rate": 10000, "seed": 4294967295, "plugged": false, "lines": false,
-         "unknowns": false, "adcMax": 1023, "kinds": {"phase": 3, "garbage": 100, "adc": 0},
-         "pen": [{"seconds": 0.5, "x": 16000, "y": 12000, "touches": true}]}, {"id": 7, "pen": "away"}]})");
-    QCOMPARE(scenario.boards.size(), std::size_t{2});
-    const BoardPlan &plan = scenario.boards[0].plan;
-    QCOMPARE(plan.id, std::numeric_limits<int>::min());
-    QCOMPARE(plan.rate, 10000);
-    QCOMPARE(plan.seed, 4294967295U);
-    QVERIFY(!scenario.boards[0].plugged);
-    QVERIFY(!plan.lines);
-    QVERIFY(!plan.unknowns);
-    QCOMPARE(plan.adcMax, 1023);
-    QCOMPARE(plan.weights[indexOf(Kind::Phase)], 3);
-    QCOMPARE(plan.weights[indexOf(Kind::Garbage)], 100);
-    QCOMPARE(plan.weights[indexOf(Kind::Signal1)], 0);
-    QCOMPARE(plan.pen.points.size(), std::size_t{1});
-    QCOMPARE(plan.pen.points[0].x, 16000.0);
-    QVERIFY(plan.pen.points[0].touches);
-
-    const BoardPlan &usual = scenario.boards[1].plan;
-    QCOMPARE(usual.rate, 100);
-    QVERIFY(scenario.boards[1].plugged);
-    QVERIFY(usual.lines);
-    QVERIFY(usual.pen.away);
-    QCOMPARE(usual.adcMax, 500);
-    QCOMPARE(usual.weights[indexOf(Kind::Signal1)], 5);
-    QCOMPARE(usual.weights[indexOf(Kind::Adc)], 0);
-}
-
-void tst_scenarioreader::seedsOfBoards()
-{
-    const Scenario scenario = scenarioIn(
-        R"({"title": "t", "seed": 10, "boards": [{"id": 5}, {"id": 5}, {"id": 5, "seed": 3}, {"id": -1}]})");
-    QCOMPARE(scenario.boards[0].plan.seed, 15U);
-    QVERIFY(scenario.boards[1].plan.seed != 15U);
-    QCOMPARE(scenario.boards[2].plan.seed, 3U);
-    QCOMPARE(scenario.boards[3].plan.seed, 9U);
-}
-
-void tst_scenarioreader::eventsOfTheTimeline()
-{
-    const Scenario scenario = scenarioIn(withBoard(R"("timeline": [
-        {"at": 3, "do": "burst", "board": 1, "reports": 200},
-        {"at": 1, "do": "raw", "board": 1, "hex": "0A ff1b"},
-        {"at": 2.5, "do": "text", "board": 1, "text": "\u00e9!"},
-        {"at": 0, "do": "pause", "board": 1, "seconds": 0.25},
-        {"at": 4, "do": "rate", "board": 1, "rate": 7},
-        {"at": 6, "do": "unplug", "board": 1},
-        {"at": 5, "do": "plug", "board": 1}])"));
-    const auto &events = scenario.boards[0].plan.events;
-    QCOMPARE(events.size(), std::size_t{5});
-    QVERIFY(std::get<Pause>(events[0].what).duration == oneSecond / 4);
-    QVERIFY(events[1].at == oneSecond);
-    QCOMPARE(std::get<Raw>(events[1].what).bytes, (Report{0x0A, 0xFF, 0x1B}));
-    QCOMPARE(std::get<Raw>(events[2].what).bytes, (Report{4, 50, 0xE9, '!'}));
-    QCOMPARE(std::get<Burst>(events[3].what).reports, 200);
-    QVERIFY(!std::get<Burst>(events[3].what).kind);
-    QCOMPARE(std::get<Rate>(events[4].what).perSecond, 7);
-    QCOMPARE(scenario.events.size(), std::size_t{2});
-    QVERIFY(scenario.events[0].what == LibraryWhat::Plug && scenario.events[0].at == 5 * oneSecond);
-    QVERIFY(scenario.events[1].what == LibraryWhat::Unplug && scenario.events[1].value == 1);
-}
-
-void tst_scenarioreader::faultsOfBoards()
-{
-    const Scenario scenario = scenarioIn(R"({"title": "t", "boards": [{"id": 1}, {"id": 2}], "faults": [
-        {"fault": "garbage"}, {"fault": "vanish", "board": 2, "at": 1},
-        {"fault": "text-long", "at": 2, "reports": 3}]})");
-    const auto &first = scenario.boards[0].plan.events;
-    const auto &second = scenario.boards[1].plan.events;
-    QCOMPARE(first.size(), std::size_t{2});
-    QCOMPARE(std::get<Burst>(first[0].what).reports, 650);
-    QVERIFY(std::get<Burst>(first[0].what).kind == Kind::Garbage);
-    QCOMPARE(std::get<Burst>(first[1].what).reports, 3);
-    QVERIFY(std::get<Burst>(first[1].what).kind == Kind::LongText);
-    QCOMPARE(second.size(), std::size_t{1});
-    QVERIFY(std::holds_alternative<Vanish>(second[0].what) && second[0].at == oneSecond);
-}
-
-void tst_scenarioreader::faultsOfTheLibrary()
-{
-    const Scenario scenario = scenarioIn(R"({"title": "t", "boards": [], "faults": [
-        {"fault": "enumeration-fails", "index": 3}, {"fault": "lying-count", "by": -1},
-        {"fault": "slow-command", "seconds": 0.5}, {"fault": "callback-in-command"},
-        {"fault": "plug-storm", "at": 1}]})");
-    const auto &events = scenario.events;
-    StandingFaults standing;
-    for (std::size_t i = 0; i < 4; ++i)
-        events[i].change(standing, events[i].value);
-    QVERIFY(standing.failingIndexes == std::set<int>{3});
-    QCOMPARE(standing.countLie, -1);
-    QCOMPARE(standing.commandDelayMs, 500);
-    QVERIFY(standing.callbackInCommand);
-    QCOMPARE(events.size(), std::size_t{4 + 500});
-    QVERIFY(events[4].at == oneSecond && events.back().at == oneSecond + std::chrono::milliseconds(499));
-}
-
-void tst_scenarioreader::shippedScenarios_data()
-{
-    QTest::addColumn<QString>("path");
-    const QDir shipped(SCENARIO_FOLDER);
-    for (const QString &name : shipped.entryList({"*.json"})) {
-        if (name != "schema.json")
-            addRow(qPrintable(name), shipped.filePath(name));
-    }
-}
-
-void tst_scenarioreader::shippedScenarios()
-{
-    QFETCH(QString, path);
-    std::string complaint;
-    const auto scenario = readScenario(path.toStdString(), complaint);
-    QVERIFY2(scenario, complaint.c_str());
-    QVERIFY(!scenario->title.empty());
+    QFETCH(QByteArray, text);
+    QFETCH(QString, part);
+    const auto scenario = read(text);
+    QVERIFY2(scenario, error.c_str());
+    QTEST(parts.at(part)(*scenario), "expected");
+    QVERIFY(text.contains("\"title\": \"" + QByteArray::fromStdString(scenario->title) + '"'));
 }
 
 // What the library has built in for when it stands alone.
 void tst_scenarioreader::theDefaultIsOneBoard()
 {
-    std::string complaint;
-    const auto scenario = readScenario(SCENARIO_FOLDER "/default.json", complaint);
-    QVERIFY2(scenario, complaint.c_str());
-    QCOMPARE(scenario->boards.size(), std::size_t{1});
-    const BoardPlan &plan = scenario->boards[0].plan;
-    const BoardPlan usual{1001, 1001};
-    QCOMPARE(plan.id, 1001);
-    QCOMPARE(plan.seed, 1001U);
-    QCOMPARE(plan.rate, usual.rate);
-    QCOMPARE(plan.weights, usual.weights);
-    QVERIFY(plan.lines && plan.unknowns && !plan.pen.away && plan.pen.points.empty() && plan.events.empty());
-    QVERIFY(scenario->events.empty());
+    const auto scenario = readScenario(SCENARIO_FOLDER "/default.json", error);
+    QVERIFY2(scenario, error.c_str());
+    QCOMPARE(parts.at("boards")(*scenario), boardOf({1001, 1001}));
+    QVERIFY(scenario->boards[0].events.empty() && scenario->events.empty());
+}
+
+void tst_scenarioreader::thePlugStorm()
+{
+    const auto events =
+        read(R"({"title": "t", "boards": [], "faults": [{"fault": "plug-storm", "at": 1}]})")->events;
+    QCOMPARE(events.size(), std::size_t{500});
+    QVERIFY(events.front().at == std::chrono::seconds(1));
+    QVERIFY(events.back().at == std::chrono::milliseconds(1499));
+}
+
+void tst_scenarioreader::isNotValid_data()
+{
+    addColumns<QByteArray, QString>("text", "line"); // behind the file's name
+    for (const QStringList &line : dataLines(TEST_FOLDER "/invalid.txt", 3, 3))
+        addRow(qPrintable(line[0]), line[1].toUtf8(), line[2]);
+    addRow(
+        "nested far too deep", R"({"title": )" + QByteArray(500000, '['),
+        QString(
+            "line 1, column 42: the lists and objects are nested too deep; allowed are 32 in one another"));
+    addRow("not JSON", QByteArray("{\n  \"title\": }"),
+           QString("line 2, column 12: this is not JSON: syntax error while parsing value - unexpected '}'; "
+                   "expected '[', '{', or a literal"));
+    addRow("too large", QByteArray(1024 * 1024 + 1, ' '),
+           QString("the file is too large; allowed are up to 1048576 bytes"));
+}
+
+void tst_scenarioreader::isNotValid()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(QString, line);
+    QVERIFY(!read(text));
+    QCOMPARE(QString::fromStdString(error), path + ": " + line);
+}
+
+void tst_scenarioreader::filesThatAreNone()
+{
+    const QString loop = folder.filePath("loop.json");
+    QVERIFY(QFile::link(loop, loop));
+    const std::pair<QString, QString> reasons[] = {{"/no/where.json", "No such file or directory"},
+                                                   {folder.path(), "it is not a regular file"},
+                                                   {"two\nlines", "No such file or directory"},
+                                                   {loop, "Too many levels of symbolic links"}};
+    for (auto [file, reason] : reasons) {
+        QVERIFY(!readScenario(file.toStdString(), error));
+        QCOMPARE(QString::fromStdString(error), file.replace('\n', '?') + ": this cannot be read (" + reason +
+                                                    "); a scenario file is needed");
+    }
+}
+
+// Never is a part of a file read.
+void tst_scenarioreader::cutFilesAreNotValid()
+{
+    QFile file(SCENARIO_FOLDER "/timeline.json");
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray whole = file.readAll().trimmed();
+    QVERIFY(whole.size() > 500);
+    for (int length = 0; length < whole.size(); ++length) {
+        QVERIFY(!read(whole.left(length)));
+        QVERIFY(error.find("this is not JSON") != std::string::npos);
+        QCOMPARE(error.find('\n'), std::string::npos);
+    }
+    QVERIFY2(read(whole), error.c_str());
 }
 
 PADSCOPE_TESTS(tst_scenarioreader);
