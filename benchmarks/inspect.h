@@ -1,9 +1,9 @@
 #pragma once
 
+#include <limits>
 #include <QCoreApplication>
 #include <QFrame>
 #include <QTimerEvent>
-#include <limits>
 
 #include "bargraph.h"
 #include "datapacket.h"
