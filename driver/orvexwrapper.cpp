@@ -8,7 +8,7 @@
 namespace {
 
 #define COUNT_NAME(name) +1
-static_assert(ORVEX_LOOKUPS(COUNT_NAME) == 47, "every name is looked up, each once");
+static_assert(ORVEX_LOOKUPS(COUNT_NAME) == 47, "47 names are looked up; a new one raises the number");
 #undef COUNT_NAME
 
 /// Reentrancy: when the library runs the event loop inside a call, its binding may be deleted there. The

@@ -52,6 +52,8 @@ inline constexpr TypeRule typeRules[] = {
 
 /// Not constexpr, so that looking up a missing field in a constant expression is a compile error.
 [[noreturn]] void noSuchField();
+/// The same for a field that ends behind the length that boards send.
+[[noreturn]] void fieldIsBehindTheReport();
 
 /// One kind of report with fields, in the order of their bytes.
 struct Layout
@@ -70,6 +72,10 @@ struct Layout
         , first(firstText, layoutFields)
         , second(secondText, layoutFields)
     {
+        for (const Field &field : layoutFields) {
+            if (field.offset + widthInBytes(field) > sentLength)
+                fieldIsBehindTheReport();
+        }
     }
 
     /// The field of this name. To be used in constant expressions, where the name is checked.

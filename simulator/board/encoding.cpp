@@ -114,9 +114,9 @@ Report encode(Kind kind, const Measurement &measurement)
     write(reportType, layout.type, report.data());
     if (layout.subType)
         write(reportSubType, layout.subType, report.data());
-    const Field *field = layout.fields;
-    for (const std::int64_t value : row.valuesOf(measurement))
-        write(*field++, value, report.data());
+    const Values values = row.valuesOf(measurement);
+    for (std::size_t i = 0; i < std::min(values.size(), layout.fieldCount); ++i)
+        write(layout.fields[i], values[i], report.data());
     return report;
 }
 

@@ -11,7 +11,7 @@
 using Report = std::vector<unsigned char>;
 
 /// The report of this kind that tells what was measured.
-/// \param kind up to Kind::Adc
+/// \param kind below Kind::StatusText
 Report encode(Kind kind, const Measurement &measurement);
 
 /// A report with text from byte 2 on; byte 0 is its length, 255 for one that is longer.

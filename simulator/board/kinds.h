@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <iterator>
 #include <optional>
 #include <string_view>
 
@@ -23,7 +22,7 @@ enum class Kind
     DualPen,
     Position,
     Adc,
-    // Made in textlines.h and oddreports.h.
+    // Made in stream.cpp and oddreports.h.
     StatusText = std::size(reports::layouts), ///< text of type 119
     Garbage,                                  ///< random bytes, each length from 0 to 64 in turn
     AllTypes,                                 ///< each type byte from 0 to 255 in turn

@@ -1,6 +1,5 @@
 #include "oddreports.h"
 
-#include <iterator>
 #include <string>
 
 using namespace reports;
@@ -35,7 +34,8 @@ Report OddReports::next(Kind kind)
         &OddReports::longText, &OddReports::markupText, &OddReports::everyByteText,
     };
     static_assert(static_cast<int>(Kind::Garbage) + std::size(makers) == kindCount);
-    return (this->*makers[static_cast<int>(kind) - static_cast<int>(Kind::Garbage)])();
+    const auto make = makers[static_cast<int>(kind) - static_cast<int>(Kind::Garbage)];
+    return (this->*make)();
 }
 
 Report OddReports::randomBytes(int length)

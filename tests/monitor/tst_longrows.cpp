@@ -1,5 +1,5 @@
+#include "monitor/countingpaintdevice.h"
 #include "monitor/monitortest.h"
-#include "support/countingpaintdevice.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include "simulator/run.h"
 #include "support/datalines.h"
-#include "support/table.h"
+#include "support/tests.h"
 
 namespace {
 

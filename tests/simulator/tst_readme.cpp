@@ -56,6 +56,8 @@ private slots:
     void theExampleHasEveryEvent();
     void defaultsOfABoard();
     void defaultWeights();
+    void kindsOfTheSchema();
+    void allKinds();
 
 private:
     static QStringList rowsOf(const QString &page, const QString &section);
@@ -169,6 +171,24 @@ void tst_readme::defaultWeights()
     for (std::size_t kind = 0; kind < kindCount; ++kind)
         expected[QString::fromUtf8(kindNames[kind].data())] = usualWeights[kind];
     QCOMPARE(found, expected);
+}
+
+void tst_readme::kindsOfTheSchema()
+{
+    QStringList expected;
+    for (const std::string_view kind : kindNames)
+        expected += QString::fromUtf8(kind.data());
+    expected.sort();
+    QCOMPARE(schema["board"]["properties"]["kinds"]["properties"].toObject().keys(), expected);
+}
+
+/// Its title promises every type and sub-type.
+void tst_readme::allKinds()
+{
+    const QByteArray file = contentsOf(SCENARIO_FOLDER "/all-kinds.json").toUtf8();
+    const QJsonObject weights = QJsonDocument::fromJson(file)["boards"][0]["kinds"].toObject();
+    for (const reports::Layout *layout : reports::layouts)
+        QVERIFY2(weights[layout->name].toInt() > 0, layout->name);
 }
 
 PADSCOPE_TESTS(tst_readme);

@@ -9,8 +9,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "support/table.h"
-
 namespace testsupport {
 
 /// Points everything that a program keeps of its user into one folder, and shuts out what the user has set.
