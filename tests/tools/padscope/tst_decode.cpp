@@ -43,7 +43,8 @@ void DecodeTests::formats_data()
     addRow("text", QStringList(), examplecapture::textLines());
     const QList<QByteArray> rows{"0:     1  60:    -1  120:     3  Integs:   9", "Hi..", "..A", "03 01 41 "};
     addRow("rows", QStringList{"--format", "rows"}, rows);
-    addRow("rows with a rate limit", QStringList{"--format=rows", "--threshold=0"}, rows.mid(2)); // a first line comes too soon
+    addRow("rows with a rate limit", QStringList{"--format=rows", "--threshold=0"},
+           rows.mid(2)); // a first line comes too soon
     addRow("epoch", QStringList{"--time", "epoch", "--limit", "1"},
            QList<QByteArray>{"1700000000.000000000  -  status"});
     addRow("utc", QStringList{"--time", "utc", "--limit", "1"},
