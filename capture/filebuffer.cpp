@@ -32,8 +32,10 @@ bool FileBuffer::require(std::size_t count)
         const ssize_t received = read(file, bytes.data() + last, bytes.size() - last);
         if (received < 0 && errno == EINTR)
             continue;
-        if (received <= 0)
+        if (received <= 0) {
+            lastError = received < 0 ? errno : 0;
             return false;
+        }
         last += static_cast<std::size_t>(received);
     }
     return true;

@@ -1,6 +1,7 @@
 #include "pcapngreader.h"
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
 #include "timestamps.h"
@@ -43,6 +44,12 @@ Event Reader::fail(std::string reason)
     return Event::Damage;
 }
 
+/// What it is that no more can be read.
+Event Reader::endOrFailure()
+{
+    return buffer.error() == 0 ? Event::End : fail(std::strerror(buffer.error()));
+}
+
 Event Reader::next()
 {
     if (isDamaged)
@@ -53,7 +60,7 @@ Event Reader::next()
     blockOffset += lastBlock.size;
     lastBlock = {};
     if (!buffer.require(blockStart + 4))
-        return Event::End;
+        return endOrFailure();
     const bool isSection = integerAt<std::uint32_t>(buffer.view(), 0) == SectionHeader;
     if (isSection && !useByteOrder())
         return fail("a section without its byte-order magic");
@@ -85,7 +92,7 @@ Event Reader::skipRest()
 {
     while (skipping > 0) {
         if (!buffer.require(1))
-            return Event::End;
+            return endOrFailure();
         const std::size_t count = std::min<std::uint64_t>(skipping, buffer.size());
         buffer.drop(count);
         blockOffset += count;
@@ -97,7 +104,7 @@ Event Reader::skipRest()
 Event Reader::readBlock(std::uint32_t type, std::uint32_t length)
 {
     if (!buffer.require(length))
-        return Event::End;
+        return endOrFailure();
     const ByteView block = buffer.view().first(length);
     if (at<std::uint32_t>(block, length - 4) != length)
         return fail("a block whose two lengths differ");

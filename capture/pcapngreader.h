@@ -83,6 +83,7 @@ public:
 
 private:
     Event fail(std::string reason);
+    Event endOrFailure();
     bool useByteOrder();
     Event skipRest();
     Event readBlock(std::uint32_t type, std::uint32_t length);

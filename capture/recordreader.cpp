@@ -24,7 +24,8 @@ pcapng::Event RecordReader::next()
 bool RecordReader::take(const pcapng::Packet &packet)
 {
     ++frames;
-    switch (troubleOf(packet.data)) {
+    const bool isOurs = reader.interfaces()[packet.interface].linkType == pcapng::linkTypeUser0;
+    switch (isOurs ? troubleOf(packet.data) : HeaderTrouble::Foreign) {
     case HeaderTrouble::Foreign:
         ++passed.foreignPackets;
         return false;

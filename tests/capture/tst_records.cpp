@@ -32,6 +32,7 @@ private slots:
     void namesOfKinds();
     void readsRecords();
     void passesForeignPacketsBy();
+    void passesOtherLinkTypesBy();
     void refusesALaterVersion();
 };
 
@@ -104,6 +105,16 @@ void RecordTests::passesForeignPacketsBy()
     QCOMPARE(reader.skipped().foreignPackets, std::uint64_t{3});
     QCOMPARE(reader.skipped().cutHeaders, std::uint64_t{3});
     QCOMPARE(reader.skipped().otherBlocks, std::uint64_t{1});
+}
+
+/// Whatever a network card has sent.
+void RecordTests::passesOtherLinkTypesBy()
+{
+    const QByteArray ethernet = block(1, number(1, 2) + number(0, 2) + number(65535, 4));
+    const MemoryFile file(section() + ethernet + packet(1, header));
+    capture::RecordReader reader(file.descriptor());
+    QCOMPARE(reader.next(), Event::End);
+    QCOMPARE(reader.skipped().foreignPackets, std::uint64_t{1});
 }
 
 void RecordTests::refusesALaterVersion()

@@ -2,17 +2,19 @@
 
 #include <algorithm>
 #include <cctype>
-#include <cinttypes>
 #include <cstdio>
 #include <type_traits>
 #include <unordered_map>
 
 #include "decoding.h"
+#include "lines.h"
 #include "signatures.h"
 
 namespace decoding {
 
 namespace {
+
+constexpr char hexDigits[] = "0123456789abcdef";
 
 /// Where the fields of each table begin in the list of all.
 struct Index
@@ -205,26 +207,27 @@ void fieldsOf(const capture::Record &record, std::vector<FieldValue> &values)
     default:
         break;
     }
-    std::stable_sort(values.begin(), values.end(),
-                     [](const FieldValue &a, const FieldValue &b) { return a.index < b.index; });
+    // Only arguments may come in another order.
+    const auto isBefore = [](const FieldValue &a, const FieldValue &b) { return a.index < b.index; };
+    if (!std::is_sorted(values.begin(), values.end(), isBefore))
+        std::stable_sort(values.begin(), values.end(), isBefore);
 }
 
 void appendPrinted(std::string &line, const FieldValue &value)
 {
-    static constexpr char digits[] = "0123456789abcdef";
     const FieldInfo &info = allFields()[value.index];
     char text[32];
     switch (info.type) {
     case FieldType::Signed:
-        line += std::to_string(value.number);
+        appendDecimal(line, value.number);
         break;
     case FieldType::Unsigned:
-        line += std::to_string(static_cast<std::uint64_t>(value.number));
+        appendDecimal(line, static_cast<std::uint64_t>(value.number));
         break;
     case FieldType::Hexadecimal:
-        std::snprintf(text, sizeof text, "0x%0*" PRIx64, static_cast<int>(info.bits / 4),
-                      static_cast<std::uint64_t>(value.number));
-        line += text;
+        line += "0x";
+        for (unsigned bits = info.bits; bits > 0; bits -= 4)
+            line += hexDigits[(static_cast<std::uint64_t>(value.number) >> (bits - 4)) & 15];
         break;
     case FieldType::Decimal:
         std::snprintf(text, sizeof text, "%.15g", value.decimal);
@@ -236,8 +239,8 @@ void appendPrinted(std::string &line, const FieldValue &value)
     case FieldType::Bytes:
         for (const char character : value.text) {
             const auto byte = static_cast<unsigned char>(character);
-            line += digits[byte >> 4];
-            line += digits[byte & 15];
+            line += hexDigits[byte >> 4];
+            line += hexDigits[byte & 15];
         }
         break;
     }

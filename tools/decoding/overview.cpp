@@ -20,8 +20,13 @@ void followReport(SessionOverview &session, const capture::Record &record)
     if (board.reports++ == 0)
         board.firstNs = record.timeNs;
     board.lastNs = record.timeNs;
-    const char *type = reportNameOf(record);
-    ++board.types[type ? type : "unknown"];
+    ++board.types[std::string(reportTypeOf(record))];
+}
+
+void followCounts(SessionOverview &session, const std::vector<capture::BoardCounts> &boards)
+{
+    for (const capture::BoardCounts &counts : boards)
+        session.boards[counts.board].lost = counts.lost;
 }
 
 } // namespace
@@ -33,10 +38,10 @@ double SessionOverview::rateOf(const Board &board)
     return static_cast<double>(board.reports - 1) / (static_cast<double>(board.lastNs - board.firstNs) / 1e9);
 }
 
-std::string SessionOverview::endText() const
+std::string SessionOverview::endText(bool isCutOff) const
 {
     if (!end)
-        return "no clean end";
+        return isCutOff ? "cut off" : "no clean end";
     switch (end->reason) {
     case capture::EndReason::Exit:
         return "exit status " + std::to_string(end->value);
@@ -84,8 +89,14 @@ void Overview::follow(const capture::Record &record)
     case capture::Kind::Mark:
         session.notes.emplace_back(record.payload.text());
         break;
+    case capture::Kind::Status:
+        if (const auto status = capture::statusOf(record.payload))
+            followCounts(session, status->boards);
+        break;
     case capture::Kind::End:
         session.end = capture::endOf(record.payload);
+        if (session.end)
+            followCounts(session, session.end->boards);
         break;
     default:
         break;

@@ -19,6 +19,7 @@ struct SessionOverview
         std::uint64_t reports = 0;
         std::uint64_t firstNs = 0; ///< stamp of the first report
         std::uint64_t lastNs = 0;
+        std::uint64_t lost = 0;                     ///< reports, as the last status or the end tells
         std::map<std::string, std::uint64_t> types; ///< reports by the name of their type
     };
 
@@ -30,14 +31,15 @@ struct SessionOverview
     std::map<std::string, std::uint64_t> kinds; ///< packets by the name of their kind
     std::map<std::int32_t, Board> boards;
     std::optional<capture::End> end;
-    std::map<std::uint32_t, std::string>
-        openCalls; ///< by the low half of their number: those that have not returned
+    /// Those that have not returned, by the low half of their number.
+    std::map<std::uint32_t, std::string> openCalls;
     std::vector<std::string> notes;
 
     /// Reports a second between the first and the last; 0 for fewer than two.
     static double rateOf(const Board &board);
-    /// "exit status 0", "signal 9", "unknown" or "no clean end".
-    std::string endText() const;
+    /// "exit status 0", "signal 9", "unknown", "cut off" or "no clean end".
+    /// \param isCutOff whether the file ends within a block
+    std::string endText(bool isCutOff) const;
 };
 
 /// Sessions in the order of their first packets.

@@ -1,5 +1,7 @@
 #include "recordtext.h"
 
+#include <set>
+
 #include "decoding.h"
 #include "payloads.h"
 #include "signatures.h"
@@ -7,6 +9,8 @@
 namespace decoding {
 
 namespace {
+
+constexpr char unknownType[] = "unknown";
 
 std::string inEnglish(const char *english)
 {
@@ -188,6 +192,22 @@ const char *reportNameOf(const capture::Record &record)
         return layout->report;
     const reports::TypeRule *rule = reports::ruleOf(reports::read(reports::reportType, bytesOf(record)));
     return rule ? rule->name : nullptr;
+}
+
+std::string_view reportTypeOf(const capture::Record &report)
+{
+    const char *name = reportNameOf(report);
+    return name ? name : unknownType;
+}
+
+std::vector<std::string> reportTypes()
+{
+    std::set<std::string> names{unknownType};
+    for (const reports::TypeRule &rule : reports::typeRules)
+        names.emplace(rule.name);
+    for (const reports::Layout *layout : reports::layouts)
+        names.emplace(layout->report);
+    return {names.begin(), names.end()};
 }
 
 std::string boardOf(const capture::Record &record)

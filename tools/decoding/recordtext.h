@@ -1,6 +1,8 @@
 #pragma once
 
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "recordreader.h"
 
@@ -16,6 +18,12 @@ std::string textOf(const capture::Record &record);
 
 /// "SignalReport"; null when the type is unknown, or the packet no report.
 const char *reportNameOf(const capture::Record &record);
+
+/// The name of a report's type, or "unknown".
+std::string_view reportTypeOf(const capture::Record &report);
+
+/// All that reportTypeOf() gives.
+std::vector<std::string> reportTypes();
 
 /// A board's id, or "-".
 std::string boardOf(const capture::Record &record);

@@ -1,8 +1,10 @@
 #include "times.h"
 
+#include <charconv>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
+#include <iterator>
 
 #include "payloads.h"
 
@@ -14,10 +16,13 @@ constexpr std::uint64_t nsPerSecond = 1'000'000'000;
 
 std::string seconds(std::uint64_t ns)
 {
-    char text[48];
-    std::snprintf(text, sizeof text, "%llu.%09llu", static_cast<unsigned long long>(ns / nsPerSecond),
-                  static_cast<unsigned long long>(ns % nsPerSecond));
-    return text;
+    constexpr std::size_t places = 9;
+    char text[32];
+    // The first digit of the thousand million is the point's place, and keeps the zeros behind it.
+    char *point = std::to_chars(text, std::end(text), ns / nsPerSecond).ptr;
+    std::to_chars(point, std::end(text), nsPerSecond + ns % nsPerSecond);
+    *point = '.';
+    return {text, point + 1 + places};
 }
 
 std::string difference(std::uint64_t from, std::uint64_t to)
@@ -60,6 +65,15 @@ void Times::follow(const capture::Record &record)
 double Times::secondsOf(const capture::Record &record) const
 {
     return static_cast<double>(static_cast<std::int64_t>(record.timeNs - first.value_or(0))) / 1e9;
+}
+
+int Times::timeOfDayMs(const capture::Record &record) const
+{
+    constexpr std::int64_t msPerDay = 86'400'000;
+    const auto wallMs =
+        static_cast<std::int64_t>((record.timeNs + static_cast<std::uint64_t>(wallOffsetNs)) / 1'000'000);
+    const std::int64_t ms = (wallMs + 1000 * std::int64_t{localOffsetSeconds}) % msPerDay;
+    return static_cast<int>(ms < 0 ? ms + msPerDay : ms);
 }
 
 std::string Times::textOf(const capture::Record &record)

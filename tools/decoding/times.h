@@ -31,6 +31,8 @@ public:
     void follow(const capture::Record &record);
     /// Since the first packet.
     double secondsOf(const capture::Record &record) const;
+    /// Local time of day in milliseconds.
+    int timeOfDayMs(const capture::Record &record) const;
     /// To be called for each packet that is shown, in order.
     std::string textOf(const capture::Record &record);
 

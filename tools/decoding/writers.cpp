@@ -1,10 +1,14 @@
 #include "writers.h"
 
+#include <cerrno>
+
 #include "recordtext.h"
 
 namespace decoding {
 
 namespace {
+
+constexpr std::size_t pieceSize = 64 * 1024;
 
 void appendCsv(std::string &line, const std::string &text)
 {
@@ -40,93 +44,140 @@ void appendJson(std::string &line, const std::string &text)
     line += '"';
 }
 
+/// In JSON; a number of 64 bits does not fit every reader's numbers.
 bool isQuoted(const FieldInfo &info)
 {
-    return info.type == FieldType::Text || info.type == FieldType::Bytes ||
-           info.type == FieldType::Hexadecimal || info.bits == 64;
+    return info.type == FieldType::Bytes || info.type == FieldType::Hexadecimal || info.bits == 64;
 }
 
 } // namespace
 
-Writer::Writer(Format chosen, TimeStyle style, std::FILE *stream)
-    : format(chosen)
-    , times(style)
+Writer::Writer(const WriterOptions &writerOptions, std::FILE *stream)
+    : options(writerOptions)
+    , times(writerOptions.time)
     , output(stream)
 {
+    lines.left = options.limit;
 }
 
 void Writer::begin()
 {
-    if (format != Format::Csv)
+    if (options.format != Format::Csv)
         return;
-    line = "frame,time";
+    lines.text += "frame,time";
     for (const FieldInfo &field : allFields())
-        (line += ',') += field.name;
-    line += '\n';
-    std::fwrite(line.data(), 1, line.size(), output);
+        (lines.text += ',') += field.name;
+    lines.text += '\n';
 }
 
-bool Writer::write(const capture::Record &record)
+void Writer::follow(const capture::Record &record)
 {
-    line.clear();
-    switch (format) {
-    case Format::Text:
-        writeText(record);
-        break;
+    times.follow(record);
+    if (options.format == Format::Rows)
+        rowsOf(record).follow(record, lines);
+}
+
+void Writer::write(const capture::Record &record)
+{
+    if (options.format == Format::Rows) {
+        if (record.header.kindOf() == capture::Kind::Report)
+            rowsOf(record).show(record, times.timeOfDayMs(record), lines);
+        flushLarge();
+        return;
+    }
+    if (isFull())
+        return;
+    --lines.left;
+    switch (options.format) {
     case Format::Csv:
         writeCsv(record);
         break;
     case Format::JsonLines:
         writeJson(record);
         break;
+    default:
+        writeText(record);
+        break;
     }
-    line += '\n';
-    return std::fwrite(line.data(), 1, line.size(), output) == line.size();
+    lines.text += '\n';
+    flushLarge();
+}
+
+void Writer::finish()
+{
+    for (auto &[session, rows] : sessions)
+        rows.finish(lines);
+}
+
+bool Writer::flush()
+{
+    const std::size_t size = lines.text.size();
+    if (error == 0 && (std::fwrite(lines.text.data(), 1, size, output) != size || std::fflush(output) != 0))
+        error = errno;
+    lines.text.clear();
+    errno = error;
+    return error == 0;
+}
+
+void Writer::flushLarge()
+{
+    if (lines.text.size() >= pieceSize)
+        flush();
+}
+
+MonitorRows &Writer::rowsOf(const capture::Record &record)
+{
+    return sessions.try_emplace(record.header.session, options.thresholdMs).first->second;
 }
 
 void Writer::writeText(const capture::Record &record)
 {
-    line += times.textOf(record);
-    line += "  ";
-    line += boardOf(record);
-    line += "  ";
-    line += textOf(record);
+    lines.text += times.textOf(record);
+    lines.text += "  ";
+    lines.text += boardOf(record);
+    lines.text += "  ";
+    lines.text += textOf(record);
 }
 
 void Writer::writeCsv(const capture::Record &record)
 {
     fieldsOf(record, values);
-    line += std::to_string(record.frame);
-    line += ',';
-    line += times.textOf(record);
-    std::string printed;
+    appendDecimal(lines.text, record.frame);
+    lines.text += ',';
+    lines.text += times.textOf(record);
     std::size_t next = 0;
     for (const FieldValue &value : values) {
-        line.append(value.index + 1 - next, ',');
+        lines.text.append(value.index + 1 - next, ',');
         next = value.index + 1;
-        printed.clear();
-        appendPrinted(printed, value);
-        appendCsv(line, printed);
+        if (allFields()[value.index].type == FieldType::Text)
+            appendCsv(lines.text, value.text);
+        else
+            appendPrinted(lines.text, value);
     }
-    line.append(allFields().size() - next, ',');
+    lines.text.append(allFields().size() - next, ',');
 }
 
 void Writer::writeJson(const capture::Record &record)
 {
     fieldsOf(record, values);
-    line += "{\"frame\":" + std::to_string(record.frame) + ",\"time\":\"" + times.textOf(record) + '"';
-    std::string printed;
+    lines.text += "{\"frame\":";
+    appendDecimal(lines.text, record.frame);
+    lines.text += ",\"time\":\"";
+    lines.text += times.textOf(record);
+    lines.text += '"';
     for (const FieldValue &value : values) {
         const FieldInfo &info = allFields()[value.index];
-        ((line += ",\"") += info.name) += "\":";
-        printed.clear();
-        appendPrinted(printed, value);
-        if (isQuoted(info))
-            appendJson(line, printed);
-        else
-            line += printed;
+        ((lines.text += ",\"") += info.name) += "\":";
+        if (info.type == FieldType::Text) {
+            appendJson(lines.text, value.text);
+            continue;
+        }
+        const char *quote = isQuoted(info) ? "\"" : "";
+        lines.text += quote;
+        appendPrinted(lines.text, value);
+        lines.text += quote;
     }
-    line += '}';
+    lines.text += '}';
 }
 
 } // namespace decoding

@@ -1,9 +1,12 @@
 #include "capturefiles.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace padscope {
@@ -22,10 +25,24 @@ InputFile::~InputFile()
         close(file);
 }
 
+bool InputFile::canGrow() const
+{
+    struct stat info
+    {
+    };
+    return fstat(file, &info) == 0 && S_ISREG(info.st_mode);
+}
+
 void Completeness::follow(const capture::Record &record)
 {
-    hasEnd = record.header.kindOf() == capture::Kind::End;
+    hasEnd[record.header.session] = record.header.kindOf() == capture::Kind::End;
     hasLost = hasLost || record.header.lost > 0;
+}
+
+bool Completeness::isComplete() const
+{
+    return !hasLost && !hasEnd.empty() &&
+           std::all_of(hasEnd.begin(), hasEnd.end(), [](const auto &session) { return session.second; });
 }
 
 Status Completeness::status(const InputFile &input, const capture::RecordReader &reader,
@@ -36,12 +53,25 @@ Status Completeness::status(const InputFile &input, const capture::RecordReader 
         printError(input.name() + ": byte " + std::to_string(damage.offset) + ": " + damage.reason);
         return Failed;
     }
-    return hasEnd && !hasLost && !reader.file().endsWithinBlock() ? Good : Incomplete;
+    return isComplete() && !reader.file().endsWithinBlock() ? Good : Incomplete;
 }
 
 void printError(const std::string &line)
 {
     std::fprintf(stderr, "padscope: %s\n", line.c_str());
+}
+
+void ignoreBrokenPipes()
+{
+    std::signal(SIGPIPE, SIG_IGN);
+}
+
+Status statusOfOutputError()
+{
+    if (errno == EPIPE)
+        return Good;
+    printError(std::string("standard output: ") + std::strerror(errno));
+    return Failed;
 }
 
 } // namespace padscope

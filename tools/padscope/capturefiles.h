@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <map>
 #include <string>
 
 #include "recordreader.h"
@@ -26,6 +28,8 @@ public:
 
     /// Prints why it can't be read.
     bool isOpen() const { return file >= 0; }
+    /// Whether more may be written to it while it is read.
+    bool canGrow() const;
     int descriptor() const { return file; }
     const std::string &name() const { return shown; }
 
@@ -39,17 +43,27 @@ class Completeness
 {
 public:
     void follow(const capture::Record &record);
+    /// Every session has its end, and nothing is lost.
+    bool isComplete() const;
     /// Prints damage to standard error.
     /// \param last what the reader ended with
     Status status(const InputFile &input, const capture::RecordReader &reader,
                   capture::pcapng::Event last) const;
 
 private:
-    bool hasEnd = false;
+    std::map<std::uint32_t, bool> hasEnd; ///< by session
     bool hasLost = false;
 };
 
 /// Prints a line to standard error.
 void printError(const std::string &line);
+
+/// A reader of standard output that ends, such as head, then makes writing fail instead of ending the
+/// process.
+void ignoreBrokenPipes();
+
+/// Prints why standard output can't be written, by errno. A reader that has ended had all it wanted, so that
+/// is no failure.
+Status statusOfOutputError();
 
 } // namespace padscope

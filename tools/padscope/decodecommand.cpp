@@ -2,9 +2,10 @@
 
 #include <algorithm>
 #include <CLI/CLI.hpp>
-#include <csignal>
+#include <clocale>
 #include <limits>
 #include <memory>
+#include <poll.h>
 #include <unistd.h>
 
 #include "capturefiles.h"
@@ -14,97 +15,179 @@
 namespace {
 
 using capture::pcapng::Event;
+using decoding::Format;
+using decoding::TimeStyle;
 
-constexpr unsigned followIntervalUs = 100'000;
+constexpr int followIntervalMs = 100;
 
 struct DecodeOptions
 {
     std::string file;
-    decoding::Format format = decoding::Format::Text;
-    decoding::TimeStyle time = decoding::TimeStyle::Relative;
+    decoding::WriterOptions writer;
     std::vector<std::int32_t> boards;
     std::vector<std::string> types;
     std::vector<std::string> kinds;
     double from = -std::numeric_limits<double>::infinity();
     double to = std::numeric_limits<double>::infinity();
-    std::uint64_t limit = std::numeric_limits<std::uint64_t>::max();
     bool follows = false;
 };
+
+std::vector<std::string> kindNames()
+{
+    return {
+#define NAME(name, text, number) text,
+        CAPTURE_KINDS(NAME)
+#undef NAME
+    };
+}
 
 template <typename Value, typename Wanted>
 bool isAmong(const std::vector<Wanted> &wanted, const Value &value)
 {
-    return wanted.empty() || std::find(wanted.begin(), wanted.end(), value) != wanted.end();
+    return std::find(wanted.begin(), wanted.end(), value) != wanted.end();
 }
 
-std::string textOrEmpty(const char *text)
+bool isOfKind(const DecodeOptions &options, const capture::Record &record)
 {
-    return text ? text : "";
+    const char *name = nameOf(record.header.kindOf());
+    return options.kinds.empty() || (name && isAmong(options.kinds, name));
+}
+
+bool isOfType(const DecodeOptions &options, const capture::Record &record)
+{
+    if (options.types.empty())
+        return true;
+    const bool isReport = record.header.kindOf() == capture::Kind::Report;
+    return isReport && isAmong(options.types, decoding::reportTypeOf(record));
+}
+
+bool isOfBoard(const DecodeOptions &options, const capture::Record &record)
+{
+    return options.boards.empty() ||
+           (record.header.has(capture::BoardIsValid) && isAmong(options.boards, record.header.board));
 }
 
 bool isWanted(const DecodeOptions &options, const capture::Record &record, double seconds)
 {
-    const bool hasBoard = record.header.has(capture::BoardIsValid);
-    return isAmong(options.kinds, textOrEmpty(nameOf(record.header.kindOf()))) &&
-           isAmong(options.types, textOrEmpty(decoding::reportNameOf(record))) &&
-           (options.boards.empty() || (hasBoard && isAmong(options.boards, record.header.board))) &&
-           seconds >= options.from && seconds < options.to;
+    return seconds >= options.from && seconds < options.to && isOfBoard(options, record) &&
+           isOfKind(options, record) && isOfType(options, record);
 }
 
-/// \return false when nobody reads any more
-bool decodeAll(const DecodeOptions &options, capture::RecordReader &reader, decoding::Writer &writer,
-               padscope::Completeness &completeness, Event &last)
+/// One run over a capture.
+class Decoding
 {
-    std::uint64_t shown = 0;
-    for (last = reader.next(); shown < options.limit; last = reader.next()) {
-        if (last == Event::End && options.follows) {
-            if (std::fflush(stdout) != 0)
-                return false;
-            usleep(followIntervalUs);
-            continue;
+public:
+    explicit Decoding(const DecodeOptions &decodeOptions)
+        : options(decodeOptions)
+        , input(options.file)
+        , reader(input.descriptor())
+        , writer(options.writer, stdout)
+    {
+    }
+
+    padscope::Status run()
+    {
+        if (!input.isOpen())
+            return padscope::Failed;
+        writer.begin();
+        const padscope::Status status = decode();
+        return writer.flush() ? status : padscope::statusOfOutputError();
+    }
+
+private:
+    padscope::Status decode()
+    {
+        const bool follows = options.follows && input.canGrow();
+        while (!writer.isFull()) {
+            const Event event = reader.next();
+            if (event == Event::End && follows) {
+                if (!waitForMore())
+                    break;
+                continue;
+            }
+            if (event != Event::Packet) {
+                writer.finish();
+                return completeness.status(input, reader, event);
+            }
+            const capture::Record &record = reader.record();
+            take(record);
+            if (!writer.canPrint())
+                break;
+            if (follows && record.header.kindOf() == capture::Kind::End)
+                return completeness.isComplete() ? padscope::Good : padscope::Incomplete;
         }
-        if (last != Event::Packet)
-            break;
-        const capture::Record &record = reader.record();
+        return padscope::Good; // all that was asked for
+    }
+
+    void take(const capture::Record &record)
+    {
         completeness.follow(record);
         writer.follow(record);
-        if (!isWanted(options, record, writer.clock().secondsOf(record)))
-            continue;
-        if (!writer.write(record))
-            return false;
-        ++shown;
-        if (options.follows && record.header.kindOf() == capture::Kind::End)
-            break;
+        if (isWanted(options, record, writer.clock().secondsOf(record)))
+            writer.write(record);
     }
-    return std::fflush(stdout) == 0;
-}
+
+    /// \return false when nobody reads what is printed any more
+    bool waitForMore()
+    {
+        if (!writer.flush())
+            return false;
+        pollfd printed{STDOUT_FILENO, 0, 0};
+        return poll(&printed, 1, followIntervalMs) <= 0;
+    }
+
+    const DecodeOptions &options;
+    padscope::InputFile input;
+    capture::RecordReader reader;
+    decoding::Writer writer;
+    padscope::Completeness completeness;
+};
 
 int run(const DecodeOptions &options)
 {
-    const padscope::InputFile input(options.file);
-    if (!input.isOpen())
-        return padscope::Failed;
-    // A reader that ends, such as head, ends the writing quietly.
-    std::signal(SIGPIPE, SIG_IGN);
-    capture::RecordReader reader(input.descriptor());
-    decoding::Writer writer(options.format, options.time, stdout);
-    padscope::Completeness completeness;
-    Event last = Event::End;
-    writer.begin();
-    if (!decodeAll(options, reader, writer, completeness, last))
-        return padscope::Failed;
-    if (last == Event::Packet)
-        return padscope::Good; // all that was asked for
-    return completeness.status(input, reader, last);
+    if (options.writer.thresholdMs && options.writer.format != Format::Rows)
+        throw CLI::ValidationError("--threshold", "needs --format rows");
+    padscope::ignoreBrokenPipes();
+    // Which bytes are characters is a matter of the language, as in the tool.
+    if (options.writer.format == Format::Rows)
+        std::setlocale(LC_CTYPE, "");
+    return Decoding(options).run();
 }
 
 template <typename Value>
-CLI::Option *addNamed(CLI::App *command, const char *name, Value &value,
-                      const std::map<std::string, Value> &names, const char *description)
+void addNamed(CLI::App *command, const char *name, Value &value, const std::map<std::string, Value> &names,
+              const char *description)
 {
-    return command->add_option(name, value, description)
+    command->add_option(name, value, description)
         ->transform(CLI::CheckedTransformer(names))
         ->type_name("NAME");
+}
+
+/// An option that may be given several times.
+template <typename Value>
+CLI::Option *addRepeatable(CLI::App *command, const char *name, std::vector<Value> &values,
+                           const char *description)
+{
+    return command->add_option(name, values, description)->allow_extra_args(false);
+}
+
+void addFilters(CLI::App *command, DecodeOptions &options)
+{
+    addRepeatable(command, "--board", options.boards, "Only this board (repeatable)")->type_name("ID");
+    addRepeatable(command, "--type", options.types,
+                  "Only reports of this type, such as SignalReport or unknown (repeatable)")
+        ->type_name("NAME")
+        ->check(CLI::IsMember(decoding::reportTypes()));
+    addRepeatable(command, "--kind", options.kinds,
+                  "Only packets of this kind, such as report or call (repeatable)")
+        ->type_name("NAME")
+        ->check(CLI::IsMember(kindNames()));
+    command->add_option("--from", options.from, "From this second on, counted from the first packet")
+        ->type_name("S");
+    command->add_option("--to", options.to, "Before this second")->type_name("S");
+    command->add_option("--limit", options.writer.limit, "At most so many lines, or rows")
+        ->type_name("N")
+        ->check(CLI::NonNegativeNumber);
 }
 
 } // namespace
@@ -114,32 +197,23 @@ void addDecodeCommand(CLI::App &program, int &status)
     CLI::App *command = program.add_subcommand("decode", "Prints the packets of a capture, one a line");
     const auto options = std::make_shared<DecodeOptions>();
     command->add_option("FILE", options->file, "A capture; - is standard input")->required();
-    addNamed(command, "--format", options->format,
-             {{"text", decoding::Format::Text},
-              {"csv", decoding::Format::Csv},
-              {"jsonl", decoding::Format::JsonLines}},
-             "text, csv or jsonl");
-    addNamed(command, "--time", options->time,
-             {{"relative", decoding::TimeStyle::Relative},
-              {"delta", decoding::TimeStyle::Delta},
-              {"utc", decoding::TimeStyle::Utc},
-              {"local", decoding::TimeStyle::Local},
-              {"epoch", decoding::TimeStyle::Epoch}},
+    addNamed(
+        command, "--format", options->writer.format,
+        {{"text", Format::Text}, {"rows", Format::Rows}, {"csv", Format::Csv}, {"jsonl", Format::JsonLines}},
+        "text; rows, as the Monitor's log has them; csv; or jsonl");
+    addNamed(command, "--time", options->writer.time,
+             {{"relative", TimeStyle::Relative},
+              {"delta", TimeStyle::Delta},
+              {"utc", TimeStyle::Utc},
+              {"local", TimeStyle::Local},
+              {"epoch", TimeStyle::Epoch}},
              "How times are told: relative, delta, utc, local or epoch");
-    command->add_option("--board", options->boards, "Only this board (repeatable)")
-        ->type_name("ID")
-        ->take_all();
     command
-        ->add_option("--type", options->types, "Only reports of this type, such as SignalReport (repeatable)")
-        ->type_name("NAME");
-    command
-        ->add_option("--kind", options->kinds,
-                     "Only packets of this kind, such as report or call (repeatable)")
-        ->type_name("NAME");
-    command->add_option("--from", options->from, "From this second on, counted from the first packet")
-        ->type_name("S");
-    command->add_option("--to", options->to, "Before this second")->type_name("S");
-    command->add_option("--limit", options->limit, "At most so many")->type_name("N");
+        ->add_option("--threshold", options->writer.thresholdMs,
+                     "The Monitor's rate limit for rows, as its slider sets it; without it there is none")
+        ->type_name("MS")
+        ->check(CLI::NonNegativeNumber);
+    addFilters(command, *options);
     command->add_flag("--follow", options->follows, "Goes on while the file grows, until its end packet");
     command->callback([options, &status] { status = run(*options); });
 }

@@ -1,5 +1,6 @@
 #include "infocommand.h"
 
+#include <algorithm>
 #include <CLI/CLI.hpp>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -30,32 +31,42 @@ double spanOf(const SessionOverview &session)
     return static_cast<double>(session.lastNs - session.firstNs) / 1e9;
 }
 
-void printSession(const SessionOverview &session)
+/// A note may have been written by anybody: nothing in it moves a terminal's cursor.
+std::string withoutControls(std::string text)
+{
+    std::replace_if(
+        text.begin(), text.end(), [](unsigned char byte) { return byte < ' ' || byte == 0x7F; }, '.');
+    return text;
+}
+
+void printSession(const SessionOverview &session, bool isCutOff)
 {
     std::printf("  session %s: %llu packets in %.3f s, %llu lost, %s\n", sessionName(session).c_str(),
                 static_cast<unsigned long long>(session.packets), spanOf(session),
-                static_cast<unsigned long long>(session.lost), session.endText().c_str());
+                static_cast<unsigned long long>(session.lost), session.endText(isCutOff).c_str());
     for (const auto &[kind, count] : session.kinds)
         std::printf("    %-10s %llu\n", kind.c_str(), static_cast<unsigned long long>(count));
     for (const auto &[id, board] : session.boards) {
-        std::printf("    board %d: %llu reports, %.1f a second\n", id,
-                    static_cast<unsigned long long>(board.reports), SessionOverview::rateOf(board));
+        std::printf("    board %d: %llu reports, %.1f a second, %llu lost\n", id,
+                    static_cast<unsigned long long>(board.reports), SessionOverview::rateOf(board),
+                    static_cast<unsigned long long>(board.lost));
         for (const auto &[type, count] : board.types)
             std::printf("      %-18s %llu\n", type.c_str(), static_cast<unsigned long long>(count));
     }
     for (const auto &[number, call] : session.openCalls)
         std::printf("    never returned: %s\n", call.c_str());
     for (const std::string &note : session.notes)
-        std::printf("    note: %s\n", note.c_str());
+        std::printf("    note: %s\n", withoutControls(note).c_str());
 }
 
-nlohmann::ordered_json jsonOf(const SessionOverview &session)
+nlohmann::ordered_json jsonOf(const SessionOverview &session, bool isCutOff)
 {
     nlohmann::ordered_json boards = nlohmann::ordered_json::array();
     for (const auto &[id, board] : session.boards)
         boards.push_back({{"board", id},
                           {"reports", board.reports},
                           {"perSecond", SessionOverview::rateOf(board)},
+                          {"lost", board.lost},
                           {"types", board.types}});
     std::vector<std::string> open;
     for (const auto &[number, call] : session.openCalls)
@@ -64,7 +75,7 @@ nlohmann::ordered_json jsonOf(const SessionOverview &session)
             {"packets", session.packets},
             {"seconds", spanOf(session)},
             {"lost", session.lost},
-            {"end", session.endText()},
+            {"end", session.endText(isCutOff)},
             {"kinds", session.kinds},
             {"boards", boards},
             {"neverReturned", open},
@@ -75,16 +86,16 @@ nlohmann::ordered_json jsonOf(const std::string &name, const decoding::Overview 
 {
     nlohmann::ordered_json sessions = nlohmann::ordered_json::array();
     for (const SessionOverview &session : overview.sessions())
-        sessions.push_back(jsonOf(session));
+        sessions.push_back(jsonOf(session, isCutOff));
     return {{"file", name}, {"cutOff", isCutOff}, {"sessions", sessions}};
 }
 
-void printText(const std::string &name, const decoding::Overview &overview,
+void printText(const std::string &name, const decoding::Overview &overview, bool isCutOff,
                const capture::RecordReader &reader)
 {
-    std::printf("%s:%s\n", name.c_str(), reader.file().endsWithinBlock() ? " cut off" : "");
+    std::printf("%s:%s\n", name.c_str(), isCutOff ? " cut off" : "");
     for (const SessionOverview &session : overview.sessions())
-        printSession(session);
+        printSession(session, isCutOff);
     const capture::Skipped &skipped = reader.skipped();
     if (skipped.foreignPackets + skipped.otherBlocks + skipped.cutHeaders > 0)
         std::printf(
@@ -107,15 +118,17 @@ padscope::Status describe(const std::string &path, bool isJson, nlohmann::ordere
         completeness.follow(reader.record());
         overview.follow(reader.record());
     }
+    const bool isCutOff = last == Event::End && reader.file().endsWithinBlock();
     if (isJson)
-        files.push_back(jsonOf(input.name(), overview, reader.file().endsWithinBlock()));
+        files.push_back(jsonOf(input.name(), overview, isCutOff));
     else
-        printText(input.name(), overview, reader);
+        printText(input.name(), overview, isCutOff, reader);
     return completeness.status(input, reader, last);
 }
 
 int run(const InfoOptions &options)
 {
+    padscope::ignoreBrokenPipes();
     const bool isJson = options.format == "json";
     int worst = padscope::Good;
     nlohmann::ordered_json files = nlohmann::ordered_json::array();
@@ -126,7 +139,7 @@ int run(const InfoOptions &options)
     }
     if (isJson)
         std::printf("%s\n", files.dump(2, ' ', true, nlohmann::json::error_handler_t::replace).c_str());
-    return std::fflush(stdout) == 0 ? worst : padscope::Failed;
+    return std::fflush(stdout) == 0 && !std::ferror(stdout) ? worst : padscope::statusOfOutputError();
 }
 
 } // namespace

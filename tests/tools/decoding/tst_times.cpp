@@ -43,6 +43,8 @@ void TimesTests::styles()
     times.follow(later.record);
     QTEST(QString::fromStdString(times.textOf(later.record)), "second");
     QCOMPARE(times.secondsOf(later.record), 1.500000001);
+    // 18:43:31.500
+    QCOMPARE(times.timeOfDayMs(later.record), 67'411'500);
 }
 
 PADSCOPE_TESTS(TimesTests);

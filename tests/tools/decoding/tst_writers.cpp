@@ -15,13 +15,17 @@ QByteArray printed(Format format, const QList<QByteArray> &packets)
     std::size_t size = 0;
     std::FILE *stream = open_memstream(&text, &size);
     {
-        decoding::Writer writer(format, decoding::TimeStyle::Relative, stream);
+        decoding::WriterOptions options;
+        options.format = format;
+        decoding::Writer writer(options, stream);
         writer.begin();
         for (const QByteArray &packet : packets) {
             const OwnRecord own(packet);
             writer.follow(own.record);
             writer.write(own.record);
         }
+        writer.finish();
+        writer.flush();
     }
     std::fclose(stream);
     const QByteArray all(text, static_cast<int>(size));
@@ -59,6 +63,7 @@ private slots:
     void fieldsOfPackets();
     void jsonLines();
     void textLines();
+    void rows();
 };
 
 void WriterTests::csvHasEveryColumn()
@@ -121,6 +126,16 @@ void WriterTests::textLines()
 {
     QCOMPARE(printed(Format::Text, {signal4}),
              QByteArray("0.000000000  7  0:     1  60:    -1  120:     3  Integs:   9\n"));
+}
+
+/// Each session has rows of its own, and only reports are rows.
+void WriterTests::rows()
+{
+    QByteArray other = signal4;
+    other[24] = 'x'; // the first byte of the session
+    QCOMPARE(printed(Format::Rows, {signal4, other, signal4, packetBytes(6, 0, 0, 0, 0, "x")}),
+             QByteArray("0:     1  60:    -1  120:     3  Integs:   9\n"
+                        "0:     1  60:    -1  120:     3  Integs:   9\n"));
 }
 
 PADSCOPE_TESTS(WriterTests);

@@ -1,0 +1,119 @@
+#include <nlohmann/json.hpp>
+
+#include "program.h"
+#include "support/tests.h"
+
+using examplecapture::packets;
+using examplecapture::start;
+using examplecapture::whole;
+
+/// `padscope info` as a process.
+class InfoTests : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void text();
+    void json();
+    void ends_data();
+    void ends();
+    void severalFiles();
+    void notesMoveNoCursor();
+
+private:
+    const Files files;
+};
+
+void InfoTests::text()
+{
+    const ProgramRun run = padscope({"info", "-"}, whole(2) + blocks::block(0xBAD, "...."));
+    QCOMPARE(
+        run.output,
+        QByteArray("standard input:\n"
+                   "  session 5f0c93a1: 11 packets in 1.000 s, 2 lost, exit status 0\n"
+                   "    board      1\n"
+                   "    call       2\n"
+                   "    end        1\n"
+                   "    hotplug    1\n"
+                   "    mark       1\n"
+                   "    report     3\n"
+                   "    return     1\n"
+                   "    status     1\n"
+                   "    board 1001: 3 reports, 10.0 a second, 2 lost\n"
+                   "      SignalReport       1\n"
+                   "      TextReport         1\n"
+                   "      unknown            1\n"
+                   "    never returned: orvexSendCommand(1001, \"?\\r\")\n"
+                   "    note: hi\n"
+                   "  passed by: 0 foreign packets, 1 other blocks, 0 packets cut within their header\n"));
+    QCOMPARE(run.errors, QByteArray());
+    QCOMPARE(run.status, 3);
+}
+
+void InfoTests::json()
+{
+    const ProgramRun run = padscope({"info", "--format", "json", "-"}, whole());
+    QCOMPARE(run.status, 0);
+    const auto expected = nlohmann::json::parse(R"json([{
+        "file": "standard input",
+        "cutOff": false,
+        "sessions": [{
+            "session": "5f0c93a1",
+            "packets": 11,
+            "seconds": 1.0,
+            "lost": 0,
+            "end": "exit status 0",
+            "kinds": {"board": 1, "call": 2, "end": 1, "hotplug": 1, "mark": 1, "report": 3, "return": 1, "status": 1},
+            "boards": [{
+                "board": 1001,
+                "reports": 3,
+                "perSecond": 10.0,
+                "lost": 0,
+                "types": {"SignalReport": 1, "TextReport": 1, "unknown": 1}
+            }],
+            "neverReturned": ["orvexSendCommand(1001, \"?\\r\")"],
+            "notes": ["hi"]
+}]
+}])json");
+    QCOMPARE(nlohmann::json::parse(run.output.toStdString()).dump(), expected.dump());
+}
+
+void InfoTests::ends_data()
+{
+    addColumns<QByteArray, QString>("bytes", "end");
+    addRow("clean", whole(), "exit status 0");
+    addRow("cut off", whole().chopped(1), "cut off");
+    addRow("sliced", start() + packets().mid(0, 10).join(), "no clean end");
+    const auto ended = [](const QByteArray &how) {
+        return start() + blocks::packet(5, packetBytes(8, 0, 0, 0, 0, QByteArray::fromHex(how)));
+    };
+    addRow("a signal", ended("02000000 09000000 00000000"), "signal 9");
+    addRow("unknown", ended("03000000 00000000 00000000"), "unknown");
+}
+
+void InfoTests::ends()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(QString, end);
+    QVERIFY(padscope({"info", "-"}, bytes).lines().value(1).endsWith(" lost, " + end.toUtf8()));
+}
+
+void InfoTests::severalFiles()
+{
+    const QString good = files.write("good", whole());
+    const QString cut = files.write("cut", whole().chopped(1));
+    const ProgramRun run = padscope({"info", cut, good});
+    QCOMPARE(run.status, 3);
+    QVERIFY(run.lines().contains((cut + ": cut off").toUtf8()));
+    QVERIFY(run.lines().contains((good + ':').toUtf8()));
+    QCOMPARE(padscope({"info", cut, "/nowhere", good}).status, 1);
+}
+
+void InfoTests::notesMoveNoCursor()
+{
+    const QByteArray note = blocks::packet(5, packetBytes(6, 0, 0, 0, 0, "a\x1b[2J\x7f\xc3\xa4"));
+    QVERIFY(padscope({"info", "-"}, start() + note).output.endsWith("note: a.[2J.\xc3\xa4\n"));
+}
+
+PADSCOPE_TESTS(InfoTests);
+#include "tst_info.moc"
