@@ -1,6 +1,7 @@
 #include "driverlibrary.h"
 
 #include <dlfcn.h>
+#include <link.h>
 #include <QFile>
 #include <QFileInfo>
 
@@ -9,23 +10,34 @@
 
 namespace {
 
-/// Whether a tool that asks the dynamic loader for the driver library gets this one.
-bool isFoundAsDriver(void *library)
-{
-    void *found = dlopen(orvexLibraryName, RTLD_NOW | RTLD_NOLOAD);
-    if (found)
-        dlclose(found);
-    return found == library;
-}
-
-/// A recorder's tap, if there is one, stands in front of the library and opens it itself.
-QByteArray libraryToLoad(const QString &path)
+/// Through a recorder's tap, if there is one, which stands in front of the library and opens it first.
+void *openLibrary(const QByteArray &path)
 {
     const QByteArray tap = qgetenv("PADSCOPE_TAP");
     if (tap.isEmpty())
-        return QFile::encodeName(path);
-    qputenv("PADSCOPE_DRIVER", QFile::encodeName(path));
-    return tap;
+        return dlopen(path.constData(), RTLD_NOW | RTLD_LOCAL);
+    qputenv("PADSCOPE_DRIVER", path);
+    if (!dlopen(tap.constData(), RTLD_NOW | RTLD_LOCAL))
+        return nullptr;
+    const QByteArray chosen = qgetenv("PADSCOPE_DRIVER_OPTION");
+    return dlopen((chosen.isEmpty() ? path : chosen).constData(), RTLD_NOW | RTLD_LOCAL);
+}
+
+/// The name by which a tool asks the dynamic loader for the library; empty when it has none.
+QByteArray sonameOf(void *library)
+{
+    link_map *map = nullptr;
+    if (dlinfo(library, RTLD_DI_LINKMAP, &map) != 0)
+        return {};
+    const char *texts = nullptr;
+    ElfW(Xword) name = 0; // index in the texts, which begin with a zero
+    for (const ElfW(Dyn) *entry = map->l_ld; entry->d_tag != DT_NULL; ++entry) {
+        if (entry->d_tag == DT_STRTAB)
+            texts = reinterpret_cast<const char *>(entry->d_un.d_ptr);
+        else if (entry->d_tag == DT_SONAME)
+            name = entry->d_un.d_val;
+    }
+    return texts ? QByteArray(texts + name) : QByteArray();
 }
 
 } // namespace
@@ -37,10 +49,10 @@ QString loadDriver(const QString &file)
     const QString reason = reasonAgainstLibrary(path);
     if (!reason.isEmpty())
         return file + QStringLiteral(": ") + reason;
-    void *library = dlopen(libraryToLoad(path).constData(), RTLD_NOW | RTLD_LOCAL);
+    void *library = openLibrary(QFile::encodeName(path));
     if (!library)
         return QFile::decodeName(dlerror());
-    if (isFoundAsDriver(library))
+    if (sonameOf(library) == orvexLibraryName)
         return {};
     dlclose(library);
     return QStringLiteral("%1: not the driver library; expected one with the soname %2")

@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace recorder {
@@ -23,6 +24,8 @@ CaptureFile::~CaptureFile()
 
 bool CaptureFile::write(const std::string &block)
 {
+    if (!isWhole)
+        return false;
     std::size_t written = 0;
     while (written < block.size()) {
         const ssize_t count = ::write(file, block.data() + written, block.size() - written);
@@ -30,9 +33,7 @@ bool CaptureFile::write(const std::string &block)
             continue;
         if (count <= 0) {
             trouble = std::strerror(errno);
-            // Where this fails the file ends within a block, which readers tell.
-            if (written > 0 && ftruncate(file, static_cast<off_t>(size)) == 0)
-                lseek(file, static_cast<off_t>(size), SEEK_SET);
+            isWhole = written == 0 || cutBack();
             return false;
         }
         written += static_cast<std::size_t>(count);
@@ -41,9 +42,24 @@ bool CaptureFile::write(const std::string &block)
     return true;
 }
 
+bool CaptureFile::cutBack()
+{
+    const auto end = static_cast<off_t>(size);
+    return ftruncate(file, end) == 0 && lseek(file, end, SEEK_SET) == end;
+}
+
 void CaptureFile::remove()
 {
-    unlink(path.c_str());
+    struct stat own
+    {
+    };
+    struct stat there
+    {
+    };
+    // The host may have put another in its place.
+    if (fstat(file, &own) == 0 && lstat(path.c_str(), &there) == 0 && own.st_ino == there.st_ino &&
+        own.st_dev == there.st_dev)
+        unlink(path.c_str());
 }
 
 } // namespace recorder

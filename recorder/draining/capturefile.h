@@ -20,16 +20,20 @@ public:
     const std::string &error() const { return trouble; }
     bool isOpen() const { return file >= 0; }
 
-    /// Writes a block whole or not at all: without room for it the file ends with the block before.
+    /// Writes a block whole or not at all: without room for it the file ends with the block before. Where
+    /// even that fails, nothing is written any more, and readers tell that the file ends within a block.
     bool write(const std::string &block);
 
     /// Removes the file, when it is of no use.
     void remove();
 
 private:
+    bool cutBack();
+
     std::string path;
     int file;
     std::uint64_t size = 0;
+    bool isWhole = true;
     std::string trouble;
 };
 

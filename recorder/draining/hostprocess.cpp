@@ -8,6 +8,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "spawnarguments.h"
+
 namespace recorder {
 
 namespace {
@@ -29,28 +31,21 @@ std::vector<std::string> environmentWith(const HostProcess::Environment &added)
     return variables;
 }
 
-std::vector<char *> pointersTo(const std::vector<std::string> &texts)
-{
-    std::vector<char *> pointers;
-    for (const std::string &text : texts)
-        pointers.push_back(const_cast<char *>(text.c_str()));
-    pointers.push_back(nullptr);
-    return pointers;
-}
-
 sigset_t ownSignals()
 {
     sigset_t signals;
     sigemptyset(&signals);
-    for (const int number : {SIGTERM, SIGHUP, SIGINT, SIGQUIT})
+    // The last one comes of a file that has reached its limit, for which the write fails as well.
+    for (const int number : {SIGTERM, SIGHUP, SIGINT, SIGQUIT, SIGXFSZ})
         sigaddset(&signals, number);
     return signals;
 }
 
 } // namespace
 
-ProcessHandle::ProcessHandle(pid_t process)
-    : file(static_cast<int>(syscall(SYS_pidfd_open, process, 0)))
+ProcessHandle::ProcessHandle(pid_t processId)
+    : process(processId)
+    , file(static_cast<int>(syscall(SYS_pidfd_open, process, 0)))
 {
 }
 
@@ -62,8 +57,10 @@ ProcessHandle::~ProcessHandle()
 
 bool ProcessHandle::hasEnded() const
 {
+    if (file < 0)
+        return kill(process, 0) != 0 && errno == ESRCH;
     pollfd waited{file, POLLIN, 0};
-    return file < 0 || (poll(&waited, 1, 0) > 0 && (waited.revents & POLLIN) != 0);
+    return poll(&waited, 1, 0) > 0 && (waited.revents & POLLIN) != 0;
 }
 
 HostProcess::HostProcess(const std::vector<std::string> &command, const Environment &added,

@@ -20,16 +20,18 @@ struct ProcessEnd
 class ProcessHandle
 {
 public:
-    explicit ProcessHandle(pid_t process);
+    explicit ProcessHandle(pid_t processId);
     ~ProcessHandle();
     ProcessHandle(const ProcessHandle &) = delete;
     ProcessHandle &operator=(const ProcessHandle &) = delete;
 
-    /// -1 when the process was gone before.
+    /// -1 when there is none, as of a process that was gone before.
     int descriptor() const { return file; }
     bool hasEnded() const;
+    void signal(int number) const { kill(process, number); }
 
 private:
+    pid_t process;
     int file;
 };
 

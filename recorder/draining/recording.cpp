@@ -91,8 +91,6 @@ void Recording::write(const ring::Taken &taken)
     const auto kind = static_cast<capture::Kind>(taken.kind);
     if (kind == capture::Kind::Report)
         writeChanges(enumeration.reported(taken.board), taken.clockNs);
-    if (kind == capture::Kind::Call)
-        open(taken);
     const std::optional<OpenCall> returned = close(taken);
     capture::Header header = capture::newHeader(kind);
     header.flags = taken.flags;
@@ -106,7 +104,10 @@ void Recording::write(const ring::Taken &taken)
     Extras extras;
     extras.direction = directionOf(kind);
     extras.originalPayloadLength = taken.originalLength;
+    const std::uint64_t sequence = nextSequence;
     const bool isWritten = writePacket(header, taken.payload, taken.clockNs, extras);
+    if (kind == capture::Kind::Call && isWritten)
+        open(taken, sequence);
     if (kind == capture::Kind::Report) {
         ++(isWritten ? boards[taken.board].recorded : boards[taken.board].unwritten);
         ++reportCount;
@@ -115,13 +116,13 @@ void Recording::write(const ring::Taken &taken)
         follow(taken, *returned);
 }
 
-void Recording::open(const ring::Taken &taken)
+void Recording::open(const ring::Taken &taken, std::uint64_t sequence)
 {
-    openCalls[taken.crossing] = {nextSequence,
+    openCalls[taken.crossing] = {sequence,
                                  capture::integerAt<std::int32_t>(capture::viewOf(taken.payload), 0)};
 }
 
-/// \return nothing for what is no return, or one whose call was lost
+/// \return nothing for what is no return, or one whose call is not in the file
 std::optional<Recording::OpenCall> Recording::close(const ring::Taken &taken)
 {
     if (static_cast<capture::Kind>(taken.kind) != capture::Kind::Return || taken.isCallLost)
@@ -150,7 +151,7 @@ void Recording::follow(const ring::Taken &taken, const OpenCall &call)
 void Recording::writeChanges(const std::vector<Enumeration::Change> &changes, std::uint64_t monotonicNs)
 {
     for (const Enumeration::Change &change : changes) {
-        if (boards.count(change.board) == 0)
+        if (boards[change.board].interface == 0)
             addInterface(change.board, change.index);
         capture::Header header = capture::newHeader(capture::Kind::Board);
         header.flags = capture::BoardIsValid;

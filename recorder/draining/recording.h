@@ -67,7 +67,7 @@ private:
                      const Extras &extras);
     void writeChanges(const std::vector<Enumeration::Change> &changes, std::uint64_t monotonicNs);
     void addInterface(std::int32_t board, std::int32_t index);
-    void open(const ring::Taken &taken);
+    void open(const ring::Taken &taken, std::uint64_t sequence);
     std::optional<OpenCall> close(const ring::Taken &taken);
     void follow(const ring::Taken &taken, const OpenCall &call);
     std::vector<capture::BoardCounts> counts(const ring::Control &control, bool isEnd) const;

@@ -10,6 +10,8 @@
 
 #include "capturefile.h"
 #include "consumer.h"
+#include "librarysearch.h"
+#include "orphans.h"
 #include "recording.h"
 
 namespace recorder {
@@ -31,17 +33,22 @@ std::uint32_t randomSession()
     return session;
 }
 
-HostProcess::Environment environmentOf(const RecordOptions &options, const SharedRing &ring)
+/// Where neither the options nor the loader have a library, the loader finds what it would find alone:
+/// nothing. The host may still hand one over.
+HostProcess::Environment environmentOf(const RecordOptions &options, const SharedRing &ring,
+                                       const std::string &found)
 {
-    const std::string folder = options.tap.substr(0, options.tap.rfind('/'));
-    const char *path = std::getenv("LD_LIBRARY_PATH");
     HostProcess::Environment environment{
         {"PADSCOPE_RING", ring.path()},
         {"PADSCOPE_TAP", options.tap},
-        {"LD_LIBRARY_PATH", path && *path ? folder + ':' + path : folder},
+        {"PADSCOPE_DRIVER", found}, // which the host replaces
+        {"PADSCOPE_DRIVER_OPTION", options.driver},
     };
-    if (!options.driver.empty())
-        environment.emplace_back("PADSCOPE_DRIVER", options.driver);
+    if (!options.driver.empty() || !found.empty()) {
+        const std::string folder = options.tap.substr(0, options.tap.rfind('/'));
+        const char *path = std::getenv("LD_LIBRARY_PATH");
+        environment.emplace_back("LD_LIBRARY_PATH", path && *path ? folder + ':' + path : folder);
+    }
     return environment;
 }
 
@@ -49,19 +56,20 @@ HostProcess::Environment environmentOf(const RecordOptions &options, const Share
 class Run
 {
 public:
-    Run(const RecordOptions &options, SharedRing &ring, CaptureFile &file, std::uint32_t session)
+    Run(const RecordOptions &options, const FoundLibrary &found, SharedRing &ring, CaptureFile &file,
+        std::uint32_t session)
         : control(ring.control())
         , consumer(control)
         , started(Clocks::now())
         , recording(file, session, started)
         , lastClocks(started)
-        , host(options.command, environmentOf(options, ring), signals.previousMask())
+        , host(options.command, environmentOf(options, ring, found.path), signals.previousMask())
     {
     }
 
     int startError() const { return host.error(); }
     bool hasOwner() const { return control.owner != 0; }
-    const Recording &result() const { return recording; }
+    std::uint64_t lost() const { return recording.lost(); }
 
     ProcessEnd watch(const std::string &note, const std::function<void(const Progress &)> &report)
     {
@@ -70,9 +78,9 @@ public:
         if (!note.empty())
             recording.writeMark(note, started.monotonicNs);
         for (;;) {
-            const bool isOver = host.end() && ownerHasEnded();
-            const bool wasDrained = drain(isOver);
-            if (isOver && wasDrained)
+            const bool isLast = isOver();
+            drain(hasOwner() && ownerHasEnded());
+            if (isLast)
                 break;
             wait(hostHandle);
             passSignals();
@@ -83,6 +91,7 @@ public:
     }
 
 private:
+    /// Of the process that holds the library; true as long as there is none.
     bool ownerHasEnded()
     {
         const pid_t owner = control.owner;
@@ -95,14 +104,20 @@ private:
         return ownerHandle->hasEnded();
     }
 
-    /// \return whether the ring is empty
-    bool drain(bool isOwnerDead)
+    bool isOver()
+    {
+        if (!host.end())
+            return false;
+        // What the host has left behind may still open the library.
+        const bool isWaiting = !hasOwner() && !isToldToEnd && orphans.areLeft();
+        return !isWaiting && ownerHasEnded();
+    }
+
+    void drain(bool isOwnerDead)
     {
         ring::Taken taken;
-        ring::Consumer::Step step = consumer.take(taken, isOwnerDead);
-        for (; step == ring::Consumer::Step::Record; step = consumer.take(taken, isOwnerDead))
+        while (consumer.take(taken, isOwnerDead) == ring::Consumer::Step::Record)
             recording.write(taken);
-        return step == ring::Consumer::Step::Empty;
     }
 
     void wait(const ProcessHandle &hostHandle)
@@ -115,11 +130,17 @@ private:
         poll(waited, 3, drainIntervalMs);
     }
 
+    /// To the host, and behind its end to the process that holds the library.
     void passSignals()
     {
         for (int number = signals.take(); number != 0; number = signals.take()) {
-            if (number == SIGTERM || number == SIGHUP)
+            const bool isForHost = number == SIGTERM || number == SIGHUP;
+            if (!host.end() && isForHost)
                 host.signal(number);
+            else if (host.end() && ownerHandle && isForHost)
+                ownerHandle->signal(number);
+            else if (host.end() && number != SIGXFSZ)
+                isToldToEnd = true;
         }
     }
 
@@ -158,8 +179,10 @@ private:
     Recording recording;
     Clocks lastClocks;
     SignalInbox signals;
+    Orphans orphans;
     HostProcess host;
-    std::unique_ptr<ProcessHandle> ownerHandle;
+    std::unique_ptr<ProcessHandle> ownerHandle; ///< of one that is not the host
+    bool isToldToEnd = false;
     std::uint64_t lastStatusNs = started.monotonicNs;
     std::uint64_t lastProgressNs = started.monotonicNs;
 };
@@ -167,6 +190,31 @@ private:
 int statusOf(const ProcessEnd &end)
 {
     return end.isSignal ? 128 + end.value : end.value;
+}
+
+std::string whyNothingWasRecorded(const RecordOptions &options, const FoundLibrary &found)
+{
+    const std::string &library = options.driver.empty() ? found.path : options.driver;
+    if (library.empty())
+        return "nothing was recorded: " + options.command.front() +
+               " has handed over no driver library, and there is none in " + found.places;
+    return "nothing was recorded: " + options.command.front() +
+           " has not opened the driver library through the tap: " + library;
+}
+
+/// What is to be said behind a recording.
+std::vector<std::string> remarks(const ring::Control &control, std::uint64_t lost)
+{
+    std::vector<std::string> lines;
+    if (lost > 0)
+        lines.push_back("lost reports and calls: " + std::to_string(lost));
+    if (const std::uint32_t others = control.forwardingProcesses)
+        lines.push_back("processes that opened the driver library and were not recorded: " +
+                        std::to_string(others));
+    if (const std::uint32_t callbacks = control.unrecordedCallbacks)
+        lines.push_back("callbacks that were not recorded, beyond 32 of one sort: " +
+                        std::to_string(callbacks));
+    return lines;
 }
 
 } // namespace
@@ -180,26 +228,25 @@ RecordResult record(const RecordOptions &options, const std::function<void(const
     CaptureFile file(options.output);
     if (!file.isOpen())
         return {1, {options.output + ": " + file.error()}};
-    Run run(options, ring, file, session);
+    const FoundLibrary found = findDriverLibrary(options.command.front(), options.tap);
+    Run run(options, found, ring, file, session);
     if (run.startError() != 0) {
         file.remove();
         return {run.startError() == ENOENT ? notFound : notExecutable,
                 {options.command.front() + ": " + std::strerror(run.startError())}};
     }
-    RecordResult result;
-    result.status = statusOf(run.watch(options.note, report));
+    const int hostStatus = statusOf(run.watch(options.note, report));
+    RecordResult result{hostStatus == 0 ? 1 : hostStatus, {}};
     if (!run.hasOwner()) {
         file.remove();
-        result.lines.push_back(options.command.front() +
-                               " did not open the driver library: nothing was recorded");
-        result.status = result.status == 0 ? 1 : result.status;
+        result.lines.push_back(whyNothingWasRecorded(options, found));
     } else if (!file.error().empty()) {
         result.lines.push_back(options.output + ": " + file.error());
-        result.status = result.status == 0 ? 1 : result.status;
+    } else {
+        result.status = hostStatus;
     }
-    if (const std::uint32_t others = ring.control().forwardingProcesses)
-        result.lines.push_back(std::to_string(others) +
-                               " more processes opened the driver library and were not recorded");
+    for (const std::string &line : remarks(ring.control(), run.lost()))
+        result.lines.push_back(line);
     return result;
 }
 

@@ -14,7 +14,7 @@ struct RecordOptions
     std::vector<std::string> command; ///< the host and its arguments
     std::string output;               ///< path of the capture
     std::string tap;                  ///< path of the tap's exports
-    std::string driver;               ///< path of the real library; empty when the host is to name it
+    std::string driver; ///< absolute path of the real library; empty for the host's or the loader's
     std::string note;
     std::size_t ringSize = defaultRingSize;
 };

@@ -38,10 +38,26 @@ void lookUpAll()
     dlerror();
 }
 
+/// What the user has chosen, else what the host hands over, or what the loader finds.
+const char *realPath()
+{
+    const char *chosen = tap::environmentOf("PADSCOPE_DRIVER_OPTION");
+    return chosen ? chosen : tap::environmentOf("PADSCOPE_DRIVER");
+}
+
+/// The loader tells files apart by device and inode.
+bool isThisLibrary(void *library)
+{
+    Dl_info info{};
+    void *map = nullptr;
+    return dladdr1(reinterpret_cast<void *>(&isThisLibrary), &info, &map, RTLD_DL_LINKMAP) != 0 &&
+           map == library;
+}
+
 __attribute__((constructor)) void openReal()
 {
     tap::real = {}; // as it was left by the last one
-    const char *path = tap::environmentOf("PADSCOPE_DRIVER");
+    const char *path = realPath();
     if (!path) {
         tap::say("the environment names no driver library");
         return;
@@ -49,6 +65,12 @@ __attribute__((constructor)) void openReal()
     handle = dlopen(path, RTLD_NOW | RTLD_LOCAL);
     if (!handle) {
         std::fputs(dlerror(), stderr);
+        return;
+    }
+    if (isThisLibrary(handle)) {
+        tap::say("this is the tap, no driver library: ", path);
+        dlclose(handle);
+        handle = nullptr;
         return;
     }
     lookUpAll();

@@ -1,4 +1,7 @@
+#include <algorithm>
 #include <CLI/CLI.hpp>
+#include <string>
+#include <vector>
 
 #include "checkcommand.h"
 #include "decodecommand.h"
@@ -9,6 +12,17 @@ namespace {
 
 constexpr int usageStatus = 2;
 
+/// Takes the host's command off those of `record`: it is passed on as it is.
+std::vector<std::string> takeHost(int &argc, char **argv)
+{
+    if (argc < 2 || std::string(argv[1]) != "record")
+        return {};
+    char **const end = argv + argc;
+    char **const mark = std::find(argv, end, std::string("--"));
+    argc = static_cast<int>(mark - argv);
+    return {mark == end ? end : mark + 1, end};
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -17,7 +31,8 @@ int main(int argc, char **argv)
     program.set_version_flag("--version", "padscope " PADSCOPE_VERSION);
     program.require_subcommand(1);
     int status = 0;
-    addRecordCommand(program, status);
+    const std::vector<std::string> host = takeHost(argc, argv);
+    addRecordCommand(program, host, status);
     addInfoCommand(program, status);
     addDecodeCommand(program, status);
     addCheckCommand(program, status);

@@ -4,6 +4,7 @@
 #include <climits>
 #include <cstdio>
 #include <ctime>
+#include <fcntl.h>
 #include <filesystem>
 #include <memory>
 #include <unistd.h>
@@ -45,8 +46,19 @@ void printProgress(const recorder::Progress &progress)
     last = progress;
 }
 
+/// A stream that is closed would otherwise be the next file that is opened, and take our messages. The host
+/// gets it closed.
+void occupyStandardStreams()
+{
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (fcntl(stream, F_GETFD) < 0)
+            open("/dev/null", O_RDWR | O_CLOEXEC);
+    }
+}
+
 int run(recorder::RecordOptions options)
 {
+    occupyStandardStreams();
     options.tap = tapFile();
     if (options.tap.empty()) {
         std::fputs("padscope: the tap is missing; is padscope installed whole?\n", stderr);
@@ -54,6 +66,9 @@ int run(recorder::RecordOptions options)
     }
     if (options.output.empty())
         options.output = newFileName();
+    std::error_code error;
+    if (!options.driver.empty())
+        options.driver = std::filesystem::absolute(options.driver, error);
     const bool isTerminal = isatty(STDERR_FILENO) != 0;
     const auto ignore = [](const recorder::Progress &) {};
     const recorder::RecordResult result =
@@ -67,19 +82,26 @@ int run(recorder::RecordOptions options)
 
 } // namespace
 
-void addRecordCommand(CLI::App &program, int &status)
+void addRecordCommand(CLI::App &program, const std::vector<std::string> &host, int &status)
 {
     CLI::App *command = program.add_subcommand(
         "record", "Runs a host and records what crosses between it and the driver library");
     const auto options = std::make_shared<recorder::RecordOptions>();
     command->add_option("-o,--output", options->output, "The capture to write; never overwrites")
         ->type_name("FILE");
-    command->add_option("--driver", options->driver, "The driver library")->type_name("FILE");
+    command->add_option("--driver", options->driver, "The driver library, in place of what the host loads")
+        ->type_name("FILE")
+        ->check(CLI::ExistingFile);
     command->add_option("--ring", options->ringSize, "Memory for what is not written yet, such as 64K or 16M")
         ->type_name("SIZE")
         ->transform(CLI::AsSizeValue(false))
         ->check(CLI::Range(recorder::minRingSize, recorder::maxRingSize));
     command->add_option("--note", options->note, "Text that the capture begins with")->type_name("TEXT");
-    command->add_option("HOST", options->command, "The host and its arguments, behind --")->required();
-    command->callback([options, &status] { status = run(*options); });
+    command->footer("HOST [ARGUMENT...]          The host and its arguments, behind --");
+    command->callback([options, &host, &status] {
+        if (host.empty())
+            throw CLI::RequiredError("-- HOST");
+        options->command = host;
+        status = run(*options);
+    });
 }

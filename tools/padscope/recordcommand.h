@@ -1,8 +1,12 @@
 #pragma once
 
+#include <string>
+#include <vector>
+
 namespace CLI {
 class App;
 }
 
 /// Adds `padscope record`, which sets the status when it is run.
-void addRecordCommand(CLI::App &program, int &status);
+/// \param host the command behind "--", which outlives the program
+void addRecordCommand(CLI::App &program, const std::vector<std::string> &host, int &status);

@@ -112,6 +112,8 @@ void openRing()
         return;
     }
     OnMark *newOne = mark.load() ? mark.load() : newMark();
+    if (!newOne)
+        say("nothing is recorded: a forked child could not be told: ", std::strerror(errno));
     if (!newOne || !takeOver(*control)) {
         munmap(control, ring::sizeOf(control->cellCount));
         return;

@@ -5,6 +5,7 @@
 
 #include "consumer.h"
 #include "entrypoints.h"
+#include "producer.h"
 #include "sharedring.h"
 #include "simulator/simulatedlibrary.h"
 #include "support/tests.h"
@@ -67,11 +68,10 @@ class TapTests : public QObject
 
 private slots:
     void init();
-    void hasTheNamesThatTheLibraryHas_data();
-    void hasTheNamesThatTheLibraryHas();
     void recordsCalls();
     void recordsReportsBeforeTheyAreDelivered();
     void callbacksThatWereEqualStayEqual();
+    void threadsTakeNothingFromEachOther();
     void forwardsWithoutARing();
     void aForkedChildIsOff();
 };
@@ -80,35 +80,6 @@ void TapTests::init()
 {
     qputenv("ORVEXSIM_SCENARIO", "no-boards");
     qunsetenv("PADSCOPE_RING");
-}
-
-void TapTests::hasTheNamesThatTheLibraryHas_data()
-{
-    addColumns<QByteArray>("driver");
-    addRow("all", QByteArray(SIMULATOR_FILE));
-    addRow("some", QByteArray(SIMULATOR_OLD));
-    addRow("none", QByteArray("/nowhere/at/all"));
-}
-
-void TapTests::hasTheNamesThatTheLibraryHas()
-{
-    QFETCH(QByteArray, driver);
-    qputenv("PADSCOPE_DRIVER", driver);
-    void *real = dlopen(driver, RTLD_NOW);
-    void *tap = dlopen(TAP_FILE, RTLD_NOW);
-    QVERIFY(tap);
-    int found = 0;
-#define COMPARE(name)                                                                                        \
-    QCOMPARE(dlsym(tap, #name) != nullptr, real && dlsym(real, #name));                                      \
-    found += int(dlsym(tap, #name) != nullptr);
-    ORVEX_LOOKUPS(COMPARE)
-#undef COMPARE
-    QCOMPARE(found > 0, real != nullptr);
-    QCOMPARE(dlsym(tap, "orvexsim_send") != nullptr, real != nullptr);
-    QCOMPARE(dlclose(tap), 0);
-    QVERIFY(!dlopen(TAP_FILE, RTLD_NOW | RTLD_NOLOAD));
-    if (real)
-        dlclose(real);
 }
 
 void TapTests::recordsCalls()
@@ -192,6 +163,33 @@ void TapTests::callbacksThatWereEqualStayEqual()
                                                   "call 4 board 7: 07 00 00 00 02 00 00 00"}));
     QVERIFY(lines.filter("hotplug").isEmpty());
     library.orvexDetach();
+}
+
+/// Eight boards, while calls are made.
+void TapTests::threadsTakeNothingFromEachOther()
+{
+    qputenv("ORVEXSIM_SCENARIO", "flood");
+    TappedLibrary tapped;
+    SimulatedLibrary &library = *tapped.library;
+    library.orvexAttach();
+    for (int board = 1001; board <= 1008; ++board)
+        library.orvexSetCallback(board, ignoreReport, nullptr);
+    int recorded = 0;
+    while (library.waitDelivered(1000, 1) == 0) {
+        library.orvexSetXferMask(1001, 255);
+        recorded += tapped.crossings().filter("report").size();
+    }
+    library.orvexDetach();
+    recorded += tapped.crossings().filter("report").size();
+    for (int board = 1001; board <= 1008; ++board) {
+        unsigned long long sent = 0;
+        unsigned long long delivered = 0;
+        QCOMPARE(library.counts(board, &sent, &delivered), 0);
+        const ring::BoardSlot &slot = ring::slotOf(tapped.shared.control(), board);
+        QCOMPARE(slot.delivered.load(), std::uint64_t{delivered});
+        recorded += static_cast<int>(slot.lost.load() - delivered);
+    }
+    QCOMPARE(recorded, 0);
 }
 
 void TapTests::forwardsWithoutARing()

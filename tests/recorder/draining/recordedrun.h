@@ -1,0 +1,71 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <QProcess>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <string>
+#include <vector>
+
+#include "payloads.h"
+
+/// What a capture says of itself.
+struct CaptureFacts
+{
+    std::map<std::int32_t, std::uint64_t> reports; ///< board by board
+    std::uint64_t lost = 0;                        ///< sum of the packets' fields
+    std::uint64_t dropCount = 0;                   ///< sum of the packets' options
+    QStringList calls;                             ///< numbers of the calls and returns, "1", "return 1"
+    QStringList notes;
+    std::optional<capture::End> end;
+    QStringList interfaces;
+    std::uint64_t packets = 0;
+    bool isWhole = false; ///< it ends behind a block
+
+    /// Of the end packet.
+    std::uint64_t lostAtEnd() const;
+};
+
+/// `padscope record` in a folder of its own.
+class RecordedRun
+{
+public:
+    RecordedRun();
+
+    /// Starts `padscope record OPTIONS -o FILE -- HOST`.
+    void start(const QStringList &host, const QStringList &options = {});
+    /// Waits for its end. \return its status; 128 + n for signal n
+    int finish();
+    int run(const QStringList &host, const QStringList &options = {})
+    {
+        start(host, options);
+        return finish();
+    }
+    /// The same command without the recorder.
+    int runAlone(const QStringList &host);
+
+    void setEnvironment(const char *name, const QString &value) { environment.insert(name, value); }
+    QString path(const QString &name) const { return folder.filePath(name); }
+    QString file() const { return path("x.pcapng"); }
+    bool hasFile() const;
+    CaptureFacts facts() const;
+    /// What the last program has printed.
+    QStringList output() const { return lines(standardOutput); }
+    QStringList errors() const { return lines(standardError); }
+
+    QProcess process;
+
+private:
+    static QStringList lines(const QByteArray &text);
+
+    QTemporaryDir folder;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    QByteArray standardOutput;
+    QByteArray standardError;
+};
+
+CaptureFacts factsOf(const QString &file);
+
+/// Runs a program. \return its status and what it has printed, "0\n..."
+QByteArray outputOf(const QString &program, const QStringList &arguments);

@@ -1,0 +1,153 @@
+#include <csignal>
+#include <QFile>
+#include <sys/resource.h>
+
+#include "recordedrun.h"
+#include "support/tests.h"
+
+namespace {
+
+const QString host = RECORDED_HOST;
+const char byName[] = "load=liborvexboardex.so.1";
+
+/// Steps of a host under a flood from eight boards for so long.
+QStringList floodFor(int ms)
+{
+    return {host, byName, "attach", "touch=attached", QString("wait=%1").arg(ms), "detach", "counts"};
+}
+
+/// Those of the lines "board 1001 123" that the simulator counts.
+std::map<std::int32_t, std::uint64_t> deliveredIn(const QStringList &output)
+{
+    std::map<std::int32_t, std::uint64_t> delivered;
+    for (const QString &line : output.filter("board "))
+        delivered[line.section(' ', 1, 1).toInt()] = line.section(' ', 2, 2).toULongLong();
+    return delivered;
+}
+
+} // namespace
+
+/// What was recorded and what was lost is what was delivered, board by board.
+class LossesTests : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aFloodIsRecordedWhole();
+    void nothingIsLostWhileTheRecorderIsStopped();
+    void aSmallRingLosesAndCounts();
+    void othersReadWhatWasRecorded();
+    void aFullDiskIsALoss();
+
+private:
+    /// \return of all boards
+    static std::uint64_t deliveredWhenCounted(const RecordedRun &run, const CaptureFacts &facts);
+};
+
+std::uint64_t LossesTests::deliveredWhenCounted(const RecordedRun &run, const CaptureFacts &facts)
+{
+    const auto delivered = deliveredIn(run.output());
+    std::uint64_t sum = 0;
+    if (!facts.end || facts.end->boards.size() != delivered.size())
+        return 0;
+    for (const capture::BoardCounts &board : facts.end->boards) {
+        const auto recorded = facts.reports.find(board.board);
+        const std::uint64_t inFile = recorded == facts.reports.end() ? 0 : recorded->second;
+        const bool isRight = board.recorded == inFile && board.recorded + board.lost == board.delivered &&
+                             delivered.count(board.board) > 0 && delivered.at(board.board) == board.delivered;
+        if (!isRight)
+            return 0;
+        sum += board.delivered;
+    }
+    return sum;
+}
+
+void LossesTests::aFloodIsRecordedWhole()
+{
+    RecordedRun run;
+    run.setEnvironment("ORVEXSIM_SCENARIO", "flood");
+    QCOMPARE(run.run(floodFor(500)), 0);
+    const CaptureFacts facts = run.facts();
+    QVERIFY(facts.isWhole);
+    QCOMPARE(facts.reports.size(), std::size_t{8});
+    QVERIFY(deliveredWhenCounted(run, facts) > 1000);
+    QCOMPARE(facts.lost, std::uint64_t{0});
+    QCOMPARE(facts.interfaces, (QStringList{"driver", "board 1001", "board 1002", "board 1003", "board 1004",
+                                            "board 1005", "board 1006", "board 1007", "board 1008"}));
+}
+
+void LossesTests::nothingIsLostWhileTheRecorderIsStopped()
+{
+    RecordedRun run;
+    run.setEnvironment("ORVEXSIM_SCENARIO", "flood");
+    run.start(floodFor(1200));
+    QTRY_VERIFY(QFile::exists(run.path("attached")));
+    const auto recorder = static_cast<pid_t>(run.process.processId());
+    QCOMPARE(kill(recorder, SIGSTOP), 0);
+    QTest::qWait(1000); // the time is the subject
+    QCOMPARE(kill(recorder, SIGCONT), 0);
+    QCOMPARE(run.finish(), 0);
+    const CaptureFacts facts = run.facts();
+    QVERIFY(deliveredWhenCounted(run, facts) > 1000);
+    QCOMPARE(facts.lost, std::uint64_t{0});
+}
+
+void LossesTests::aSmallRingLosesAndCounts()
+{
+    RecordedRun run;
+    run.setEnvironment("ORVEXSIM_SCENARIO", "flood");
+    run.start(floodFor(500), {"--ring", "64K"});
+    QTRY_VERIFY(QFile::exists(run.path("attached")));
+    const auto recorder = static_cast<pid_t>(run.process.processId());
+    QCOMPARE(kill(recorder, SIGSTOP), 0);
+    QTest::qWait(200); // the ring holds at most 1024 reports
+    QCOMPARE(kill(recorder, SIGCONT), 0);
+    QCOMPARE(run.finish(), 0);
+    const CaptureFacts facts = run.facts();
+    QVERIFY(deliveredWhenCounted(run, facts) > 1000);
+    QVERIFY(facts.lost > 0);
+    QCOMPARE(facts.dropCount, facts.lost);
+    QCOMPARE(facts.lostAtEnd(), facts.lost);
+    QCOMPARE(run.errors(), QStringList{"padscope: lost reports and calls: " + QString::number(facts.lost)});
+}
+
+void LossesTests::othersReadWhatWasRecorded()
+{
+    RecordedRun run;
+    run.setEnvironment("ORVEXSIM_SCENARIO", "all-kinds");
+    QCOMPARE(run.run({host, byName, "attach", "wait=300", "command=V\r", "detach"}), 0);
+    const QByteArray count = QByteArray::number(qulonglong(run.facts().packets));
+    const QByteArray listed = outputOf("tshark", {"-r", run.file(), "-T", "fields", "-e", "frame.number"});
+    QVERIFY2(listed.startsWith("0\n") && listed.trimmed().endsWith('\n' + count), listed);
+    const QByteArray info = outputOf("capinfos", {"-M", "-c", run.file()});
+    QVERIFY2(info.startsWith("0\n") && info.contains(' ' + count + '\n'), info);
+    const QByteArray cut = outputOf("editcap", {"-r", run.file(), run.path("cut.pcapng"), "1-5"});
+    QVERIFY2(cut.startsWith("0\n"), cut);
+    QCOMPARE(factsOf(run.path("cut.pcapng")).packets, std::uint64_t{5});
+    const QByteArray merged =
+        outputOf("mergecap", {"-w", run.path("merged.pcapng"), run.file(), run.path("cut.pcapng")});
+    QVERIFY2(merged.startsWith("0\n"), merged);
+    QCOMPARE(factsOf(run.path("merged.pcapng")).packets, run.facts().packets + 5);
+}
+
+/// A limit of the recorder's files stands for the disk.
+void LossesTests::aFullDiskIsALoss()
+{
+    RecordedRun run;
+    run.setEnvironment("ORVEXSIM_SCENARIO", "flood");
+    run.start(floodFor(700));
+    QTRY_VERIFY(QFile::exists(run.path("attached")));
+    const rlimit limit{64 * 1024, RLIM_INFINITY};
+    QCOMPARE(prlimit(static_cast<pid_t>(run.process.processId()), RLIMIT_FSIZE, &limit, nullptr), 0);
+    QCOMPARE(run.finish(), 1);
+    QCOMPARE(run.errors().size(), 2);
+    QCOMPARE(run.errors().first(), "padscope: " + run.file() + ": File too large");
+    QVERIFY(deliveredIn(run.output()).at(1001) > 100);
+    const CaptureFacts facts = run.facts();
+    QVERIFY(facts.isWhole);
+    QVERIFY(facts.packets > 100);
+    QVERIFY(!facts.end);
+}
+
+PADSCOPE_TESTS(LossesTests);
+#include "tst_losses.moc"

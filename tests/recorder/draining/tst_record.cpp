@@ -1,0 +1,223 @@
+#include <QFile>
+#include <QFileInfo>
+
+#include "recordedrun.h"
+#include "support/tests.h"
+
+namespace {
+
+const QString host = RECORDED_HOST;
+const char byName[] = "load=liborvexboardex.so.1";
+
+} // namespace
+
+class RecordTests : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void endsAsItsHost_data();
+    void endsAsItsHost();
+    void hostsThatCannotBeStarted_data();
+    void hostsThatCannotBeStarted();
+    void overwritesNothing();
+    void passesArgumentsOn();
+    void callsAreTheSameAsAlone_data();
+    void callsAreTheSameAsAlone();
+    void runsAloneWithoutALibrary();
+    void saysWhenTheHostDoesNotOpenTheLibrary();
+    void theUsersLibraryComesFirst();
+    void theRunpathIsFollowed();
+    void outlivesAWrapper_data();
+    void outlivesAWrapper();
+    void saysWhatItDidNotRecord();
+    void notes();
+};
+
+void RecordTests::endsAsItsHost_data()
+{
+    addColumns<QString, int, int, int>("step", "status", "reason", "value");
+    addRow("0", QString("exit=0"), 0, 1, 0);
+    addRow("7", QString("exit=7"), 7, 1, 7);
+    addRow("SIGTERM", QString("raise=15"), 143, 2, 15);
+    addRow("SIGKILL", QString("raise=9"), 137, 2, 9);
+}
+
+void RecordTests::endsAsItsHost()
+{
+    QFETCH(QString, step);
+    QFETCH(int, status);
+    QFETCH(int, reason);
+    QFETCH(int, value);
+    RecordedRun run;
+    QCOMPARE(run.run({host, byName, "attach", step}), status);
+    QCOMPARE(run.output(), (QStringList{"loaded", "attached 1"}));
+    QCOMPARE(run.errors(), QStringList());
+    const CaptureFacts facts = run.facts();
+    QVERIFY(facts.isWhole && facts.end);
+    QCOMPARE(int(facts.end->reason), reason);
+    QCOMPARE(facts.end->value, value);
+    QCOMPARE(facts.calls, (QStringList{"11", "return 11", "1", "return 1", "9", "return 9"}));
+}
+
+void RecordTests::hostsThatCannotBeStarted_data()
+{
+    addColumns<QString, int, QString>("command", "status", "line");
+    addRow("not found", QString("/nowhere/host"), 127,
+           QString("padscope: /nowhere/host: No such file or directory"));
+    addRow("not in PATH", QString("no-such-host"), 127,
+           QString("padscope: no-such-host: No such file or directory"));
+    addRow("not executable", QString("/etc/passwd"), 126,
+           QString("padscope: /etc/passwd: Permission denied"));
+    addRow("folder", QString("/"), 126, QString("padscope: /: Permission denied"));
+}
+
+void RecordTests::hostsThatCannotBeStarted()
+{
+    QFETCH(QString, command);
+    QFETCH(int, status);
+    QFETCH(QString, line);
+    RecordedRun run;
+    QCOMPARE(run.run({command}), status);
+    QCOMPARE(run.errors(), QStringList{line});
+    QVERIFY(!run.hasFile());
+}
+
+void RecordTests::overwritesNothing()
+{
+    RecordedRun run;
+    QFile there(run.file());
+    QVERIFY(there.open(QFile::WriteOnly));
+    there.write("there");
+    there.close();
+    QCOMPARE(run.run({host, "exit=7"}), 1);
+    QCOMPARE(run.errors(), QStringList{"padscope: " + run.file() + ": File exists"});
+    QVERIFY(there.open(QFile::ReadOnly));
+    QCOMPARE(there.readAll(), QByteArray("there"));
+}
+
+/// Whatever they look like.
+void RecordTests::passesArgumentsOn()
+{
+    RecordedRun run;
+    const QStringList arguments{"[a,b]", "--help", "", "--", "-o", "{}", "%%", "info"};
+    run.run(QStringList{"printf", "<%s>\\n"} + arguments);
+    QStringList expected;
+    for (const QString &argument : arguments)
+        expected += '<' + argument + '>';
+    QCOMPARE(run.output(), expected);
+}
+
+void RecordTests::callsAreTheSameAsAlone_data()
+{
+    addColumns<QString, bool>("folder", "isRecorded");
+    addRow("all names", QString(SIMULATOR_FOLDER), true);
+    addRow("old", QString(SIMULATOR_FOLDER "/old"), true);
+    addRow("bare", QString(SIMULATOR_FOLDER "/bare"), true);
+    addRow("empty", QString(SIMULATOR_FOLDER "/empty"), false);
+}
+
+void RecordTests::callsAreTheSameAsAlone()
+{
+    QFETCH(QString, folder);
+    QFETCH(bool, isRecorded);
+    const QStringList steps{host,      byName,   "attach", "command=?", "command=:MDU0\r",
+                            "wait=50", "send=5", "detach", "calls",     "exit=3"};
+    RecordedRun run;
+    run.setEnvironment("ORVEXSIM_SCENARIO", "default");
+    run.setEnvironment("LD_LIBRARY_PATH", folder);
+    QCOMPARE(run.runAlone(steps), 3);
+    const QStringList alone = run.output();
+    QCOMPARE(alone.contains("0 orvexAttach()"), isRecorded);
+    QCOMPARE(run.run(steps), 3);
+    QCOMPARE(run.output(), alone);
+    QCOMPARE(run.facts().calls.contains("return 1"), isRecorded);
+}
+
+/// The loader's text for it, too.
+void RecordTests::runsAloneWithoutALibrary()
+{
+    RecordedRun run;
+    run.setEnvironment("LD_LIBRARY_PATH", "/nowhere");
+    QCOMPARE(run.runAlone({host, byName, "exit=0"}), 0);
+    const QStringList alone = run.output();
+    QCOMPARE(run.run({host, byName, "exit=0"}), 1);
+    QCOMPARE(run.output(), alone);
+    QCOMPARE(run.errors(), QStringList{"padscope: nothing was recorded: " + host +
+                                       " has handed over no driver library, and there is none in "
+                                       "LD_LIBRARY_PATH (/nowhere), the RUNPATH of " +
+                                       host + ", the loader's cache and its default folders"});
+    QVERIFY(!run.hasFile());
+    QCOMPARE(run.run({host, byName, "exit=5"}), 5);
+}
+
+void RecordTests::saysWhenTheHostDoesNotOpenTheLibrary()
+{
+    RecordedRun run;
+    QCOMPARE(run.run({host, "exit=0"}), 1);
+    QCOMPARE(run.errors(), QStringList{"padscope: nothing was recorded: " + host +
+                                       " has not opened the driver library through the tap: " SIMULATOR_FOLDER
+                                       "/liborvexboardex.so.1"});
+    QVERIFY(!run.hasFile());
+    QCOMPARE(run.run({host, "raise=15"}), 143);
+}
+
+/// The host's loader would find one that lacks this entry point.
+void RecordTests::theUsersLibraryComesFirst()
+{
+    RecordedRun run;
+    run.setEnvironment("LD_LIBRARY_PATH", SIMULATOR_FOLDER "/empty");
+    QVERIFY(QFile::link(SIMULATOR_FOLDER, run.path("link")));
+    QCOMPARE(run.run({host, byName, "attach"}, {"--driver", "link/liborvexboardex.so.1"}), 0);
+    QCOMPARE(run.output(), (QStringList{"loaded", "attached 1"}));
+    QCOMPARE(run.run({host}, {"--driver", "/nowhere"}), 2);
+}
+
+void RecordTests::theRunpathIsFollowed()
+{
+    RecordedRun run;
+    run.setEnvironment("LD_LIBRARY_PATH", {});
+    QCOMPARE(run.run({RECORDED_HOST_RUNPATH, byName, "attach"}), 0);
+    QCOMPARE(run.output(), (QStringList{"loaded", "attached 1"}));
+    QVERIFY(run.facts().end.has_value());
+}
+
+void RecordTests::outlivesAWrapper_data()
+{
+    addColumns<QString>("script");
+    addRow("opened before", QString("$0 $1 attach touch=open wait=500 detach & "
+                                    "while [ ! -e open ]; do sleep 0.01; done; exit 3"));
+    addRow("opened behind", QString("$0 wait=500 $1 attach detach & exit 3"));
+}
+
+void RecordTests::outlivesAWrapper()
+{
+    QFETCH(QString, script);
+    RecordedRun run;
+    QCOMPARE(run.run({"sh", "-c", script, host, byName}), 3);
+    const CaptureFacts facts = run.facts();
+    QVERIFY(facts.calls.contains("return 2"));
+    QVERIFY(facts.end.has_value());
+    QCOMPARE(int(facts.end->reason), 3);
+}
+
+void RecordTests::saysWhatItDidNotRecord()
+{
+    RecordedRun run;
+    const QString script = "$0 $1 touch=open attach wait=1000 & "
+                           "while [ ! -e open ]; do sleep 0.01; done; $0 $1 attach; wait";
+    QCOMPARE(run.run({"sh", "-c", script, host, byName}), 0);
+    QCOMPARE(run.output().filter("attached").size(), 2);
+    QCOMPARE(run.errors(),
+             QStringList{"padscope: processes that opened the driver library and were not recorded: 1"});
+}
+
+void RecordTests::notes()
+{
+    RecordedRun run;
+    QCOMPARE(run.run({host, byName}, {"--note", "before the cable was moved \u00fc"}), 0);
+    QCOMPARE(run.facts().notes, QStringList{"before the cable was moved \u00fc"});
+}
+
+PADSCOPE_TESTS(RecordTests);
+#include "tst_record.moc"
