@@ -1,6 +1,7 @@
 #include "recordtext.h"
 
 #include "decoding.h"
+#include "escaping.h"
 #include "payloads.h"
 #include "signatures.h"
 
@@ -39,26 +40,6 @@ std::string reportText(const capture::Record &record)
     return row.first + "  " + row.second;
 }
 
-void appendQuoted(std::string &text, capture::ByteView bytes)
-{
-    static constexpr char digits[] = "0123456789abcdef";
-    text += '"';
-    for (const char character : bytes.text()) {
-        const auto byte = static_cast<unsigned char>(character);
-        if (character == '\r')
-            text += "\\r";
-        else if (character == '\n')
-            text += "\\n";
-        else if (character == '"' || character == '\\')
-            (text += '\\') += character;
-        else if (byte >= 0x20 && byte < 0x7F)
-            text += character;
-        else
-            ((text += "\\x") += digits[byte >> 4]) += digits[byte & 15];
-    }
-    text += '"';
-}
-
 std::string valueText(const signatures::Value &value)
 {
     using signatures::Role;
@@ -69,7 +50,7 @@ std::string valueText(const signatures::Value &value)
     case Role::Text:
     case Role::Buffer:
     case Role::OutBuffer:
-        appendQuoted(text, value.bytes);
+        appendQuoted(text, value.bytes.text());
         return text;
     case Role::OutRecord:
         return std::to_string(value.bytes.size) + " bytes";
@@ -160,7 +141,7 @@ std::string ownText(const capture::Record &record)
     }
     case capture::Kind::Mark: {
         std::string text = "mark: ";
-        appendQuoted(text, record.payload);
+        appendQuoted(text, record.payload.text());
         return text;
     }
     case capture::Kind::Board:
