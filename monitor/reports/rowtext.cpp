@@ -38,8 +38,7 @@ std::string named(const ValueNames &names, std::int64_t value, Translate transla
 std::string RowText::filled(const Bytes &bytes, Translate translate) const
 {
     std::string text;
-    for (std::size_t i = 0; i < partCount; ++i) {
-        const Part &part = parts[i];
+    for (const Part &part : *this) {
         text.append(part.literal, part.literalLength);
         const std::int64_t value = read(*part.field, bytes);
         if (part.field->names) {

@@ -22,6 +22,15 @@ void rowTextIsWrong();
 class RowText
 {
 public:
+    /// A field, and the text before it.
+    struct Part
+    {
+        const char *literal = nullptr;
+        std::size_t literalLength = 0;
+        const Field *field = nullptr;
+        std::size_t width = 0;
+    };
+
     constexpr RowText() = default;
 
     template <std::size_t Count>
@@ -44,15 +53,12 @@ public:
     /// \return UTF-8
     std::string filled(const Bytes &bytes, Translate translate) const;
 
-private:
-    struct Part
-    {
-        const char *literal = nullptr;
-        std::size_t literalLength = 0;
-        const Field *field = nullptr;
-        std::size_t width = 0;
-    };
+    const Part *begin() const { return parts; }
+    const Part *end() const { return parts + partCount; }
+    /// The text behind the last field.
+    const char *ending() const { return rest; }
 
+private:
     template <std::size_t Count>
     constexpr void addPart(const char *literal, const char *literalEnd, std::string_view placeholder,
                            const Field (&fields)[Count])

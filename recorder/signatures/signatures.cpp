@@ -131,14 +131,9 @@ Value valueOf(const Argument &argument, capture::PayloadReader &reader)
     return value;
 }
 
-bool isFilledIn(Role role)
+bool isThere(Role role, capture::ByteView rest)
 {
-    return role >= Role::OutNumber;
-}
-
-bool isLeftOut(Role role)
-{
-    return role == Role::Context || role == Role::Unread;
+    return rest.size >= (role == Role::OutRecord ? 1 : 4);
 }
 
 std::vector<Value> valuesOf(const Signature &signature, capture::ByteView payload, bool filledIn)
@@ -146,8 +141,11 @@ std::vector<Value> valuesOf(const Signature &signature, capture::ByteView payloa
     std::vector<Value> values;
     capture::PayloadReader reader(payload);
     for (const Argument &argument : signature.arguments) {
-        if (isFilledIn(argument.role) == filledIn && !isLeftOut(argument.role))
-            values.push_back(valueOf(argument, reader));
+        if (isFilledIn(argument.role) != filledIn || isLeftOut(argument.role))
+            continue;
+        if (!isThere(argument.role, reader.remaining()))
+            break;
+        values.push_back(valueOf(argument, reader));
     }
     return values;
 }

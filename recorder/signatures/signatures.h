@@ -25,6 +25,18 @@ enum class Role
     OutRecord, ///< in the return, the bytes that are left
 };
 
+/// In the return, and not in the call.
+constexpr bool isFilledIn(Role role)
+{
+    return role >= Role::OutNumber;
+}
+
+/// In neither.
+constexpr bool isLeftOut(Role role)
+{
+    return role == Role::Context || role == Role::Unread;
+}
+
 struct Argument
 {
     std::string name;
@@ -54,9 +66,9 @@ struct Value
     capture::ByteView bytes;
 };
 
-/// The arguments in a call's payload.
+/// The arguments in a call's payload, up to the first that is not there. A text or a buffer may be cut.
 std::vector<Value> argumentsOf(const Signature &signature, capture::ByteView payload);
-/// What was filled in, in a return's payload.
+/// What was filled in, in a return's payload; the same holds.
 std::vector<Value> filledInBy(const Signature &signature, capture::ByteView payload);
 
 } // namespace signatures

@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <cctype>
 #include <cstdio>
+#include <iterator>
 #include <type_traits>
 #include <unordered_map>
 
 #include "decoding.h"
+#include "escaping.h"
 #include "lines.h"
 #include "signatures.h"
 
@@ -23,39 +25,58 @@ struct Index
     std::unordered_map<const reports::Layout *, std::size_t> layouts;
     std::unordered_map<std::string, std::size_t> arguments;
     std::size_t characters = 0;
+    std::size_t payloads = 0;
     std::size_t mark = 0;
 };
 
-template <typename Integer>
-FieldInfo headerField(const char *name)
+/// "Header length" of "headerLength".
+std::string labelOf(const std::string &name)
 {
-    const std::string text = name;
-    const bool isHexadecimal = text == "magic" || text == "flags" || text == "session";
+    std::string label;
+    for (const char character : name) {
+        if (label.empty())
+            label += static_cast<char>(std::toupper(character));
+        else if (std::isupper(character))
+            (label += ' ') += static_cast<char>(std::tolower(character));
+        else
+            label += character;
+    }
+    return label;
+}
+
+template <typename Integer>
+FieldInfo headerField(const std::string &name)
+{
+    const bool isHexadecimal = name == "magic" || name == "flags" || name == "session";
     const FieldType type = isHexadecimal               ? FieldType::Hexadecimal
                            : std::is_signed_v<Integer> ? FieldType::Signed
                                                        : FieldType::Unsigned;
-    return {text, type, 8 * sizeof(Integer)};
-}
-
-/// "penIdentity" of the layout "pen-identity".
-std::string prefixOf(const reports::Layout &layout)
-{
-    std::string prefix;
-    bool isNewWord = false;
-    for (const char *at = layout.name; *at != 0; ++at) {
-        if (*at != '-')
-            prefix += isNewWord ? static_cast<char>(std::toupper(*at)) : *at;
-        isNewWord = *at == '-';
+    FieldInfo field{name, type, 8 * sizeof(Integer), labelOf(name)};
+    if (name == "kind") {
+#define ADD(identifier, text, number) field.names.emplace_back(number, text);
+        CAPTURE_KINDS(ADD)
+#undef ADD
     }
-    return prefix;
+    if (name == "call") {
+        field.names.emplace_back(0, "none");
+        for (unsigned call = 1; call <= signatures::callCount; ++call)
+            field.names.emplace_back(call, signatures::signatureOf(call)->name);
+    }
+    return field;
 }
 
 FieldInfo reportField(const reports::Layout &layout, const reports::Field &field)
 {
-    FieldType type = field.sign == reports::Signed ? FieldType::Signed : FieldType::Unsigned;
-    if (field.scale)
-        type = FieldType::Decimal;
-    return {prefixOf(layout) + '.' + field.name, type, 8 * reports::widthInBytes(field)};
+    FieldInfo info{prefixOf(layout) + '.' + field.name,
+                   field.sign == reports::Signed ? FieldType::Signed : FieldType::Unsigned,
+                   8 * reports::widthInBytes(field), *field.label ? field.label : labelOf(field.name)};
+    if (field.scale) {
+        info.type = FieldType::Decimal;
+        info.unit = field.scale->unit;
+    }
+    for (std::size_t i = 0; field.names && i < field.names->count; ++i)
+        info.names.emplace_back(field.names->names[i].value, field.names->names[i].name);
+    return info;
 }
 
 FieldType typeOf(signatures::Role role)
@@ -75,24 +96,32 @@ FieldType typeOf(signatures::Role role)
     }
 }
 
-bool isInPayload(signatures::Role role)
-{
-    return role != signatures::Role::Context && role != signatures::Role::Unread;
-}
-
 /// One type for one name: signed where one of the calls has a sign.
 void addArguments(Index &index)
 {
     for (unsigned call = 1; call <= signatures::callCount; ++call) {
         for (const signatures::Argument &argument : signatures::signatureOf(call)->arguments) {
-            if (!isInPayload(argument.role))
+            if (isLeftOut(argument.role))
                 continue;
+            const FieldType type = typeOf(argument.role);
             const auto [place, isNew] = index.arguments.try_emplace(argument.name, index.fields.size());
             if (isNew)
-                index.fields.push_back({"call." + argument.name, typeOf(argument.role), 32});
-            else if (typeOf(argument.role) == FieldType::Signed)
+                index.fields.push_back({"call." + argument.name, type, 32, labelOf(argument.name)});
+            else if (type == FieldType::Signed)
                 index.fields[place->second].type = FieldType::Signed;
         }
+    }
+}
+
+void addPayloadFields(Index &index)
+{
+    index.payloads = index.fields.size();
+    for (const PayloadField &field : payloadFields) {
+        const std::string name = field.name;
+        FieldInfo info{name, field.type, field.bits, labelOf(name.substr(name.find('.') + 1))};
+        for (std::int64_t value = 1; value <= 3 && field.valueNames[value - 1]; ++value)
+            info.names.emplace_back(value, field.valueNames[value - 1]);
+        index.fields.push_back(std::move(info));
     }
 }
 
@@ -108,10 +137,11 @@ Index newIndex()
             index.fields.push_back(reportField(*layout, layout->fields[i]));
     }
     index.characters = index.fields.size();
-    index.fields.push_back({"text.characters", FieldType::Text, 0});
+    index.fields.push_back({"text.characters", FieldType::Text, 0, "Characters"});
     addArguments(index);
+    addPayloadFields(index);
     index.mark = index.fields.size();
-    index.fields.push_back({"mark", FieldType::Text, 0});
+    index.fields.push_back({"mark", FieldType::Text, 0, "Mark"});
     return index;
 }
 
@@ -135,6 +165,13 @@ void addText(std::vector<FieldValue> &values, std::size_t place, std::string tex
     value.index = place;
     value.text = std::move(text);
     values.push_back(std::move(value));
+}
+
+void addEscaped(std::vector<FieldValue> &values, std::size_t place, capture::ByteView bytes)
+{
+    std::string text;
+    appendEscaped(text, bytes.text());
+    addText(values, place, std::move(text));
 }
 
 void addReport(std::vector<FieldValue> &values, const capture::Record &record)
@@ -172,14 +209,48 @@ void addCall(std::vector<FieldValue> &values, const capture::Record &record)
                                                  : signatures::filledInBy(*signature, record.payload)) {
         const std::size_t place = index().arguments.at(value.argument->name);
         const FieldType type = index().fields[place].type;
-        if (type != FieldType::Text && type != FieldType::Bytes)
-            addNumber(values, place, value.number);
+        if (type == FieldType::Signed)
+            addNumber(values, place, static_cast<std::int32_t>(value.number));
+        else if (type == FieldType::Unsigned)
+            addNumber(values, place, static_cast<std::uint32_t>(value.number));
+        else if (!value.isNull && type == FieldType::Text)
+            addEscaped(values, place, value.bytes);
         else if (!value.isNull)
             addText(values, place, std::string(value.bytes.text()));
     }
 }
 
+/// Those that are there whole.
+void addPayload(std::vector<FieldValue> &values, const capture::Record &record)
+{
+    std::size_t offset = 0;
+    for (std::size_t i = 0; i < std::size(payloadFields); ++i) {
+        const PayloadField &field = payloadFields[i];
+        const std::size_t width = field.bits / 8;
+        if (field.kind != record.header.kindOf())
+            continue;
+        if (offset + width > record.payload.size)
+            return;
+        const auto number = capture::integerAt<std::int64_t>(record.payload.from(offset).first(width), 0);
+        addNumber(values, index().payloads + i,
+                  field.type == FieldType::Signed ? static_cast<std::int32_t>(number) : number);
+        offset += width;
+    }
+}
+
 } // namespace
+
+std::string prefixOf(const reports::Layout &layout)
+{
+    std::string prefix;
+    bool isNewWord = false;
+    for (const char *at = layout.name; *at != 0; ++at) {
+        if (*at != '-')
+            prefix += isNewWord ? static_cast<char>(std::toupper(*at)) : *at;
+        isNewWord = *at == '-';
+    }
+    return prefix;
+}
 
 const std::vector<FieldInfo> &allFields()
 {
@@ -202,10 +273,10 @@ void fieldsOf(const capture::Record &record, std::vector<FieldValue> &values)
         addCall(values, record);
         break;
     case capture::Kind::Mark:
-        addText(values, index().mark, std::string(record.payload.text()));
+        addEscaped(values, index().mark, record.payload);
         break;
     default:
-        break;
+        addPayload(values, record);
     }
     // Only arguments may come in another order.
     const auto isBefore = [](const FieldValue &a, const FieldValue &b) { return a.index < b.index; };

@@ -3,6 +3,7 @@
 #include <set>
 
 #include "decoding.h"
+#include "escaping.h"
 #include "payloads.h"
 #include "signatures.h"
 
@@ -43,26 +44,6 @@ std::string reportText(const capture::Record &record)
     return row.first + "  " + row.second;
 }
 
-void appendQuoted(std::string &text, capture::ByteView bytes)
-{
-    static constexpr char digits[] = "0123456789abcdef";
-    text += '"';
-    for (const char character : bytes.text()) {
-        const auto byte = static_cast<unsigned char>(character);
-        if (character == '\r')
-            text += "\\r";
-        else if (character == '\n')
-            text += "\\n";
-        else if (character == '"' || character == '\\')
-            (text += '\\') += character;
-        else if (byte >= 0x20 && byte < 0x7F)
-            text += character;
-        else
-            ((text += "\\x") += digits[byte >> 4]) += digits[byte & 15];
-    }
-    text += '"';
-}
-
 std::string valueText(const signatures::Value &value)
 {
     using signatures::Role;
@@ -73,7 +54,7 @@ std::string valueText(const signatures::Value &value)
     case Role::Text:
     case Role::Buffer:
     case Role::OutBuffer:
-        appendQuoted(text, value.bytes);
+        appendQuoted(text, value.bytes.text());
         return text;
     case Role::OutRecord:
         return std::to_string(value.bytes.size) + " bytes";
@@ -164,7 +145,7 @@ std::string ownText(const capture::Record &record)
     }
     case capture::Kind::Mark: {
         std::string text = "mark: ";
-        appendQuoted(text, record.payload);
+        appendQuoted(text, record.payload.text());
         return text;
     }
     case capture::Kind::Board:

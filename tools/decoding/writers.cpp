@@ -25,21 +25,14 @@ void appendCsv(std::string &line, const std::string &text)
     line += '"';
 }
 
-/// Bytes above 126 stand for the characters of their number, as Latin-1 has them.
+/// Texts are UTF-8 without control characters.
 void appendJson(std::string &line, const std::string &text)
 {
     line += '"';
     for (const char character : text) {
-        const auto byte = static_cast<unsigned char>(character);
-        char escaped[8];
-        if (character == '"' || character == '\\') {
-            (line += '\\') += character;
-        } else if (byte < 0x20 || byte > 0x7E) {
-            std::snprintf(escaped, sizeof escaped, "\\u%04x", byte);
-            line += escaped;
-        } else {
-            line += character;
-        }
+        if (character == '"' || character == '\\')
+            line += '\\';
+        line += character;
     }
     line += '"';
 }

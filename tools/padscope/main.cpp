@@ -5,6 +5,7 @@
 
 #include "checkcommand.h"
 #include "decodecommand.h"
+#include "dissectorcommand.h"
 #include "infocommand.h"
 #include "recordcommand.h"
 
@@ -36,6 +37,7 @@ int main(int argc, char **argv)
     addInfoCommand(program, status);
     addDecodeCommand(program, status);
     addCheckCommand(program, status);
+    addDissectorCommand(program, status);
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError &error) {

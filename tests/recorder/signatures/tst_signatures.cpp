@@ -81,9 +81,11 @@ void SignatureTests::values_data()
     addRow("two numbers", 21, QByteArray("fbffffff04000000"), QString("device=-5"),
            QString("columns=-5 rows=4"));
     addRow("a record", 10, QByteArray("0600000000"), QString("index=6"), QString("info=0600000000"));
-    addRow("a packet", 17, QByteArray("0200000061620000"), QString("device=2 channel=25185 size=0 timeout=0"),
+    addRow("a packet", 17, QByteArray("0200000061620000"), QString("device=2 channel=25185"),
            QString("buffer=6162"));
-    addRow("nothing", 6, QByteArray(), QString("device=0 command=0"), QString());
+    addRow("half a number", 6, QByteArray("07000000ffff"), QString("device=7"), QString());
+    addRow("nothing", 6, QByteArray(), QString(), QString());
+    addRow("no record", 10, QByteArray(), QString(), QString());
 }
 
 void SignatureTests::values()

@@ -111,7 +111,8 @@ void WriterTests::fieldsOfPackets()
 
 void WriterTests::jsonLines()
 {
-    const QByteArray lines = printed(Format::JsonLines, {adc, packetBytes(6, 0, 0, 0, 0, "\"\\\n\xE4")});
+    const QByteArray lines =
+        printed(Format::JsonLines, {adc, packetBytes(6, 0, 0, 0, 0, "\"\\\n\xE4\xC3\xA4")});
     const auto first = nlohmann::json::parse(lines.split('\n')[0].toStdString());
     QCOMPARE(first["adc.adcRaw"].get<int>(), 564);
     QCOMPARE(first["adc.volts"].get<double>(), 2.75232);
@@ -119,7 +120,8 @@ void WriterTests::jsonLines()
              std::string("0")); // 64 bits do not fit every reader's numbers
     QCOMPARE(first["session"].get<std::string>(), std::string("0x5f0c93a1"));
     const auto second = nlohmann::json::parse(lines.split('\n')[1].toStdString());
-    QCOMPARE(QString::fromStdString(second["mark"].get<std::string>()), QString::fromUtf8("\"\\\n\u00E4"));
+    QCOMPARE(QString::fromStdString(second["mark"].get<std::string>()),
+             QString::fromUtf8("\"\\\\\\n\\xe4\u00E4"));
 }
 
 void WriterTests::textLines()

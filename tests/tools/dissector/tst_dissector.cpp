@@ -1,0 +1,183 @@
+#include <QFile>
+#include <QProcess>
+
+#include "records.h"
+#include "shark.h"
+#include "support/tests.h"
+
+namespace {
+
+QByteArray hex(const char *digits)
+{
+    return QByteArray::fromHex(digits);
+}
+
+QByteArray call(quint64 sequence, int flags = 0, quint32 lost = 0)
+{
+    return packetBytes(2, flags, 1, 0, 0, {}, 0, lost, sequence);
+}
+
+QByteArray returnOf(quint32 called, quint64 sequence)
+{
+    return packetBytes(3, 2, 1, 0, 1, {}, called, 0, sequence);
+}
+
+} // namespace
+
+class DissectorTests : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void everyFieldHasItsLabel_data();
+    void everyFieldHasItsLabel();
+    void pairs();
+    void pairsOfTwoSessions();
+    void expertItems();
+    void laterVersion();
+    void foreignPackets();
+    void dissectorOfBefore();
+    void installs();
+
+private:
+    Shark shark;
+};
+
+void DissectorTests::everyFieldHasItsLabel_data()
+{
+    addColumns<QByteArray, QStringList>("packet", "lines");
+    addRow("header", packetBytes(4, 5, 3, 1001, -2, {}, 9, 0, 77),
+           QStringList{"Padscope, hot-plug notification, listener 9", "    Magic: 0x4450", "    Version: 1",
+                       "    Header length: 40", "    Kind: hotplug (4)",
+                       "    Flags: 0x05, board is valid, within a call", "    Call: orvexInterface (3)",
+                       "    Board: 1001", "    Result: -2", "    Sequence: 77", "    Session: 0x5f0c93a1",
+                       "    Thread: 1234", "    Link: 9", "    Lost: 0"});
+    addRow("named value", packetBytes(1, 1, 0, 7, 0, hex("09a2000100ffff0200")),
+           QStringList{"    PenIdentityReport", "        Pen: Student (1)", "        Q: -1",
+                       "        Button: 2"});
+    addRow("value without a name", packetBytes(1, 1, 0, 7, 0, hex("09a2000500")),
+           QStringList{"    PenIdentityReport", "        Pen: Unknown (5)"});
+    addRow("unit", packetBytes(1, 1, 0, 7, 0, hex("34770c3402")),
+           QStringList{"    AdcReport, sub-type 12", "        Raw ADC: 564", "        Voltage: 2.75232 V"});
+    addRow("cut report", packetBytes(1, 1, 0, 7, 0, hex("0a2f040100ff")),
+           QStringList{"    SignalReport, sub-type 4", "        0: 1"});
+    addRow("text", packetBytes(1, 1, 0, 7, 0, "\x08\x32Hi\r"), QStringList{"    Characters: Hi."});
+    addRow("call", packetBytes(2, 1, 6, 7, 0, hex("07000000020000003f21")),
+           QStringList{"    Device: 7", "    Command: ?!"});
+    addRow("buffer", packetBytes(2, 1, 33, 7, 0, hex("0700000002000000020000000aff")),
+           QStringList{"    Device: 7", "    Length: 2", "    Data: 0aff"});
+    addRow("board", packetBytes(7, 1, 0, 7, 0, hex("0200000003000000")),
+           QStringList{"    State: gone (2)", "    Index: 3"});
+    addRow("end",
+           packetBytes(8, 0, 0, 0, 0,
+                       hex("0200000009000000") + blocks::number(1, 4) + blocks::number(quint64(-7), 4) +
+                           blocks::number(3, 8) + blocks::number(2, 8) + blocks::number(1, 8)),
+           QStringList{"    Reason: signal (2)", "    Value: 9",
+                       "    Board -7: 3 delivered, 2 recorded, 1 lost"});
+}
+
+void DissectorTests::everyFieldHasItsLabel()
+{
+    QFETCH(QByteArray, packet);
+    QFETCH(QStringList, lines);
+    const QStringList tree = shark.tree(packet);
+    QCOMPARE(tree.mid(tree.size() - lines.size()), lines);
+}
+
+/// What lies ahead is known when a packet is seen for the second time.
+void DissectorTests::pairs()
+{
+    shark.write(
+        {call(5), call(6, 4), returnOf(6, 7), returnOf(5, 8), returnOf(5, 9), returnOf(0xFFFFFFFF, 10)});
+    const QStringList names{"padscope.call_in", "padscope.return_in"};
+    QCOMPARE(shark.fields(names),
+             (QList<QStringList>{{"", ""}, {"", ""}, {"2", ""}, {"1", ""}, {"", ""}, {"", ""}}));
+    QCOMPARE(shark.fields(names, {"-2"}),
+             (QList<QStringList>{{"", "4"}, {"", "3"}, {"2", ""}, {"1", ""}, {"", ""}, {"", ""}}));
+}
+
+/// Their numbers are the same; the low half of the number alone is in a return.
+void DissectorTests::pairsOfTwoSessions()
+{
+    QByteArray other = call(0x100000005);
+    other[24] = '\1';
+    QByteArray otherReturn = returnOf(5, 6);
+    otherReturn[24] = '\1';
+    shark.write({call(5), other, otherReturn, returnOf(5, 6)});
+    QCOMPARE(shark.fields({"padscope.return_in"}, {"-2"}), (QList<QStringList>{{"4"}, {"3"}, {""}, {""}}));
+}
+
+void DissectorTests::expertItems()
+{
+    shark.write({call(5, 0, 17), call(23, 4), returnOf(23, 24)});
+    QCOMPARE(shark.fields({"_ws.expert.message"}, {"-2"}),
+             (QList<QStringList>{{"17 lost before this packet,A call that never returned"},
+                                 {"A call within a call of the same thread"},
+                                 {""}}));
+}
+
+void DissectorTests::laterVersion()
+{
+    QByteArray later = call(5);
+    later[2] = '\2';
+    shark.write({later, call(6)});
+    QCOMPARE(shark.fields({"_ws.col.Info", "padscope.version", "_ws.expert.message"}),
+             (QList<QStringList>{{"A header of a later version", "2", "A header of a later version"},
+                                 {"orvexAttach()", "1", ""}}));
+}
+
+/// Without another dissector Wireshark's own tells what it lacks.
+void DissectorTests::foreignPackets()
+{
+    shark.write({"foreign bytes", "", "PD", "PD\x01", QByteArray("PD\0\x28 of version 0", 17), "PE\x01\x28"});
+    const QByteArray text = shark.output({"-V"});
+    QCOMPARE(text.count("\nUser encapsulation not handled: DLT=147"), 6);
+    QVERIFY(!text.contains("Padscope"));
+}
+
+void DissectorTests::dissectorOfBefore()
+{
+    shark.write({"\x45 no packet of the internet", call(5)});
+    const QList<QStringList> shown =
+        shark.fields({"frame.protocols", "_ws.lua.error"},
+                     {"-o", R"uat(uat:user_dlts:"User 0 (DLT=147)","ip","0","","0","")uat"});
+    QCOMPARE(shown[0][0], QString("padscope:user_dlt:ip:data"));
+    QCOMPARE(shown[1][0], QString("padscope"));
+    QCOMPARE(shown[0][1] + shown[1][1], QString());
+}
+
+void DissectorTests::installs()
+{
+    QTemporaryDir home;
+    const QString file = home.filePath(".local/lib/wireshark/plugins/padscope.lua");
+    QProcess padscope;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("HOME", home.path());
+    padscope.setProcessEnvironment(environment);
+    const auto install = [&padscope] {
+        padscope.start(PADSCOPE, {"dissector", "--install"});
+        padscope.waitForFinished();
+        return QString::number(padscope.exitCode()) + ' ' + padscope.readAllStandardError();
+    };
+    QCOMPARE(install(), "0 padscope: installed " + file + '\n');
+    QCOMPARE(install(), "0 padscope: installed " + file + '\n');
+    QCOMPARE(QDir(QFileInfo(file).path()).entryList(QDir::Files), QStringList{"padscope.lua"});
+
+    // Wireshark finds it there, without being told.
+    shark.write({call(5)});
+    QProcess tshark;
+    tshark.setProcessEnvironment(environment);
+    tshark.start("tshark", {"-r", shark.capture(), "-T", "fields", "-e", "padscope.sequence"});
+    tshark.waitForFinished();
+    QCOMPARE(tshark.readAllStandardOutput(), QByteArray("5\n"));
+
+    QFile other(file);
+    QVERIFY(other.open(QIODevice::WriteOnly));
+    other.write("-- somebody else's\n");
+    other.close();
+    QCOMPARE(install(), "1 padscope: " + file + ": it is not Padscope's, and is left as it is\n");
+    QCOMPARE(QFileInfo(file).size(), 19);
+}
+
+PADSCOPE_TESTS(DissectorTests);
+#include "tst_dissector.moc"

@@ -1,0 +1,6 @@
+#pragma once
+
+#include <string_view>
+
+/// Wireshark's dissector of captures, in Lua.
+std::string_view dissectorText();
