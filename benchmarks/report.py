@@ -9,6 +9,8 @@ import subprocess
 import sys
 import tempfile
 
+import decoding
+
 # Row, what is compared, tool, peer, highest ratio allowed. None has no bound and is only reported.
 COMPARISONS = [
     ("a1", "one paint of a full row view", "a1/tool", "a1/QPlainTextEdit", 0.75),
@@ -32,6 +34,12 @@ for zone, zone_name in ((0, "TZ unset"), (1, "TZ set")):
                             f"d/floor/type:{kind}/TZ:{zone}", 1.2))
     COMPARISONS.append(("e", f"a dropped report, {zone_name}", f"e/tool/TZ:{zone}", f"e/floor/TZ:{zone}", 1.1))
 COMPARISONS.append(("i", "from widget() to the first frame", "i/tool", "i/QWidget", 1.2))
+COMPARISONS += [
+    ("l", "a capture to text", "l/tool/text", "l/tshark/text", 1 / 40),
+    ("l", "a capture to CSV", "l/tool/csv", "l/tshark/csv", 1 / 20),
+    ("l", "a capture to JSON lines", "l/tool/jsonl", "l/tshark/jsonl", 1 / 20),
+    ("l", "memory for a million packets", "l/tool/memory", "l/allowed/memory", 1.0),
+]
 
 
 def google_benchmark(program, smoke):
@@ -78,6 +86,10 @@ def listed(counts):
     return ", ".join(f"{value:,.0f} {key}" if value >= 10 else f"{value:.2g} {key}" for key, value in counts.items())
 
 
+def shown(ratio):
+    return f"{ratio:.2f}" if ratio >= 0.1 else f"{ratio:.2g}"
+
+
 def table(times, counts):
     lines = ["| Row | Work | Beside | Ratio | Bound | Noise | Counted in the tool / in the peer |",
              "|---|---|---|---|---|---|---|"]
@@ -90,7 +102,7 @@ def table(times, counts):
         limit = "none" if bound is None else f"{bound:g}"
         mark = "**" if bound is not None and ratio > bound else ""
         beside = peer.split("/")[1]
-        lines.append(f"| {row} | {work} | {beside} | {mark}{ratio:.2f}{mark} | {limit} | {noise:.0f} % | "
+        lines.append(f"| {row} | {work} | {beside} | {mark}{shown(ratio)}{mark} | {limit} | {noise:.0f} % | "
                      f"{listed(counts[tool])} / {listed(counts[peer])} |")
     return lines, missed
 
@@ -123,6 +135,8 @@ def main():
     parser.add_argument("--smoke", action="store_true")
     options = parser.parse_args()
     times, counts = google_benchmark(options.build / "benchmarks" / "padscope_benchmarks", options.smoke)
+    for name, values in decoding.measure(options.build, options.smoke).items():
+        times[name], counts[name] = values, {}
     check_counts(counts)
     lines, missed = table(times, counts)
     tap_lines, tap_missed = tap_cost(options.build / "benchmarks" / "tap" / "padscope_tapcost", options.smoke)
@@ -133,7 +147,7 @@ def main():
     text = replace_between(page.read_text(), "measured", lines)
     page.write_text(replace_between(text, "tap", tap_lines))
     for row, work, peer, ratio, bound in missed:
-        print(f"{row}: {work} beside {peer}: {ratio:.2f}, bound {bound:g}", file=sys.stderr)
+        print(f"{row}: {work} beside {peer}: {shown(ratio)}, bound {bound:g}", file=sys.stderr)
     for line in tap_missed:
         print(line, file=sys.stderr)
 
