@@ -20,8 +20,8 @@ local fieldList = {
     {"thread", "unsigned", 32, "Thread"},
     {"link", "unsigned", 32, "Link"},
     {"lost", "unsigned", 32, "Lost"},
-    {"signal1.reportWord8", "unsigned", 16, "Report word8"},
-    {"signal1.reportWord10", "unsigned", 16, "Report word10"},
+    {"signal1.reportWord8", "unsigned", 16, "Report word 8"},
+    {"signal1.reportWord10", "unsigned", 16, "Report word 10"},
     {"signal1.xFine0", "signed", 16, "X Fine 0"},
     {"signal1.xFine60", "signed", 16, "X Fine 60"},
     {"signal1.xFine120", "signed", 16, "X Fine 120"},
@@ -142,10 +142,10 @@ local fieldList = {
     {"call.distance", "unsigned", 32, "Distance"},
     {"call.enabled", "unsigned", 32, "Enabled"},
     {"call.reversed", "unsigned", 32, "Reversed"},
-    {"status.monotonic", "unsigned", 64, "Monotonic"},
-    {"status.real", "unsigned", 64, "Real"},
-    {"status.boot", "unsigned", 64, "Boot"},
-    {"status.localOffset", "signed", 32, "Local offset"},
+    {"status.monotonic", "unsigned", 64, "Monotonic", unit = "ns"},
+    {"status.real", "unsigned", 64, "Real", unit = "ns"},
+    {"status.boot", "unsigned", 64, "Boot", unit = "ns"},
+    {"status.localOffset", "signed", 32, "Local offset", unit = "s"},
     {"change.state", "unsigned", 32, "State", names = {[1] = "seen", [2] = "gone", }},
     {"change.index", "signed", 32, "Index"},
     {"end.reason", "unsigned", 32, "Reason", names = {[1] = "exit", [2] = "signal", [3] = "unknown", }},
@@ -506,6 +506,12 @@ local function quoted(bytes)
     return '"' .. escaped(bytes):gsub('"', '\\"') .. '"'
 end
 
+local function appendUnit(item, name)
+    if fieldInfo[name].unit then
+        item:append_text(" " .. fieldInfo[name].unit)
+    end
+end
+
 -- Reports
 
 for _, layout in ipairs(layouts) do
@@ -630,10 +636,7 @@ local function addReport(packet, root, report)
                 -- 15 digits, as other programs print it
                 value = tonumber(string.format("%.15g", value))
             end
-            local item = tree:add(fields[name], packet.range(field.offset, field.width), value)
-            if fieldInfo[name].unit then
-                item:append_text(" " .. fieldInfo[name].unit)
-            end
+            appendUnit(tree:add(fields[name], packet.range(field.offset, field.width), value), name)
         end
     end
 end
@@ -717,7 +720,7 @@ local function addNumbers(packet, root, payload)
             if index + field[3] > #payload then
                 return
             end
-            root:add_le(fields[field[2]], packet.range(index, field[3]))
+            appendUnit(root:add_le(fields[field[2]], packet.range(index, field[3])), field[2])
             index = index + field[3]
         end
     end

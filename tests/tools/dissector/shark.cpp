@@ -60,12 +60,14 @@ QList<QStringList> Shark::fields(const QStringList &names, const QStringList &ar
     return packets;
 }
 
-QStringList Shark::tree(const QByteArray &packet)
+QList<QStringList> Shark::trees() const
 {
-    write({packet});
-    const QStringList lines = QString::fromUtf8(output({"-V"})).split('\n', Qt::SkipEmptyParts);
-    int first = 1;
-    while (first < lines.size() && lines[first].startsWith(' '))
-        ++first;
-    return lines.mid(first);
+    QList<QStringList> trees;
+    for (const QString &line : QString::fromUtf8(output({"-V"})).split('\n', Qt::SkipEmptyParts)) {
+        if (line.startsWith("Frame "))
+            trees += QStringList();
+        else if (!line.startsWith(' ') || !trees.last().isEmpty())
+            trees.last() += line;
+    }
+    return trees;
 }
