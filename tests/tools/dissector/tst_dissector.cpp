@@ -128,11 +128,23 @@ void DissectorTests::pairsOfTwoSessions()
 
 void DissectorTests::expertItems()
 {
-    shark.write({call(5, 0, 17), call(23, 4), returnOf(23, 24)});
-    QCOMPARE(shark.fields({"_ws.expert.message"}, {"-2"}),
+    const QByteArray end = packetBytes(8, 0, 0, 0, 0, hex("010000000000000000000000"), 0, 0, 26);
+    shark.write({call(5, 0, 17), call(23, 4), returnOf(23, 24), end});
+    const QStringList messages{"_ws.expert.message"};
+    QCOMPARE(shark.fields(messages, {"-2"}),
              (QList<QStringList>{{"17 lost before this packet,A call that never returned"},
                                  {"A call within a call of the same thread"},
+                                 {""},
                                  {""}}));
+
+    // What is lost behind a call may be its return; so may what is cut off.
+    shark.write({call(5), call(7, 0, 1), end});
+    QCOMPARE(shark.fields(messages, {"-2"}),
+             (QList<QStringList>{{"The return was not recorded"},
+                                 {"1 lost before this packet,A call that never returned"},
+                                 {""}}));
+    shark.write({call(5)});
+    QCOMPARE(shark.fields(messages, {"-2"}), (QList<QStringList>{{"The return was not recorded"}}));
 }
 
 void DissectorTests::laterVersion()
