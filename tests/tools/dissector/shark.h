@@ -20,6 +20,8 @@ public:
     void write(const QList<QByteArray> &packets);
     QString capture() const { return folder.filePath(QStringLiteral("test.pcapng")); }
 
+    QString dissector() const { return folder.filePath(QStringLiteral("padscope.lua")); }
+
     QByteArray output(const QStringList &arguments) const;
     /// Of each packet the fields, which are empty where it has none.
     QList<QStringList> fields(const QStringList &names, const QStringList &arguments = {}) const;

@@ -22,35 +22,16 @@ QByteArray returnOf(quint32 called, quint64 sequence)
     return packetBytes(3, 2, 1, 0, 1, {}, called, 0, sequence);
 }
 
-} // namespace
-
-class DissectorTests : public QObject
+struct Example
 {
-    Q_OBJECT
-
-private slots:
-    void everyFieldHasItsLabel();
-    void pairs();
-    void pairsOfTwoSessions();
-    void expertItems();
-    void laterVersion();
-    void foreignPackets();
-    void dissectorOfBefore();
-    void installs();
-
-private:
-    Shark shark;
+    const char *name;
+    QByteArray packet;
+    QStringList lines; ///< the last ones of its tree
 };
 
-void DissectorTests::everyFieldHasItsLabel()
+QList<Example> examples()
 {
-    struct Example
-    {
-        const char *name;
-        QByteArray packet;
-        QStringList lines;
-    };
-    const QList<Example> examples{
+    return {
         {"header",
          packetBytes(4, 5, 3, 1001, -2, {}, 9, 0, 77),
          {"Padscope, hot-plug notification, listener 9", "    Magic: 0x4450", "    Version: 1",
@@ -90,16 +71,48 @@ void DissectorTests::everyFieldHasItsLabel()
                          blocks::number(3, 8) + blocks::number(2, 8) + blocks::number(1, 8)),
          {"    Reason: signal (2)", "    Value: 9", "    Board -7: 3 delivered, 2 recorded, 1 lost"}},
     };
+}
+
+QList<QByteArray> packetsOf(const QList<Example> &examples)
+{
     QList<QByteArray> packets;
     for (const Example &example : examples)
         packets += example.packet;
-    shark.write(packets);
+    return packets;
+}
+
+} // namespace
+
+class DissectorTests : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void everyFieldHasItsLabel();
+    void pairs();
+    void pairsOfTwoSessions();
+    void expertItems();
+    void laterVersion();
+    void foreignPackets();
+    void dissectorOfBefore();
+    void installs();
+    void installsOverNothingElse();
+    void outputThatEnds();
+    void globalNames();
+
+private:
+    Shark shark;
+};
+
+void DissectorTests::everyFieldHasItsLabel()
+{
+    shark.write(packetsOf(examples()));
     const QList<QStringList> trees = shark.trees();
-    QCOMPARE(trees.size(), examples.size());
-    for (int i = 0; i < examples.size(); ++i) {
-        const QStringList &lines = examples[i].lines;
-        const QStringList end = trees[i].mid(trees[i].size() - lines.size());
-        QVERIFY2(end == lines, qPrintable(examples[i].name + (":\n" + end.join('\n'))));
+    QCOMPARE(trees.size(), examples().size());
+    for (int i = 0; i < trees.size(); ++i) {
+        const Example example = examples()[i];
+        const QStringList end = trees[i].mid(trees[i].size() - example.lines.size());
+        QVERIFY2(end == example.lines, qPrintable(example.name + (":\n" + end.join('\n'))));
     }
 }
 
@@ -177,37 +190,104 @@ void DissectorTests::dissectorOfBefore()
     QCOMPARE(shown[0][1] + shown[1][1], QString());
 }
 
+/// The dissector with this home folder.
+static QString install(const QString &home)
+{
+    QProcess padscope;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("HOME", home);
+    padscope.setProcessEnvironment(environment);
+    padscope.start(PADSCOPE, {"dissector", "--install"});
+    padscope.waitForFinished();
+    return QString::number(padscope.exitCode()) + ' ' + padscope.readAllStandardError();
+}
+
 void DissectorTests::installs()
 {
     QTemporaryDir home;
     const QString file = home.filePath(".local/lib/wireshark/plugins/padscope.lua");
-    QProcess padscope;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("HOME", home.path());
-    padscope.setProcessEnvironment(environment);
-    const auto install = [&padscope] {
-        padscope.start(PADSCOPE, {"dissector", "--install"});
-        padscope.waitForFinished();
-        return QString::number(padscope.exitCode()) + ' ' + padscope.readAllStandardError();
-    };
-    QCOMPARE(install(), "0 padscope: installed " + file + '\n');
-    QCOMPARE(install(), "0 padscope: installed " + file + '\n');
+    QCOMPARE(install(home.path()), "0 padscope: installed " + file + '\n');
+    QCOMPARE(install(home.path()), "0 padscope: installed " + file + '\n');
     QCOMPARE(QDir(QFileInfo(file).path()).entryList(QDir::Files), QStringList{"padscope.lua"});
 
     // Wireshark finds it there, without being told.
     shark.write({call(5)});
     QProcess tshark;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("HOME", home.path());
     tshark.setProcessEnvironment(environment);
     tshark.start("tshark", {"-r", shark.capture(), "-T", "fields", "-e", "padscope.sequence"});
     tshark.waitForFinished();
     QCOMPARE(tshark.readAllStandardOutput(), QByteArray("5\n"));
+}
 
+void DissectorTests::installsOverNothingElse()
+{
+    QTemporaryDir home;
+    const QString folder = home.filePath(".local/lib/wireshark/plugins/");
+    const QString file = folder + "padscope.lua";
+    QVERIFY(QDir().mkpath(folder));
     QFile other(file);
     QVERIFY(other.open(QIODevice::WriteOnly));
     other.write("-- somebody else's\n");
     other.close();
-    QCOMPARE(install(), "1 padscope: " + file + ": it is not Padscope's, and is left as it is\n");
+    QCOMPARE(install(home.path()), "1 padscope: " + file + ": it is not Padscope's, and is left as it is\n");
     QCOMPARE(QFileInfo(file).size(), 19);
+
+    QVERIFY(other.remove());
+    QVERIFY(QDir().mkdir(file));
+    QCOMPARE(install(home.path()), "1 padscope: " + file + ": it is not Padscope's, and is left as it is\n");
+
+    QTemporaryDir withoutFolder;
+    QFile plugins(withoutFolder.filePath(".local"));
+    QVERIFY(plugins.open(QIODevice::WriteOnly));
+    QCOMPARE(install(withoutFolder.path()),
+             "1 padscope: " +
+                 withoutFolder.filePath(".local/lib/wireshark/plugins/padscope.lua: Not a directory\n"));
+    QCOMPARE(QDir(folder).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList{"padscope.lua"});
+}
+
+/// A full disk is told; a reader that has seen enough is no failure.
+void DissectorTests::outputThatEnds()
+{
+    const auto statusOf = [](const char *command) {
+        QProcess shell;
+        shell.start("bash", {"-c", command});
+        shell.waitForFinished();
+        return QString::number(shell.exitCode()) + ' ' + shell.readAllStandardError();
+    };
+    QCOMPARE(statusOf(PADSCOPE " dissector >/dev/full"),
+             "1 padscope: standard output: No space left on device\n");
+    QCOMPARE(statusOf(PADSCOPE " dissector | true; exit ${PIPESTATUS[0]}"), "0 ");
+}
+
+/// It defines no global name, and takes no other than these: Wireshark's, and of Lua what all versions have.
+void DissectorTests::globalNames()
+{
+    QTemporaryDir scripts;
+    QFile loader(scripts.filePath("loader.lua"));
+    QVERIFY(loader.open(QIODevice::WriteOnly));
+    loader.write("local seen = {}\n"
+                 "local function tell(what, name)\n"
+                 "  if not seen[name] then print(what .. name) end\n"
+                 "  seen[name] = true\n"
+                 "end\n"
+                 "local names = {}\n"
+                 "function names.__index(_, name) tell('takes ', name) return _G[name] end\n"
+                 "function names.__newindex(_, name) tell('defines ', name) end\n"
+                 "local file = io.open([[" +
+                 shark.dissector().toUtf8() +
+                 "]])\n"
+                 "load(file:read('*a'), 'dissector', 't', setmetatable({}, names))()\n");
+    loader.close();
+    shark.write(packetsOf(examples()) + QList<QByteArray>{"foreign bytes"});
+    const QByteArray output =
+        outputOf("tshark", {"-X", "lua_script:" + loader.fileName(), "-r", shark.capture(), "-2", "-V"});
+    QStringList names = QString::fromUtf8(output).split('\n').filter(QRegularExpression("^(takes|defines) "));
+    names.sort();
+    QCOMPARE(names.join('\n').remove("takes "),
+             QString("DissectorTable\nProto\nProtoExpert\nProtoField\nUInt64\nbase\nbit\nexpert\n"
+                     "frametype\nipairs\nmath\npcall\nstring\ntable\ntonumber\ntostring\nwtap"));
 }
 
 PADSCOPE_TESTS(DissectorTests);
