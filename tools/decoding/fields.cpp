@@ -29,14 +29,14 @@ struct Index
     std::size_t mark = 0;
 };
 
-/// "Header length" of "headerLength".
+/// "Header length" of "headerLength", "Report word 8" of "reportWord8".
 std::string labelOf(const std::string &name)
 {
     std::string label;
     for (const char character : name) {
         if (label.empty())
             label += static_cast<char>(std::toupper(character));
-        else if (std::isupper(character))
+        else if (std::isupper(character) || (std::isdigit(character) && !std::isdigit(label.back())))
             (label += ' ') += static_cast<char>(std::tolower(character));
         else
             label += character;
@@ -119,6 +119,7 @@ void addPayloadFields(Index &index)
     for (const PayloadField &field : payloadFields) {
         const std::string name = field.name;
         FieldInfo info{name, field.type, field.bits, labelOf(name.substr(name.find('.') + 1))};
+        info.unit = field.unit;
         for (std::int64_t value = 1; value <= 3 && field.valueNames[value - 1]; ++value)
             info.names.emplace_back(value, field.valueNames[value - 1]);
         index.fields.push_back(std::move(info));

@@ -42,17 +42,18 @@ struct PayloadField
     const char *name;
     FieldType type;
     unsigned bits;
+    const char *unit = "";
     const char *valueNames[3] = {}; ///< of 1, 2 and 3
 };
 
 inline constexpr PayloadField payloadFields[] = {
-    {capture::Kind::Status, "status.monotonic", FieldType::Unsigned, 64},
-    {capture::Kind::Status, "status.real", FieldType::Unsigned, 64},
-    {capture::Kind::Status, "status.boot", FieldType::Unsigned, 64},
-    {capture::Kind::Status, "status.localOffset", FieldType::Signed, 32},
-    {capture::Kind::Board, "change.state", FieldType::Unsigned, 32, {"seen", "gone"}},
+    {capture::Kind::Status, "status.monotonic", FieldType::Unsigned, 64, "ns"},
+    {capture::Kind::Status, "status.real", FieldType::Unsigned, 64, "ns"},
+    {capture::Kind::Status, "status.boot", FieldType::Unsigned, 64, "ns"},
+    {capture::Kind::Status, "status.localOffset", FieldType::Signed, 32, "s"},
+    {capture::Kind::Board, "change.state", FieldType::Unsigned, 32, "", {"seen", "gone"}},
     {capture::Kind::Board, "change.index", FieldType::Signed, 32},
-    {capture::Kind::End, "end.reason", FieldType::Unsigned, 32, {"exit", "signal", "unknown"}},
+    {capture::Kind::End, "end.reason", FieldType::Unsigned, 32, "", {"exit", "signal", "unknown"}},
     {capture::Kind::End, "end.value", FieldType::Signed, 32},
 };
 

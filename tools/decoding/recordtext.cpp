@@ -18,6 +18,8 @@ std::string inEnglish(const char *english)
     return english;
 }
 
+constexpr char rowSeparator[] = "   "; ///< as in the Monitor
+
 reports::Bytes bytesOf(const capture::Record &record)
 {
     return {record.payload.data, record.payload.size};
@@ -35,13 +37,13 @@ std::string reportText(const capture::Record &record)
     }
     case reports::Form::Row: {
         const reports::Row row = reports::fieldRow(bytes, inEnglish);
-        return row.second.empty() ? row.first : row.first + "  " + row.second;
+        return row.second.empty() ? row.first : row.first + rowSeparator + row.second;
     }
     case reports::Form::Raw:
         break;
     }
     const reports::Row row = reports::rawRow(bytes);
-    return row.first + "  " + row.second;
+    return row.first + rowSeparator + row.second;
 }
 
 std::string valueText(const signatures::Value &value)
@@ -160,9 +162,13 @@ std::string ownText(const capture::Record &record)
 
 std::string textOf(const capture::Record &record)
 {
-    if (record.header.lost == 0)
-        return ownText(record);
-    return '[' + std::to_string(record.header.lost) + " lost] " + ownText(record);
+    std::string text;
+    if (record.header.lost > 0)
+        text += '[' + std::to_string(record.header.lost) + " lost] ";
+    // A byte that is cut off is shown as the zero that a short report would have there.
+    if (record.payload.size < record.payloadLength)
+        text += "[cut] ";
+    return text + ownText(record);
 }
 
 const char *reportNameOf(const capture::Record &record)

@@ -20,8 +20,8 @@ local fieldList = {
     {"thread", "unsigned", 32, "Thread"},
     {"link", "unsigned", 32, "Link"},
     {"lost", "unsigned", 32, "Lost"},
-    {"signal1.reportWord8", "unsigned", 16, "Report word8"},
-    {"signal1.reportWord10", "unsigned", 16, "Report word10"},
+    {"signal1.reportWord8", "unsigned", 16, "Report word 8"},
+    {"signal1.reportWord10", "unsigned", 16, "Report word 10"},
     {"signal1.xFine0", "signed", 16, "X Fine 0"},
     {"signal1.xFine60", "signed", 16, "X Fine 60"},
     {"signal1.xFine120", "signed", 16, "X Fine 120"},
@@ -142,10 +142,10 @@ local fieldList = {
     {"call.distance", "unsigned", 32, "Distance"},
     {"call.enabled", "unsigned", 32, "Enabled"},
     {"call.reversed", "unsigned", 32, "Reversed"},
-    {"status.monotonic", "unsigned", 64, "Monotonic"},
-    {"status.real", "unsigned", 64, "Real"},
-    {"status.boot", "unsigned", 64, "Boot"},
-    {"status.localOffset", "signed", 32, "Local offset"},
+    {"status.monotonic", "unsigned", 64, "Monotonic", unit = "ns"},
+    {"status.real", "unsigned", 64, "Real", unit = "ns"},
+    {"status.boot", "unsigned", 64, "Boot", unit = "ns"},
+    {"status.localOffset", "signed", 32, "Local offset", unit = "s"},
     {"change.state", "unsigned", 32, "State", names = {[1] = "seen", [2] = "gone", }},
     {"change.index", "signed", 32, "Index"},
     {"end.reason", "unsigned", 32, "Reason", names = {[1] = "exit", [2] = "signal", [3] = "unknown", }},
@@ -415,6 +415,8 @@ local experts = {
                            expert.group.SEQUENCE, expert.severity.WARN),
     unreturned = ProtoExpert.new("padscope.expert.unreturned", "A call that never returned",
                                  expert.group.RESPONSE_CODE, expert.severity.WARN),
+    returnMissing = ProtoExpert.new("padscope.expert.returnMissing", "The return was not recorded",
+                                    expert.group.SEQUENCE, expert.severity.NOTE),
     nested = ProtoExpert.new("padscope.expert.nested", "A call within a call of the same thread",
                              expert.group.SEQUENCE, expert.severity.NOTE),
     unreadable = ProtoExpert.new("padscope.expert.unreadable", "A header that cannot be read",
@@ -457,8 +459,9 @@ local function isSet(number, flag)
     return bit.band(number, flag) ~= 0
 end
 
+-- "%d" refuses 2^31 and above where Lua is built with a "long" of 32 bits.
 local function decimal(number)
-    return string.format("%d", number)
+    return string.format("%.0f", number)
 end
 
 local function printable(bytes)
@@ -504,6 +507,12 @@ end
 
 local function quoted(bytes)
     return '"' .. escaped(bytes):gsub('"', '\\"') .. '"'
+end
+
+local function appendUnit(item, name)
+    if fieldInfo[name].unit then
+        item:append_text(" " .. fieldInfo[name].unit)
+    end
 end
 
 -- Reports
@@ -563,6 +572,8 @@ local function valueOf(field, report)
     return value
 end
 
+local rowSeparator = "   " -- as in the Monitor
+
 local function filled(layout, format, report)
     return (format:gsub("{(%w+):?(%d*)}", function(name, width)
         local field = layout.byName[name]
@@ -577,7 +588,7 @@ local function filled(layout, format, report)
 end
 
 local function rawRow(report)
-    local row = {printable(report), "  "}
+    local row = {printable(report), rowSeparator}
     for i = 1, #report do
         row[#row + 1] = string.format("%02x ", report:byte(i))
         if i > 1 and (i - 1) % 8 == 0 then
@@ -601,7 +612,7 @@ local function reportRow(_, report)
     end
     local row = filled(layout, layout.first, report)
     if layout.second ~= "" then
-        row = row .. "  " .. filled(layout, layout.second, report)
+        row = row .. rowSeparator .. filled(layout, layout.second, report)
     end
     return row
 end
@@ -630,10 +641,7 @@ local function addReport(packet, root, report)
                 -- 15 digits, as other programs print it
                 value = tonumber(string.format("%.15g", value))
             end
-            local item = tree:add(fields[name], packet.range(field.offset, field.width), value)
-            if fieldInfo[name].unit then
-                item:append_text(" " .. fieldInfo[name].unit)
-            end
+            appendUnit(tree:add(fields[name], packet.range(field.offset, field.width), value), name)
         end
     end
 end
@@ -717,7 +725,7 @@ local function addNumbers(packet, root, payload)
             if index + field[3] > #payload then
                 return
             end
-            root:add_le(fields[field[2]], packet.range(index, field[3]))
+            appendUnit(root:add_le(fields[field[2]], packet.range(index, field[3])), field[2])
             index = index + field[3]
         end
     end
@@ -807,19 +815,24 @@ local addPayload = {
 
 -- Calls and their returns, found when a file is read for the first time
 
-local openCalls -- by session and the low half of the sequence: the number of the call's frame
-local callOf    -- by the return's frame
-local returnOf  -- by the call's frame
+local sessions -- of each: calls that are open, by the low half of their sequence; its last loss; whether it has an end
+local callOf   -- by the return's frame
+local returnOf -- by the call's frame
 
 local function forgetCalls()
-    openCalls, callOf, returnOf = {}, {}, {}
+    sessions, callOf, returnOf = {}, {}, {}
 end
 forgetCalls()
 padscope.init = forgetCalls
 
 local function pairUp(packet, frame)
-    local open = openCalls[packet.session] or {}
-    openCalls[packet.session] = open
+    local session = sessions[packet.session] or {openCalls = {}, lastLoss = 0}
+    sessions[packet.session] = session
+    local open = session.openCalls
+    if packet.lost > 0 then
+        session.lastLoss = frame
+    end
+    session.hasEnd = session.hasEnd or packet.kind == kinds.End
     if packet.kind == kinds.Call then
         open[packet.sequence] = frame
     elseif packet.kind == kinds.Return and packet.link ~= lostLink and open[packet.link] then
@@ -829,6 +842,12 @@ local function pairUp(packet, frame)
     end
 end
 
+-- A return may have been lost, or lie behind the end of a slice.
+local function isReturnMissing(packet, frame)
+    local session = sessions[packet.session]
+    return not session or session.lastLoss > frame or not session.hasEnd
+end
+
 local function addPair(packet, root, pinfo)
     local frame = pinfo.number
     if callOf[frame] then
@@ -836,7 +855,7 @@ local function addPair(packet, root, pinfo)
     elseif returnOf[frame] then
         root:add(fields.return_in, returnOf[frame]):set_generated()
     elseif packet.kind == kinds.Call and pinfo.visited then
-        root:add_proto_expert_info(experts.unreturned)
+        root:add_proto_expert_info(isReturnMissing(packet, frame) and experts.returnMissing or experts.unreturned)
     end
     if packet.kind == kinds.Call and isSet(packet.flags, withinCall) then
         root:add_proto_expert_info(experts.nested)
@@ -883,8 +902,11 @@ end
 local function rowOf(packet, payload)
     local row = rows[packet.kind]
     local text = row and row(packet, payload) or "kind " .. decimal(packet.kind)
+    if packet.isCut then
+        text = "[cut] " .. text
+    end
     if packet.lost > 0 then
-        return string.format("[%d lost] %s", packet.lost, text)
+        text = "[" .. decimal(packet.lost) .. " lost] " .. text
     end
     return text
 end
@@ -916,6 +938,7 @@ function padscope.dissector(tvb, pinfo, tree)
     end
 
     local payload = bytes:sub(packet.headerLength + 1)
+    packet.isCut = tvb:reported_len() > tvb:len()
     packet.range = function(index, length)
         return tvb(packet.headerLength + index, length or #payload - index)
     end

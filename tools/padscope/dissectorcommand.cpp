@@ -2,9 +2,8 @@
 
 #include <cerrno>
 #include <CLI/CLI.hpp>
-#include <csignal>
+#include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -34,12 +33,15 @@ bool isDissector(const fs::path &file)
     return line == dissectorText().substr(0, dissectorText().find('\n'));
 }
 
-bool write(const fs::path &file)
+/// Writes a new file. \return an error number, or 0
+int writeNew(const fs::path &file)
 {
-    std::ofstream stream(file, std::ios::binary);
-    stream << dissectorText();
-    stream.close();
-    return stream.good();
+    std::FILE *stream = std::fopen(file.c_str(), "wx");
+    if (!stream)
+        return errno;
+    const std::string_view text = dissectorText();
+    const bool isWritten = std::fwrite(text.data(), 1, text.size(), stream) == text.size();
+    return std::fclose(stream) == 0 && isWritten ? 0 : errno;
 }
 
 int install()
@@ -56,12 +58,17 @@ int install()
     if (fs::exists(fs::symlink_status(file, error)) && !isDissector(file))
         return fail("it is not Padscope's, and is left as it is");
     const fs::path newFile = file.string() + '.' + std::to_string(getpid());
-    if (!write(newFile))
-        return fail(std::strerror(errno));
-    fs::rename(newFile, file, error);
+    const int writeError = writeNew(newFile);
+    if (writeError == EEXIST)
+        return fail(newFile.string() + " is in the way");
+    if (writeError == 0)
+        fs::rename(newFile, file, error);
+    else
+        error.assign(writeError, std::generic_category());
     if (error) {
+        const std::string reason = error.message();
         fs::remove(newFile, error);
-        return fail("it cannot be replaced");
+        return fail(reason);
     }
     std::fprintf(stderr, "padscope: installed %s\n", file.c_str());
     return padscope::Good;
@@ -69,10 +76,10 @@ int install()
 
 int print()
 {
-    std::signal(SIGPIPE, SIG_IGN);
+    padscope::ignoreBrokenPipes();
     const std::string_view text = dissectorText();
-    std::fwrite(text.data(), 1, text.size(), stdout);
-    return std::fflush(stdout) == 0 ? padscope::Good : padscope::Failed;
+    const bool isWritten = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
+    return isWritten && std::fflush(stdout) == 0 ? padscope::Good : padscope::statusOfOutputError();
 }
 
 } // namespace

@@ -1,8 +1,10 @@
 #include "recordcommand.h"
 
+#include <cerrno>
 #include <CLI/CLI.hpp>
 #include <climits>
 #include <cstdio>
+#include <cstring>
 #include <ctime>
 #include <fcntl.h>
 #include <filesystem>
@@ -16,13 +18,8 @@ namespace {
 std::string tapFile()
 {
     std::error_code error;
-    const std::filesystem::path folder = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
-    for (const char *place : {TAP_FROM_BUILD, TAP_FROM_INSTALLATION}) {
-        const std::filesystem::path file = std::filesystem::weakly_canonical(folder / place, error);
-        if (std::filesystem::exists(file, error))
-            return file;
-    }
-    return {};
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
+    return std::filesystem::weakly_canonical(program.parent_path() / TAP_DIR "/liborvexboardex.so.1", error);
 }
 
 std::string newFileName()
@@ -60,8 +57,9 @@ int run(recorder::RecordOptions options)
 {
     occupyStandardStreams();
     options.tap = tapFile();
-    if (options.tap.empty()) {
-        std::fputs("padscope: the tap is missing; is padscope installed whole?\n", stderr);
+    if (access(options.tap.c_str(), R_OK) != 0) {
+        std::fprintf(stderr, "padscope: %s: %s; is padscope installed whole?\n", options.tap.c_str(),
+                     std::strerror(errno));
         return 1;
     }
     if (options.output.empty())

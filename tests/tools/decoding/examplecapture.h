@@ -61,7 +61,7 @@ inline QList<QByteArray> textLines()
         "0.003000000  1001  seen, index 0",
         "0.100000000  1001  0:     1  60:    -1  120:     3  Integs:   9",
         "0.200000000  1001  Hi..",
-        "0.300000000  1001  ..A  03 01 41 ",
+        "0.300000000  1001  ..A   03 01 41 ",
         "0.400000000  1001  orvexSendCommand(1001, \"?\\r\")",
         "0.500000000  -  hot-plug notification, listener 2",
         "0.600000000  -  mark: \"hi\"",

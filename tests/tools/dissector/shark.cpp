@@ -25,10 +25,10 @@ QByteArray outputOf(const QString &program, const QStringList &arguments, int ot
 
 Shark::Shark()
 {
-    QFile dissector(folder.filePath(QStringLiteral("padscope.lua")));
-    if (!dissector.open(QIODevice::WriteOnly))
+    QFile file(dissector());
+    if (!file.open(QIODevice::WriteOnly))
         qFatal("the dissector cannot be written");
-    dissector.write(outputOf(QStringLiteral(PADSCOPE), {QStringLiteral("dissector")}));
+    file.write(outputOf(QStringLiteral(PADSCOPE), {QStringLiteral("dissector")}));
 }
 
 void Shark::write(const QList<QByteArray> &packets)
@@ -44,9 +44,8 @@ void Shark::write(const QList<QByteArray> &packets)
 
 QByteArray Shark::output(const QStringList &arguments) const
 {
-    const QString dissector = folder.filePath(QStringLiteral("padscope.lua"));
     return outputOf(QStringLiteral("tshark"),
-                    QStringList{"-X", "lua_script:" + dissector, "-r", capture()} + arguments);
+                    QStringList{"-X", "lua_script:" + dissector(), "-r", capture()} + arguments);
 }
 
 QList<QStringList> Shark::fields(const QStringList &names, const QStringList &arguments) const
@@ -60,12 +59,14 @@ QList<QStringList> Shark::fields(const QStringList &names, const QStringList &ar
     return packets;
 }
 
-QStringList Shark::tree(const QByteArray &packet)
+QList<QStringList> Shark::trees() const
 {
-    write({packet});
-    const QStringList lines = QString::fromUtf8(output({"-V"})).split('\n', Qt::SkipEmptyParts);
-    int first = 1;
-    while (first < lines.size() && lines[first].startsWith(' '))
-        ++first;
-    return lines.mid(first);
+    QList<QStringList> trees;
+    for (const QString &line : QString::fromUtf8(output({"-V"})).split('\n', Qt::SkipEmptyParts)) {
+        if (line.startsWith("Frame "))
+            trees += QStringList();
+        else if (!line.startsWith(' ') || !trees.last().isEmpty())
+            trees.last() += line;
+    }
+    return trees;
 }

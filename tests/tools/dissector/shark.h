@@ -20,11 +20,13 @@ public:
     void write(const QList<QByteArray> &packets);
     QString capture() const { return folder.filePath(QStringLiteral("test.pcapng")); }
 
+    QString dissector() const { return folder.filePath(QStringLiteral("padscope.lua")); }
+
     QByteArray output(const QStringList &arguments) const;
     /// Of each packet the fields, which are empty where it has none.
     QList<QStringList> fields(const QStringList &names, const QStringList &arguments = {}) const;
-    /// The tree of the only packet, without what Wireshark says of the frame; a line each.
-    QStringList tree(const QByteArray &packet);
+    /// The trees of the packets, without what Wireshark says of the frames; a line each.
+    QList<QStringList> trees() const;
 
 private:
     QTemporaryDir folder;

@@ -4,6 +4,7 @@
 
 #include "records.h"
 #include "shark.h"
+#include "support/datalines.h"
 #include "support/tests.h"
 
 namespace {
@@ -99,13 +100,16 @@ private slots:
     void everyKind();
     void cutAtEachByte();
     void anyBytes();
+    void aRecording_data();
     void aRecording();
+    void cutByEditcap();
 
 private:
     void compare(int minValues);
     QByteArray decoded(const char *format) const;
 
     Shark shark;
+    QSet<QString> seen; ///< fields that had a value in the last comparison
 };
 
 QByteArray DissectorValueTests::decoded(const char *format) const
@@ -130,6 +134,7 @@ void DissectorValueTests::compare(int minValues)
     const QList<QByteArray> lines = decoded("jsonl").split('\n');
     const QStringList texts = QString::fromUtf8(decoded("text")).split('\n');
     int values = 0;
+    seen.clear();
     for (int i = 1; i < table.size(); ++i) {
         const QString frame = table[i][0];
         const auto json = nlohmann::json::parse(lines[i - 1].toStdString());
@@ -144,6 +149,8 @@ void DissectorValueTests::compare(int minValues)
             QVERIFY2(inJson == expected,
                      qPrintable(where + ": '" + inJson + "' in JSON, '" + expected + "' in tshark"));
             values += expected.isEmpty() ? 0 : 1;
+            if (!expected.isEmpty())
+                seen.insert(names[field]);
         }
     }
     QVERIFY2(values >= minValues, qPrintable(QString::number(values)));
@@ -195,12 +202,46 @@ void DissectorValueTests::anyBytes()
     compare(10000);
 }
 
+void DissectorValueTests::aRecording_data()
+{
+    addColumns<QString, int>("scenario", "minValues");
+    addRow("all kinds", QString("all-kinds"), 1000);
+    addRow("garbage", QString("garbage"), 1000);
+}
+
 void DissectorValueTests::aRecording()
 {
+    QFETCH(QString, scenario);
+    QFETCH(int, minValues);
     QFile::remove(shark.capture());
     outputOf(PADSCOPE, {"record", "-o", shark.capture(), "--note", "Schräg", "--", HOST, "--plugins",
-                        PLUGIN_FOLDER, "--simulate", "all-kinds", "--type", "?", "--for", "2"});
-    compare(1000);
+                        PLUGIN_FOLDER, "--simulate", scenario, "--type", "?", "--for", "2"});
+    compare(minValues);
+    if (scenario != "all-kinds")
+        return;
+    // It has every field of every layout.
+    for (const QStringList &field : dataLines(TEST_FOLDER "/fields.txt", 3, 3)) {
+        const QString name = field[0].section('.', 1);
+        if (QRegularExpression("^(signal|phase|pen|dualPen|position|adc|text)").match(name).hasMatch())
+            QVERIFY2(seen.contains(name), qPrintable(name));
+    }
+}
+
+/// A row shows zeros for what is cut off, and says so.
+void DissectorValueTests::cutByEditcap()
+{
+    shark.write({report(hex("0a2f040100ffff030009")), report(hex("0932") + "abcdefg"), report(hex("030141")),
+                 packetBytes(2, 1, 6, 1001, 0, hex("e9030000 0a000000") + "abcdefghij", 0, 3)});
+    const QString whole = shark.capture() + ".whole";
+    for (const int length : {3, 39, 42, 45, 52}) { // of 40 and the payload
+        QFile::rename(shark.capture(), whole);
+        outputOf("editcap", {"-s", QString::number(length), whole, shark.capture()});
+        compare(0);
+        if (QTest::currentTestFailed())
+            return;
+        QFile::remove(shark.capture());
+        QFile::rename(whole, shark.capture());
+    }
 }
 
 PADSCOPE_TESTS(DissectorValueTests);

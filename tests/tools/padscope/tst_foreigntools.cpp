@@ -77,9 +77,9 @@ void ForeignToolTests::cutPackets()
     QCOMPARE(runProgram("editcap", {"-s", "45", files.write("in", whole()), out}).status, 0);
     const ProgramRun run = padscope({"decode", "--kind", "report", out});
     QCOMPARE(run.lines(), (QList<QByteArray>{
-                              "0.100000000  1001  0:     1  60:     0  120:     0  Integs:   0",
-                              "0.200000000  1001  Hi.",
-                              "0.300000000  1001  ..A  03 01 41 ",
+                              "0.100000000  1001  [cut] 0:     1  60:     0  120:     0  Integs:   0",
+                              "0.200000000  1001  [cut] Hi.",
+                              "0.300000000  1001  ..A   03 01 41 ",
                           }));
 }
 
