@@ -10,6 +10,10 @@ pcapng::Event RecordReader::next()
         const pcapng::Event event = reader.next();
         if (onBlock)
             onBlock(reader.block());
+        if (event == pcapng::Event::OtherFrame) {
+            ++frames;
+            ++passed.foreignPackets;
+        }
         if (event == pcapng::Event::Other)
             ++passed.otherBlocks;
         if (event == pcapng::Event::End || event == pcapng::Event::Damage)
