@@ -124,8 +124,7 @@ private:
     {
         completeness.follow(record);
         writer.follow(record);
-        if (isWanted(options, record, writer.clock().secondsOf(record)))
-            writer.write(record);
+        writer.write(record, isWanted(options, record, writer.clock().secondsOf(record)));
     }
 
     /// \return false when nobody reads what is printed any more
