@@ -12,6 +12,7 @@ namespace decoding {
 
 namespace {
 
+constexpr int firstLimitMs = 50; ///< until the Monitor's own is known, behind the first report that it shows
 constexpr std::uint64_t nsPerMs = 1'000'000;
 constexpr std::uint32_t closingDebugMode = 1; ///< with which the tool begins to detach
 constexpr std::uint32_t everyDebugBit = 0xFFFFFFFF;
@@ -162,9 +163,10 @@ bool MonitorRows::comesTooSoon(const reports::Bytes &bytes, int timeOfDayMs)
     if (!limitMs)
         return false;
     const reports::RateLimit rateLimit = reports::rateLimitOf(read(reports::reportType, bytes));
+    const int thresholdMs = hasPrevious ? *limitMs : firstLimitMs;
     // None of the limited ones comes before the clock was started once.
     if (rateLimit == reports::RateLimit::Limited &&
-        timeOfDayMs - lastKeptMs.value_or(timeOfDayMs) <= *limitMs)
+        timeOfDayMs - lastKeptMs.value_or(timeOfDayMs) <= thresholdMs)
         return true;
     if (rateLimit != reports::RateLimit::None)
         lastKeptMs = timeOfDayMs;
