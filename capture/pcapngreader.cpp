@@ -140,6 +140,11 @@ Event Reader::readBody(std::uint32_t type, ByteView body)
         return readPacket(body, at<std::uint16_t>(body, 0));
     case InterfaceStatistics:
         return Event::Statistics;
+    case SimplePacket:
+    case JournalEntry:
+    case CustomCopied:
+    case CustomNotCopied:
+        return Event::OtherFrame;
     default:
         return Event::Other;
     }

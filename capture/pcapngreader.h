@@ -46,6 +46,8 @@ enum class Event
     Interface,
     Packet,
     Statistics, ///< of an interface, which are not read
+    OtherFrame, ///< a block that is not read, and which Wireshark numbers as a frame; a simple packet has no
+                ///< time
     Other,      ///< a block of a type that is not read
     End,        ///< of the file, as it is now: next() goes on when it has grown
     Damage,     ///< nothing can be read behind it

@@ -12,6 +12,10 @@ pcapng::Event RecordReader::next()
             return event;
         if (onBlock)
             onBlock(reader.block());
+        if (event == pcapng::Event::OtherFrame) {
+            ++frames;
+            ++passed.foreignPackets;
+        }
         if (event == pcapng::Event::Other)
             ++passed.otherBlocks;
         if (event == pcapng::Event::Packet && take(reader.packet()))

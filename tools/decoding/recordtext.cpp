@@ -165,6 +165,11 @@ std::string textOf(const capture::Record &record)
     return '[' + std::to_string(record.header.lost) + " lost] " + ownText(record);
 }
 
+std::string callTextOf(const capture::Record &record)
+{
+    return callText(record);
+}
+
 const char *reportNameOf(const capture::Record &record)
 {
     if (record.header.kindOf() != capture::Kind::Report)

@@ -187,7 +187,7 @@ void addCheckCommand(CLI::App &program, int &status)
     CLI::App *command =
         program.add_subcommand("check", "Checks structure, sequence, times and totals of a capture");
     const auto options = std::make_shared<CheckOptions>();
-    command->add_option("FILE", options->file, "A capture; - is standard input")->required();
+    command->add_option("FILE", options->file, "A capture; - is standard input")->type_name("")->required();
     command
         ->add_option("--repair", options->repaired,
                      "Writes the whole blocks to a new file; overwrites nothing")

@@ -1,12 +1,14 @@
 #include "infocommand.h"
 
-#include <algorithm>
 #include <CLI/CLI.hpp>
 #include <memory>
 #include <nlohmann/json.hpp>
 
 #include "capturefiles.h"
+#include "escaping.h"
+#include "options.h"
 #include "overview.h"
+#include "times.h"
 
 namespace {
 
@@ -32,11 +34,21 @@ double spanOf(const SessionOverview &session)
 }
 
 /// A note may have been written by anybody: nothing in it moves a terminal's cursor.
-std::string withoutControls(std::string text)
+std::string escaped(const std::string &note)
 {
-    std::replace_if(
-        text.begin(), text.end(), [](unsigned char byte) { return byte < ' ' || byte == 0x7F; }, '.');
+    std::string text;
+    decoding::appendEscaped(text, note);
     return text;
+}
+
+/// Of the thread that made them, inner ones behind outer ones.
+std::vector<std::string> openCallsOf(const SessionOverview &session)
+{
+    std::vector<std::string> texts;
+    for (const auto &[thread, calls] : session.openCalls)
+        for (const SessionOverview::Call &call : calls)
+            texts.push_back(call.text);
+    return texts;
 }
 
 void printSession(const SessionOverview &session, bool isCutOff)
@@ -44,6 +56,7 @@ void printSession(const SessionOverview &session, bool isCutOff)
     std::printf("  session %s: %llu packets in %.3f s, %llu lost, %s\n", sessionName(session).c_str(),
                 static_cast<unsigned long long>(session.packets), spanOf(session),
                 static_cast<unsigned long long>(session.lost), session.endText(isCutOff).c_str());
+    std::printf("    began at   %s\n", decoding::utcText(session.firstNs).c_str());
     for (const auto &[kind, count] : session.kinds)
         std::printf("    %-10s %llu\n", kind.c_str(), static_cast<unsigned long long>(count));
     for (const auto &[id, board] : session.boards) {
@@ -53,10 +66,10 @@ void printSession(const SessionOverview &session, bool isCutOff)
         for (const auto &[type, count] : board.types)
             std::printf("      %-18s %llu\n", type.c_str(), static_cast<unsigned long long>(count));
     }
-    for (const auto &[number, call] : session.openCalls)
+    for (const std::string &call : openCallsOf(session))
         std::printf("    never returned: %s\n", call.c_str());
     for (const std::string &note : session.notes)
-        std::printf("    note: %s\n", withoutControls(note).c_str());
+        std::printf("    note: %s\n", escaped(note).c_str());
 }
 
 nlohmann::ordered_json jsonOf(const SessionOverview &session, bool isCutOff)
@@ -68,26 +81,32 @@ nlohmann::ordered_json jsonOf(const SessionOverview &session, bool isCutOff)
                           {"perSecond", SessionOverview::rateOf(board)},
                           {"lost", board.lost},
                           {"types", board.types}});
-    std::vector<std::string> open;
-    for (const auto &[number, call] : session.openCalls)
-        open.push_back(call);
     return {{"session", sessionName(session)},
             {"packets", session.packets},
+            {"start", decoding::utcText(session.firstNs)},
             {"seconds", spanOf(session)},
             {"lost", session.lost},
             {"end", session.endText(isCutOff)},
             {"kinds", session.kinds},
             {"boards", boards},
-            {"neverReturned", open},
+            {"neverReturned", openCallsOf(session)},
             {"notes", session.notes}};
 }
 
-nlohmann::ordered_json jsonOf(const std::string &name, const decoding::Overview &overview, bool isCutOff)
+nlohmann::ordered_json jsonOf(const std::string &name, const decoding::Overview &overview, bool isCutOff,
+                              const capture::RecordReader &reader)
 {
     nlohmann::ordered_json sessions = nlohmann::ordered_json::array();
     for (const SessionOverview &session : overview.sessions())
         sessions.push_back(jsonOf(session, isCutOff));
-    return {{"file", name}, {"cutOff", isCutOff}, {"sessions", sessions}};
+    const capture::Skipped &skipped = reader.skipped();
+    return {{"file", name},
+            {"cutOff", isCutOff},
+            {"sessions", sessions},
+            {"passedBy",
+             {{"foreignPackets", skipped.foreignPackets},
+              {"otherBlocks", skipped.otherBlocks},
+              {"cutHeaders", skipped.cutHeaders}}}};
 }
 
 void printText(const std::string &name, const decoding::Overview &overview, bool isCutOff,
@@ -120,7 +139,7 @@ padscope::Status describe(const std::string &path, bool isJson, nlohmann::ordere
     }
     const bool isCutOff = last == Event::End && reader.file().endsWithinBlock();
     if (isJson)
-        files.push_back(jsonOf(input.name(), overview, isCutOff));
+        files.push_back(jsonOf(input.name(), overview, isCutOff, reader));
     else
         printText(input.name(), overview, isCutOff, reader);
     return completeness.status(input, reader, last);
@@ -148,9 +167,9 @@ void addInfoCommand(CLI::App &program, int &status)
 {
     CLI::App *command = program.add_subcommand("info", "Tells what captures have");
     const auto options = std::make_shared<InfoOptions>();
-    command->add_option("FILE", options->files, "Captures; - is standard input")->required();
+    command->add_option("FILE", options->files, "Captures; - is standard input")->type_name("")->required();
     command->add_option("--format", options->format, "text or json")
         ->type_name("NAME")
-        ->check(CLI::IsMember({"text", "json"}));
+        ->check(padscope::oneOf({"text", "json"}));
     command->callback([options, &status] { status = run(*options); });
 }

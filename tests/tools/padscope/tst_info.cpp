@@ -19,6 +19,8 @@ private slots:
     void ends();
     void severalFiles();
     void notesMoveNoCursor();
+    void callsThatNeverReturned_data();
+    void callsThatNeverReturned();
 
 private:
     const Files files;
@@ -26,11 +28,12 @@ private:
 
 void InfoTests::text()
 {
-    const ProgramRun run = padscope({"info", "-"}, whole(2) + blocks::block(0xBAD, "...."));
+    const ProgramRun run = padscope({"info", "-"}, whole(2) + blocks::block(0x77, "...."));
     QCOMPARE(
         run.output,
         QByteArray("standard input:\n"
-                   "  session 5f0c93a1: 11 packets in 1.000 s, 2 lost, exit status 0\n"
+                   "  session 5f0c93a1: 11 packets in 1.000 s, 2 lost, clean, exit status 0\n"
+                   "    began at   2023-11-14T22:13:20.000000000Z\n"
                    "    board      1\n"
                    "    call       2\n"
                    "    end        1\n"
@@ -52,7 +55,9 @@ void InfoTests::text()
 
 void InfoTests::json()
 {
-    const ProgramRun run = padscope({"info", "--format", "json", "-"}, whole());
+    const ProgramRun run = padscope({"info", "--format", "json", "-"}, whole() + blocks::block(0x77, "....") +
+                                                                           blocks::packet(5, "foreign") +
+                                                                           blocks::packet(6, "PD\x01("));
     QCOMPARE(run.status, 0);
     const auto expected = nlohmann::json::parse(R"json([{
         "file": "standard input",
@@ -60,9 +65,10 @@ void InfoTests::json()
         "sessions": [{
             "session": "5f0c93a1",
             "packets": 11,
+            "start": "2023-11-14T22:13:20.000000000Z",
             "seconds": 1.0,
             "lost": 0,
-            "end": "exit status 0",
+            "end": "clean, exit status 0",
             "kinds": {"board": 1, "call": 2, "end": 1, "hotplug": 1, "mark": 1, "report": 3, "return": 1, "status": 1},
             "boards": [{
                 "board": 1001,
@@ -73,22 +79,23 @@ void InfoTests::json()
             }],
             "neverReturned": ["orvexSendCommand(1001, \"?\\r\")"],
             "notes": ["hi"]
-}]
-}])json");
+        }],
+        "passedBy": {"foreignPackets": 1, "otherBlocks": 1, "cutHeaders": 1}
+    }])json");
     QCOMPARE(nlohmann::json::parse(run.output.toStdString()).dump(), expected.dump());
 }
 
 void InfoTests::ends_data()
 {
     addColumns<QByteArray, QString>("bytes", "end");
-    addRow("clean", whole(), "exit status 0");
+    addRow("clean", whole(), "clean, exit status 0");
     addRow("cut off", whole().chopped(1), "cut off");
     addRow("sliced", start() + packets().mid(0, 10).join(), "no clean end");
     const auto ended = [](const QByteArray &how) {
         return start() + blocks::packet(5, packetBytes(8, 0, 0, 0, 0, QByteArray::fromHex(how)));
     };
     addRow("a signal", ended("02000000 09000000 00000000"), "signal 9");
-    addRow("unknown", ended("03000000 00000000 00000000"), "unknown");
+    addRow("unknown", ended("03000000 00000000 00000000"), "clean, exit status unknown");
 }
 
 void InfoTests::ends()
@@ -111,8 +118,54 @@ void InfoTests::severalFiles()
 
 void InfoTests::notesMoveNoCursor()
 {
-    const QByteArray note = blocks::packet(5, packetBytes(6, 0, 0, 0, 0, "a\x1b[2J\x7f\xc3\xa4"));
-    QVERIFY(padscope({"info", "-"}, start() + note).output.endsWith("note: a.[2J.\xc3\xa4\n"));
+    const QByteArray note = blocks::packet(5, packetBytes(6, 0, 0, 0, 0, "a\x1b[2J\x7f\xc3\xa4\xc2\x9b"));
+    QVERIFY(
+        padscope({"info", "-"}, start() + note).output.endsWith("note: a\\x1b[2J\\x7f\xc3\xa4\\xc2\\x9b\n"));
+}
+
+void InfoTests::callsThatNeverReturned_data()
+{
+    addColumns<QList<QByteArray>, QList<QByteArray>>("packets", "calls");
+    const int withinCall = 4;
+    const auto at = [](int kind, int flags, int call, quint64 sequence, quint32 link = 0) {
+        return packetBytes(kind, flags, call, 0, 0, {}, link, 0, sequence);
+    };
+    const auto onOtherThread = [](QByteArray packet) { return packet.replace(28, 4, "self"); };
+    const QByteArray attach = at(2, 0, 1, 0);
+    const QByteArray nested = at(2, withinCall, 2, 1);
+    const QList<QByteArray> both{"orvexAttach()", "orvexDetach()"};
+    addRow("none", QList<QByteArray>{attach, at(3, 0, 1, 1, 0)}, QList<QByteArray>());
+    addRow("one within another", QList<QByteArray>{attach, nested}, both);
+    addRow("the outer one", QList<QByteArray>{attach, nested, at(3, withinCall, 2, 2, 1)}, both.mid(0, 1));
+    addRow("a return that was lost, and the one around it",
+           QList<QByteArray>{attach, nested, at(3, 0, 1, 3, 0)}, QList<QByteArray>());
+    addRow("a return that was lost, and a later call", QList<QByteArray>{attach, at(2, 0, 2, 3)},
+           both.mid(1));
+    addRow("a return that was lost, and a later report", QList<QByteArray>{attach, at(1, 1, 0, 3)},
+           QList<QByteArray>());
+    addRow("a later report, and nothing is missing", QList<QByteArray>{attach, at(1, 1, 0, 1)},
+           both.mid(0, 1));
+    addRow("a report within a call", QList<QByteArray>{attach, at(1, 1 + withinCall, 0, 1)}, both.mid(0, 1));
+    addRow("another thread", QList<QByteArray>{attach, onOtherThread(at(2, 0, 2, 1))}, both);
+    addRow("another thread's reports", QList<QByteArray>{attach, onOtherThread(at(1, 1, 0, 1))},
+           both.mid(0, 1));
+    addRow("a call that was lost", QList<QByteArray>{attach, at(3, withinCall, 2, 2, 0xFFFFFFFF)},
+           both.mid(0, 1));
+}
+
+void InfoTests::callsThatNeverReturned()
+{
+    QFETCH(QList<QByteArray>, packets);
+    QByteArray bytes = start();
+    for (int i = 0; i < packets.size(); ++i)
+        bytes += blocks::packet(quint64(i + 1), packets[i]);
+    QList<QByteArray> found;
+    for (const QByteArray &line : padscope({"info", "-"}, bytes).lines()) {
+        if (line.startsWith("    never returned: "))
+            found += line.mid(20);
+    }
+    std::sort(found.begin(), found.end());
+    QTEST(found, "calls");
 }
 
 PADSCOPE_TESTS(InfoTests);
