@@ -15,9 +15,14 @@ std::string kindNameOf(const capture::Record &record)
     return name ? name : "kind " + std::to_string(record.header.kind);
 }
 
+std::optional<std::int32_t> boardIdOf(const capture::Record &record)
+{
+    return record.header.has(capture::BoardIsValid) ? std::optional(record.header.board) : std::nullopt;
+}
+
 void followReport(SessionOverview &session, const capture::Record &record)
 {
-    SessionOverview::Board &board = session.boards[record.header.board];
+    SessionOverview::Board &board = session.boards[boardIdOf(record)];
     if (board.reports++ == 0)
         board.firstNs = record.timeNs;
     board.lastNs = record.timeNs;
@@ -89,7 +94,7 @@ std::string SessionOverview::endText(bool isCutOff) const
     case capture::EndReason::Signal:
         return "signal " + std::to_string(end->value);
     default:
-        return "clean, exit status unknown";
+        return "unknown"; // of a process that was no child of the recorder
     }
 }
 
@@ -111,6 +116,8 @@ void Overview::follow(const capture::Record &record)
     session.firstNs = std::min(session.firstNs, record.timeNs);
     session.lastNs = std::max(session.lastNs, record.timeNs);
     session.lost += record.header.lost;
+    if (record.payload.size < record.payloadLength || record.header.has(capture::PayloadCut))
+        ++session.cut;
     followSequence(session, record);
     ++session.kinds[kindNameOf(record)];
     switch (record.header.kindOf()) {
@@ -130,7 +137,8 @@ void Overview::follow(const capture::Record &record)
         followReturn(session, record);
         break;
     case capture::Kind::Board:
-        session.boards[record.header.board];
+        if (const auto board = boardIdOf(record))
+            session.boards[board];
         break;
     case capture::Kind::Mark:
         session.notes.emplace_back(record.payload.text());

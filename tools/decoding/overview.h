@@ -38,7 +38,9 @@ struct SessionOverview
     std::uint64_t nextSequence = 0;
     std::uint64_t gaps = 0;                     ///< of the sequence: packets that were lost or taken out
     std::map<std::string, std::uint64_t> kinds; ///< packets by the name of their kind
-    std::map<std::int32_t, Board> boards;
+    std::uint64_t cut = 0;                      ///< packets of which bytes are missing
+    /// None is that of reports that tell no board.
+    std::map<std::optional<std::int32_t>, Board> boards;
     std::optional<capture::End> end;
     /// Those that have not returned, by thread, inner ones last.
     std::map<std::uint32_t, std::vector<Call>> openCalls;
@@ -46,7 +48,7 @@ struct SessionOverview
 
     /// Reports a second between the first and the last; 0 for fewer than two.
     static double rateOf(const Board &board);
-    /// "clean, exit status 0", "signal 9", "clean, exit status unknown", "cut off" or "no clean end".
+    /// "clean, exit status 0", "signal 9", "unknown", "cut off" or "no clean end".
     /// \param isCutOff whether the file ends within a block
     std::string endText(bool isCutOff) const;
 };

@@ -111,10 +111,19 @@ void DecodeTests::filters()
 void DecodeTests::statuses_data()
 {
     addColumns<QByteArray, int, QString>("bytes", "status", "errors");
+    const QByteArray later = packetBytes(6, 0, 0, 0, 0, "x").replace(2, 1, "\x02");
     addRow("whole", whole(), 0, "");
-    addRow("within a block", whole().chopped(1), 3, "");
+    addRow("within a block", whole().chopped(1), 3,
+           QString("padscope: standard input: byte %1: it ends within a block\n")
+               .arg(whole().size() - packets().last().size()));
+    addRow("a later version", whole() + blocks::packet(0, later), 1,
+           QString("padscope: standard input: byte %1: a packet of a later version of the format; 1 of these "
+                   "are passed by\n")
+               .arg(whole().size()));
+    addRow("a few bytes", QByteArray("hello"), 1,
+           "padscope: standard input: byte 0: no pcapng file: it does not begin with a section header\n");
     addRow("without an end", start() + packets().mid(0, 10).join(), 3, "");
-    addRow("empty", QByteArray(), 3, "");
+    addRow("empty", QByteArray(), 3, "padscope: standard input: byte 0: it is empty\n");
     addRow("with losses", whole(2), 3, "");
     addRow("damaged", whole() + QByteArray(64, '\0'), 1,
            QString("padscope: standard input: byte %1: a block length of 0\n").arg(whole().size()));
