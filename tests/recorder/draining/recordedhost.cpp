@@ -156,6 +156,12 @@ void waitMs(int ms)
     std::this_thread::sleep_for(std::chrono::milliseconds(ms));
 }
 
+void waitUntil(const char *file)
+{
+    while (access(file, F_OK) != 0)
+        waitMs(5);
+}
+
 void raiseSignal(int number)
 {
     std::fflush(stdout);
@@ -178,7 +184,7 @@ bool run(const std::string &step)
                                                          {"calls", printCalls},
                                                          {"surroundings", printSurroundings}};
     static const std::map<std::string, void (*)(const char *)> withText{
-        {"load", load}, {"command", command}, {"count", countInto}, {"touch", touch}};
+        {"load", load}, {"command", command}, {"count", countInto}, {"touch", touch}, {"until", waitUntil}};
     static const std::map<std::string, void (*)(int)> withNumber{
         {"send", send}, {"wait", waitMs}, {"raise", raiseSignal}, {"exit", end}};
     if (plain.count(name) > 0)
