@@ -162,6 +162,21 @@ void waitUntil(const char *file)
         waitMs(5);
 }
 
+std::atomic<int> caughtSignals{0};
+
+void catchSignal(int number)
+{
+    std::signal(number, [](int) {
+        ++caughtSignals;
+        touch("caught");
+    });
+}
+
+void printCaught(int)
+{
+    std::printf("caught %d\n", caughtSignals.load());
+}
+
 void raiseSignal(int number)
 {
     std::fflush(stdout);
@@ -186,7 +201,8 @@ bool run(const std::string &step)
     static const std::map<std::string, void (*)(const char *)> withText{
         {"load", load}, {"command", command}, {"count", countInto}, {"touch", touch}, {"until", waitUntil}};
     static const std::map<std::string, void (*)(int)> withNumber{
-        {"send", send}, {"wait", waitMs}, {"raise", raiseSignal}, {"exit", end}};
+        {"send", send}, {"wait", waitMs},       {"raise", raiseSignal},
+        {"exit", end},  {"catch", catchSignal}, {"caught", printCaught}};
     if (plain.count(name) > 0)
         plain.at(name)();
     else if (withText.count(name) > 0)
