@@ -103,6 +103,12 @@ void RecordedRun::startAlone(const QStringList &command)
     QVERIFY(process.waitForStarted());
 }
 
+int RecordedRun::number(const QString &name) const
+{
+    QFile file(path(name));
+    return file.open(QFile::ReadOnly) ? file.readAll().trimmed().toInt() : 0;
+}
+
 void RecordedRun::touch(const QString &name) const
 {
     QFile made(path(name));

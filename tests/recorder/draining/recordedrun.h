@@ -49,6 +49,8 @@ public:
         startAlone(command);
         return finish();
     }
+    /// What a file holds, such as a process's number.
+    int number(const QString &name) const;
     /// Makes an empty file.
     void touch(const QString &name) const;
 

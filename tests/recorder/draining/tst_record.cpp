@@ -257,8 +257,8 @@ void RecordTests::outlivesAWrapper()
 void RecordTests::saysWhatItDidNotRecord()
 {
     RecordedRun run;
-    const QString script = "$0 $1 touch=open attach wait=1000 & "
-                           "while [ ! -e open ]; do sleep 0.01; done; $0 $1 attach; wait";
+    const QString script = "$0 $1 touch=open attach until=second & "
+                           "while [ ! -e open ]; do sleep 0.01; done; $0 $1 attach touch=second; wait";
     QCOMPARE(run.run({"sh", "-c", script, host, byName}), 0);
     QCOMPARE(run.output().filter("attached").size(), 2);
     QCOMPARE(run.errors(),
