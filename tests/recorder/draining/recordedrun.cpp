@@ -103,6 +103,14 @@ void RecordedRun::startAlone(const QStringList &command)
     QVERIFY(process.waitForStarted());
 }
 
+void RecordedRun::preload(const QString &library)
+{
+    environment.insert("LD_PRELOAD", library);
+    // Which would have to come first.
+    const QString options = environment.value("ASAN_OPTIONS");
+    environment.insert("ASAN_OPTIONS", options + ":verify_asan_link_order=0");
+}
+
 int RecordedRun::number(const QString &name) const
 {
     QFile file(path(name));

@@ -55,6 +55,8 @@ public:
     void touch(const QString &name) const;
 
     void setEnvironment(const char *name, const QString &value) { environment.insert(name, value); }
+    /// Preloads a library into the programs that are run.
+    void preload(const QString &library);
     QString path(const QString &name) const { return folder.filePath(name); }
     QString file() const { return path("x.pcapng"); }
     bool hasFile() const;

@@ -36,7 +36,7 @@ void PoorDiskTests::noFileWithoutItsHead()
 {
     QFETCH(QString, write);
     RecordedRun run;
-    run.setEnvironment("LD_PRELOAD", POOR_DISK);
+    run.preload(POOR_DISK);
     run.setEnvironment("FAILED_WRITE", write);
     QCOMPARE(run.run({host, byName, "touch=started"}), 1);
     QCOMPARE(run.errors(), QStringList{"padscope: " + run.file() + ": No space left on device"});
@@ -47,7 +47,7 @@ void PoorDiskTests::noFileWithoutItsHead()
 void PoorDiskTests::aFullDiskForAMomentIsALoss()
 {
     RecordedRun run;
-    run.setEnvironment("LD_PRELOAD", POOR_DISK);
+    run.preload(POOR_DISK);
     run.setEnvironment("FAILED_WRITE", "5");
     QCOMPARE(run.run({host, byName, "attach", "detach"}), 1);
     QCOMPARE(run.errors(), (QStringList{"padscope: " + run.file() + ": No space left on device",
@@ -63,7 +63,7 @@ void PoorDiskTests::aSlowDiskDelaysNoSignal()
 {
     RecordedRun run;
     run.setEnvironment("ORVEXSIM_SCENARIO", "flood");
-    run.setEnvironment("LD_PRELOAD", POOR_DISK);
+    run.preload(POOR_DISK);
     run.setEnvironment("WRITE_US", "2000");
     run.start(
         {host, byName, "attach", "touch=attached", "catch=15", "touch=catching", "until=caught", "raise=9"},
