@@ -1,5 +1,6 @@
 #include "driverlibrary.h"
 
+#include <cstdlib>
 #include <dlfcn.h>
 #include <link.h>
 #include <QFile>
@@ -10,16 +11,22 @@
 
 namespace {
 
+/// Empty in a program that runs with rights of another user.
+QByteArray environmentVariable(const char *name)
+{
+    return secure_getenv(name);
+}
+
 /// Through a recorder's tap, if there is one, which stands in front of the library and opens it first.
 void *openLibrary(const QByteArray &path)
 {
-    const QByteArray tap = qgetenv("PADSCOPE_TAP");
+    const QByteArray tap = environmentVariable("PADSCOPE_TAP");
     if (tap.isEmpty())
         return dlopen(path.constData(), RTLD_NOW | RTLD_LOCAL);
     qputenv("PADSCOPE_DRIVER", path);
     if (!dlopen(tap.constData(), RTLD_NOW | RTLD_LOCAL))
         return nullptr;
-    const QByteArray chosen = qgetenv("PADSCOPE_DRIVER_OPTION");
+    const QByteArray chosen = environmentVariable("PADSCOPE_DRIVER_OPTION");
     return dlopen((chosen.isEmpty() ? path : chosen).constData(), RTLD_NOW | RTLD_LOCAL);
 }
 

@@ -74,20 +74,27 @@ Clocks Clocks::now()
     return clocks;
 }
 
+Clocks Clocks::before(std::uint64_t nanoseconds) const
+{
+    return {monotonicNs - nanoseconds, realNs - nanoseconds, bootNs - nanoseconds, localOffsetSeconds};
+}
+
 Recording::Recording(CaptureFile &captureFile, std::uint32_t sessionNumber, const Clocks &clocks)
     : file(captureFile)
     , session(sessionNumber)
     , start(clocks)
     , sessionText(sessionTextOf(sessionNumber))
+    , received{0}
+    , lastNs(clocks.monotonicNs)
 {
-    file.write(sectionOf(sessionText));
-    file.write(capture::pcapng::interfaceDescription("driver", "driver library, " + sessionText));
-    received.push_back(0);
+    if (file.write(sectionOf(sessionText)))
+        file.write(capture::pcapng::interfaceDescription("driver", "driver library, " + sessionText));
 }
 
 void Recording::write(const ring::Taken &taken)
 {
     addLost(taken.lost);
+    lastNs = std::max(lastNs, taken.clockNs);
     const auto kind = static_cast<capture::Kind>(taken.kind);
     if (kind == capture::Kind::Report)
         writeChanges(enumeration.reported(taken.board), taken.clockNs);
@@ -151,8 +158,8 @@ void Recording::follow(const ring::Taken &taken, const OpenCall &call)
 void Recording::writeChanges(const std::vector<Enumeration::Change> &changes, std::uint64_t monotonicNs)
 {
     for (const Enumeration::Change &change : changes) {
-        if (boards[change.board].interface == 0)
-            addInterface(change.board, change.index);
+        Board &board = boards[change.board];
+        board.index = change.index < 0 ? board.index : change.index;
         capture::Header header = capture::newHeader(capture::Kind::Board);
         header.flags = capture::BoardIsValid;
         header.board = change.board;
@@ -164,13 +171,24 @@ void Recording::writeChanges(const std::vector<Enumeration::Change> &changes, st
     }
 }
 
-void Recording::addInterface(std::int32_t board, std::int32_t index)
+/// The board's, which comes before its first packet, if it is known; otherwise the library's.
+std::uint32_t Recording::interfaceOf(const capture::Header &header)
 {
-    const std::string name = "board " + std::to_string(board);
-    const std::string place = index < 0 ? std::string() : "index " + std::to_string(index) + ", ";
+    const auto board = boards.find(header.board);
+    if (!header.has(capture::BoardIsValid) || board == boards.end())
+        return 0;
+    if (board->second.interface == 0)
+        addInterface(board->first, board->second);
+    return board->second.interface;
+}
+
+void Recording::addInterface(std::int32_t id, Board &board)
+{
+    const std::string name = "board " + std::to_string(id);
+    const std::string place = board.index < 0 ? std::string() : "index " + std::to_string(board.index) + ", ";
     if (!file.write(capture::pcapng::interfaceDescription(name, name + ", " + place + sessionText)))
         return;
-    boards[board].interface = static_cast<std::uint32_t>(received.size());
+    board.interface = static_cast<std::uint32_t>(received.size());
     received.push_back(0);
 }
 
@@ -192,9 +210,7 @@ bool Recording::writePacket(capture::Header header, const std::string &payload, 
     data += payload;
 
     capture::pcapng::PacketInfo info;
-    const auto board = boards.find(header.board);
-    if (header.has(capture::BoardIsValid) && board != boards.end())
-        info.interface = board->second.interface;
+    info.interface = interfaceOf(header);
     info.timeNs = std::max(start.realNs + (monotonicNs - start.monotonicNs), lastStamp + 1);
     info.originalLength = static_cast<std::uint32_t>(capture::headerSize) + extras.originalPayloadLength;
     info.flags = extras.direction;

@@ -23,6 +23,8 @@ struct Clocks
     std::int32_t localOffsetSeconds = 0;
 
     static Clocks now();
+    /// What they showed so long before, if nobody has set one since.
+    Clocks before(std::uint64_t nanoseconds) const;
 };
 
 /// Turns what crosses into the packets of a capture. Every packet and every crossing that was lost takes the
@@ -30,22 +32,26 @@ struct Clocks
 class Recording
 {
 public:
-    /// Writes the section, the interface of the library and the first status.
+    /// Writes the section and the interface of the library. The file tells when it could not.
     Recording(CaptureFile &file, std::uint32_t session, const Clocks &start);
 
     void write(const ring::Taken &taken);
+    /// \param clocks of a moment behind which nothing has been written
     void writeStatus(const Clocks &clocks, const ring::Control &control);
     void writeMark(const std::string &text, std::uint64_t monotonicNs);
     /// The last packet, and the statistics of the interfaces.
     void writeEnd(capture::End end, std::uint64_t lost, const Clocks &clocks, const ring::Control &control);
 
+    /// Time of the last crossing that was written.
+    std::uint64_t lastCrossingNs() const { return lastNs; }
     std::uint64_t reports() const { return reportCount; }
     std::uint64_t lost() const { return lostCount; }
 
 private:
     struct Board
     {
-        std::uint32_t interface = 0;
+        std::uint32_t interface = 0; ///< 0 as long as it has none
+        std::int32_t index = -1;     ///< in the library's enumeration; -1 is unknown
         std::uint64_t recorded = 0;
         std::uint64_t unwritten = 0; ///< reports for which the file had no room
     };
@@ -66,7 +72,8 @@ private:
     bool writePacket(capture::Header header, const std::string &payload, std::uint64_t monotonicNs,
                      const Extras &extras);
     void writeChanges(const std::vector<Enumeration::Change> &changes, std::uint64_t monotonicNs);
-    void addInterface(std::int32_t board, std::int32_t index);
+    std::uint32_t interfaceOf(const capture::Header &header);
+    void addInterface(std::int32_t id, Board &board);
     void open(const ring::Taken &taken, std::uint64_t sequence);
     std::optional<OpenCall> close(const ring::Taken &taken);
     void follow(const ring::Taken &taken, const OpenCall &call);
@@ -82,6 +89,7 @@ private:
     std::vector<std::uint64_t> received;         ///< packets of each interface
     std::map<std::uint64_t, OpenCall> openCalls; ///< by crossing; those that have not returned
     std::uint64_t nextSequence = 0;
+    std::uint64_t lastNs = 0;
     std::uint64_t lastStamp = 0;
     std::uint64_t pendingLost = 0; ///< since the last packet
     std::uint64_t lostCount = 0;

@@ -109,7 +109,8 @@ struct Forwarder
             ArgumentBytes filledIn;
             const std::uint8_t flags =
                 describeReturn(Call<Number>(), filledIn, described, result, arguments...);
-            if (control)
+            // Not in a child that was forked off within the call.
+            if (control && control == recording())
                 putReturn(*control, info, flags | resultFlag, result, called, filledIn);
             errno = error;
         };

@@ -83,10 +83,7 @@ RecordedRun::RecordedRun()
 
 void RecordedRun::start(const QStringList &host, const QStringList &options)
 {
-    process.setProcessEnvironment(environment);
-    process.setWorkingDirectory(folder.path());
-    process.start(PADSCOPE_FILE, QStringList{"record", "-o", file()} + options + QStringList{"--"} + host);
-    QVERIFY(process.waitForStarted());
+    startAlone(QStringList{PADSCOPE_FILE, "record", "-o", file()} + options + QStringList{"--"} + host);
 }
 
 int RecordedRun::finish()
@@ -98,12 +95,32 @@ int RecordedRun::finish()
     return statusOf(process);
 }
 
-int RecordedRun::runAlone(const QStringList &host)
+void RecordedRun::startAlone(const QStringList &command)
 {
     process.setProcessEnvironment(environment);
     process.setWorkingDirectory(folder.path());
-    process.start(host.first(), host.mid(1));
-    return finish();
+    process.start(command.first(), command.mid(1));
+    QVERIFY(process.waitForStarted());
+}
+
+void RecordedRun::preload(const QString &library)
+{
+    environment.insert("LD_PRELOAD", library);
+    // Which would have to come first.
+    const QString options = environment.value("ASAN_OPTIONS");
+    environment.insert("ASAN_OPTIONS", options + ":verify_asan_link_order=0");
+}
+
+int RecordedRun::number(const QString &name) const
+{
+    QFile file(path(name));
+    return file.open(QFile::ReadOnly) ? file.readAll().trimmed().toInt() : 0;
+}
+
+void RecordedRun::touch(const QString &name) const
+{
+    QFile made(path(name));
+    QVERIFY(made.open(QFile::WriteOnly));
 }
 
 bool RecordedRun::hasFile() const

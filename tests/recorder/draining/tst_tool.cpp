@@ -62,7 +62,7 @@ void ToolTests::isRecordedAsItRunsAlone()
     writeScenario(run.path("three.json"));
     run.setEnvironment("ORVEXSIM_SCENARIO", "three.json");
     run.setEnvironment("LD_LIBRARY_PATH", library.isEmpty() ? SIMULATOR_FOLDER : "");
-    run.setEnvironment("LD_PRELOAD", PRINT_CALLS);
+    run.preload(PRINT_CALLS);
     run.setEnvironment("CALLS", run.path("calls"));
     const QStringList command = QStringList{TENDRO_HOST, "--plugins", PADSCOPE_PLUGIN_FOLDER} + library +
                                 QStringList{"--type", "?", "--tab", "Monitor=1.2", "--rows"};

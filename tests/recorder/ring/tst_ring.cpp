@@ -210,8 +210,10 @@ void RingTests::threadsTakeNothingFromEachOther()
                 crossing.board = id;
                 crossing.link = i;
                 const ring::Piece piece{text.data(), text.size()};
-                if (ring::put(*memory, crossing, &piece, 1).isLost)
+                if (ring::put(*memory, crossing, &piece, 1).isLost) {
                     ++lost;
+                    std::this_thread::yield(); // to the consumer
+                }
             }
             --running;
         });

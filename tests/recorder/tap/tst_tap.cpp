@@ -1,6 +1,7 @@
 #include <dlfcn.h>
 #include <optional>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 #include "consumer.h"
@@ -72,8 +73,8 @@ private slots:
     void recordsReportsBeforeTheyAreDelivered();
     void callbacksThatWereEqualStayEqual();
     void threadsTakeNothingFromEachOther();
-    void forwardsWithoutARing();
     void aForkedChildIsOff();
+    void aChildForkedWithinACallIsOff();
 };
 
 void TapTests::init()
@@ -119,10 +120,14 @@ void TapTests::recordsReportsBeforeTheyAreDelivered()
     {
         TappedLibrary *tapped;
         QStringList lines;
+        std::thread::id thread = std::this_thread::get_id();
     } seen{&tapped, {}};
     tapped.crossings();
+    // The board's own thread reports as well.
     const OrvexDataCallback callback = [](int, const unsigned char *, unsigned int, void *context) {
-        static_cast<Seen *>(context)->lines += static_cast<Seen *>(context)->tapped->crossings();
+        auto *seenByTest = static_cast<Seen *>(context);
+        if (std::this_thread::get_id() == seenByTest->thread)
+            seenByTest->lines += seenByTest->tapped->crossings();
     };
     library.orvexSetCallback(7, callback, &seen);
     tapped.crossings();
@@ -192,19 +197,6 @@ void TapTests::threadsTakeNothingFromEachOther()
     QCOMPARE(recorded, 0);
 }
 
-void TapTests::forwardsWithoutARing()
-{
-    qputenv("PADSCOPE_DRIVER", SIMULATOR_FILE);
-    pid_t child = fork();
-    if (child == 0) {
-        SimulatedLibrary library(TAP_FILE);
-        _exit(library.orvexAttach() == 1 && library.orvexGetDeviceCount() == 0 ? 0 : 1);
-    }
-    int status = -1;
-    waitpid(child, &status, 0);
-    QCOMPARE(status, 0);
-}
-
 void TapTests::aForkedChildIsOff()
 {
     TappedLibrary tapped;
@@ -219,6 +211,31 @@ void TapTests::aForkedChildIsOff()
     QCOMPARE(tapped.crossings(), QStringList());
     tapped.library->orvexInterface();
     QCOMPARE(tapped.crossings().size(), 2);
+}
+
+void TapTests::aChildForkedWithinACallIsOff()
+{
+    qputenv("ORVEXSIM_SCENARIO", "callback-in-command");
+    TappedLibrary tapped;
+    SimulatedLibrary &library = *tapped.library;
+    library.orvexAttach();
+    static pid_t child = -1;
+    static const std::thread::id caller = std::this_thread::get_id();
+    library.orvexSetCallback(
+        1001,
+        [](int, const unsigned char *, unsigned int, void *) {
+            if (std::this_thread::get_id() == caller && child < 0)
+                child = fork();
+        },
+        nullptr);
+    tapped.crossings();
+    library.orvexSendCommand(1001, "?\r");
+    if (child == 0)
+        _exit(0);
+    QVERIFY(child > 0);
+    waitpid(child, nullptr, 0);
+    QCOMPARE(tapped.crossings().filter("return 6").size(), 1);
+    library.orvexDetach();
 }
 
 PADSCOPE_TESTS(TapTests);
