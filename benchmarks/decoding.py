@@ -69,7 +69,7 @@ def measure(build, smoke):
         fields = [argument for name in header.strip().split(",")[2:] for argument in ("-e", "padscope." + name)]
         tshark = ["tshark", "-X", f"lua_script:{script}", "-r", capture]
         for name, peer in (("text", []), ("csv", ["-T", "fields", "-E", "separator=,", *fields]),
-                           ("jsonl", ["-T", "ek"])):
+                           ("jsonl", ["-T", "ek", *fields])):
             for _ in range(repetitions):
                 # The file has no end packet: status 3.
                 own = run([program, "decode", "--format", name, capture], (3,))[0]
@@ -77,7 +77,7 @@ def measure(build, smoke):
                 times.setdefault(f"l/tshark/{name}", []).append(run(tshark + peer)[0] / count)
         large = 10_000 if smoke else 1_000_000
         write_capture(capture, large)
-        times["l/tool/memory"] = [max(run([program, "decode", "--format", name, capture], (3,))[1]
-                                      for name in ("text", "rows", "csv", "jsonl"))]
+        commands = [["info"], ["check"], *(["decode", "--format", name] for name in ("text", "rows", "csv", "jsonl"))]
+        times["l/tool/memory"] = [max(run([program, *command, capture], (3,))[1] for command in commands)]
         times["l/allowed/memory"] = [MAX_BYTES]
     return times

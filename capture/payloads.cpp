@@ -17,7 +17,8 @@ void appendCounts(std::string &payload, const std::vector<BoardCounts> &boards)
     }
 }
 
-std::vector<BoardCounts> boardCounts(PayloadReader &reader)
+/// \param missing gets how many are not there of those that are promised
+std::vector<BoardCounts> boardCounts(PayloadReader &reader, std::uint32_t &missing)
 {
     std::vector<BoardCounts> boards;
     const auto count = reader.number<std::uint32_t>();
@@ -29,6 +30,7 @@ std::vector<BoardCounts> boardCounts(PayloadReader &reader)
         counts.lost = reader.number<std::uint64_t>();
         boards.push_back(counts);
     }
+    missing = count - static_cast<std::uint32_t>(boards.size());
     return boards;
 }
 
@@ -71,7 +73,7 @@ std::optional<Status> statusOf(ByteView payload)
     status.realNs = reader.number<std::uint64_t>();
     status.bootNs = reader.number<std::uint64_t>();
     status.localOffsetSeconds = reader.number<std::int32_t>();
-    status.boards = boardCounts(reader);
+    status.boards = boardCounts(reader, status.missingBoards);
     return reader.isWhole() ? std::optional(status) : std::nullopt;
 }
 
@@ -91,7 +93,7 @@ std::optional<End> endOf(ByteView payload)
     End end;
     end.reason = static_cast<EndReason>(reader.number<std::uint32_t>());
     end.value = reader.number<std::int32_t>();
-    end.boards = boardCounts(reader);
+    end.boards = boardCounts(reader, end.missingBoards);
     return reader.isWhole() ? std::optional(end) : std::nullopt;
 }
 

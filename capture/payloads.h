@@ -30,6 +30,7 @@ struct Status
     std::uint64_t bootNs = 0;            ///< goes on in suspend, unlike the monotonic clock
     std::int32_t localOffsetSeconds = 0; ///< of local time from UTC
     std::vector<BoardCounts> boards;
+    std::uint32_t missingBoards = 0; ///< that the packet counts and does not have, since it was cut
 };
 
 enum class BoardState : std::uint32_t
@@ -57,6 +58,7 @@ struct End
     EndReason reason = EndReason::Unknown;
     std::int32_t value = 0; ///< the exit status, or the signal's number
     std::vector<BoardCounts> boards;
+    std::uint32_t missingBoards = 0; ///< that the packet counts and does not have, since it was cut
 };
 
 std::string payloadOf(const Status &status);

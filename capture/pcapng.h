@@ -13,6 +13,9 @@ enum BlockType : std::uint32_t
     SimplePacket = 3,
     InterfaceStatistics = 5,
     EnhancedPacket = 6,
+    JournalEntry = 9,
+    CustomCopied = 0x00000BAD, ///< by a tool that rewrites the file
+    CustomNotCopied = 0x40000BAD,
     SectionHeader = 0x0A0D0D0A, ///< reads the same in either byte order
 };
 

@@ -29,6 +29,13 @@ bool isRead(std::uint32_t type)
 }
 
 constexpr char optionsDoNotFit[] = "options that do not fit their block";
+constexpr char noSectionHeader[] = "no pcapng file: it does not begin with a section header";
+
+/// \param bytes the first of a file, which may have only some of a section header's
+bool mayBeSectionHeader(ByteView bytes)
+{
+    return std::string_view("\n\r\r\n").substr(0, bytes.size) == bytes.first(4).text();
+}
 
 } // namespace
 
@@ -47,7 +54,9 @@ Event Reader::fail(std::string reason)
 /// What it is that no more can be read.
 Event Reader::endOrFailure()
 {
-    return buffer.error() == 0 ? Event::End : fail(std::strerror(buffer.error()));
+    if (buffer.error() != 0)
+        return fail(std::strerror(buffer.error()));
+    return hasSection || mayBeSectionHeader(buffer.view()) ? Event::End : fail(noSectionHeader);
 }
 
 Event Reader::next()
@@ -57,7 +66,8 @@ Event Reader::next()
     if (skipping > 0)
         return skipRest();
     buffer.drop(lastBlock.size);
-    blockOffset += lastBlock.size;
+    blockOffset += blockLength;
+    blockLength = 0;
     lastBlock = {};
     if (!buffer.require(blockStart + 4))
         return endOrFailure();
@@ -65,12 +75,13 @@ Event Reader::next()
     if (isSection && !useByteOrder())
         return fail("a section without its byte-order magic");
     if (!isSection && !hasSection)
-        return fail("no pcapng file: it does not begin with a section header");
+        return fail(noSectionHeader);
     const auto type = at<std::uint32_t>(buffer.view(), 0);
     const auto length = at<std::uint32_t>(buffer.view(), 4);
     if (length < blockOverhead || length % 4 != 0 || (length > maxBlockLength && isRead(type)))
         return fail("a block length of " + std::to_string(length));
     if (length > maxBlockLength) {
+        blockLength = length;
         skipping = length;
         return skipRest();
     }
@@ -95,7 +106,6 @@ Event Reader::skipRest()
             return endOrFailure();
         const std::size_t count = std::min<std::uint64_t>(skipping, buffer.size());
         buffer.drop(count);
-        blockOffset += count;
         skipping -= count;
     }
     return Event::Other;
@@ -110,8 +120,10 @@ Event Reader::readBlock(std::uint32_t type, std::uint32_t length)
         return fail("a block whose two lengths differ");
     const ByteView body = block.first(length - 4).from(blockStart);
     const Event event = readBody(type, body);
-    if (event != Event::Damage)
+    if (event != Event::Damage) {
         lastBlock = block;
+        blockLength = length;
+    }
     return event;
 }
 
@@ -128,6 +140,11 @@ Event Reader::readBody(std::uint32_t type, ByteView body)
         return readPacket(body, at<std::uint16_t>(body, 0));
     case InterfaceStatistics:
         return Event::Statistics;
+    case SimplePacket:
+    case JournalEntry:
+    case CustomCopied:
+    case CustomNotCopied:
+        return Event::OtherFrame;
     default:
         return Event::Other;
     }

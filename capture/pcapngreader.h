@@ -46,6 +46,8 @@ enum class Event
     Interface,
     Packet,
     Statistics, ///< of an interface, which are not read
+    OtherFrame, ///< a block that is not read, and which Wireshark numbers as a frame; a simple packet has no
+                ///< time
     Other,      ///< a block of a type that is not read
     End,        ///< of the file, as it is now: next() goes on when it has grown
     Damage,     ///< nothing can be read behind it
@@ -76,7 +78,8 @@ public:
     /// At an End: the file ends within a block.
     bool endsWithinBlock() const { return buffer.size() > 0 || skipping > 0; }
 
-    /// The block's offset in the file; at an End where the next one begins.
+    /// The block's offset in the file; at an End that of the next one, or of the one within which the file
+    /// ends.
     std::uint64_t offset() const { return blockOffset; }
     /// The block as it stands in the file; empty for one of a type that is not read and above the limit.
     ByteView block() const { return lastBlock; }
@@ -105,7 +108,8 @@ private:
     bool hasSection = false;
     bool isDamaged = false;
     std::uint64_t blockOffset = 0;
-    std::uint64_t skipping = 0; ///< bytes of a large block that are still to come, and are not kept
+    std::uint64_t blockLength = 0; ///< from there to the next; 0 before it is known
+    std::uint64_t skipping = 0;    ///< bytes of a large block that are still to come, and are not kept
     ByteView lastBlock;
     Section lastSection;
     std::vector<Interface> described;

@@ -6,38 +6,52 @@ namespace capture {
 
 pcapng::Event RecordReader::next()
 {
-    while (!isNewer) {
+    for (;;) {
         const pcapng::Event event = reader.next();
-        if (onBlock)
-            onBlock(reader.block());
-        if (event == pcapng::Event::Other)
-            ++passed.otherBlocks;
         if (event == pcapng::Event::End || event == pcapng::Event::Damage)
             return event;
+        if (onBlock)
+            onBlock(reader.block());
+        if (event == pcapng::Event::OtherFrame) {
+            ++frames;
+            ++passed.foreignPackets;
+        }
+        if (event == pcapng::Event::Other)
+            ++passed.otherBlocks;
         if (event == pcapng::Event::Packet && take(reader.packet()))
             return event;
     }
-    return pcapng::Event::Damage;
 }
 
-/// \return false when the packet is passed by, or of a later version
+void RecordReader::passBy(HeaderTrouble trouble)
+{
+    switch (trouble) {
+    case HeaderTrouble::Foreign:
+        ++passed.foreignPackets;
+        break;
+    case HeaderTrouble::BadLength:
+        ++passed.cutHeaders;
+        break;
+    case HeaderTrouble::NewVersion:
+        if (passed.newVersions++ == 0)
+            passed.newVersionOffset = reader.offset();
+        break;
+    case HeaderTrouble::None:
+        break;
+    }
+    if (onPassedBy)
+        onPassedBy(frames, trouble);
+}
+
+/// \return false when the packet is passed by
 bool RecordReader::take(const pcapng::Packet &packet)
 {
     ++frames;
     const bool isOurs = reader.interfaces()[packet.interface].linkType == pcapng::linkTypeUser0;
-    switch (isOurs ? troubleOf(packet.data) : HeaderTrouble::Foreign) {
-    case HeaderTrouble::Foreign:
-        ++passed.foreignPackets;
+    const HeaderTrouble trouble = isOurs ? troubleOf(packet.data) : HeaderTrouble::Foreign;
+    if (trouble != HeaderTrouble::None) {
+        passBy(trouble);
         return false;
-    case HeaderTrouble::BadLength:
-        ++passed.cutHeaders;
-        return false;
-    case HeaderTrouble::NewVersion:
-        isNewer = true;
-        newer = {reader.offset(), "a packet of a later version of the format"};
-        return false;
-    case HeaderTrouble::None:
-        break;
     }
     last.frame = frames;
     last.offset = reader.offset();

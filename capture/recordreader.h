@@ -25,7 +25,9 @@ struct Skipped
 {
     std::uint64_t foreignPackets = 0;
     std::uint64_t otherBlocks = 0;
-    std::uint64_t cutHeaders = 0; ///< packets of a capture that were cut within their header
+    std::uint64_t cutHeaders = 0;       ///< packets of a capture that were cut within their header
+    std::uint64_t newVersions = 0;      ///< packets of a later version of the format
+    std::uint64_t newVersionOffset = 0; ///< of the first of these
 };
 
 /// Reads the packets of a capture out of any pcapng file.
@@ -42,23 +44,25 @@ public:
     /// \return Packet, End or Damage, as pcapng::Reader::next()
     pcapng::Event next();
 
-    /// Called with each block as it stands in the file, when it is set.
+    /// Called with each block as it stands in the file, when it is set. Empty for one that is too large to be
+    /// kept.
     std::function<void(ByteView block)> onBlock;
+    /// Called for each packet that is passed by, when it is set. Then file() tells which.
+    std::function<void(std::uint64_t frame, HeaderTrouble trouble)> onPassedBy;
 
     const Record &record() const { return last; }
     const Skipped &skipped() const { return passed; }
-    const pcapng::Damage &damage() const { return isNewer ? newer : reader.damage(); }
+    const pcapng::Damage &damage() const { return reader.damage(); }
     const pcapng::Reader &file() const { return reader; }
 
 private:
     bool take(const pcapng::Packet &packet);
+    void passBy(HeaderTrouble trouble);
 
     pcapng::Reader reader;
     std::uint64_t frames = 0;
     Record last;
     Skipped passed;
-    bool isNewer = false;
-    pcapng::Damage newer;
 };
 
 } // namespace capture

@@ -101,6 +101,7 @@ void PayloadTests::boardsMayBeFewerThanCounted()
     const auto read = capture::endOf(viewOf(bytes));
     QVERIFY(read);
     QCOMPARE(read->boards.size(), std::size_t{1});
+    QCOMPARE(read->missingBoards, 0xFFFFFFFEU);
 }
 
 void PayloadTests::texts()

@@ -141,6 +141,8 @@ void PcapngReaderTests::damage_data()
     const QByteArray good = packet(1, "good");           // 36 bytes
     addRow("another format", QByteArray(64, 'x'), 0,
            QByteArray("no pcapng file: it does not begin with a section header"));
+    addRow("5 bytes of another format", QByteArray("hello"), 0,
+           QByteArray("no pcapng file: it does not begin with a section header"));
     addRow("no byte order", block(0x0A0D0D0A, QByteArray(16, '\0')), 0,
            QByteArray("a section without its byte-order magic"));
     addRow("a later version", block(0x0A0D0D0A, number(0x1A2B3C4D, 4) + number(2, 2) + QByteArray(10, '\0')),
@@ -227,6 +229,7 @@ void PcapngReaderTests::passesUnknownBlocksByWhateverTheirSize()
     QCOMPARE(packetsOf(reader, last), (QList<QByteArray>{"one", "two"}));
     QCOMPARE(last, Event::End);
     QVERIFY(!reader.endsWithinBlock());
+    QCOMPARE(reader.offset(), std::uint64_t{28 + 40 + 20 + 36 + 20'971'532 + 36});
 }
 
 void PcapngReaderTests::interfacesBelongToTheirSection()
@@ -249,6 +252,7 @@ void PcapngReaderTests::takesNoMemoryForWhatALengthPromises()
     QCOMPARE(reader.next(), Event::End);
     QVERIFY(reader.endsWithinBlock());
     QVERIFY(reader.block().size == 0);
+    QCOMPARE(reader.offset(), std::uint64_t{28}); // of the block that is cut off
 }
 
 PADSCOPE_TESTS(PcapngReaderTests);

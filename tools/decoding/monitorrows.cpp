@@ -1,5 +1,6 @@
 #include "monitorrows.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "checksum.h"
@@ -11,6 +12,7 @@ namespace decoding {
 
 namespace {
 
+constexpr int firstLimitMs = 50; ///< until the Monitor's own is known, behind the first report that it shows
 constexpr std::uint64_t nsPerMs = 1'000'000;
 constexpr std::uint32_t closingDebugMode = 1; ///< with which the tool begins to detach
 constexpr std::uint32_t everyDebugBit = 0xFFFFFFFF;
@@ -29,10 +31,44 @@ unsigned callNamed(const char *name)
     return 0;
 }
 
+/// Whether a thread did or got it, and was in no call of the library.
+bool isOutsideCalls(const capture::Record &record)
+{
+    switch (record.header.kindOf()) {
+    case capture::Kind::Report:
+    case capture::Kind::Call:
+    case capture::Kind::Return:
+    case capture::Kind::Hotplug:
+        return !record.header.has(capture::WithinCall);
+    default:
+        return false;
+    }
+}
+
 bool isClosingDebugMode(capture::ByteView payload)
 {
     return capture::integerAt<std::uint32_t>(payload, 4) == closingDebugMode &&
            capture::integerAt<std::uint32_t>(payload, 8) == everyDebugBit;
+}
+
+/// When the Monitor's timer fires, in milliseconds of the monotonic clock. Qt rounds such a timer to a whole
+/// second or a tenth of it, by a twentieth of its time at most, so that timers fire together.
+std::uint64_t timerEnd(std::uint64_t startMs)
+{
+    constexpr std::uint64_t second = 1000;
+    constexpr std::uint64_t tenth = second / 10;
+    constexpr std::uint64_t most = reports::lineFlushDelayMs / 20;
+    static_assert(reports::lineFlushDelayMs == 300, "other times are rounded to other parts of a second");
+    const std::uint64_t exact = startMs + reports::lineFlushDelayMs;
+    const std::uint64_t ms = exact % second;
+    const std::uint64_t base = ms / tenth * tenth;
+    if (ms <= most)
+        return exact - ms;
+    if (ms + most >= second)
+        return exact - ms + second;
+    if (ms < base + tenth / 2)
+        return exact - ms + std::max(base, ms - most);
+    return exact - ms + std::min(base + tenth, ms + most);
 }
 
 /// \param text UTF-8 of characters up to U+00FF
@@ -51,12 +87,26 @@ void appendLatin1(std::string &line, const std::string &text)
 
 void MonitorRows::follow(const capture::Record &record, Lines &lines)
 {
-    if (!pendingText.empty() &&
-        record.timeNs / nsPerMs >= pendingSinceMs + static_cast<std::uint64_t>(reports::lineFlushDelayMs))
+    if (record.header.kindOf() == capture::Kind::Status) {
+        if (const auto status = capture::statusOf(record.payload))
+            monotonicOffsetNs = status->monotonicNs - record.timeNs;
+    }
+    followThread(record, lines);
+    if (!isWithinCall && !pendingText.empty() && record.timeNs >= flushStampNs)
         flushText(lines);
     hasEnded = record.header.kindOf() == capture::Kind::End;
     if (record.header.call != 0)
         followCall(record);
+}
+
+/// What is delivered while the tool's thread is within a call is shown once it has returned.
+void MonitorRows::followThread(const capture::Record &record, Lines &lines)
+{
+    if (!isWithinCall || record.header.thread != toolThread || !isOutsideCalls(record))
+        return;
+    isWithinCall = false;
+    if (std::exchange(hasKeptInCall, false) && intake == Intake::Shown)
+        displayKept(record.timeNs, lines);
 }
 
 /// The tool's calls tell whether it takes reports.
@@ -67,35 +117,44 @@ void MonitorRows::followCall(const capture::Record &record)
     static const unsigned setDebugMode = callNamed("orvexSetDriverDebugMode");
     const bool isCall = record.header.kindOf() == capture::Kind::Call;
     const unsigned number = record.header.call;
-    if (number == attach && isCall)
+    if (number == attach && isCall) {
         intake = Intake::Shown;
-    else if (number == detach && !isCall)
-        intake = Intake::Dropped;
-    else if ((number == detach || (number == setDebugMode && isClosingDebugMode(record.payload))) && isCall &&
+        toolThread = record.header.thread;
+    } else if (number == detach)
+        intake = isCall ? Intake::Kept : Intake::Dropped;
+    else if (number == setDebugMode && isCall && isClosingDebugMode(record.payload) &&
              intake == Intake::Shown)
         intake = Intake::Kept;
+    isWithinCall = isWithinCall || (isCall && record.header.thread == toolThread);
 }
 
-void MonitorRows::show(const capture::Record &report, int timeOfDayMs, Lines &lines)
+void MonitorRows::show(const capture::Record &record, int timeOfDayMs, bool isWanted, Lines &lines)
 {
-    const reports::Bytes bytes{report.payload.data, report.payload.size};
-    if (intake == Intake::Dropped || comesTooSoon(bytes, timeOfDayMs))
+    if (intake == Intake::Dropped || comesTooSoon({record.payload.data, record.payload.size}, timeOfDayMs))
         return;
-    if (intake == Intake::Kept) {
-        kept.push_back({std::string(report.payload.text()), timeOfDayMs});
+    if (intake == Intake::Kept || isWithinCall) {
+        hasKeptInCall = isWithinCall;
+        kept.push_back({std::string(record.payload.text()), timeOfDayMs, isWanted});
         return;
     }
-    const std::uint64_t shownMs = report.timeNs / nsPerMs;
-    for (const KeptReport &earlier : std::exchange(kept, {})) {
-        const capture::ByteView view = capture::viewOf(earlier.bytes);
-        display({view.data, view.size}, earlier.timeOfDayMs, shownMs, lines);
-    }
-    display(bytes, timeOfDayMs, shownMs, lines);
+    displayKept(record.timeNs, lines);
+    display({record.payload, timeOfDayMs, isWanted}, record.timeNs, lines);
+}
+
+void MonitorRows::displayKept(std::uint64_t stampNs, Lines &lines)
+{
+    for (const KeptReport &earlier : std::exchange(kept, {}))
+        display({capture::viewOf(earlier.bytes), earlier.timeOfDayMs, earlier.isWanted}, stampNs, lines);
 }
 
 void MonitorRows::finish(Lines &lines)
 {
-    if (!hasEnded && !pendingText.empty())
+    if (hasEnded)
+        return;
+    // The rest may have come later.
+    if (isWithinCall && intake == Intake::Shown)
+        displayKept(flushStampNs, lines);
+    if (!pendingText.empty())
         flushText(lines);
 }
 
@@ -104,72 +163,85 @@ bool MonitorRows::comesTooSoon(const reports::Bytes &bytes, int timeOfDayMs)
     if (!limitMs)
         return false;
     const reports::RateLimit rateLimit = reports::rateLimitOf(read(reports::reportType, bytes));
+    const int thresholdMs = hasPrevious ? *limitMs : firstLimitMs;
     // None of the limited ones comes before the clock was started once.
     if (rateLimit == reports::RateLimit::Limited &&
-        timeOfDayMs - lastKeptMs.value_or(timeOfDayMs) <= *limitMs)
+        timeOfDayMs - lastKeptMs.value_or(timeOfDayMs) <= thresholdMs)
         return true;
     if (rateLimit != reports::RateLimit::None)
         lastKeptMs = timeOfDayMs;
     return false;
 }
 
-void MonitorRows::display(const reports::Bytes &bytes, int timeOfDayMs, std::uint64_t shownMs, Lines &lines)
+/// \param stampNs of the packet with which it is shown
+void MonitorRows::display(const Report &report, std::uint64_t stampNs, Lines &lines)
 {
     // What the Monitor takes for the report before the first.
     static constexpr unsigned char dummy[] = {'H', 'H'};
     if (!std::exchange(hasPrevious, true))
-        remember({dummy, sizeof dummy}, timeOfDayMs);
+        remember({dummy, sizeof dummy}, report.timeOfDayMs);
+    const reports::Bytes bytes{report.bytes.data, report.bytes.size};
     const bool isKnown = reports::ruleOf(read(reports::reportType, bytes)) != nullptr;
-    if (isKnown && checksumOf({bytes.data, bytes.length}) == previousChecksum)
+    if (isKnown && checksumOf(report.bytes) == previousChecksum)
         return;
     switch (reports::formOf(bytes)) {
     case reports::Form::Raw:
-        addRow(reports::rawRow(bytes), lines);
+        addRow(reports::rawRow(bytes), report.isWanted, lines);
         break;
     case reports::Form::Text:
-        addText(bytes, timeOfDayMs, shownMs, lines);
+        addText(report, stampNs, lines);
         break;
     case reports::Form::Row:
-        addRow(reports::fieldRow(bytes, inEnglish), lines);
+        addRow(reports::fieldRow(bytes, inEnglish), report.isWanted, lines);
         break;
     }
-    remember(bytes, timeOfDayMs);
+    remember(report.bytes, report.timeOfDayMs);
 }
 
-void MonitorRows::addText(const reports::Bytes &bytes, int timeOfDayMs, std::uint64_t shownMs, Lines &lines)
+void MonitorRows::addText(const Report &report, std::uint64_t stampNs, Lines &lines)
 {
-    for (std::size_t i = reports::textOffset; i < bytes.length; ++i) {
-        reports::appendPrintable(pendingText, bytes.data[i]);
-        if (bytes.data[i] == '\n')
-            completeLine(bytes, timeOfDayMs, lines);
+    for (std::size_t i = reports::textOffset; i < report.bytes.size; ++i) {
+        reports::appendPrintable(pendingText, report.bytes.data[i]);
+        if (report.bytes.data[i] == '\n')
+            completeLine(report, lines);
     }
-    pendingSinceMs = shownMs;
+    isPendingWanted = report.isWanted;
+    flushStampNs = flushStampOf(stampNs);
 }
 
-void MonitorRows::completeLine(const reports::Bytes &bytes, int timeOfDayMs, Lines &lines)
+void MonitorRows::completeLine(const Report &report, Lines &lines)
 {
     // A line that ends too soon after the previous report is dropped.
-    if (timeOfDayMs - previousMs > reports::lineGapMs) {
-        addRow({pendingText, {}}, lines);
-        remember(bytes, timeOfDayMs);
+    if (report.timeOfDayMs - previousMs > reports::lineGapMs) {
+        addRow({pendingText, {}}, report.isWanted, lines);
+        remember(report.bytes, report.timeOfDayMs);
     }
     pendingText.clear();
 }
 
-void MonitorRows::remember(const reports::Bytes &bytes, int timeOfDayMs)
+void MonitorRows::remember(capture::ByteView bytes, int timeOfDayMs)
 {
-    previousChecksum = checksumOf({bytes.data, bytes.length});
+    previousChecksum = checksumOf(bytes);
     previousMs = timeOfDayMs;
+}
+
+/// \param stampNs at which the timer starts. Where no status tells the monotonic time, the timer is not
+/// rounded.
+std::uint64_t MonitorRows::flushStampOf(std::uint64_t stampNs) const
+{
+    if (!monotonicOffsetNs)
+        return (stampNs / nsPerMs + reports::lineFlushDelayMs) * nsPerMs;
+    return timerEnd((stampNs + *monotonicOffsetNs) / nsPerMs) * nsPerMs - *monotonicOffsetNs;
 }
 
 void MonitorRows::flushText(Lines &lines)
 {
-    addRow({std::exchange(pendingText, {}), {}}, lines);
+    addRow({std::exchange(pendingText, {}), {}}, isPendingWanted, lines);
 }
 
-void MonitorRows::addRow(const reports::Row &row, Lines &lines)
+void MonitorRows::addRow(const reports::Row &row, bool isWanted, Lines &lines)
 {
-    if (lines.left == 0)
+    if (lines.left == 0 || !isWanted)
         return;
     --lines.left;
     appendLatin1(lines.text, row.first);

@@ -17,7 +17,7 @@ namespace decoding {
 
 /// The rows that the Monitor's log of one session would hold, in English and in Latin-1, had the tab been
 /// shown all the time: repeated reports are dropped, and text is joined into lines, by the packets' times in
-/// whole milliseconds.
+/// whole milliseconds. While the tool's thread is within a call of the library, reports wait.
 ///
 /// A byte is shown as the process's character classification (LC_CTYPE) has it, as in the tool.
 class MonitorRows
@@ -31,9 +31,10 @@ public:
 
     /// To be called for each packet of the session, in order, also for those that are not shown.
     void follow(const capture::Record &record, Lines &lines);
-    /// To be called for each report that is shown, behind follow().
+    /// To be called for each report, behind follow().
     /// \param timeOfDayMs local time of day
-    void show(const capture::Record &report, int timeOfDayMs, Lines &lines);
+    /// \param isWanted whether its rows are printed. A line belongs to the report that ends it
+    void show(const capture::Record &report, int timeOfDayMs, bool isWanted, Lines &lines);
     /// To be called behind the last packet: without an end of the session, text may have become a row later.
     void finish(Lines &lines);
 
@@ -46,31 +47,46 @@ private:
         Dropped,
     };
 
+    struct Report
+    {
+        capture::ByteView bytes;
+        int timeOfDayMs;
+        bool isWanted;
+    };
     struct KeptReport
     {
         std::string bytes;
         int timeOfDayMs;
+        bool isWanted;
     };
 
+    void followThread(const capture::Record &record, Lines &lines);
     void followCall(const capture::Record &call);
     bool comesTooSoon(const reports::Bytes &bytes, int timeOfDayMs);
-    void display(const reports::Bytes &bytes, int timeOfDayMs, std::uint64_t shownMs, Lines &lines);
-    void addText(const reports::Bytes &bytes, int timeOfDayMs, std::uint64_t shownMs, Lines &lines);
-    void completeLine(const reports::Bytes &bytes, int timeOfDayMs, Lines &lines);
-    void remember(const reports::Bytes &bytes, int timeOfDayMs);
+    void displayKept(std::uint64_t stampNs, Lines &lines);
+    void display(const Report &report, std::uint64_t stampNs, Lines &lines);
+    void addText(const Report &report, std::uint64_t stampNs, Lines &lines);
+    void completeLine(const Report &report, Lines &lines);
+    void remember(capture::ByteView bytes, int timeOfDayMs);
+    std::uint64_t flushStampOf(std::uint64_t stampNs) const;
     void flushText(Lines &lines);
-    void addRow(const reports::Row &row, Lines &lines);
+    void addRow(const reports::Row &row, bool isWanted, Lines &lines);
 
     std::optional<int> limitMs;
     Intake intake = Intake::Shown;
     bool hasEnded = false;
+    std::optional<std::uint64_t> monotonicOffsetNs; ///< of the monotonic clock from the stamps
+    std::optional<std::uint32_t> toolThread;
+    bool isWithinCall = false;  ///< the tool's thread
+    bool hasKeptInCall = false; ///< since it is
     std::vector<KeptReport> kept;
     std::optional<int> lastKeptMs; ///< time of day at which the rate limit's clock was restarted
     bool hasPrevious = false;
     std::uint16_t previousChecksum = 0;
     int previousMs = 0; ///< time of day
     std::string pendingText;
-    std::uint64_t pendingSinceMs = 0; ///< of the packets' stamps
+    bool isPendingWanted = false;
+    std::uint64_t flushStampNs = 0; ///< at which it becomes a row
 };
 
 } // namespace decoding

@@ -1,6 +1,7 @@
 #include "overview.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "recordtext.h"
 
@@ -14,9 +15,14 @@ std::string kindNameOf(const capture::Record &record)
     return name ? name : "kind " + std::to_string(record.header.kind);
 }
 
+std::optional<std::int32_t> boardIdOf(const capture::Record &record)
+{
+    return record.header.has(capture::BoardIsValid) ? std::optional(record.header.board) : std::nullopt;
+}
+
 void followReport(SessionOverview &session, const capture::Record &record)
 {
-    SessionOverview::Board &board = session.boards[record.header.board];
+    SessionOverview::Board &board = session.boards[boardIdOf(record)];
     if (board.reports++ == 0)
         board.firstNs = record.timeNs;
     board.lastNs = record.timeNs;
@@ -27,6 +33,46 @@ void followCounts(SessionOverview &session, const std::vector<capture::BoardCoun
 {
     for (const capture::BoardCounts &counts : boards)
         session.boards[counts.board].lost = counts.lost;
+}
+
+void followSequence(SessionOverview &session, const capture::Record &record)
+{
+    if (record.header.sequence != session.nextSequence)
+        ++session.gaps;
+    session.nextSequence = record.header.sequence + 1;
+}
+
+/// A thread that is in no call has returned from those that it made. Where packets are missing since, the
+/// return may be among them.
+void followThread(SessionOverview &session, const capture::Record &record)
+{
+    const auto found = session.openCalls.find(record.header.thread);
+    if (record.header.has(capture::WithinCall) || found == session.openCalls.end())
+        return;
+    auto &calls = found->second;
+    const auto isBeforeGap = [&](const SessionOverview::Call &call) { return call.gaps < session.gaps; };
+    calls.erase(std::remove_if(calls.begin(), calls.end(), isBeforeGap), calls.end());
+}
+
+void followCall(SessionOverview &session, const capture::Record &record)
+{
+    session.openCalls[record.header.thread].push_back(
+        {static_cast<std::uint32_t>(record.header.sequence), session.gaps, callTextOf(record)});
+}
+
+/// Calls within this one have returned as well.
+void followReturn(SessionOverview &session, const capture::Record &record)
+{
+    const auto found = session.openCalls.find(record.header.thread);
+    if (found == session.openCalls.end())
+        return;
+    auto &calls = found->second;
+    const auto isReturned = [&](const SessionOverview::Call &call) {
+        return call.number == record.header.link;
+    };
+    const auto call = std::find_if(calls.rbegin(), calls.rend(), isReturned);
+    if (call != calls.rend())
+        calls.erase(std::prev(call.base()), calls.end());
 }
 
 } // namespace
@@ -44,21 +90,19 @@ std::string SessionOverview::endText(bool isCutOff) const
         return isCutOff ? "cut off" : "no clean end";
     switch (end->reason) {
     case capture::EndReason::Exit:
-        return "exit status " + std::to_string(end->value);
+        return "clean, exit status " + std::to_string(end->value);
     case capture::EndReason::Signal:
         return "signal " + std::to_string(end->value);
     default:
-        return "unknown";
+        return "unknown"; // of a process that was no child of the recorder
     }
 }
 
 SessionOverview &Overview::sessionOf(const capture::Record &record)
 {
-    const auto found = std::find_if(all.begin(), all.end(), [&](const SessionOverview &session) {
-        return session.session == record.header.session;
-    });
-    if (found != all.end())
-        return *found;
+    const auto [index, isNew] = indices.try_emplace(record.header.session, all.size());
+    if (!isNew)
+        return all[index->second];
     SessionOverview &session = all.emplace_back();
     session.session = record.header.session;
     session.firstNs = record.timeNs;
@@ -72,19 +116,29 @@ void Overview::follow(const capture::Record &record)
     session.firstNs = std::min(session.firstNs, record.timeNs);
     session.lastNs = std::max(session.lastNs, record.timeNs);
     session.lost += record.header.lost;
+    if (record.payload.size < record.payloadLength || record.header.has(capture::PayloadCut))
+        ++session.cut;
+    followSequence(session, record);
     ++session.kinds[kindNameOf(record)];
     switch (record.header.kindOf()) {
     case capture::Kind::Report:
+        followThread(session, record);
         followReport(session, record);
         break;
+    case capture::Kind::Hotplug:
+        followThread(session, record);
+        break;
     case capture::Kind::Call:
-        session.openCalls[static_cast<std::uint32_t>(record.header.sequence)] = textOf(record);
+        followThread(session, record);
+        followCall(session, record);
         break;
     case capture::Kind::Return:
-        session.openCalls.erase(record.header.link);
+        followThread(session, record);
+        followReturn(session, record);
         break;
     case capture::Kind::Board:
-        session.boards[record.header.board];
+        if (const auto board = boardIdOf(record))
+            session.boards[board];
         break;
     case capture::Kind::Mark:
         session.notes.emplace_back(record.payload.text());

@@ -23,21 +23,32 @@ struct SessionOverview
         std::map<std::string, std::uint64_t> types; ///< reports by the name of their type
     };
 
+    struct Call
+    {
+        std::uint32_t number; ///< low half of its sequence
+        std::uint64_t gaps;   ///< of the sequence, before it
+        std::string text;
+    };
+
     std::uint32_t session = 0;
     std::uint64_t packets = 0;
     std::uint64_t firstNs = 0;
     std::uint64_t lastNs = 0;
     std::uint64_t lost = 0;
+    std::uint64_t nextSequence = 0;
+    std::uint64_t gaps = 0;                     ///< of the sequence: packets that were lost or taken out
     std::map<std::string, std::uint64_t> kinds; ///< packets by the name of their kind
-    std::map<std::int32_t, Board> boards;
+    std::uint64_t cut = 0;                      ///< packets of which bytes are missing
+    /// None is that of reports that tell no board.
+    std::map<std::optional<std::int32_t>, Board> boards;
     std::optional<capture::End> end;
-    /// Those that have not returned, by the low half of their number.
-    std::map<std::uint32_t, std::string> openCalls;
+    /// Those that have not returned, by thread, inner ones last.
+    std::map<std::uint32_t, std::vector<Call>> openCalls;
     std::vector<std::string> notes;
 
     /// Reports a second between the first and the last; 0 for fewer than two.
     static double rateOf(const Board &board);
-    /// "exit status 0", "signal 9", "unknown", "cut off" or "no clean end".
+    /// "clean, exit status 0", "signal 9", "unknown", "cut off" or "no clean end".
     /// \param isCutOff whether the file ends within a block
     std::string endText(bool isCutOff) const;
 };
@@ -53,6 +64,7 @@ private:
     SessionOverview &sessionOf(const capture::Record &record);
 
     std::vector<SessionOverview> all;
+    std::map<std::uint32_t, std::size_t> indices; ///< of all, by session
 };
 
 } // namespace decoding

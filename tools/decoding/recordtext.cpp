@@ -171,6 +171,11 @@ std::string textOf(const capture::Record &record)
     return text + ownText(record);
 }
 
+std::string callTextOf(const capture::Record &record)
+{
+    return callText(record);
+}
+
 const char *reportNameOf(const capture::Record &record)
 {
     if (record.header.kindOf() != capture::Kind::Report)

@@ -16,6 +16,9 @@ namespace decoding {
 /// \endcode
 std::string textOf(const capture::Record &record);
 
+/// The same of a call or a return, without the count of what was lost before it.
+std::string callTextOf(const capture::Record &record);
+
 /// "SignalReport"; null when the type is unknown, or the packet no report.
 const char *reportNameOf(const capture::Record &record);
 

@@ -50,16 +50,27 @@ std::string date(std::uint64_t ns, std::int32_t offsetSeconds, bool isUtc)
 
 } // namespace
 
+std::string utcText(std::uint64_t ns)
+{
+    return date(ns, 0, true);
+}
+
 void Times::follow(const capture::Record &record)
 {
     if (!first)
         first = record.timeNs;
     if (record.header.kindOf() != capture::Kind::Status)
         return;
-    if (const auto status = capture::statusOf(record.payload)) {
-        wallOffsetNs = static_cast<std::int64_t>(status->realNs - record.timeNs);
-        localOffsetSeconds = status->localOffsetSeconds;
-    }
+    if (const auto status = capture::statusOf(record.payload))
+        clocks[record.header.session] = {static_cast<std::int64_t>(status->realNs - record.timeNs),
+                                         status->localOffsetSeconds};
+}
+
+/// Before a session's first status, the stamps' and UTC.
+Times::Clock Times::clockOf(const capture::Record &record) const
+{
+    const auto found = clocks.find(record.header.session);
+    return found == clocks.end() ? Clock{} : found->second;
 }
 
 double Times::secondsOf(const capture::Record &record) const
@@ -70,9 +81,10 @@ double Times::secondsOf(const capture::Record &record) const
 int Times::timeOfDayMs(const capture::Record &record) const
 {
     constexpr std::int64_t msPerDay = 86'400'000;
-    const auto wallMs =
-        static_cast<std::int64_t>((record.timeNs + static_cast<std::uint64_t>(wallOffsetNs)) / 1'000'000);
-    const std::int64_t ms = (wallMs + 1000 * std::int64_t{localOffsetSeconds}) % msPerDay;
+    const Clock clock = clockOf(record);
+    const std::uint64_t wallNs = record.timeNs + static_cast<std::uint64_t>(clock.wallOffsetNs);
+    const auto wallMs = static_cast<std::int64_t>(wallNs / 1'000'000);
+    const std::int64_t ms = (wallMs + 1000 * std::int64_t{clock.localOffsetSeconds}) % msPerDay;
     return static_cast<int>(ms < 0 ? ms + msPerDay : ms);
 }
 
@@ -80,16 +92,17 @@ std::string Times::textOf(const capture::Record &record)
 {
     const std::uint64_t before = lastShown.value_or(record.timeNs);
     lastShown = record.timeNs;
-    const std::uint64_t wall = record.timeNs + static_cast<std::uint64_t>(wallOffsetNs);
+    const Clock clock = clockOf(record);
+    const std::uint64_t wall = record.timeNs + static_cast<std::uint64_t>(clock.wallOffsetNs);
     switch (style) {
     case TimeStyle::Relative:
         return difference(first.value_or(record.timeNs), record.timeNs);
     case TimeStyle::Delta:
         return difference(before, record.timeNs);
     case TimeStyle::Utc:
-        return date(wall, 0, true);
+        return utcText(wall);
     case TimeStyle::Local:
-        return date(wall, localOffsetSeconds, false);
+        return date(wall, clock.localOffsetSeconds, false);
     case TimeStyle::Epoch:
         break;
     }

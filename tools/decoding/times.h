@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 
@@ -17,8 +18,11 @@ enum class TimeStyle
     Epoch,    ///< seconds since 1970-01-01 UTC
 };
 
+/// "2026-11-22T07:05:01.123456789Z"
+std::string utcText(std::uint64_t ns);
+
 /// Tells the times of packets. Clocks stop in suspend and may be set: utc and local times go by the last
-/// status packet, the others by the packet's stamp.
+/// status packet of their session, the others by the packet's stamp.
 class Times
 {
 public:
@@ -37,10 +41,17 @@ public:
     std::string textOf(const capture::Record &record);
 
 private:
+    struct Clock
+    {
+        std::int64_t wallOffsetNs = 0; ///< of the wall clock from the stamps
+        std::int32_t localOffsetSeconds = 0;
+    };
+
+    Clock clockOf(const capture::Record &record) const;
+
     std::optional<std::uint64_t> first;
     std::optional<std::uint64_t> lastShown;
-    std::int64_t wallOffsetNs = 0; ///< of the wall clock from the stamps
-    std::int32_t localOffsetSeconds = 0;
+    std::map<std::uint32_t, Clock> clocks; ///< by session
     TimeStyle style;
 };
 

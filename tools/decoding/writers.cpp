@@ -70,15 +70,15 @@ void Writer::follow(const capture::Record &record)
         rowsOf(record).follow(record, lines);
 }
 
-void Writer::write(const capture::Record &record)
+void Writer::write(const capture::Record &record, bool isWanted)
 {
     if (options.format == Format::Rows) {
         if (record.header.kindOf() == capture::Kind::Report)
-            rowsOf(record).show(record, times.timeOfDayMs(record), lines);
+            rowsOf(record).show(record, times.timeOfDayMs(record), isWanted, lines);
         flushLarge();
         return;
     }
-    if (isFull())
+    if (isFull() || !isWanted)
         return;
     --lines.left;
     switch (options.format) {

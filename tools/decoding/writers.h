@@ -39,8 +39,9 @@ public:
     void begin();
     /// To be called for each packet, also those that are not shown.
     void follow(const capture::Record &record);
-    /// To be called for each packet that is shown, behind follow().
-    void write(const capture::Record &record);
+    /// To be called for each packet, behind follow().
+    /// \param isWanted whether it is printed; rows go by the others, too
+    void write(const capture::Record &record, bool isWanted = true);
     /// To be called behind the last packet.
     void finish();
 

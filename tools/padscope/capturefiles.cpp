@@ -6,10 +6,17 @@
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace padscope {
+
+namespace {
+
+constexpr std::size_t maxPrintedSessions = 20;
+
+} // namespace
 
 InputFile::InputFile(const std::string &path)
     : shown(path == "-" ? "standard input" : path)
@@ -33,27 +40,85 @@ bool InputFile::canGrow() const
     return fstat(file, &info) == 0 && S_ISREG(info.st_mode);
 }
 
+bool InputFile::hasMore() const
+{
+    pollfd input{file, POLLIN, 0};
+    return poll(&input, 1, 0) > 0;
+}
+
 void Completeness::follow(const capture::Record &record)
 {
-    hasEnd[record.header.session] = record.header.kindOf() == capture::Kind::End;
-    hasLost = hasLost || record.header.lost > 0;
+    Session &session = sessions[record.header.session];
+    session.hasEnd = record.header.kindOf() == capture::Kind::End;
+    session.lost += record.header.lost;
+}
+
+bool Completeness::hasEnded() const
+{
+    return !sessions.empty() && std::all_of(sessions.begin(), sessions.end(),
+                                            [](const auto &entry) { return entry.second.hasEnd; });
 }
 
 bool Completeness::isComplete() const
 {
-    return !hasLost && !hasEnd.empty() &&
-           std::all_of(hasEnd.begin(), hasEnd.end(), [](const auto &session) { return session.second; });
+    return !sessions.empty() && std::all_of(sessions.begin(), sessions.end(),
+                                            [](const auto &entry) { return entry.second.isComplete(); });
+}
+
+void Completeness::printReasons(const InputFile &input) const
+{
+    const auto print = [&input](std::uint32_t session, const std::string &what) {
+        char name[16];
+        std::snprintf(name, sizeof name, "%08x", session);
+        printError(input.name() + ": session " + name + ": " + what);
+    };
+    std::size_t incomplete = 0;
+    for (const auto &[number, session] : sessions) {
+        if (session.isComplete() || ++incomplete > maxPrintedSessions)
+            continue;
+        if (!session.hasEnd)
+            print(number, "no clean end");
+        if (session.lost > 0)
+            print(number, std::to_string(session.lost) + " lost");
+    }
+    if (incomplete > maxPrintedSessions)
+        printError(input.name() + ": " + std::to_string(incomplete - maxPrintedSessions) +
+                   " more sessions that are not complete");
 }
 
 Status Completeness::status(const InputFile &input, const capture::RecordReader &reader,
                             capture::pcapng::Event last) const
 {
-    if (last == capture::pcapng::Event::Damage) {
-        const capture::pcapng::Damage &damage = reader.damage();
-        printError(input.name() + ": byte " + std::to_string(damage.offset) + ": " + damage.reason);
+    if (const capture::Skipped &skipped = reader.skipped(); skipped.newVersions > 0)
+        printErrorAt(input, skipped.newVersionOffset,
+                     "a packet of a later version of the format; " + std::to_string(skipped.newVersions) +
+                         " of these are passed by");
+    if (const auto damage = damageOf(reader, last))
+        printErrorAt(input, damage->offset, damage->reason);
+    if (last == capture::pcapng::Event::Damage || reader.skipped().newVersions > 0)
         return Failed;
-    }
+    if (sessions.empty() && reader.file().offset() > 0)
+        printError(input.name() + ": no packet of a capture in it");
     return isComplete() && !reader.file().endsWithinBlock() ? Good : Incomplete;
+}
+
+std::optional<capture::pcapng::Damage> damageOf(const capture::RecordReader &reader,
+                                                capture::pcapng::Event last)
+{
+    if (last == capture::pcapng::Event::Damage)
+        return reader.damage();
+    if (last != capture::pcapng::Event::End)
+        return std::nullopt;
+    if (reader.file().endsWithinBlock())
+        return capture::pcapng::Damage{reader.file().offset(), "it ends within a block"};
+    if (reader.file().offset() == 0)
+        return capture::pcapng::Damage{0, "it is empty"};
+    return std::nullopt;
+}
+
+void printErrorAt(const InputFile &input, std::uint64_t offset, const std::string &what)
+{
+    printError(input.name() + ": byte " + std::to_string(offset) + ": " + what);
 }
 
 void printError(const std::string &line)

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 
 #include "recordreader.h"
@@ -30,6 +31,8 @@ public:
     bool isOpen() const { return file >= 0; }
     /// Whether more may be written to it while it is read.
     bool canGrow() const;
+    /// Whether reading does not wait.
+    bool hasMore() const;
     int descriptor() const { return file; }
     const std::string &name() const { return shown; }
 
@@ -43,17 +46,34 @@ class Completeness
 {
 public:
     void follow(const capture::Record &record);
-    /// Every session has its end, and nothing is lost.
-    bool isComplete() const;
-    /// Prints damage to standard error.
+    bool hasEnded() const;   ///< every session
+    bool isComplete() const; ///< and nothing is lost
+    /// Prints to standard error what it is that a session lacks.
+    void printReasons(const InputFile &input) const;
+    /// Prints damage, and what a later version has written, to standard error.
     /// \param last what the reader ended with
     Status status(const InputFile &input, const capture::RecordReader &reader,
                   capture::pcapng::Event last) const;
 
 private:
-    std::map<std::uint32_t, bool> hasEnd; ///< by session
-    bool hasLost = false;
+    struct Session
+    {
+        bool hasEnd = false; ///< its last packet is one
+        std::uint64_t lost = 0;
+
+        bool isComplete() const { return hasEnd && lost == 0; }
+    };
+
+    std::map<std::uint32_t, Session> sessions;
 };
+
+/// What hinders a file from being read to the end of a block; also that it is empty.
+/// \param last what the reader ended with
+std::optional<capture::pcapng::Damage> damageOf(const capture::RecordReader &reader,
+                                                capture::pcapng::Event last);
+
+/// Prints a line that names file and place to standard error.
+void printErrorAt(const InputFile &input, std::uint64_t offset, const std::string &what);
 
 /// Prints a line to standard error.
 void printError(const std::string &line);

@@ -9,6 +9,8 @@
 #include <unistd.h>
 
 #include "capturefiles.h"
+#include "layoutnames.h"
+#include "options.h"
 #include "recordtext.h"
 #include "writers.h"
 
@@ -41,6 +43,14 @@ std::vector<std::string> kindNames()
     };
 }
 
+std::vector<std::string> typeNames()
+{
+    std::vector<std::string> names = decoding::reportTypes();
+    for (const std::string &name : decoding::layoutNames())
+        names.push_back(name);
+    return names;
+}
+
 template <typename Value, typename Wanted>
 bool isAmong(const std::vector<Wanted> &wanted, const Value &value)
 {
@@ -58,7 +68,8 @@ bool isOfType(const DecodeOptions &options, const capture::Record &record)
     if (options.types.empty())
         return true;
     const bool isReport = record.header.kindOf() == capture::Kind::Report;
-    return isReport && isAmong(options.types, decoding::reportTypeOf(record));
+    return isReport && (isAmong(options.types, decoding::reportTypeOf(record)) ||
+                        isAmong(options.types, decoding::layoutNameOf(record)));
 }
 
 bool isOfBoard(const DecodeOptions &options, const capture::Record &record)
@@ -97,24 +108,22 @@ public:
 private:
     padscope::Status decode()
     {
-        const bool follows = options.follows && input.canGrow();
-        while (!writer.isFull()) {
+        const bool canGrow = options.follows && input.canGrow();
+        while (!writer.isFull() && writer.canPrint()) {
+            if (options.follows && !input.hasMore())
+                writer.flush();
             const Event event = reader.next();
-            if (event == Event::End && follows) {
+            if (event == Event::Packet) {
+                take(reader.record());
+                continue;
+            }
+            if (event == Event::End && canGrow && !completeness.hasEnded()) {
                 if (!waitForMore())
                     break;
                 continue;
             }
-            if (event != Event::Packet) {
-                writer.finish();
-                return completeness.status(input, reader, event);
-            }
-            const capture::Record &record = reader.record();
-            take(record);
-            if (!writer.canPrint())
-                break;
-            if (follows && record.header.kindOf() == capture::Kind::End)
-                return completeness.isComplete() ? padscope::Good : padscope::Incomplete;
+            writer.finish();
+            return completeness.status(input, reader, event);
         }
         return padscope::Good; // all that was asked for
     }
@@ -123,8 +132,7 @@ private:
     {
         completeness.follow(record);
         writer.follow(record);
-        if (isWanted(options, record, writer.clock().secondsOf(record)))
-            writer.write(record);
+        writer.write(record, isWanted(options, record, writer.clock().secondsOf(record)));
     }
 
     /// \return false when nobody reads what is printed any more
@@ -154,15 +162,6 @@ int run(const DecodeOptions &options)
     return Decoding(options).run();
 }
 
-template <typename Value>
-void addNamed(CLI::App *command, const char *name, Value &value, const std::map<std::string, Value> &names,
-              const char *description)
-{
-    command->add_option(name, value, description)
-        ->transform(CLI::CheckedTransformer(names))
-        ->type_name("NAME");
-}
-
 /// An option that may be given several times.
 template <typename Value>
 CLI::Option *addRepeatable(CLI::App *command, const char *name, std::vector<Value> &values,
@@ -175,19 +174,22 @@ void addFilters(CLI::App *command, DecodeOptions &options)
 {
     addRepeatable(command, "--board", options.boards, "Only this board (repeatable)")->type_name("ID");
     addRepeatable(command, "--type", options.types,
-                  "Only reports of this type, such as SignalReport or unknown (repeatable)")
+                  "Only reports of this type, such as SignalReport, signal1 or unknown (repeatable)")
         ->type_name("NAME")
-        ->check(CLI::IsMember(decoding::reportTypes()));
+        ->check(padscope::oneOf(typeNames()));
     addRepeatable(command, "--kind", options.kinds,
                   "Only packets of this kind, such as report or call (repeatable)")
         ->type_name("NAME")
-        ->check(CLI::IsMember(kindNames()));
+        ->check(padscope::oneOf(kindNames()));
     command->add_option("--from", options.from, "From this second on, counted from the first packet")
-        ->type_name("S");
-    command->add_option("--to", options.to, "Before this second")->type_name("S");
+        ->type_name("S")
+        ->check(padscope::finiteNumber());
+    command->add_option("--to", options.to, "Before this second")
+        ->type_name("S")
+        ->check(padscope::finiteNumber());
     command->add_option("--limit", options.writer.limit, "At most so many lines, or rows")
         ->type_name("N")
-        ->check(CLI::NonNegativeNumber);
+        ->transform(padscope::wholeNumber());
 }
 
 } // namespace
@@ -196,23 +198,23 @@ void addDecodeCommand(CLI::App &program, int &status)
 {
     CLI::App *command = program.add_subcommand("decode", "Prints the packets of a capture, one a line");
     const auto options = std::make_shared<DecodeOptions>();
-    command->add_option("FILE", options->file, "A capture; - is standard input")->required();
-    addNamed(
+    command->add_option("FILE", options->file, "A capture; - is standard input")->type_name("")->required();
+    padscope::addNamed<Format>(
         command, "--format", options->writer.format,
         {{"text", Format::Text}, {"rows", Format::Rows}, {"csv", Format::Csv}, {"jsonl", Format::JsonLines}},
         "text; rows, as the Monitor's log has them; csv; or jsonl");
-    addNamed(command, "--time", options->writer.time,
-             {{"relative", TimeStyle::Relative},
-              {"delta", TimeStyle::Delta},
-              {"utc", TimeStyle::Utc},
-              {"local", TimeStyle::Local},
-              {"epoch", TimeStyle::Epoch}},
-             "How times are told: relative, delta, utc, local or epoch");
+    padscope::addNamed<TimeStyle>(command, "--time", options->writer.time,
+                                  {{"relative", TimeStyle::Relative},
+                                   {"delta", TimeStyle::Delta},
+                                   {"utc", TimeStyle::Utc},
+                                   {"local", TimeStyle::Local},
+                                   {"epoch", TimeStyle::Epoch}},
+                                  "How times are told: relative, delta, utc, local or epoch");
     command
         ->add_option("--threshold", options->writer.thresholdMs,
                      "The Monitor's rate limit for rows, as its slider sets it; without it there is none")
         ->type_name("MS")
-        ->check(CLI::NonNegativeNumber);
+        ->transform(padscope::wholeNumber());
     addFilters(command, *options);
     command->add_flag("--follow", options->follows, "Goes on while the file grows, until its end packet");
     command->callback([options, &status] { status = run(*options); });

@@ -1,12 +1,14 @@
 #include "infocommand.h"
 
-#include <algorithm>
 #include <CLI/CLI.hpp>
 #include <memory>
 #include <nlohmann/json.hpp>
 
 #include "capturefiles.h"
+#include "escaping.h"
+#include "options.h"
 #include "overview.h"
+#include "times.h"
 
 namespace {
 
@@ -17,6 +19,16 @@ struct InfoOptions
 {
     std::vector<std::string> files;
     std::string format = "text";
+};
+
+struct FileOverview
+{
+    std::string name;
+    std::vector<capture::pcapng::Section> sections;
+    decoding::Overview packets;
+    capture::Skipped skipped;
+    bool isCutOff = false;
+    std::optional<capture::pcapng::Damage> damage;
 };
 
 std::string sessionName(const SessionOverview &session)
@@ -31,12 +43,27 @@ double spanOf(const SessionOverview &session)
     return static_cast<double>(session.lastNs - session.firstNs) / 1e9;
 }
 
-/// A note may have been written by anybody: nothing in it moves a terminal's cursor.
-std::string withoutControls(std::string text)
+/// A text may have been written by anybody: nothing in it moves a terminal's cursor.
+std::string escaped(const std::string &bytes)
 {
-    std::replace_if(
-        text.begin(), text.end(), [](unsigned char byte) { return byte < ' ' || byte == 0x7F; }, '.');
+    std::string text;
+    decoding::appendEscaped(text, bytes);
     return text;
+}
+
+std::string boardName(const std::optional<std::int32_t> &id)
+{
+    return id ? "board " + std::to_string(*id) : "no board";
+}
+
+/// Of the thread that made them, inner ones behind outer ones.
+std::vector<std::string> openCallsOf(const SessionOverview &session)
+{
+    std::vector<std::string> texts;
+    for (const auto &[thread, calls] : session.openCalls)
+        for (const SessionOverview::Call &call : calls)
+            texts.push_back(call.text);
+    return texts;
 }
 
 void printSession(const SessionOverview &session, bool isCutOff)
@@ -44,65 +71,113 @@ void printSession(const SessionOverview &session, bool isCutOff)
     std::printf("  session %s: %llu packets in %.3f s, %llu lost, %s\n", sessionName(session).c_str(),
                 static_cast<unsigned long long>(session.packets), spanOf(session),
                 static_cast<unsigned long long>(session.lost), session.endText(isCutOff).c_str());
+    std::printf("    began at   %s\n", decoding::utcText(session.firstNs).c_str());
     for (const auto &[kind, count] : session.kinds)
         std::printf("    %-10s %llu\n", kind.c_str(), static_cast<unsigned long long>(count));
     for (const auto &[id, board] : session.boards) {
-        std::printf("    board %d: %llu reports, %.1f a second, %llu lost\n", id,
+        std::printf("    %s: %llu reports, %.1f a second, %llu lost\n", boardName(id).c_str(),
                     static_cast<unsigned long long>(board.reports), SessionOverview::rateOf(board),
                     static_cast<unsigned long long>(board.lost));
         for (const auto &[type, count] : board.types)
             std::printf("      %-18s %llu\n", type.c_str(), static_cast<unsigned long long>(count));
     }
-    for (const auto &[number, call] : session.openCalls)
+    if (session.cut > 0)
+        std::printf("    cut: %llu packets\n", static_cast<unsigned long long>(session.cut));
+    for (const std::string &call : openCallsOf(session))
         std::printf("    never returned: %s\n", call.c_str());
     for (const std::string &note : session.notes)
-        std::printf("    note: %s\n", withoutControls(note).c_str());
+        std::printf("    note: %s\n", escaped(note).c_str());
 }
 
 nlohmann::ordered_json jsonOf(const SessionOverview &session, bool isCutOff)
 {
     nlohmann::ordered_json boards = nlohmann::ordered_json::array();
     for (const auto &[id, board] : session.boards)
-        boards.push_back({{"board", id},
+        boards.push_back({{"board", id ? nlohmann::ordered_json(*id) : nlohmann::ordered_json()},
                           {"reports", board.reports},
                           {"perSecond", SessionOverview::rateOf(board)},
                           {"lost", board.lost},
                           {"types", board.types}});
-    std::vector<std::string> open;
-    for (const auto &[number, call] : session.openCalls)
-        open.push_back(call);
     return {{"session", sessionName(session)},
             {"packets", session.packets},
+            {"start", decoding::utcText(session.firstNs)},
             {"seconds", spanOf(session)},
             {"lost", session.lost},
+            {"cut", session.cut},
             {"end", session.endText(isCutOff)},
             {"kinds", session.kinds},
             {"boards", boards},
-            {"neverReturned", open},
+            {"neverReturned", openCallsOf(session)},
             {"notes", session.notes}};
 }
 
-nlohmann::ordered_json jsonOf(const std::string &name, const decoding::Overview &overview, bool isCutOff)
+nlohmann::ordered_json jsonOf(const capture::pcapng::Section &section)
 {
-    nlohmann::ordered_json sessions = nlohmann::ordered_json::array();
-    for (const SessionOverview &session : overview.sessions())
-        sessions.push_back(jsonOf(session, isCutOff));
-    return {{"file", name}, {"cutOff", isCutOff}, {"sessions", sessions}};
+    return {{"application", section.userApplication},
+            {"os", section.operatingSystem},
+            {"hardware", section.hardware},
+            {"comment", section.comment}};
 }
 
-void printText(const std::string &name, const decoding::Overview &overview, bool isCutOff,
-               const capture::RecordReader &reader)
+nlohmann::ordered_json jsonOf(const FileOverview &file)
 {
-    std::printf("%s:%s\n", name.c_str(), isCutOff ? " cut off" : "");
-    for (const SessionOverview &session : overview.sessions())
-        printSession(session, isCutOff);
-    const capture::Skipped &skipped = reader.skipped();
-    if (skipped.foreignPackets + skipped.otherBlocks + skipped.cutHeaders > 0)
-        std::printf(
-            "  passed by: %llu foreign packets, %llu other blocks, %llu packets cut within their header\n",
-            static_cast<unsigned long long>(skipped.foreignPackets),
-            static_cast<unsigned long long>(skipped.otherBlocks),
-            static_cast<unsigned long long>(skipped.cutHeaders));
+    nlohmann::ordered_json damage;
+    if (file.damage)
+        damage = {{"offset", file.damage->offset}, {"reason", file.damage->reason}};
+    nlohmann::ordered_json sections = nlohmann::ordered_json::array();
+    for (const capture::pcapng::Section &section : file.sections)
+        sections.push_back(jsonOf(section));
+    nlohmann::ordered_json sessions = nlohmann::ordered_json::array();
+    for (const SessionOverview &session : file.packets.sessions())
+        sessions.push_back(jsonOf(session, file.isCutOff));
+    return {{"file", file.name},
+            {"cutOff", file.isCutOff},
+            {"damage", damage},
+            {"sections", sections},
+            {"sessions", sessions},
+            {"passedBy",
+             {{"foreignPackets", file.skipped.foreignPackets},
+              {"otherBlocks", file.skipped.otherBlocks},
+              {"cutHeaders", file.skipped.cutHeaders},
+              {"laterVersions", file.skipped.newVersions}}}};
+}
+
+/// "padscope 1.1, Linux 6.1, x86_64"
+std::string writerOf(const capture::pcapng::Section &section)
+{
+    std::string text;
+    for (const std::string &part : {section.userApplication, section.operatingSystem, section.hardware}) {
+        if (!text.empty() && !part.empty())
+            text += ", ";
+        decoding::appendEscaped(text, part);
+    }
+    return text;
+}
+
+void printText(const FileOverview &file)
+{
+    std::printf("%s:%s\n", file.name.c_str(), file.isCutOff ? " cut off" : "");
+    for (const capture::pcapng::Section &section : file.sections) {
+        if (const std::string writer = writerOf(section); !writer.empty())
+            std::printf("  written by %s\n", writer.c_str());
+    }
+    for (const SessionOverview &session : file.packets.sessions())
+        printSession(session, file.isCutOff);
+    const capture::Skipped &skipped = file.skipped;
+    if (skipped.foreignPackets + skipped.otherBlocks + skipped.cutHeaders + skipped.newVersions > 0)
+        std::printf("  passed by: %llu foreign packets, %llu other blocks, %llu packets cut within their "
+                    "header, %llu packets of a later version\n",
+                    static_cast<unsigned long long>(skipped.foreignPackets),
+                    static_cast<unsigned long long>(skipped.otherBlocks),
+                    static_cast<unsigned long long>(skipped.cutHeaders),
+                    static_cast<unsigned long long>(skipped.newVersions));
+}
+
+/// Those in which packets stand.
+void followSection(std::vector<capture::pcapng::Section> &sections, const capture::pcapng::Section &section)
+{
+    if (sections.empty() || sections.back().offset != section.offset)
+        sections.push_back(section);
 }
 
 padscope::Status describe(const std::string &path, bool isJson, nlohmann::ordered_json &files)
@@ -111,18 +186,22 @@ padscope::Status describe(const std::string &path, bool isJson, nlohmann::ordere
     if (!input.isOpen())
         return padscope::Failed;
     capture::RecordReader reader(input.descriptor());
-    decoding::Overview overview;
+    FileOverview file;
+    file.name = input.name();
     padscope::Completeness completeness;
     Event last = reader.next();
     for (; last == Event::Packet; last = reader.next()) {
         completeness.follow(reader.record());
-        overview.follow(reader.record());
+        file.packets.follow(reader.record());
+        followSection(file.sections, reader.file().section());
     }
-    const bool isCutOff = last == Event::End && reader.file().endsWithinBlock();
+    file.skipped = reader.skipped();
+    file.isCutOff = last == Event::End && reader.file().endsWithinBlock();
+    file.damage = padscope::damageOf(reader, last);
     if (isJson)
-        files.push_back(jsonOf(input.name(), overview, isCutOff));
+        files.push_back(jsonOf(file));
     else
-        printText(input.name(), overview, isCutOff, reader);
+        printText(file);
     return completeness.status(input, reader, last);
 }
 
@@ -148,9 +227,9 @@ void addInfoCommand(CLI::App &program, int &status)
 {
     CLI::App *command = program.add_subcommand("info", "Tells what captures have");
     const auto options = std::make_shared<InfoOptions>();
-    command->add_option("FILE", options->files, "Captures; - is standard input")->required();
+    command->add_option("FILE", options->files, "Captures; - is standard input")->type_name("")->required();
     command->add_option("--format", options->format, "text or json")
         ->type_name("NAME")
-        ->check(CLI::IsMember({"text", "json"}));
+        ->check(padscope::oneOf({"text", "json"}));
     command->callback([options, &status] { status = run(*options); });
 }

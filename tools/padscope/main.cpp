@@ -12,6 +12,12 @@
 namespace {
 
 constexpr int usageStatus = 2;
+constexpr char version[] = "padscope " PADSCOPE_VERSION;
+
+std::string usageError(const CLI::App *, const CLI::Error &error)
+{
+    return std::string("padscope: ") + error.what() + "; see --help\n";
+}
 
 /// Takes the host's command off those of `record`: it is passed on as it is.
 std::vector<std::string> takeHost(int &argc, char **argv)
@@ -29,7 +35,9 @@ std::vector<std::string> takeHost(int &argc, char **argv)
 int main(int argc, char **argv)
 {
     CLI::App program("Records what a board sends, and decodes it.", "padscope");
-    program.set_version_flag("--version", "padscope " PADSCOPE_VERSION);
+    program.set_version_flag("--version", version, "Prints the version");
+    program.set_help_flag("-h,--help", "Prints this");
+    program.failure_message(usageError);
     program.require_subcommand(1);
     int status = 0;
     const std::vector<std::string> host = takeHost(argc, argv);
@@ -38,6 +46,8 @@ int main(int argc, char **argv)
     addDecodeCommand(program, status);
     addCheckCommand(program, status);
     addDissectorCommand(program, status);
+    for (CLI::App *command : program.get_subcommands(nullptr))
+        command->set_version_flag("--version", version, "Prints the version");
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError &error) {

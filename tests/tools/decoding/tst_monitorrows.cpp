@@ -15,17 +15,25 @@ namespace {
 
 const QByteArray noPayload;
 
-/// \param what a report's bytes, or the name of another packet
+/// \param what a report's bytes, behind "~" when another thread than the tool's delivers it, or the name of
+/// another packet
 QByteArray packetFrom(const QByteArray &what)
 {
     static const QMap<QByteArray, QByteArray> others{
         {"attach", packetBytes(2, 0, 1, 0, 0, noPayload)},
+        {"attached", packetBytes(3, 0, 1, 0, 0, noPayload)},
+        {"send", packetBytes(2, 1, 6, 7, 0, noPayload)},
+        {"sent", packetBytes(3, 1, 6, 7, 0, noPayload)},
+        {"clock",
+         packetBytes(5, 0, 0, 0, 0, blocks::number(5'000'000'000, 8) + QByteArray(8 + 8 + 4 + 4, '\0'))},
         {"detach", packetBytes(2, 0, 2, 0, 0, noPayload)},
         {"detached", packetBytes(3, 0, 2, 0, 0, noPayload)},
         {"closing", packetBytes(2, 1, 32, 7, 0, hex("07000000 01000000 ffffffff"))},
         {"status", packetBytes(5, 0, 0, 0, 0, noPayload)},
         {"end", packetBytes(8, 0, 0, 0, 0, noPayload)},
     };
+    if (what.startsWith('~'))
+        return packetFrom(what.mid(1)).replace(28, 4, "else");
     return others.contains(what) ? others[what] : packetBytes(1, 1, 0, 7, 0, hex(what));
 }
 
@@ -62,6 +70,7 @@ private slots:
     void rows_data();
     void rows();
     void noMoreThanTheLimit();
+    void reportsThatAreNotWanted();
     void checksums();
     void agreesWithTheMonitor();
 };
@@ -88,7 +97,7 @@ void MonitorRowsTests::rows()
                             1'000'000'000 + quint64(ms) * 1'000'000);
         rows.follow(own.record, lines);
         if (own.record.header.kindOf() == capture::Kind::Report)
-            rows.show(own.record, ms, lines);
+            rows.show(own.record, ms, true, lines);
     }
     rows.finish(lines);
     QTEST(QByteArray::fromStdString(lines.text), "rows");
@@ -101,10 +110,32 @@ void MonitorRowsTests::noMoreThanTheLimit()
     lines.left = 1;
     const OwnRecord text(packetFrom("003261"));
     const OwnRecord twoLines(packetFrom("0032620a63"));
-    rows.show(text.record, 0, lines);
-    rows.show(twoLines.record, 100, lines);
+    rows.show(text.record, 0, true, lines);
+    rows.show(twoLines.record, 100, true, lines);
     rows.finish(lines);
     QCOMPARE(lines.text, std::string("ab.\n"));
+}
+
+/// They go into a line, and into what is repeated, but make no rows.
+void MonitorRowsTests::reportsThatAreNotWanted()
+{
+    decoding::MonitorRows rows(std::nullopt);
+    decoding::Lines lines;
+    int ms = 0;
+    const auto show = [&](const QByteArray &bytes, bool isWanted) {
+        const OwnRecord own(packetFrom(bytes), quint64(ms += 100) * 1'000'000);
+        rows.follow(own.record, lines);
+        rows.show(own.record, ms, isWanted, lines);
+    };
+    show("030141", false);
+    show("0032 6162", false);
+    show("0032 630a", true);
+    show("0032 640a65", false);
+    show("09a200000001000200", false);
+    show("09a200000001000200", true);
+    show("030142", false);
+    show("030143", true); // the "e" is due
+    QCOMPARE(lines.text, std::string("abc.\n..C\n03 01 43 \n"));
 }
 
 void MonitorRowsTests::checksums()
@@ -141,7 +172,7 @@ void MonitorRowsTests::agreesWithTheMonitor()
         _DataPacket packet = packetOf(bytes, QTime::fromMSecsSinceStartOfDay(ms));
         view.Display(&packet);
         const OwnRecord own(packetBytes(1, 1, 0, 7, 0, bytes));
-        rows.show(own.record, ms, lines);
+        rows.show(own.record, ms, true, lines);
     }
     delete Inspect::previousPacket(view);
     const QByteArray expected = loggedText();

@@ -11,6 +11,7 @@ class TimesTests : public QObject
 private slots:
     void styles_data();
     void styles();
+    void eachSessionHasItsOwnClock();
 };
 
 void TimesTests::styles_data()
@@ -45,6 +46,25 @@ void TimesTests::styles()
     QCOMPARE(times.secondsOf(later.record), 1.500000001);
     // 18:43:31.500
     QCOMPARE(times.timeOfDayMs(later.record), 67'411'500);
+}
+
+/// As mergecap has them that were recorded an hour of local time apart.
+void TimesTests::eachSessionHasItsOwnClock()
+{
+    using blocks::number;
+    const quint64 start = 1'700'000'000'000'000'000;
+    const auto inOtherSession = [](QByteArray packet) { return packet.replace(24, 4, "else"); };
+    const QByteArray clock = number(0, 8) + number(start + 5'000'000'000, 8) + number(0, 8);
+    const OwnRecord one(packetBytes(5, 0, 0, 0, 0, clock + number(0, 4) + number(0, 4)), start);
+    const OwnRecord other(inOtherSession(packetBytes(5, 0, 0, 0, 0, clock + number(3600, 4) + number(0, 4))),
+                          start + 1'000'000'000);
+    decoding::Times times(TimeStyle::Local);
+    times.follow(one.record);
+    times.follow(other.record);
+    QCOMPARE(times.textOf(one.record), std::string("2023-11-14T22:13:25.000000000+00:00"));
+    QCOMPARE(times.textOf(other.record), std::string("2023-11-14T23:13:25.000000000+01:00"));
+    QCOMPARE(times.timeOfDayMs(one.record), 80'005'000);
+    QCOMPARE(times.timeOfDayMs(other.record), 83'605'000);
 }
 
 PADSCOPE_TESTS(TimesTests);

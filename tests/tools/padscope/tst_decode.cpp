@@ -24,10 +24,15 @@ private slots:
     void statuses();
     void usage_data();
     void usage();
+    void helpAndVersion_data();
+    void helpAndVersion();
+    void needsNoWindow();
     void aFileThatIsMissing();
     void aFolder();
     void readsStandardInput();
     void followsAFileThatGrows();
+    void followsEverySession();
+    void followsAPipe();
     void followingAPipeEndsWithIt();
     void followingEndsWithItsReader();
     void aReaderMayEndEarly();
@@ -72,6 +77,9 @@ void DecodeTests::filters_data()
     addRow("a kind", QStringList{"--kind", "call"}, QList<int>{1, 7});
     addRow("two kinds", QStringList{"--kind", "call", "--kind", "mark"}, QList<int>{1, 7, 9});
     addRow("a type", QStringList{"--type", "TextReport"}, QList<int>{5});
+    addRow("a type by the name of its fields", QStringList{"--type", "text"}, QList<int>{5});
+    addRow("a sub-type", QStringList{"--type", "signal4"}, QList<int>{4});
+    addRow("another sub-type", QStringList{"--type", "signal5"}, QList<int>());
     addRow("two types", QStringList{"--type", "unknown", "--type", "SignalReport"}, QList<int>{4, 6});
     addRow("a board", QStringList{"--board", "1001"}, QList<int>{3, 4, 5, 6, 7});
     addRow("boards that are not there", QStringList{"--board", "-7", "--board", "0"}, QList<int>());
@@ -84,6 +92,8 @@ void DecodeTests::filters_data()
     addRow("from and to", QStringList{"--from", "0.1", "--to", "0.3"}, QList<int>{4, 5});
     addRow("from and to, to the ns", QStringList{"--from", "0.100000001", "--to", "0.300000001"},
            QList<int>{5, 6});
+    addRow("a limit with zeros in front", QStringList{"--limit", "010"},
+           QList<int>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9});
     addRow("limit", QStringList{"--limit", "2"}, QList<int>{0, 1});
     addRow("limit of what is shown", QStringList{"--kind", "report", "--limit", "2"}, QList<int>{4, 5});
     addRow("none at all", QStringList{"--limit", "0"}, QList<int>());
@@ -106,10 +116,19 @@ void DecodeTests::filters()
 void DecodeTests::statuses_data()
 {
     addColumns<QByteArray, int, QString>("bytes", "status", "errors");
+    const QByteArray later = packetBytes(6, 0, 0, 0, 0, "x").replace(2, 1, "\x02");
     addRow("whole", whole(), 0, "");
-    addRow("within a block", whole().chopped(1), 3, "");
+    addRow("within a block", whole().chopped(1), 3,
+           QString("padscope: standard input: byte %1: it ends within a block\n")
+               .arg(whole().size() - packets().last().size()));
+    addRow("a later version", whole() + blocks::packet(0, later), 1,
+           QString("padscope: standard input: byte %1: a packet of a later version of the format; 1 of these "
+                   "are passed by\n")
+               .arg(whole().size()));
+    addRow("a few bytes", QByteArray("hello"), 1,
+           "padscope: standard input: byte 0: no pcapng file: it does not begin with a section header\n");
     addRow("without an end", start() + packets().mid(0, 10).join(), 3, "");
-    addRow("empty", QByteArray(), 3, "");
+    addRow("empty", QByteArray(), 3, "padscope: standard input: byte 0: it is empty\n");
     addRow("with losses", whole(2), 3, "");
     addRow("damaged", whole() + QByteArray(64, '\0'), 1,
            QString("padscope: standard input: byte %1: a block length of 0\n").arg(whole().size()));
@@ -135,17 +154,33 @@ void DecodeTests::statuses()
 
 void DecodeTests::usage_data()
 {
-    addColumns<QStringList>("arguments");
-    addRow("no verb", QStringList());
-    addRow("no such verb", QStringList{"replay"});
-    addRow("no file", QStringList{"decode"});
-    addRow("no such format", QStringList{"decode", "-", "--format", "xml"});
-    addRow("no such type", QStringList{"decode", "-", "--type", "Signal"});
-    addRow("no such kind", QStringList{"decode", "-", "--kind", "reports"});
-    addRow("no board", QStringList{"decode", "-", "--board", "first"});
-    addRow("a limit below zero", QStringList{"decode", "-", "--limit", "-1"});
-    addRow("a threshold of text", QStringList{"decode", "-", "--threshold", "5"});
-    addRow("a threshold below zero", QStringList{"decode", "-", "--format", "rows", "--threshold", "-5"});
+    addColumns<QStringList, QString>("arguments", "line");
+    addRow("no verb", QStringList(), "A subcommand is required");
+    addRow("no such verb", QStringList{"replay"}, "A subcommand is required");
+    addRow("no file", QStringList{"decode"}, "FILE is required");
+    addRow("no such format", QStringList{"decode", "-", "--format", "xml"},
+           "--format: xml is none of csv, jsonl, rows, text");
+    addRow("a format's number", QStringList{"decode", "-", "--format", "2"},
+           "--format: 2 is none of csv, jsonl, rows, text");
+    addRow(
+        "no such type", QStringList{"decode", "-", "--type", "Signal"},
+        "--type: Signal is none of AdcReport, DualPenReport, PenIdentityReport, PhaseReport, PositionReport, "
+        "SignalReport, TextReport, unknown, signal1, signal2, signal3, signal4, signal5, signal6, phase, "
+        "penIdentity, dualPen, position, adc, text");
+    addRow("no such kind", QStringList{"decode", "-", "--kind", "reports"},
+           "--kind: reports is none of report, call, return, hotplug, status, mark, board, end");
+    addRow("no board", QStringList{"decode", "-", "--board", "first"}, "Could not convert: --board = first");
+    addRow("no time", QStringList{"decode", "-", "--from", "nan"}, "--from: nan is no number");
+    addRow("a limit below zero", QStringList{"decode", "-", "--limit", "-1"},
+           "--limit: -1 is no whole number");
+    addRow("a threshold of text", QStringList{"decode", "-", "--threshold", "5"},
+           "--threshold: needs --format rows");
+    addRow("a threshold below zero", QStringList{"decode", "-", "--format", "rows", "--threshold", "-5"},
+           "--threshold: -5 is no whole number");
+    addRow("no such option", QStringList{"check", "--foo", "-"},
+           "The following argument was not expected: --foo");
+    addRow("info in another format", QStringList{"info", "-", "--format", "csv"},
+           "--format: csv is none of text, json");
 }
 
 void DecodeTests::usage()
@@ -154,7 +189,37 @@ void DecodeTests::usage()
     const ProgramRun run = padscope(arguments);
     QCOMPARE(run.status, 2);
     QCOMPARE(run.output, QByteArray());
-    QVERIFY(!run.errors.isEmpty());
+    QTEST(QString(run.errors).remove("padscope: ").remove("; see --help\n"), "line");
+    QCOMPARE(run.errors.count('\n'), 1);
+}
+
+void DecodeTests::helpAndVersion_data()
+{
+    addColumns<QString>("verb");
+    for (const char *verb : {"record", "info", "decode", "check", "dissector"})
+        addRow(verb, verb);
+}
+
+void DecodeTests::helpAndVersion()
+{
+    QFETCH(QString, verb);
+    const ProgramRun help = padscope({verb, "--help"});
+    QVERIFY(help.output.contains("Usage: padscope " + verb.toUtf8()));
+    QCOMPARE(help.errors, QByteArray());
+    QCOMPARE(help.status, 0);
+    const ProgramRun version = padscope({verb, "--version"});
+    QCOMPARE(version.output, padscope({"--version"}).output);
+    QVERIFY(version.output.startsWith("padscope "));
+    QCOMPARE(version.errors, QByteArray());
+    QCOMPARE(version.status, 0);
+}
+
+/// It is of use where no Qt is.
+void DecodeTests::needsNoWindow()
+{
+    const ProgramRun run = runProgram("readelf", {"-d", PADSCOPE_PROGRAM});
+    QVERIFY(run.output.contains("Shared library: [libc.so.6]"));
+    QVERIFY(!run.output.contains("Qt"));
 }
 
 void DecodeTests::aFileThatIsMissing()
@@ -196,6 +261,32 @@ void DecodeTests::followsAFileThatGrows()
     QVERIFY(process.waitForFinished());
     QCOMPARE(lineCount(), 2);
     QCOMPARE(process.exitCode(), 0);
+}
+
+/// Two recordings one behind the other.
+void DecodeTests::followsEverySession()
+{
+    QByteArray second = whole();
+    second.replace(blocks::number(0x5f0c93a1, 4), blocks::number(0x11111111, 4));
+    const ProgramRun run = padscope({"decode", "--follow", files.write("two.pcapng", whole() + second)});
+    QCOMPARE(run.lines().size(), 22);
+    QCOMPARE(run.status, 0);
+}
+
+/// What has come is printed while the next is waited for.
+void DecodeTests::followsAPipe()
+{
+    QProcess process;
+    process.start(PADSCOPE_PROGRAM, {"decode", "--follow", "-"});
+    QByteArray printed;
+    const auto lineCount = [&] { return (printed += process.readAllStandardOutput()).count('\n'); };
+    process.write(start() + packets()[0] + packets()[1].left(20));
+    QTRY_COMPARE(lineCount(), 1);
+    process.write(packets()[1].mid(20));
+    QTRY_COMPARE(lineCount(), 2);
+    process.closeWriteChannel();
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitCode(), 3);
 }
 
 void DecodeTests::followingAPipeEndsWithIt()

@@ -1,0 +1,39 @@
+#include "options.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace padscope {
+
+CLI::Validator oneOf(const std::vector<std::string> &names)
+{
+    const auto check = [names](const std::string &text) {
+        const bool isFound = std::find(names.begin(), names.end(), text) != names.end();
+        return isFound ? std::string() : text + " is none of " + CLI::detail::join(names, ", ");
+    };
+    return {check, ""};
+}
+
+CLI::Validator wholeNumber()
+{
+    const auto check = [](std::string &text) -> std::string {
+        if (text.empty() || text.find_first_not_of("0123456789") != std::string::npos)
+            return text + " is no whole number";
+        // With a zero in front it would be octal.
+        text.erase(0, std::min(text.find_first_not_of('0'), text.size() - 1));
+        return {};
+    };
+    return {check, ""};
+}
+
+CLI::Validator finiteNumber()
+{
+    const auto check = [](const std::string &text) {
+        double number = 0;
+        const bool isFinite = CLI::detail::lexical_cast(text, number) && std::isfinite(number);
+        return isFinite ? std::string() : text + " is no number";
+    };
+    return {check, ""};
+}
+
+} // namespace padscope
