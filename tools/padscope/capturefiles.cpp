@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -39,11 +40,23 @@ bool InputFile::canGrow() const
     return fstat(file, &info) == 0 && S_ISREG(info.st_mode);
 }
 
+bool InputFile::hasMore() const
+{
+    pollfd input{file, POLLIN, 0};
+    return poll(&input, 1, 0) > 0;
+}
+
 void Completeness::follow(const capture::Record &record)
 {
     Session &session = sessions[record.header.session];
     session.hasEnd = record.header.kindOf() == capture::Kind::End;
     session.lost += record.header.lost;
+}
+
+bool Completeness::hasEnded() const
+{
+    return !sessions.empty() && std::all_of(sessions.begin(), sessions.end(),
+                                            [](const auto &entry) { return entry.second.hasEnd; });
 }
 
 bool Completeness::isComplete() const

@@ -31,6 +31,8 @@ public:
     bool isOpen() const { return file >= 0; }
     /// Whether more may be written to it while it is read.
     bool canGrow() const;
+    /// Whether reading does not wait.
+    bool hasMore() const;
     int descriptor() const { return file; }
     const std::string &name() const { return shown; }
 
@@ -44,8 +46,8 @@ class Completeness
 {
 public:
     void follow(const capture::Record &record);
-    /// Every session has its end, and nothing is lost.
-    bool isComplete() const;
+    bool hasEnded() const;   ///< every session
+    bool isComplete() const; ///< and nothing is lost
     /// Prints to standard error what it is that a session lacks.
     void printReasons(const InputFile &input) const;
     /// Prints damage, and what a later version has written, to standard error.

@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include "capturefiles.h"
+#include "layoutnames.h"
 #include "options.h"
 #include "recordtext.h"
 #include "writers.h"
@@ -42,6 +43,14 @@ std::vector<std::string> kindNames()
     };
 }
 
+std::vector<std::string> typeNames()
+{
+    std::vector<std::string> names = decoding::reportTypes();
+    for (const std::string &name : decoding::layoutNames())
+        names.push_back(name);
+    return names;
+}
+
 template <typename Value, typename Wanted>
 bool isAmong(const std::vector<Wanted> &wanted, const Value &value)
 {
@@ -59,7 +68,8 @@ bool isOfType(const DecodeOptions &options, const capture::Record &record)
     if (options.types.empty())
         return true;
     const bool isReport = record.header.kindOf() == capture::Kind::Report;
-    return isReport && isAmong(options.types, decoding::reportTypeOf(record));
+    return isReport && (isAmong(options.types, decoding::reportTypeOf(record)) ||
+                        isAmong(options.types, decoding::layoutNameOf(record)));
 }
 
 bool isOfBoard(const DecodeOptions &options, const capture::Record &record)
@@ -98,24 +108,22 @@ public:
 private:
     padscope::Status decode()
     {
-        const bool follows = options.follows && input.canGrow();
-        while (!writer.isFull()) {
+        const bool canGrow = options.follows && input.canGrow();
+        while (!writer.isFull() && writer.canPrint()) {
+            if (options.follows && !input.hasMore())
+                writer.flush();
             const Event event = reader.next();
-            if (event == Event::End && follows) {
+            if (event == Event::Packet) {
+                take(reader.record());
+                continue;
+            }
+            if (event == Event::End && canGrow && !completeness.hasEnded()) {
                 if (!waitForMore())
                     break;
                 continue;
             }
-            if (event != Event::Packet) {
-                writer.finish();
-                return completeness.status(input, reader, event);
-            }
-            const capture::Record &record = reader.record();
-            take(record);
-            if (!writer.canPrint())
-                break;
-            if (follows && record.header.kindOf() == capture::Kind::End)
-                return completeness.isComplete() ? padscope::Good : padscope::Incomplete;
+            writer.finish();
+            return completeness.status(input, reader, event);
         }
         return padscope::Good; // all that was asked for
     }
@@ -166,9 +174,9 @@ void addFilters(CLI::App *command, DecodeOptions &options)
 {
     addRepeatable(command, "--board", options.boards, "Only this board (repeatable)")->type_name("ID");
     addRepeatable(command, "--type", options.types,
-                  "Only reports of this type, such as SignalReport or unknown (repeatable)")
+                  "Only reports of this type, such as SignalReport, signal1 or unknown (repeatable)")
         ->type_name("NAME")
-        ->check(padscope::oneOf(decoding::reportTypes()));
+        ->check(padscope::oneOf(typeNames()));
     addRepeatable(command, "--kind", options.kinds,
                   "Only packets of this kind, such as report or call (repeatable)")
         ->type_name("NAME")

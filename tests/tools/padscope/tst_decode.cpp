@@ -31,6 +31,8 @@ private slots:
     void aFolder();
     void readsStandardInput();
     void followsAFileThatGrows();
+    void followsEverySession();
+    void followsAPipe();
     void followingAPipeEndsWithIt();
     void followingEndsWithItsReader();
     void aReaderMayEndEarly();
@@ -75,6 +77,9 @@ void DecodeTests::filters_data()
     addRow("a kind", QStringList{"--kind", "call"}, QList<int>{1, 7});
     addRow("two kinds", QStringList{"--kind", "call", "--kind", "mark"}, QList<int>{1, 7, 9});
     addRow("a type", QStringList{"--type", "TextReport"}, QList<int>{5});
+    addRow("a type by the name of its fields", QStringList{"--type", "text"}, QList<int>{5});
+    addRow("a sub-type", QStringList{"--type", "signal4"}, QList<int>{4});
+    addRow("another sub-type", QStringList{"--type", "signal5"}, QList<int>());
     addRow("two types", QStringList{"--type", "unknown", "--type", "SignalReport"}, QList<int>{4, 6});
     addRow("a board", QStringList{"--board", "1001"}, QList<int>{3, 4, 5, 6, 7});
     addRow("boards that are not there", QStringList{"--board", "-7", "--board", "0"}, QList<int>());
@@ -160,7 +165,8 @@ void DecodeTests::usage_data()
     addRow(
         "no such type", QStringList{"decode", "-", "--type", "Signal"},
         "--type: Signal is none of AdcReport, DualPenReport, PenIdentityReport, PhaseReport, PositionReport, "
-        "SignalReport, TextReport, unknown");
+        "SignalReport, TextReport, unknown, signal1, signal2, signal3, signal4, signal5, signal6, phase, "
+        "penIdentity, dualPen, position, adc, text");
     addRow("no such kind", QStringList{"decode", "-", "--kind", "reports"},
            "--kind: reports is none of report, call, return, hotplug, status, mark, board, end");
     addRow("no board", QStringList{"decode", "-", "--board", "first"}, "Could not convert: --board = first");
@@ -255,6 +261,32 @@ void DecodeTests::followsAFileThatGrows()
     QVERIFY(process.waitForFinished());
     QCOMPARE(lineCount(), 2);
     QCOMPARE(process.exitCode(), 0);
+}
+
+/// Two recordings one behind the other.
+void DecodeTests::followsEverySession()
+{
+    QByteArray second = whole();
+    second.replace(blocks::number(0x5f0c93a1, 4), blocks::number(0x11111111, 4));
+    const ProgramRun run = padscope({"decode", "--follow", files.write("two.pcapng", whole() + second)});
+    QCOMPARE(run.lines().size(), 22);
+    QCOMPARE(run.status, 0);
+}
+
+/// What has come is printed while the next is waited for.
+void DecodeTests::followsAPipe()
+{
+    QProcess process;
+    process.start(PADSCOPE_PROGRAM, {"decode", "--follow", "-"});
+    QByteArray printed;
+    const auto lineCount = [&] { return (printed += process.readAllStandardOutput()).count('\n'); };
+    process.write(start() + packets()[0] + packets()[1].left(20));
+    QTRY_COMPARE(lineCount(), 1);
+    process.write(packets()[1].mid(20));
+    QTRY_COMPARE(lineCount(), 2);
+    process.closeWriteChannel();
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitCode(), 3);
 }
 
 void DecodeTests::followingAPipeEndsWithIt()

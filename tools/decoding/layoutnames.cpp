@@ -1,0 +1,43 @@
+#include "layoutnames.h"
+
+#include <unordered_map>
+
+#include "decoding.h"
+#include "fields.h"
+
+namespace decoding {
+
+namespace {
+
+constexpr char textName[] = "text";
+
+std::unordered_map<const reports::Layout *, std::string> newNames()
+{
+    std::unordered_map<const reports::Layout *, std::string> names;
+    for (const reports::Layout *layout : reports::layouts)
+        names[layout] = prefixOf(*layout);
+    return names;
+}
+
+} // namespace
+
+std::string_view layoutNameOf(const capture::Record &report)
+{
+    static const std::unordered_map<const reports::Layout *, std::string> names = newNames();
+    const reports::Bytes bytes{report.payload.data, report.payload.size};
+    if (reports::formOf(bytes) == reports::Form::Text)
+        return textName;
+    const reports::Layout *layout = reports::layoutOf(bytes);
+    return layout ? std::string_view(names.at(layout)) : std::string_view();
+}
+
+std::vector<std::string> layoutNames()
+{
+    std::vector<std::string> names;
+    for (const reports::Layout *layout : reports::layouts)
+        names.push_back(prefixOf(*layout));
+    names.emplace_back(textName);
+    return names;
+}
+
+} // namespace decoding
