@@ -14,6 +14,9 @@ enum BlockType : std::uint32_t
     InterfaceStatistics = 5,
     EnhancedPacket = 6,
     JournalEntry = 9,
+    SystemEvent = 0x204,
+    SystemEvent2 = 0x216,
+    LargeSystemEvent2 = 0x221,
     CustomCopied = 0x00000BAD, ///< by a tool that rewrites the file
     CustomNotCopied = 0x40000BAD,
     SectionHeader = 0x0A0D0D0A, ///< reads the same in either byte order

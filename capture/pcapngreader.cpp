@@ -142,6 +142,9 @@ Event Reader::readBody(std::uint32_t type, ByteView body)
         return Event::Statistics;
     case SimplePacket:
     case JournalEntry:
+    case SystemEvent:
+    case SystemEvent2:
+    case LargeSystemEvent2:
     case CustomCopied:
     case CustomNotCopied:
         return Event::OtherFrame;

@@ -108,17 +108,19 @@ void RecordTests::passesForeignPacketsBy()
     QCOMPARE(reader.skipped().otherBlocks, std::uint64_t{1});
 }
 
-/// Simple packets, entries of a journal and custom blocks of either sort.
+/// Simple packets, entries of a journal, events of an operating system and custom blocks of either sort.
 void RecordTests::numbersFramesAsWiresharkDoes()
 {
     const QByteArray simple = block(3, number(4, 4) + "abcd");
     const QByteArray journal = block(9, "a=b\n");
     const QByteArray custom = block(0xBAD, "....") + block(0x40000BAD, "....");
-    const MemoryFile file(section() + interface("driver") + simple + journal + custom + packet(1, header));
+    const QByteArray events = block(0x204, "....") + block(0x216, "....") + block(0x221, "....");
+    const MemoryFile file(section() + interface("driver") + simple + journal + custom + events +
+                          packet(1, header));
     capture::RecordReader reader(file.descriptor());
     QCOMPARE(reader.next(), Event::Packet);
-    QCOMPARE(reader.record().frame, std::uint64_t{5});
-    QCOMPARE(reader.skipped().foreignPackets, std::uint64_t{4});
+    QCOMPARE(reader.record().frame, std::uint64_t{8});
+    QCOMPARE(reader.skipped().foreignPackets, std::uint64_t{7});
     QCOMPARE(reader.skipped().otherBlocks, std::uint64_t{0});
 }
 

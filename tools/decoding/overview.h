@@ -42,10 +42,12 @@ struct SessionOverview
     /// None is that of reports that tell no board.
     std::map<std::optional<std::int32_t>, Board> boards;
     std::optional<capture::End> end;
-    /// Those that have not returned, by thread, inner ones last.
+    /// Those whose return is not there, by thread, inner ones last.
     std::map<std::uint32_t, std::vector<Call>> openCalls;
     std::vector<std::string> notes;
 
+    /// Whether it is certain of an open call: nothing is missing behind it up to the end.
+    bool hasNeverReturned(const Call &call) const { return end && call.gaps == gaps; }
     /// Reports a second between the first and the last; 0 for fewer than two.
     static double rateOf(const Board &board);
     /// "clean, exit status 0", "signal 9", "unknown", "cut off" or "no clean end".

@@ -56,13 +56,14 @@ std::string boardName(const std::optional<std::int32_t> &id)
     return id ? "board " + std::to_string(*id) : "no board";
 }
 
-/// Of the thread that made them, inner ones behind outer ones.
-std::vector<std::string> openCallsOf(const SessionOverview &session)
+/// Calls that have not returned, or whose return may only be missing. Inner ones behind outer ones.
+std::vector<std::string> openCallsOf(const SessionOverview &session, bool haveNeverReturned)
 {
     std::vector<std::string> texts;
     for (const auto &[thread, calls] : session.openCalls)
         for (const SessionOverview::Call &call : calls)
-            texts.push_back(call.text);
+            if (session.hasNeverReturned(call) == haveNeverReturned)
+                texts.push_back(call.text);
     return texts;
 }
 
@@ -83,8 +84,10 @@ void printSession(const SessionOverview &session, bool isCutOff)
     }
     if (session.cut > 0)
         std::printf("    cut: %llu packets\n", static_cast<unsigned long long>(session.cut));
-    for (const std::string &call : openCallsOf(session))
+    for (const std::string &call : openCallsOf(session, true))
         std::printf("    never returned: %s\n", call.c_str());
+    for (const std::string &call : openCallsOf(session, false))
+        std::printf("    return not recorded: %s\n", call.c_str());
     for (const std::string &note : session.notes)
         std::printf("    note: %s\n", escaped(note).c_str());
 }
@@ -107,7 +110,8 @@ nlohmann::ordered_json jsonOf(const SessionOverview &session, bool isCutOff)
             {"end", session.endText(isCutOff)},
             {"kinds", session.kinds},
             {"boards", boards},
-            {"neverReturned", openCallsOf(session)},
+            {"neverReturned", openCallsOf(session, true)},
+            {"returnNotRecorded", openCallsOf(session, false)},
             {"notes", session.notes}};
 }
 

@@ -7,6 +7,25 @@ using examplecapture::packets;
 using examplecapture::start;
 using examplecapture::whole;
 
+namespace {
+
+/// What stands behind a line's beginning, of a session with these packets.
+QList<QByteArray> linesOf(const QByteArray &beginning, const QList<QByteArray> &packets)
+{
+    QByteArray bytes = start();
+    for (int i = 0; i < packets.size(); ++i)
+        bytes += blocks::packet(quint64(i + 1), packets[i]);
+    QList<QByteArray> found;
+    for (const QByteArray &line : padscope({"info", "-"}, bytes).lines()) {
+        if (line.startsWith(beginning))
+            found += line.mid(beginning.size());
+    }
+    std::sort(found.begin(), found.end());
+    return found;
+}
+
+} // namespace
+
 /// `padscope info` as a process.
 class InfoTests : public QObject
 {
@@ -27,6 +46,7 @@ private slots:
     void notesMoveNoCursor();
     void callsThatNeverReturned_data();
     void callsThatNeverReturned();
+    void returnsThatWereNotRecorded();
 
 private:
     const Files files;
@@ -87,6 +107,7 @@ void InfoTests::json()
                 "types": {"SignalReport": 1, "TextReport": 1, "unknown": 1}
             }],
             "neverReturned": ["orvexSendCommand(1001, \"?\\r\")"],
+            "returnNotRecorded": [],
             "notes": ["hi"]
         }],
         "passedBy": {"foreignPackets": 1, "otherBlocks": 1, "cutHeaders": 1, "laterVersions": 0}
@@ -235,22 +256,29 @@ void InfoTests::callsThatNeverReturned_data()
     addRow("another thread's reports", QList<QByteArray>{attach, onOtherThread(at(1, 1, 0, 1))},
            both.mid(0, 1));
     addRow("a call that was lost", QList<QByteArray>{attach, at(3, withinCall, 2, 2, 0xFFFFFFFF)},
-           both.mid(0, 1));
+           QList<QByteArray>());
 }
 
 void InfoTests::callsThatNeverReturned()
 {
     QFETCH(QList<QByteArray>, packets);
-    QByteArray bytes = start();
-    for (int i = 0; i < packets.size(); ++i)
-        bytes += blocks::packet(quint64(i + 1), packets[i]);
-    QList<QByteArray> found;
-    for (const QByteArray &line : padscope({"info", "-"}, bytes).lines()) {
-        if (line.startsWith("    never returned: "))
-            found += line.mid(20);
+    QByteArray end = packetBytes(8, 0, 0, 0, 0, QByteArray(12, '\0'));
+    end.replace(16, 8, blocks::number(quint64(packets.last()[16]) + 1, 8)); // the next sequence
+    QTEST(linesOf("    never returned: ", packets + QList<QByteArray>{end}), "calls");
+}
+
+/// Where something is missing, it may be the return.
+void InfoTests::returnsThatWereNotRecorded()
+{
+    const QByteArray attach = packetBytes(2, 0, 1, 0, 0, {});
+    const QByteArray otherThread = packetBytes(1, 1, 0, 7, 0, "x", 1, 1, 2).replace(28, 4, "self");
+    const QByteArray end = packetBytes(8, 0, 0, 0, 0, QByteArray(12, '\0'), 0, 0, 3);
+    const QList<QByteArray> slice{attach};
+    const QList<QByteArray> losses{attach, otherThread, end};
+    for (const QList<QByteArray> &packets : {slice, losses}) {
+        QCOMPARE(linesOf("    return not recorded: ", packets), QList<QByteArray>{"orvexAttach()"});
+        QCOMPARE(linesOf("    never returned: ", packets), QList<QByteArray>());
     }
-    std::sort(found.begin(), found.end());
-    QTEST(found, "calls");
 }
 
 PADSCOPE_TESTS(InfoTests);
