@@ -1,4 +1,5 @@
 // What the tap costs a driver thread: a report of 40 bytes from eight threads at once, with and without it.
+//   padscope_tapcost [ROUNDS [RING_KIB]]
 // Prints median and 99.9th percentile of either in nanoseconds, and what the tap has lost.
 
 #include <algorithm>
@@ -98,8 +99,9 @@ void drain(ring::Control &control, const std::atomic<bool> &isDone)
 int main(int argc, char **argv)
 {
     const int rounds = argc > 1 ? std::atoi(argv[1]) : 50;
-    const recorder::SharedRing shared(recorder::defaultRingSize, 1);
-    if (rounds < 1 || !shared.error().empty())
+    const int ringKib = argc > 2 ? std::atoi(argv[2]) : static_cast<int>(recorder::defaultRingSize / 1024);
+    const recorder::SharedRing shared(static_cast<std::size_t>(ringKib) * 1024, 1);
+    if (rounds < 1 || ringKib < 1 || !shared.error().empty())
         return 2;
     setenv("PADSCOPE_RING", shared.path().c_str(), 1);
     const OrvexDataCallback tapped = tappedCallback();

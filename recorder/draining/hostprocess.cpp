@@ -1,14 +1,14 @@
 #include "hostprocess.h"
 
 #include <cerrno>
+#include <cstdlib>
+#include <fcntl.h>
 #include <poll.h>
-#include <spawn.h>
 #include <sys/signalfd.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "librarysearch.h"
 #include "spawnarguments.h"
 
 namespace recorder {
@@ -32,12 +32,16 @@ std::vector<std::string> environmentWith(const HostProcess::Environment &added)
     return variables;
 }
 
-/// A script without a first line that names its interpreter, as execvp() starts it.
-std::vector<std::string> throughShell(const std::vector<std::string> &command)
+/// In the child: starts the host, or tells through the pipe why it could not.
+[[noreturn]] void runHost(const std::vector<char *> &arguments, const std::vector<char *> &variables,
+                          const sigset_t &mask, int errors)
 {
-    std::vector<std::string> arguments{"/bin/sh", programFile(command.front())};
-    arguments.insert(arguments.end(), command.begin() + 1, command.end());
-    return arguments;
+    sigprocmask(SIG_SETMASK, &mask, nullptr);
+    execvpe(arguments.front(), arguments.data(), variables.data());
+    const int error = errno;
+    if (write(errors, &error, sizeof error) != sizeof error)
+        std::abort();
+    _exit(0);
 }
 
 sigset_t ownSignals()
@@ -81,21 +85,27 @@ void ProcessHandle::signal(int number) const
 HostProcess::HostProcess(const std::vector<std::string> &command, const Environment &added,
                          const sigset_t &mask)
 {
-    const std::vector<std::string> variables = environmentWith(added);
-    posix_spawnattr_t attributes;
-    posix_spawnattr_init(&attributes);
-    posix_spawnattr_setsigmask(&attributes, &mask);
-    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK);
-    const auto start = [&](const std::vector<std::string> &arguments) {
-        return posix_spawnp(&process, arguments.front().c_str(), nullptr, &attributes,
-                            pointersTo(arguments).data(), pointersTo(variables).data());
-    };
-    startError = start(command);
-    if (startError == ENOEXEC)
-        startError = start(throughShell(command));
-    posix_spawnattr_destroy(&attributes);
-    // Where it was ignored the host has it ignored as well, and its end would not be told.
+    // Where its parent has had it ignored, the host's end would not be told; the host has it ignored as well.
     childHandler = std::signal(SIGCHLD, SIG_DFL);
+    const std::vector<std::string> variables = environmentWith(added);
+    const std::vector<char *> argumentPointers = pointersTo(command);
+    const std::vector<char *> variablePointers = pointersTo(variables);
+    int errors[2];
+    if (pipe2(errors, O_CLOEXEC) != 0) {
+        startError = errno;
+        return;
+    }
+    process = fork();
+    if (process == 0) {
+        std::signal(SIGCHLD, childHandler);
+        runHost(argumentPointers, variablePointers, mask, errors[1]);
+    }
+    startError = process < 0 ? errno : 0;
+    close(errors[1]);
+    // It is closed by the start of the host.
+    if (process > 0 && read(errors[0], &startError, sizeof startError) > 0)
+        waitpid(process, nullptr, 0);
+    close(errors[0]);
 }
 
 HostProcess::~HostProcess()

@@ -5,7 +5,7 @@
 
 namespace recorder {
 
-/// What posix_spawn() takes, of texts that outlive it: their pointers, and null behind the last.
+/// What posix_spawn() and execve() take, of texts that outlive it: their pointers, and null behind the last.
 inline std::vector<char *> pointersTo(const std::vector<std::string> &texts)
 {
     std::vector<char *> pointers;
