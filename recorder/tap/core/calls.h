@@ -95,7 +95,7 @@ struct Forwarder
         ring::Control *control = recording();
         const CallInfo info{Number, HasBoard, firstOf(arguments...)};
         const int errorBefore = errno;
-        ArgumentBytes bytes;
+        ArgumentBytes bytes(control);
         const Described described = describeCall(Call<Number>(), bytes, arguments...);
         ring::Put called{};
         if (control)
@@ -106,11 +106,12 @@ struct Forwarder
         const auto finish = [&](std::int32_t result, std::uint8_t resultFlag) {
             const int error = errno;
             --callDepth();
-            ArgumentBytes filledIn;
+            // Not in a child that was forked off within the call.
+            const bool isRecorded = control && control == recording();
+            ArgumentBytes filledIn(isRecorded);
             const std::uint8_t flags =
                 describeReturn(Call<Number>(), filledIn, described, result, arguments...);
-            // Not in a child that was forked off within the call.
-            if (control && control == recording())
+            if (isRecorded)
                 putReturn(*control, info, flags | resultFlag, result, called, filledIn);
             errno = error;
         };
