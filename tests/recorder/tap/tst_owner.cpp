@@ -19,6 +19,7 @@ private slots:
     void goesOnInAnotherImage();
     void leavesNoHolesBehindInAnotherImage();
     void leavesNoMemoryToChildren();
+    void leavesNoCallToChildren();
     void unloadsTheTapAndKeepsTheLibrary_data();
     void unloadsTheTapAndKeepsTheLibrary();
     void findsNoLibrary();
@@ -128,6 +129,20 @@ void OwnerTests::leavesNoMemoryToChildren()
 {
     run({"open", "maps", "fork", "maps", "close"});
     QCOMPARE(output, QByteArray("1\n0\n"));
+}
+
+/// The call that they were forked off in returns in them too.
+void OwnerTests::leavesNoCallToChildren()
+{
+    qputenv("PADSCOPE_DRIVER", FORKING_LIBRARY);
+    run({"open", "call"});
+    ring::Taken record;
+    QCOMPARE(consumer->take(record, false), Consumer::Step::Record);
+    QCOMPARE(int{record.kind}, 2);
+    QCOMPARE(consumer->take(record, false), Consumer::Step::Record);
+    QCOMPARE(int{record.kind}, 3);
+    QCOMPARE(record.result, 1);
+    QCOMPARE(consumer->take(record, false), Consumer::Step::Empty);
 }
 
 void OwnerTests::unloadsTheTapAndKeepsTheLibrary_data()
