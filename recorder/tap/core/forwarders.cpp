@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "calls.h"
+#include "listenernumbers.h"
 #include "listeners.h"
 #include "readable.h"
 #include "realcalls.h"
@@ -47,6 +48,7 @@ static Described describeCall(Call<orvexClearCallbackCall>, ArgumentBytes &bytes
 {
     bytes.add(device);
     bytes.add(listenerNumber(reinterpret_cast<const void *>(callback), context));
+    endListener(reinterpret_cast<const void *>(callback), context);
     const OrvexDataCallback known = knownTrampoline(callback);
     if (known == callback && device == 0) {
         const auto asPnp = reinterpret_cast<OrvexPnpCallback>(reinterpret_cast<void *>(callback));
@@ -55,6 +57,12 @@ static Described describeCall(Call<orvexClearCallbackCall>, ArgumentBytes &bytes
         callback = known;
     }
     return {};
+}
+
+static std::uint8_t describeReturn(Call<orvexDetachCall>, ArgumentBytes &, Described, std::int32_t)
+{
+    endListeners();
+    return 0;
 }
 
 // Buffers.

@@ -165,7 +165,15 @@ void TapTests::callbacksThatWereEqualStayEqual()
     QCOMPARE(lines.filter("call 4"), (QStringList{"call 4 board 7: 07 00 00 00 02 00 00 00",
                                                   "call 4 board 7: 07 00 00 00 03 00 00 00",
                                                   "call 4 board 7: 07 00 00 00 02 00 00 00"}));
+    QCOMPARE(lines.filter("call 5"),
+             (QStringList{"call 5 board 7: 07 00 00 00 02 00 00 00", "call 5: 00 00 00 00 04 00 00 00"}));
     QVERIFY(lines.filter("hotplug").isEmpty());
+    library.orvexSetCallback(7, ignoreReport, &first);
+    library.orvexDetach();
+    library.orvexAttach();
+    library.orvexSetCallback(7, ignoreReport, &second);
+    QCOMPARE(tapped.crossings().filter("call 4"), (QStringList{"call 4 board 7: 07 00 00 00 05 00 00 00",
+                                                               "call 4 board 7: 07 00 00 00 06 00 00 00"}));
     library.orvexDetach();
 }
 
