@@ -74,9 +74,10 @@ Clocks Clocks::now()
     return clocks;
 }
 
-Clocks Clocks::before(std::uint64_t nanoseconds) const
+Clocks Clocks::at(std::uint64_t otherNs) const
 {
-    return {monotonicNs - nanoseconds, realNs - nanoseconds, bootNs - nanoseconds, localOffsetSeconds};
+    const std::uint64_t distance = otherNs - monotonicNs;
+    return {otherNs, realNs + distance, bootNs + distance, localOffsetSeconds};
 }
 
 Recording::Recording(CaptureFile &captureFile, std::uint32_t sessionNumber, const Clocks &clocks)
@@ -84,7 +85,7 @@ Recording::Recording(CaptureFile &captureFile, std::uint32_t sessionNumber, cons
     , session(sessionNumber)
     , start(clocks)
     , sessionText(sessionTextOf(sessionNumber))
-    , received{0}
+    , interfaces(1)
     , lastNs(clocks.monotonicNs)
 {
     if (file.write(sectionOf(sessionText)))
@@ -111,21 +112,21 @@ void Recording::write(const ring::Taken &taken)
     Extras extras;
     extras.direction = directionOf(kind);
     extras.originalPayloadLength = taken.originalLength;
-    const std::uint64_t sequence = nextSequence;
-    const bool isWritten = writePacket(header, taken.payload, taken.clockNs, extras);
-    if (kind == capture::Kind::Call && isWritten)
-        open(taken, sequence);
+    extras.crossing = taken.crossing;
+    if (kind == capture::Kind::Call)
+        open(taken);
     if (kind == capture::Kind::Report) {
-        ++(isWritten ? boards[taken.board].recorded : boards[taken.board].unwritten);
+        ++boards[taken.board].recorded;
         ++reportCount;
     }
+    writePacket(header, taken.payload, taken.clockNs, extras);
     if (returned)
         follow(taken, *returned);
 }
 
-void Recording::open(const ring::Taken &taken, std::uint64_t sequence)
+void Recording::open(const ring::Taken &taken)
 {
-    openCalls[taken.crossing] = {sequence,
+    openCalls[taken.crossing] = {nextSequence,
                                  capture::integerAt<std::int32_t>(capture::viewOf(taken.payload), 0)};
 }
 
@@ -171,62 +172,6 @@ void Recording::writeChanges(const std::vector<Enumeration::Change> &changes, st
     }
 }
 
-/// The board's, which comes before its first packet, if it is known; otherwise the library's.
-std::uint32_t Recording::interfaceOf(const capture::Header &header)
-{
-    const auto board = boards.find(header.board);
-    if (!header.has(capture::BoardIsValid) || board == boards.end())
-        return 0;
-    if (board->second.interface == 0)
-        addInterface(board->first, board->second);
-    return board->second.interface;
-}
-
-void Recording::addInterface(std::int32_t id, Board &board)
-{
-    const std::string name = "board " + std::to_string(id);
-    const std::string place = board.index < 0 ? std::string() : "index " + std::to_string(board.index) + ", ";
-    if (!file.write(capture::pcapng::interfaceDescription(name, name + ", " + place + sessionText)))
-        return;
-    board.interface = static_cast<std::uint32_t>(received.size());
-    received.push_back(0);
-}
-
-void Recording::addLost(std::uint64_t count)
-{
-    nextSequence += count;
-    pendingLost += count;
-    lostCount += count;
-}
-
-bool Recording::writePacket(capture::Header header, const std::string &payload, std::uint64_t monotonicNs,
-                            const Extras &extras)
-{
-    header.session = session;
-    header.sequence = nextSequence;
-    header.lost = static_cast<std::uint32_t>(pendingLost);
-    std::string data;
-    append(data, header);
-    data += payload;
-
-    capture::pcapng::PacketInfo info;
-    info.interface = interfaceOf(header);
-    info.timeNs = std::max(start.realNs + (monotonicNs - start.monotonicNs), lastStamp + 1);
-    info.originalLength = static_cast<std::uint32_t>(capture::headerSize) + extras.originalPayloadLength;
-    info.flags = extras.direction;
-    info.dropCount = pendingLost;
-    info.comment = extras.comment;
-    if (!file.write(capture::pcapng::enhancedPacket(info, capture::viewOf(data)))) {
-        addLost(1);
-        return false;
-    }
-    ++nextSequence;
-    lastStamp = info.timeNs;
-    pendingLost = 0;
-    ++received[info.interface];
-    return true;
-}
-
 std::vector<capture::BoardCounts> Recording::counts(const ring::Control &control, bool isEnd) const
 {
     std::vector<capture::BoardCounts> all;
@@ -269,17 +214,28 @@ void Recording::writeMark(const std::string &text, std::uint64_t monotonicNs)
 void Recording::writeEnd(capture::End end, std::uint64_t lost, const Clocks &clocks,
                          const ring::Control &control)
 {
+    flush(); // what is not written is lost
     addLost(lost);
     end.boards = counts(control, true);
+    const std::uint64_t lostBefore = lostCount;
     writePacket(capture::newHeader(capture::Kind::End), payloadOf(end), clocks.monotonicNs, {});
-    for (std::size_t i = 0; i < received.size(); ++i) {
+    flush();
+    if (lostCount != lostBefore)
+        return;
+    std::string statistics;
+    std::vector<std::size_t> sizes;
+    for (std::size_t i = 0; i < interfaces.size(); ++i) {
         capture::pcapng::StatisticsInfo info;
         info.interface = static_cast<std::uint32_t>(i);
         info.startNs = start.realNs;
         info.endNs = lastStamp;
-        info.received = received[i];
-        file.write(capture::pcapng::interfaceStatistics(info));
+        info.received = interfaces[i].received;
+        info.dropped = interfaces[i].dropped;
+        const std::string block = capture::pcapng::interfaceStatistics(info);
+        statistics += block;
+        sizes.push_back(block.size());
     }
+    file.write(statistics, sizes);
 }
 
 } // namespace recorder

@@ -104,8 +104,10 @@ RecordResult record(const RecordOptions &options, const std::function<void(const
     }
     const int hostStatus = statusOf(run.watch(options.note, report));
     RecordResult result{hostStatus == 0 ? 1 : hostStatus, {}};
-    if (!run.hasOwner()) {
+    if (!run.hasOwner())
         file.remove();
+    file.close();
+    if (!run.hasOwner()) {
         result.lines.push_back(whyNothingWasRecorded(options, found));
     } else if (!file.error().empty()) {
         result.lines.push_back(options.output + ": " + file.error());

@@ -37,7 +37,7 @@ class RecordingTests : public QObject
 
 private slots:
     void aBoardGetsItsInterfaceWhenThereIsRoom();
-    void clocksBefore();
+    void clocksAtAnotherMoment();
 };
 
 /// There was none when its first report came.
@@ -51,6 +51,7 @@ void RecordingTests::aBoardGetsItsInterfaceWhenThereIsRoom()
     void (*const handler)(int) = std::signal(SIGXFSZ, SIG_IGN);
     limitFiles(1);
     recording.write(reportOf(7, 0));
+    recording.flush();
     limitFiles(RLIM_INFINITY);
     std::signal(SIGXFSZ, handler);
     recording.write(reportOf(7, 1));
@@ -63,9 +64,9 @@ void RecordingTests::aBoardGetsItsInterfaceWhenThereIsRoom()
     QCOMPARE(facts.lost, std::uint64_t{2}); // the board was not told either
 }
 
-void RecordingTests::clocksBefore()
+void RecordingTests::clocksAtAnotherMoment()
 {
-    const recorder::Clocks clocks = recorder::Clocks{5000, 7000, 6000, 3600}.before(1500);
+    const recorder::Clocks clocks = recorder::Clocks{5000, 7000, 6000, 3600}.at(3500);
     QCOMPARE(clocks.monotonicNs, std::uint64_t{3500});
     QCOMPARE(clocks.realNs, std::uint64_t{5500});
     QCOMPARE(clocks.bootNs, std::uint64_t{4500});
