@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <ctime>
 #include <sys/utsname.h>
 
 #include "pcapngwriter.h"
@@ -16,13 +15,6 @@ constexpr std::uint32_t outbound = 2; // to it
 
 constexpr std::uint16_t getDeviceCountCall = 9; // numbers of the format
 constexpr std::uint16_t enumDeviceInfoCall = 10;
-
-std::uint64_t nanoseconds(clockid_t clock)
-{
-    timespec time{};
-    clock_gettime(clock, &time);
-    return static_cast<std::uint64_t>(time.tv_sec) * 1'000'000'000 + static_cast<std::uint64_t>(time.tv_nsec);
-}
 
 std::string sessionTextOf(std::uint32_t session)
 {
@@ -60,25 +52,6 @@ std::string sectionOf(const std::string &sessionText)
 }
 
 } // namespace
-
-Clocks Clocks::now()
-{
-    Clocks clocks;
-    clocks.monotonicNs = nanoseconds(CLOCK_MONOTONIC);
-    clocks.realNs = nanoseconds(CLOCK_REALTIME);
-    clocks.bootNs = nanoseconds(CLOCK_BOOTTIME);
-    const auto seconds = static_cast<std::time_t>(clocks.realNs / 1'000'000'000);
-    std::tm local{};
-    localtime_r(&seconds, &local);
-    clocks.localOffsetSeconds = static_cast<std::int32_t>(local.tm_gmtoff);
-    return clocks;
-}
-
-Clocks Clocks::at(std::uint64_t otherNs) const
-{
-    const std::uint64_t distance = otherNs - monotonicNs;
-    return {otherNs, realNs + distance, bootNs + distance, localOffsetSeconds};
-}
 
 Recording::Recording(CaptureFile &captureFile, std::uint32_t sessionNumber, const Clocks &clocks)
     : file(captureFile)
@@ -217,6 +190,7 @@ void Recording::writeEnd(capture::End end, std::uint64_t lost, const Clocks &clo
     flush(); // what is not written is lost
     addLost(lost);
     end.boards = counts(control, true);
+    end.lost = lostCount;
     const std::uint64_t lostBefore = lostCount;
     writePacket(capture::newHeader(capture::Kind::End), payloadOf(end), clocks.monotonicNs, {});
     flush();

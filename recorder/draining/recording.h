@@ -7,25 +7,13 @@
 #include <vector>
 
 #include "capturefile.h"
+#include "clocks.h"
 #include "consumer.h"
 #include "enumeration.h"
 #include "header.h"
 #include "payloads.h"
 
 namespace recorder {
-
-/// The clocks at one moment.
-struct Clocks
-{
-    std::uint64_t monotonicNs = 0;
-    std::uint64_t realNs = 0; ///< since 1970-01-01 UTC
-    std::uint64_t bootNs = 0;
-    std::int32_t localOffsetSeconds = 0;
-
-    static Clocks now();
-    /// What they show at another moment of the monotonic one, if nobody sets them between.
-    Clocks at(std::uint64_t otherNs) const;
-};
 
 /// Turns what crosses into the packets of a capture. Every packet and every crossing that was lost takes the
 /// next number.

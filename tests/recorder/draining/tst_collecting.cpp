@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include "capturefile.h"
+#include "recordedrun.h"
 #include "recording.h"
 #include "recordreader.h"
 #include "support/tests.h"
@@ -119,6 +120,7 @@ void CollectingTests::whatDoesNotFitIsALoss()
     }
     recording.write(reportAt(6));
     recording.writeEnd({}, 3, start.at(start.monotonicNs + 9000), *control);
+    QCOMPARE(factsOf(path).end->lost, std::optional<std::uint64_t>(7));
     QCOMPARE(packetsOf(path), (QStringList{"board 0 board 7", "report 1 board 7", "report 2 board 7",
                                            "report 7 board 7 lost 4 4", "end 11 driver lost 3 3"}));
     QCOMPARE(recording.lost(), std::uint64_t{7});
