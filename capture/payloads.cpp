@@ -60,6 +60,8 @@ std::string payloadOf(const End &end)
     append(payload, static_cast<std::uint32_t>(end.reason));
     append(payload, end.value);
     appendCounts(payload, end.boards);
+    if (end.lost)
+        append(payload, *end.lost);
     return payload;
 }
 
@@ -92,6 +94,9 @@ std::optional<End> endOf(ByteView payload)
     end.reason = static_cast<EndReason>(reader.number<std::uint32_t>());
     end.value = reader.number<std::int32_t>();
     end.boards = boardCounts(reader);
+    const bool hasAllBoards = end.boards.size() == integerAt<std::uint32_t>(payload, 8);
+    if (hasAllBoards && reader.remaining().size >= sizeof(std::uint64_t))
+        end.lost = reader.number<std::uint64_t>();
     return reader.isWhole() ? std::optional(end) : std::nullopt;
 }
 

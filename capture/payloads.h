@@ -57,6 +57,8 @@ struct End
     EndReason reason = EndReason::Unknown;
     std::int32_t value = 0; ///< the exit status, or the signal's number
     std::vector<BoardCounts> boards;
+    /// All that was lost, whatever it was: the sum of `lost` of all packets. Nothing where it is not told.
+    std::optional<std::uint64_t> lost = std::nullopt;
 };
 
 std::string payloadOf(const Status &status);

@@ -8,6 +8,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "librarysearch.h"
 #include "spawnarguments.h"
 
 namespace recorder {
@@ -29,6 +30,14 @@ std::vector<std::string> environmentWith(const HostProcess::Environment &added)
     for (const auto &[name, value] : added)
         variables.push_back(name + '=' + value);
     return variables;
+}
+
+/// A script without a first line that names its interpreter, as execvp() starts it.
+std::vector<std::string> throughShell(const std::vector<std::string> &command)
+{
+    std::vector<std::string> arguments{"/bin/sh", programFile(command.front())};
+    arguments.insert(arguments.end(), command.begin() + 1, command.end());
+    return arguments;
 }
 
 sigset_t ownSignals()
@@ -58,9 +67,15 @@ ProcessHandle::~ProcessHandle()
 bool ProcessHandle::hasEnded() const
 {
     if (file < 0)
-        return kill(process, 0) != 0 && errno == ESRCH;
+        return process <= 0 || (kill(process, 0) != 0 && errno == ESRCH);
     pollfd waited{file, POLLIN, 0};
     return poll(&waited, 1, 0) > 0 && (waited.revents & POLLIN) != 0;
+}
+
+void ProcessHandle::signal(int number) const
+{
+    if (file >= 0)
+        syscall(SYS_pidfd_send_signal, file, number, nullptr, 0);
 }
 
 HostProcess::HostProcess(const std::vector<std::string> &command, const Environment &added,
@@ -71,20 +86,35 @@ HostProcess::HostProcess(const std::vector<std::string> &command, const Environm
     posix_spawnattr_init(&attributes);
     posix_spawnattr_setsigmask(&attributes, &mask);
     posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK);
-    startError = posix_spawnp(&process, command.front().c_str(), nullptr, &attributes,
-                              pointersTo(command).data(), pointersTo(variables).data());
+    const auto start = [&](const std::vector<std::string> &arguments) {
+        return posix_spawnp(&process, arguments.front().c_str(), nullptr, &attributes,
+                            pointersTo(arguments).data(), pointersTo(variables).data());
+    };
+    startError = start(command);
+    if (startError == ENOEXEC)
+        startError = start(throughShell(command));
     posix_spawnattr_destroy(&attributes);
+    // Where it was ignored the host has it ignored as well, and its end would not be told.
+    childHandler = std::signal(SIGCHLD, SIG_DFL);
+}
+
+HostProcess::~HostProcess()
+{
+    std::signal(SIGCHLD, childHandler);
 }
 
 std::optional<ProcessEnd> HostProcess::end()
 {
+    if (ended)
+        return ended;
     int status = 0;
-    if (!ended && waitpid(process, &status, WNOHANG) == process) {
-        if (WIFSIGNALED(status))
-            ended = ProcessEnd{true, WTERMSIG(status)};
-        else if (WIFEXITED(status))
-            ended = ProcessEnd{false, WEXITSTATUS(status)};
-    }
+    const pid_t waited = waitpid(process, &status, WNOHANG);
+    if (waited < 0 && errno == ECHILD)
+        ended = ProcessEnd{false, false, 0};
+    else if (waited == process && WIFSIGNALED(status))
+        ended = ProcessEnd{true, true, WTERMSIG(status)};
+    else if (waited == process && WIFEXITED(status))
+        ended = ProcessEnd{true, false, WEXITSTATUS(status)};
     return ended;
 }
 

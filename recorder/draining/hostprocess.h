@@ -12,6 +12,7 @@ namespace recorder {
 /// How a process ended.
 struct ProcessEnd
 {
+    bool isKnown = true;
     bool isSignal = false;
     int value = 0; ///< the exit status, or the signal's number
 };
@@ -28,7 +29,7 @@ public:
     /// -1 when there is none, as of a process that was gone before.
     int descriptor() const { return file; }
     bool hasEnded() const;
-    void signal(int number) const { kill(process, number); }
+    void signal(int number) const;
 
 private:
     pid_t process;
@@ -45,6 +46,9 @@ public:
     /// \param added variables that are set, or replaced
     /// \param mask its signal mask
     HostProcess(const std::vector<std::string> &command, const Environment &added, const sigset_t &mask);
+    ~HostProcess();
+    HostProcess(const HostProcess &) = delete;
+    HostProcess &operator=(const HostProcess &) = delete;
 
     /// 0, or the error number of the start.
     int error() const { return startError; }
@@ -58,6 +62,7 @@ public:
 private:
     pid_t process = -1;
     int startError = 0;
+    void (*childHandler)(int) = nullptr; ///< that was in force before
     std::optional<ProcessEnd> ended;
 };
 

@@ -50,20 +50,6 @@ std::string searchPath(const std::string &tap)
     return path;
 }
 
-/// The file that posix_spawnp() starts; empty when there is none.
-std::string programFile(const std::string &name)
-{
-    if (name.find('/') != std::string::npos)
-        return name;
-    const char *path = std::getenv("PATH");
-    for (const std::string &folder : foldersOf(path ? path : "/bin:/usr/bin", ":")) {
-        const std::string file = (folder.empty() ? "." : folder) + '/' + name;
-        if (access(file.c_str(), X_OK) == 0)
-            return file;
-    }
-    return {};
-}
-
 template <typename Structure>
 bool readAt(int file, std::uint64_t offset, Structure &structure)
 {
@@ -137,6 +123,19 @@ std::string pathInList(const std::string &list)
 }
 
 } // namespace
+
+std::string programFile(const std::string &host)
+{
+    if (host.find('/') != std::string::npos)
+        return host;
+    const char *path = std::getenv("PATH");
+    for (const std::string &folder : foldersOf(path ? path : "/bin:/usr/bin", ":")) {
+        const std::string file = (folder.empty() ? "." : folder) + '/' + host;
+        if (access(file.c_str(), X_OK) == 0)
+            return file;
+    }
+    return {};
+}
 
 FoundLibrary findDriverLibrary(const std::string &host, const std::string &tap)
 {

@@ -17,4 +17,7 @@ struct FoundLibrary
 /// \param tap path of the tap's exports, which are passed by in LD_LIBRARY_PATH, and never found
 FoundLibrary findDriverLibrary(const std::string &host, const std::string &tap);
 
+/// The file that posix_spawnp() starts for a host's name; empty when there is none.
+std::string programFile(const std::string &host);
+
 } // namespace recorder

@@ -59,15 +59,23 @@ Orphans::~Orphans()
     prctl(PR_SET_CHILD_SUBREAPER, 0);
 }
 
-bool Orphans::areLeft() const
+void Orphans::reap(pid_t host, pid_t witness)
+{
+    for (;;) {
+        siginfo_t ended{};
+        if (waitid(P_ALL, 0, &ended, WEXITED | WNOHANG | WNOWAIT) != 0 || ended.si_pid == 0 ||
+            ended.si_pid == host || ended.si_pid == witness)
+            return;
+        waitpid(ended.si_pid, nullptr, WNOHANG);
+    }
+}
+
+bool Orphans::areLeft(pid_t witness) const
 {
     for (const pid_t child : childrenOf(getpid())) {
-        if (others.count(child) > 0)
-            continue;
         const ProcessState now = stateOf(child);
-        if (now.state == 'Z')
-            waitpid(child, nullptr, WNOHANG);
-        else if (now.session == getsid(0))
+        const bool isOrphan = child != witness && others.count(child) == 0;
+        if (isOrphan && now.state != 'Z' && now.session == getsid(0))
             return true;
     }
     return false;

@@ -15,9 +15,12 @@ public:
     Orphans(const Orphans &) = delete;
     Orphans &operator=(const Orphans &) = delete;
 
-    /// Whether one of this session lives. Daemons have sessions of their own. To be called when the host has
-    /// been waited for, as it takes what the others end with.
-    bool areLeft() const;
+    /// Takes what those have ended with that nobody else waits for.
+    /// \param host, witness which are waited for elsewhere
+    static void reap(pid_t host, pid_t witness);
+    /// Whether one of this session lives. Daemons have sessions of their own.
+    /// \param witness does not count
+    bool areLeft(pid_t witness) const;
 
 private:
     std::set<pid_t> others; ///< children that were there before

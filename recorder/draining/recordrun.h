@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "hostprocess.h"
+#include "hostrun.h"
 #include "sharedring.h"
 
 namespace recorder {
@@ -17,13 +17,6 @@ struct RecordOptions
     std::string driver; ///< absolute path of the real library; empty for the host's or the loader's
     std::string note;
     std::size_t ringSize = defaultRingSize;
-};
-
-struct Progress
-{
-    double seconds = 0;
-    std::uint64_t reports = 0;
-    std::uint64_t lost = 0;
 };
 
 struct RecordResult

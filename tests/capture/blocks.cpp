@@ -8,8 +8,10 @@ namespace blocks {
 QByteArray number(quint64 value, int size, bool isBigEndian)
 {
     QByteArray bytes;
-    for (int i = 0; i < size; ++i)
-        bytes.append(static_cast<char>((value >> (8 * (isBigEndian ? size - 1 - i : i))) & 0xFF));
+    for (int i = 0; i < size; ++i) {
+        const int place = isBigEndian ? size - 1 - i : i;
+        bytes.append(static_cast<char>(place < 8 ? value >> (8 * place) & 0xFF : 0));
+    }
     return bytes;
 }
 

@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <climits>
+#include <csignal>
 #include <cstdio>
 #include <ctime>
 #include <fcntl.h>
@@ -73,6 +74,8 @@ int run(recorder::RecordOptions options)
     const auto ignore = [](const recorder::Progress &) {};
     const recorder::RecordResult result =
         isTerminal ? recorder::record(options, printProgress) : recorder::record(options, ignore);
+    // Not before: the host would ignore it as well.
+    std::signal(SIGPIPE, SIG_IGN);
     if (isTerminal)
         std::fputc('\n', stderr);
     for (const std::string &line : result.lines)

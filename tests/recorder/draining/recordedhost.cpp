@@ -89,6 +89,18 @@ void send(int count)
         FIND(orvexsim_send)(id, report.data(), report.size());
 }
 
+void plug(int id)
+{
+    FIND(orvexsim_plug)(id);
+}
+
+/// One that no board sends by itself.
+void report(int id)
+{
+    const std::array<unsigned char, 6> bytes{6, 33, 0x21, 0x22, 0x23, 0x24};
+    FIND(orvexsim_send)(id, bytes.data(), bytes.size());
+}
+
 void command(const char *text)
 {
     const EntryPoints calls;
@@ -162,6 +174,30 @@ void waitUntil(const char *file)
         waitMs(5);
 }
 
+std::atomic<int> caughtSignals{0};
+
+void catchSignal(int number)
+{
+    std::signal(number, [](int) {
+        ++caughtSignals;
+        touch("caught");
+    });
+}
+
+void printCaught(int)
+{
+    std::printf("caught %d\n", caughtSignals.load());
+}
+
+/// Until so many more were.
+void waitDelivered(int count)
+{
+    unsigned long long delivered = 0;
+    FIND(orvexsim_totals)(nullptr, &delivered);
+    if (FIND(orvexsim_wait_delivered)(delivered + static_cast<unsigned>(count), 60'000) == 0)
+        std::printf("not delivered: %d\n", count);
+}
+
 void raiseSignal(int number)
 {
     std::fflush(stdout);
@@ -185,8 +221,15 @@ bool run(const std::string &step)
                                                          {"surroundings", printSurroundings}};
     static const std::map<std::string, void (*)(const char *)> withText{
         {"load", load}, {"command", command}, {"count", countInto}, {"touch", touch}, {"until", waitUntil}};
-    static const std::map<std::string, void (*)(int)> withNumber{
-        {"send", send}, {"wait", waitMs}, {"raise", raiseSignal}, {"exit", end}};
+    static const std::map<std::string, void (*)(int)> withNumber{{"send", send},
+                                                                 {"plug", plug},
+                                                                 {"report", report},
+                                                                 {"wait", waitMs},
+                                                                 {"delivered", waitDelivered},
+                                                                 {"raise", raiseSignal},
+                                                                 {"exit", end},
+                                                                 {"catch", catchSignal},
+                                                                 {"caught", printCaught}};
     if (plain.count(name) > 0)
         plain.at(name)();
     else if (withText.count(name) > 0)

@@ -83,27 +83,36 @@ RecordedRun::RecordedRun()
 
 void RecordedRun::start(const QStringList &host, const QStringList &options)
 {
-    process.setProcessEnvironment(environment);
-    process.setWorkingDirectory(folder.path());
-    process.start(PADSCOPE_FILE, QStringList{"record", "-o", file()} + options + QStringList{"--"} + host);
-    QVERIFY(process.waitForStarted());
+    startAlone(QStringList{PADSCOPE_FILE, "record", "-o", file()} + options + QStringList{"--"} + host);
 }
 
 int RecordedRun::finish()
 {
-    if (!process.waitForFinished(60'000))
+    if (process.state() != QProcess::NotRunning && !process.waitForFinished(60'000))
         return -1;
     standardOutput = process.readAllStandardOutput();
     standardError = process.readAllStandardError();
     return statusOf(process);
 }
 
-int RecordedRun::runAlone(const QStringList &host)
+void RecordedRun::startAlone(const QStringList &command)
 {
     process.setProcessEnvironment(environment);
     process.setWorkingDirectory(folder.path());
-    process.start(host.first(), host.mid(1));
-    return finish();
+    process.start(command.first(), command.mid(1));
+    QVERIFY(process.waitForStarted());
+}
+
+int RecordedRun::number(const QString &name) const
+{
+    QFile file(path(name));
+    return file.open(QFile::ReadOnly) ? file.readAll().trimmed().toInt() : 0;
+}
+
+void RecordedRun::touch(const QString &name) const
+{
+    QFile made(path(name));
+    QVERIFY(made.open(QFile::WriteOnly));
 }
 
 bool RecordedRun::hasFile() const

@@ -42,8 +42,17 @@ public:
         start(host, options);
         return finish();
     }
-    /// The same command without the recorder.
-    int runAlone(const QStringList &host);
+    /// A command as it stands.
+    void startAlone(const QStringList &command);
+    int runAlone(const QStringList &command)
+    {
+        startAlone(command);
+        return finish();
+    }
+    /// What a file holds, such as a process's number.
+    int number(const QString &name) const;
+    /// Makes an empty file.
+    void touch(const QString &name) const;
 
     void setEnvironment(const char *name, const QString &value) { environment.insert(name, value); }
     QString path(const QString &name) const { return folder.filePath(name); }

@@ -20,6 +20,10 @@ private slots:
     void endsAsItsHost();
     void hostsThatCannotBeStarted_data();
     void hostsThatCannotBeStarted();
+    void scriptsWithoutAnInterpreter_data();
+    void scriptsWithoutAnInterpreter();
+    void aBrokenPipeIsNotTheHostsEnd();
+    void noFileWithoutRoomForTheRing();
     void overwritesNothing();
     void passesArgumentsOn();
     void callsAreTheSameAsAlone_data();
@@ -81,6 +85,55 @@ void RecordTests::hostsThatCannotBeStarted()
     QCOMPARE(run.run({command}), status);
     QCOMPARE(run.errors(), QStringList{line});
     QVERIFY(!run.hasFile());
+}
+
+void RecordTests::scriptsWithoutAnInterpreter_data()
+{
+    addColumns<bool>("inPath");
+    addRow("path", false);
+    addRow("name", true);
+}
+
+/// As shells and execvp() run them.
+void RecordTests::scriptsWithoutAnInterpreter()
+{
+    QFETCH(bool, inPath);
+    RecordedRun run;
+    QFile script(run.path("plain-script"));
+    QVERIFY(script.open(QFile::WriteOnly));
+    script.write("\"$@\"\nexit 6\n");
+    QVERIFY(script.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
+    script.close();
+    if (inPath)
+        run.setEnvironment("PATH", run.path(".") + ":/usr/bin:/bin");
+    QCOMPARE(run.run({inPath ? "plain-script" : script.fileName(), host, byName, "attach"}), 6);
+    QCOMPARE(run.output(), (QStringList{"loaded", "attached 1"}));
+    QVERIFY(run.facts().end.has_value());
+}
+
+void RecordTests::aBrokenPipeIsNotTheHostsEnd()
+{
+    RecordedRun run;
+    const QString script = "{ \"$@\"; echo $? >status; } 2>&1 | true";
+    const QStringList recorder{PADSCOPE_FILE, "record", "-o", run.file(), "--"};
+    QCOMPARE(run.runAlone(QStringList{"sh", "-c", script, "sh"} + recorder +
+                          QStringList{host, "wait=300", "exit=5"}),
+             0);
+    QFile status(run.path("status"));
+    QVERIFY(status.open(QFile::ReadOnly));
+    QCOMPARE(status.readAll(), QByteArray("5\n"));
+}
+
+void RecordTests::noFileWithoutRoomForTheRing()
+{
+    RecordedRun run;
+    const QStringList recorder{PADSCOPE_FILE, "record", "-o", run.file(), "--"};
+    QCOMPARE(run.runAlone(QStringList{"sh", "-c", "ulimit -f 0; exec \"$@\"", "sh"} + recorder +
+                          QStringList{host, byName, "touch=started"}),
+             1);
+    QCOMPARE(run.errors(), QStringList{"padscope: no room for the ring: File too large"});
+    QVERIFY(!run.hasFile());
+    QVERIFY(!QFile::exists(run.path("started")));
 }
 
 void RecordTests::overwritesNothing()
@@ -204,8 +257,8 @@ void RecordTests::outlivesAWrapper()
 void RecordTests::saysWhatItDidNotRecord()
 {
     RecordedRun run;
-    const QString script = "$0 $1 touch=open attach wait=1000 & "
-                           "while [ ! -e open ]; do sleep 0.01; done; $0 $1 attach; wait";
+    const QString script = "$0 $1 touch=open attach until=second & "
+                           "while [ ! -e open ]; do sleep 0.01; done; $0 $1 attach touch=second; wait";
     QCOMPARE(run.run({"sh", "-c", script, host, byName}), 0);
     QCOMPARE(run.output().filter("attached").size(), 2);
     QCOMPARE(run.errors(),

@@ -1,4 +1,5 @@
 #include <csignal>
+#include <QDir>
 #include <QFile>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -10,6 +11,19 @@ namespace {
 
 const QString host = RECORDED_HOST;
 const char byName[] = "load=liborvexboardex.so.1";
+
+/// Children that have ended and that it has not waited for.
+int zombiesOf(qint64 parent)
+{
+    int count = 0;
+    const QStringList processes = QDir("/proc").entryList({"[0-9]*"}, QDir::Dirs);
+    for (const QString &process : processes) {
+        QFile file("/proc/" + process + "/stat");
+        if (file.open(QFile::ReadOnly) && file.readAll().contains(") Z " + QByteArray::number(parent) + ' '))
+            ++count;
+    }
+    return count;
+}
 
 } // namespace
 
@@ -25,6 +39,9 @@ private slots:
     void signalsOfTheTerminalAreTheHosts();
     void endingSignalsArePassedOn_data();
     void endingSignalsArePassedOn();
+    void aSignalOfTheGroupComesOnce_data();
+    void aSignalOfTheGroupComesOnce();
+    void leavesNoZombies();
     void aSetuidHostObeysNoVariable();
 };
 
@@ -35,6 +52,7 @@ void SurroundingsTests::theHostFindsWhatItFindsAlone_data()
     addRow("signals ignored", QString("trap '' INT HUP TERM PIPE;"));
     addRow("no standard input", QString("exec <&-;"));
     addRow("no standard error", QString("exec 2>&-;"));
+    addRow("children ignored", QString("set -- env --ignore-signal=CHLD \"$@\";"));
 }
 
 void SurroundingsTests::theHostFindsWhatItFindsAlone()
@@ -86,6 +104,44 @@ void SurroundingsTests::endingSignalsArePassedOn()
     QCOMPARE(kill(static_cast<pid_t>(run.process.processId()), number), 0);
     QCOMPARE(run.finish(), 128 + number);
     QCOMPARE(run.facts().end->value, number);
+}
+
+void SurroundingsTests::aSignalOfTheGroupComesOnce_data()
+{
+    addColumns<bool, bool>("toRecorder", "toGroup");
+    addRow("to the recorder", true, false);
+    addRow("to the group", false, true);
+    addRow("to both, as timeout does", true, true);
+}
+
+void SurroundingsTests::aSignalOfTheGroupComesOnce()
+{
+    QFETCH(bool, toRecorder);
+    QFETCH(bool, toGroup);
+    RecordedRun run;
+    const QStringList command{PADSCOPE_FILE, "record", "-o", run.file(), "--", host, byName};
+    run.startAlone(QStringList{"setsid"} + command +
+                   QStringList{"catch=15", "touch=loaded", "until=caught", "wait=300", "caught=15"});
+    QTRY_VERIFY(QFile::exists(run.path("loaded")));
+    const auto recorder = static_cast<pid_t>(run.process.processId());
+    if (toRecorder)
+        QCOMPARE(kill(recorder, SIGTERM), 0);
+    if (toGroup)
+        QCOMPARE(kill(-recorder, SIGTERM), 0);
+    QCOMPARE(run.finish(), 0);
+    QCOMPARE(run.output(), (QStringList{"loaded", "caught 1"}));
+}
+
+/// Processes whose parents have ended become the recorder's.
+void SurroundingsTests::leavesNoZombies()
+{
+    RecordedRun run;
+    const QString script = "for i in 1 2 3 4 5; do (true &); done; exec $0 $1 touch=loaded until=end";
+    run.start({"sh", "-c", script, host, byName});
+    QTRY_VERIFY(QFile::exists(run.path("loaded")));
+    QTRY_COMPARE(zombiesOf(run.process.processId()), 0);
+    run.touch("end");
+    QCOMPARE(run.finish(), 0);
 }
 
 /// As it loads the tap by its path, only the variables are left.

@@ -1,0 +1,83 @@
+#include <csignal>
+#include <QElapsedTimer>
+#include <QFile>
+
+#include "recordedrun.h"
+#include "support/tests.h"
+
+namespace {
+
+const QString host = RECORDED_HOST;
+const char byName[] = "load=liborvexboardex.so.1";
+
+} // namespace
+
+/// A disk that is slow, or full for a moment.
+class PoorDiskTests : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void noFileWithoutItsHead_data();
+    void noFileWithoutItsHead();
+    void aFullDiskForAMomentIsALoss();
+    void aSlowDiskDelaysNoSignal();
+};
+
+void PoorDiskTests::noFileWithoutItsHead_data()
+{
+    addColumns<QString>("write");
+    addRow("section", QString("1"));
+    addRow("interface", QString("2"));
+}
+
+/// The host is not started.
+void PoorDiskTests::noFileWithoutItsHead()
+{
+    QFETCH(QString, write);
+    RecordedRun run;
+    run.setEnvironment("LD_PRELOAD", POOR_DISK);
+    run.setEnvironment("FAILED_WRITE", write);
+    QCOMPARE(run.run({host, byName, "touch=started"}), 1);
+    QCOMPARE(run.errors(), QStringList{"padscope: " + run.file() + ": No space left on device"});
+    QVERIFY(!run.hasFile());
+    QVERIFY(!QFile::exists(run.path("started")));
+}
+
+void PoorDiskTests::aFullDiskForAMomentIsALoss()
+{
+    RecordedRun run;
+    run.setEnvironment("LD_PRELOAD", POOR_DISK);
+    run.setEnvironment("FAILED_WRITE", "3"); // behind section and interface
+    QCOMPARE(run.run({host, byName, "attach", "detach"}), 1);
+    const CaptureFacts facts = run.facts();
+    QVERIFY(facts.isWhole && facts.end);
+    QVERIFY(facts.lost > 0);
+    QCOMPARE(facts.dropCount, facts.lost);
+    QCOMPARE(run.errors(), (QStringList{"padscope: " + run.file() + ": No space left on device",
+                                        "padscope: lost reports and calls: " + QString::number(facts.lost)}));
+    QVERIFY(outputOf(PADSCOPE_FILE, {"check", run.file()}).startsWith("3\n"));
+}
+
+/// The ring is never empty meanwhile.
+void PoorDiskTests::aSlowDiskDelaysNoSignal()
+{
+    RecordedRun run;
+    run.setEnvironment("ORVEXSIM_SCENARIO", "flood");
+    run.setEnvironment("LD_PRELOAD", POOR_DISK);
+    run.setEnvironment("WRITE_US", "200000");
+    run.start(
+        {host, byName, "attach", "touch=attached", "catch=15", "touch=catching", "until=caught", "raise=9"},
+        {"--ring", "64K"});
+    QTRY_VERIFY(QFile::exists(run.path("catching")));
+    QTest::qWait(500); // until the ring is full
+    QCOMPARE(kill(static_cast<pid_t>(run.process.processId()), SIGTERM), 0);
+    QTRY_VERIFY(QFile::exists(run.path("caught")));
+    QCOMPARE(run.finish(), 137);
+    const CaptureFacts facts = run.facts();
+    QVERIFY(facts.isWhole && facts.end);
+    QVERIFY(facts.lost > 0);
+}
+
+PADSCOPE_TESTS(PoorDiskTests);
+#include "tst_poordisk.moc"
