@@ -57,7 +57,7 @@ bool Consumer::copy(std::uint32_t crossing, std::uint64_t reserved, Taken &recor
 {
     unsigned char *bytes = cellsAt(&control) + cellSize * (cell % cellCount);
     const auto *head = std::launder(reinterpret_cast<const RecordHead *>(bytes));
-    const std::uint32_t length = head->length;
+    const std::uint32_t length = head->length.load(std::memory_order_relaxed);
     const std::uint32_t cells = cellsFor(length);
     const std::uint32_t inUse = cellsOf(reserved) - cell;
     if (length > cellSize * cellCount || cells > std::min(inUse, cellCount))

@@ -48,7 +48,7 @@ struct Control
     /// What a process that executed itself again has left: `abandonedMark` and the cells that were reserved.
     std::atomic<std::uint64_t> abandoned;
 
-    BoardSlot boards[boardSlotCount]; ///< the last one counts the boards that have no slot
+    BoardSlot boards[boardSlotCount]; ///< the last one counts the boards that have no slot, and has no key
 };
 
 /// Where the cells begin.
@@ -59,7 +59,7 @@ struct RecordHead
 {
     std::atomic<std::uint64_t> commit; ///< commitWord() when the record is whole
     std::uint64_t clockNs;             ///< of the monotonic clock
-    std::uint32_t length;              ///< of the payload
+    std::atomic<std::uint32_t> length; ///< of the payload; to be read once, as a broken host may change it
     std::uint32_t originalLength;      ///< before it was cut
     std::uint8_t kind;
     std::uint8_t flags;
