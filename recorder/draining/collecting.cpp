@@ -56,7 +56,8 @@ void Recording::writePacket(capture::Header header, const std::string &payload, 
     data += payload;
 
     info.timeNs = std::max(start.realNs + (monotonicNs - start.monotonicNs), lastStamp + 1);
-    info.originalLength = static_cast<std::uint32_t>(capture::headerSize) + extras.originalPayloadLength;
+    info.originalLength = static_cast<std::uint32_t>(std::min<std::uint64_t>(
+        capture::headerSize + std::uint64_t{extras.originalPayloadLength}, UINT32_MAX));
     info.flags = extras.direction;
     info.dropCount = pendingLost;
     info.comment = extras.comment;

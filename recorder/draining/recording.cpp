@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <set>
 #include <sys/utsname.h>
 
 #include "pcapngwriter.h"
@@ -148,6 +149,7 @@ void Recording::writeChanges(const std::vector<Enumeration::Change> &changes, st
 std::vector<capture::BoardCounts> Recording::counts(const ring::Control &control, bool isEnd) const
 {
     std::vector<capture::BoardCounts> all;
+    std::set<std::int32_t> counted;
     for (const ring::BoardSlot &slot : control.boards) {
         if (slot.key == 0)
             continue;
@@ -166,6 +168,13 @@ std::vector<capture::BoardCounts> Recording::counts(const ring::Control &control
             counts.lost = counts.delivered - counts.recorded;
         }
         all.push_back(counts);
+        counted.insert(counts.board);
+    }
+    // What is lost of a board without a slot stands in the total alone.
+    for (const auto &[id, board] : boards) {
+        const std::uint64_t delivered = board.recorded + board.unwritten;
+        if (delivered > 0 && counted.count(id) == 0)
+            all.push_back({id, delivered, board.recorded, board.unwritten});
     }
     return all;
 }
