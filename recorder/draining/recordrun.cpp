@@ -70,6 +70,10 @@ std::vector<std::string> remarks(const ring::Control &control, std::uint64_t los
     if (const std::uint32_t others = control.forwardingProcesses)
         lines.push_back("processes that opened the driver library and were not recorded: " +
                         std::to_string(others));
+    if (control.timesPassedBy > 0)
+        lines.push_back(
+            "the driver library stayed open when it was closed through the tap: what used it later is "
+            "not recorded");
     if (const std::uint32_t callbacks = control.unrecordedCallbacks)
         lines.push_back("callbacks that were not recorded, beyond 32 of one sort: " +
                         std::to_string(callbacks));
