@@ -92,6 +92,7 @@ std::int32_t ownNumber()
 std::uint64_t ownImage()
 {
     std::uint64_t image = 0;
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): as the kernel gives it
     if (const auto *random = reinterpret_cast<const void *>(getauxval(AT_RANDOM)))
         std::memcpy(&image, random, sizeof image);
     return image;
