@@ -62,6 +62,8 @@ std::string payloadOf(const End &end)
     append(payload, static_cast<std::uint32_t>(end.reason));
     append(payload, end.value);
     appendCounts(payload, end.boards);
+    if (end.lost)
+        append(payload, *end.lost);
     return payload;
 }
 
@@ -94,6 +96,8 @@ std::optional<End> endOf(ByteView payload)
     end.reason = static_cast<EndReason>(reader.number<std::uint32_t>());
     end.value = reader.number<std::int32_t>();
     end.boards = boardCounts(reader, end.missingBoards);
+    if (end.missingBoards == 0 && reader.remaining().size >= sizeof(std::uint64_t))
+        end.lost = reader.number<std::uint64_t>();
     return reader.isWhole() ? std::optional(end) : std::nullopt;
 }
 

@@ -59,6 +59,8 @@ struct End
     std::int32_t value = 0; ///< the exit status, or the signal's number
     std::vector<BoardCounts> boards;
     std::uint32_t missingBoards = 0; ///< that the packet counts and does not have, since it was cut
+    /// All that was lost, whatever it was: the sum of `lost` of all packets. Nothing where it is not told.
+    std::optional<std::uint64_t> lost = std::nullopt;
 };
 
 std::string payloadOf(const Status &status);

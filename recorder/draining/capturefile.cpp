@@ -19,27 +19,38 @@ CaptureFile::CaptureFile(const std::string &filePath)
 CaptureFile::~CaptureFile()
 {
     if (file >= 0)
-        close(file);
+        ::close(file);
 }
 
-bool CaptureFile::write(const std::string &block)
+std::size_t CaptureFile::write(const std::string &blocks, const std::vector<std::size_t> &sizes)
 {
     if (!isWhole)
-        return false;
+        return 0;
     std::size_t written = 0;
-    while (written < block.size()) {
-        const ssize_t count = ::write(file, block.data() + written, block.size() - written);
+    while (written < blocks.size()) {
+        const ssize_t count = ::write(file, blocks.data() + written, blocks.size() - written);
         if (count < 0 && errno == EINTR)
             continue;
         if (count <= 0) {
             trouble = std::strerror(errno);
-            isWhole = written == 0 || cutBack();
-            return false;
+            break;
         }
         written += static_cast<std::size_t>(count);
     }
-    size += block.size();
-    return true;
+    std::size_t whole = 0;
+    std::size_t kept = 0;
+    while (kept < sizes.size() && whole + sizes[kept] <= written)
+        whole += sizes[kept++];
+    size += whole;
+    isWhole = written == whole || cutBack();
+    return kept;
+}
+
+void CaptureFile::close()
+{
+    if (::close(file) != 0)
+        trouble = std::strerror(errno);
+    file = -1;
 }
 
 bool CaptureFile::cutBack()

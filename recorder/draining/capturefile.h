@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace recorder {
 
@@ -22,7 +23,13 @@ public:
 
     /// Writes a block whole or not at all: without room for it the file ends with the block before. Where
     /// even that fails, nothing is written any more, and readers tell that the file ends within a block.
-    bool write(const std::string &block);
+    bool write(const std::string &block) { return write(block, {block.size()}) == 1; }
+    /// Writes blocks that follow each other in one piece.
+    /// \return how many of them are in the file: all, or the first ones
+    std::size_t write(const std::string &blocks, const std::vector<std::size_t> &sizes);
+
+    /// What was written last may fail only now, on a file system of another machine.
+    void close();
 
     /// Removes the file, when it is of no use.
     void remove();

@@ -28,6 +28,9 @@ public:
     /// A report came.
     std::vector<Change> reported(std::int32_t board);
 
+    /// The change could not be written: it is told again when the board reports or its record is read.
+    void forget(std::int32_t board) { known.erase(board); }
+
     bool isKnown(std::int32_t board) const { return known.count(board) > 0; }
 
 private:

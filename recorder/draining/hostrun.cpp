@@ -42,6 +42,8 @@ ProcessEnd HostRun::watch(const std::string &note, const std::function<void(cons
         const bool isEnding = isOver();
         const Clocks now = Clocks::now();
         const Step last = drain(hasOwner() && ownerHasEnded());
+        if (last != Step::Record)
+            recording.flush();
         keepTime(now, last == Step::Empty, report);
         if (isEnding && last != Step::Record)
             break;
@@ -137,9 +139,9 @@ void HostRun::keepTime(const Clocks &now, bool isUpToDate,
                                                   (now.monotonicNs - lastClocks.monotonicNs));
     const bool hasStepped = std::llabs(stepNs) > static_cast<std::int64_t>(clockStepNs);
     if (hasStepped || now.monotonicNs - lastStatusNs >= statusIntervalNs) {
-        const std::uint64_t behindNs =
-            now.monotonicNs - std::min(now.monotonicNs, recording.lastCrossingNs());
-        recording.writeStatus(isUpToDate ? now : now.before(behindNs), control);
+        // Of the very moment of its stamp, as readers take the wall clock's offset from both.
+        const std::uint64_t lastNs = recording.lastCrossingNs();
+        recording.writeStatus(now.at(isUpToDate ? std::max(now.monotonicNs, lastNs) : lastNs), control);
         lastStatusNs = now.monotonicNs;
     }
     lastClocks = now;

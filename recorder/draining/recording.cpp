@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <ctime>
+#include <set>
 #include <sys/utsname.h>
 
 #include "pcapngwriter.h"
@@ -16,13 +16,6 @@ constexpr std::uint32_t outbound = 2; // to it
 
 constexpr std::uint16_t getDeviceCountCall = 9; // numbers of the format
 constexpr std::uint16_t enumDeviceInfoCall = 10;
-
-std::uint64_t nanoseconds(clockid_t clock)
-{
-    timespec time{};
-    clock_gettime(clock, &time);
-    return static_cast<std::uint64_t>(time.tv_sec) * 1'000'000'000 + static_cast<std::uint64_t>(time.tv_nsec);
-}
 
 std::string sessionTextOf(std::uint32_t session)
 {
@@ -61,30 +54,12 @@ std::string sectionOf(const std::string &sessionText)
 
 } // namespace
 
-Clocks Clocks::now()
-{
-    Clocks clocks;
-    clocks.monotonicNs = nanoseconds(CLOCK_MONOTONIC);
-    clocks.realNs = nanoseconds(CLOCK_REALTIME);
-    clocks.bootNs = nanoseconds(CLOCK_BOOTTIME);
-    const auto seconds = static_cast<std::time_t>(clocks.realNs / 1'000'000'000);
-    std::tm local{};
-    localtime_r(&seconds, &local);
-    clocks.localOffsetSeconds = static_cast<std::int32_t>(local.tm_gmtoff);
-    return clocks;
-}
-
-Clocks Clocks::before(std::uint64_t nanoseconds) const
-{
-    return {monotonicNs - nanoseconds, realNs - nanoseconds, bootNs - nanoseconds, localOffsetSeconds};
-}
-
 Recording::Recording(CaptureFile &captureFile, std::uint32_t sessionNumber, const Clocks &clocks)
     : file(captureFile)
     , session(sessionNumber)
     , start(clocks)
     , sessionText(sessionTextOf(sessionNumber))
-    , received{0}
+    , interfaces(1)
     , lastNs(clocks.monotonicNs)
 {
     if (file.write(sectionOf(sessionText)))
@@ -111,21 +86,21 @@ void Recording::write(const ring::Taken &taken)
     Extras extras;
     extras.direction = directionOf(kind);
     extras.originalPayloadLength = taken.originalLength;
-    const std::uint64_t sequence = nextSequence;
-    const bool isWritten = writePacket(header, taken.payload, taken.clockNs, extras);
-    if (kind == capture::Kind::Call && isWritten)
-        open(taken, sequence);
+    extras.crossing = taken.crossing;
+    if (kind == capture::Kind::Call)
+        open(taken);
     if (kind == capture::Kind::Report) {
-        ++(isWritten ? boards[taken.board].recorded : boards[taken.board].unwritten);
+        ++boards[taken.board].recorded;
         ++reportCount;
     }
+    writePacket(header, taken.payload, taken.clockNs, extras);
     if (returned)
         follow(taken, *returned);
 }
 
-void Recording::open(const ring::Taken &taken, std::uint64_t sequence)
+void Recording::open(const ring::Taken &taken)
 {
-    openCalls[taken.crossing] = {sequence,
+    openCalls[taken.crossing] = {nextSequence,
                                  capture::integerAt<std::int32_t>(capture::viewOf(taken.payload), 0)};
 }
 
@@ -171,65 +146,10 @@ void Recording::writeChanges(const std::vector<Enumeration::Change> &changes, st
     }
 }
 
-/// The board's, which comes before its first packet, if it is known; otherwise the library's.
-std::uint32_t Recording::interfaceOf(const capture::Header &header)
-{
-    const auto board = boards.find(header.board);
-    if (!header.has(capture::BoardIsValid) || board == boards.end())
-        return 0;
-    if (board->second.interface == 0)
-        addInterface(board->first, board->second);
-    return board->second.interface;
-}
-
-void Recording::addInterface(std::int32_t id, Board &board)
-{
-    const std::string name = "board " + std::to_string(id);
-    const std::string place = board.index < 0 ? std::string() : "index " + std::to_string(board.index) + ", ";
-    if (!file.write(capture::pcapng::interfaceDescription(name, name + ", " + place + sessionText)))
-        return;
-    board.interface = static_cast<std::uint32_t>(received.size());
-    received.push_back(0);
-}
-
-void Recording::addLost(std::uint64_t count)
-{
-    nextSequence += count;
-    pendingLost += count;
-    lostCount += count;
-}
-
-bool Recording::writePacket(capture::Header header, const std::string &payload, std::uint64_t monotonicNs,
-                            const Extras &extras)
-{
-    header.session = session;
-    header.sequence = nextSequence;
-    header.lost = static_cast<std::uint32_t>(pendingLost);
-    std::string data;
-    append(data, header);
-    data += payload;
-
-    capture::pcapng::PacketInfo info;
-    info.interface = interfaceOf(header);
-    info.timeNs = std::max(start.realNs + (monotonicNs - start.monotonicNs), lastStamp + 1);
-    info.originalLength = static_cast<std::uint32_t>(capture::headerSize) + extras.originalPayloadLength;
-    info.flags = extras.direction;
-    info.dropCount = pendingLost;
-    info.comment = extras.comment;
-    if (!file.write(capture::pcapng::enhancedPacket(info, capture::viewOf(data)))) {
-        addLost(1);
-        return false;
-    }
-    ++nextSequence;
-    lastStamp = info.timeNs;
-    pendingLost = 0;
-    ++received[info.interface];
-    return true;
-}
-
 std::vector<capture::BoardCounts> Recording::counts(const ring::Control &control, bool isEnd) const
 {
     std::vector<capture::BoardCounts> all;
+    std::set<std::int32_t> counted;
     for (const ring::BoardSlot &slot : control.boards) {
         if (slot.key == 0)
             continue;
@@ -248,6 +168,13 @@ std::vector<capture::BoardCounts> Recording::counts(const ring::Control &control
             counts.lost = counts.delivered - counts.recorded;
         }
         all.push_back(counts);
+        counted.insert(counts.board);
+    }
+    // What is lost of a board without a slot stands in the total alone.
+    for (const auto &[id, board] : boards) {
+        const std::uint64_t delivered = board.recorded + board.unwritten;
+        if (delivered > 0 && counted.count(id) == 0)
+            all.push_back({id, delivered, board.recorded, board.unwritten});
     }
     return all;
 }
@@ -269,17 +196,29 @@ void Recording::writeMark(const std::string &text, std::uint64_t monotonicNs)
 void Recording::writeEnd(capture::End end, std::uint64_t lost, const Clocks &clocks,
                          const ring::Control &control)
 {
+    flush(); // what is not written is lost
     addLost(lost);
     end.boards = counts(control, true);
+    end.lost = lostCount;
+    const std::uint64_t lostBefore = lostCount;
     writePacket(capture::newHeader(capture::Kind::End), payloadOf(end), clocks.monotonicNs, {});
-    for (std::size_t i = 0; i < received.size(); ++i) {
+    flush();
+    if (lostCount != lostBefore)
+        return;
+    std::string statistics;
+    std::vector<std::size_t> sizes;
+    for (std::size_t i = 0; i < interfaces.size(); ++i) {
         capture::pcapng::StatisticsInfo info;
         info.interface = static_cast<std::uint32_t>(i);
         info.startNs = start.realNs;
         info.endNs = lastStamp;
-        info.received = received[i];
-        file.write(capture::pcapng::interfaceStatistics(info));
+        info.received = interfaces[i].received;
+        info.dropped = interfaces[i].dropped;
+        const std::string block = capture::pcapng::interfaceStatistics(info);
+        statistics += block;
+        sizes.push_back(block.size());
     }
+    file.write(statistics, sizes);
 }
 
 } // namespace recorder

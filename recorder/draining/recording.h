@@ -7,25 +7,13 @@
 #include <vector>
 
 #include "capturefile.h"
+#include "clocks.h"
 #include "consumer.h"
 #include "enumeration.h"
 #include "header.h"
 #include "payloads.h"
 
 namespace recorder {
-
-/// The clocks at one moment.
-struct Clocks
-{
-    std::uint64_t monotonicNs = 0;
-    std::uint64_t realNs = 0; ///< since 1970-01-01 UTC
-    std::uint64_t bootNs = 0;
-    std::int32_t localOffsetSeconds = 0;
-
-    static Clocks now();
-    /// What they showed so long before, if nobody has set one since.
-    Clocks before(std::uint64_t nanoseconds) const;
-};
 
 /// Turns what crosses into the packets of a capture. Every packet and every crossing that was lost takes the
 /// next number.
@@ -39,6 +27,8 @@ public:
     /// \param clocks of a moment behind which nothing has been written
     void writeStatus(const Clocks &clocks, const ring::Control &control);
     void writeMark(const std::string &text, std::uint64_t monotonicNs);
+    /// Writes what was collected, in one piece. To be called when nothing is to be collected for a while.
+    void flush();
     /// The last packet, and the statistics of the interfaces.
     void writeEnd(capture::End end, std::uint64_t lost, const Clocks &clocks, const ring::Control &control);
 
@@ -67,18 +57,38 @@ private:
         std::uint32_t direction = 0; ///< 1 inbound, 2 outbound, 0 neither
         std::uint32_t originalPayloadLength = 0;
         std::string comment;
+        std::uint64_t crossing = 0;
     };
 
-    bool writePacket(capture::Header header, const std::string &payload, std::uint64_t monotonicNs,
+    /// A block that is collected, so that it can be taken back.
+    struct Block
+    {
+        capture::Kind kind{};     ///< of a packet
+        bool isInterface = false; ///< of a board; otherwise it is a packet
+        std::int32_t board = 0;
+        std::uint32_t interface = 0; ///< that a packet stands on
+        std::uint64_t lost = 0;      ///< that a packet tells
+        std::uint64_t crossing = 0;  ///< of a call
+    };
+
+    struct InterfaceCounts
+    {
+        std::uint64_t received = 0;
+        std::uint64_t dropped = 0; ///< as the packets say
+    };
+
+    void writePacket(capture::Header header, const std::string &payload, std::uint64_t monotonicNs,
                      const Extras &extras);
     void writeChanges(const std::vector<Enumeration::Change> &changes, std::uint64_t monotonicNs);
     std::uint32_t interfaceOf(const capture::Header &header);
     void addInterface(std::int32_t id, Board &board);
-    void open(const ring::Taken &taken, std::uint64_t sequence);
+    void open(const ring::Taken &taken);
     std::optional<OpenCall> close(const ring::Taken &taken);
     void follow(const ring::Taken &taken, const OpenCall &call);
     std::vector<capture::BoardCounts> counts(const ring::Control &control, bool isEnd) const;
     void addLost(std::uint64_t count);
+    void collect(const Block &block, const std::string &bytes);
+    void takeBack(const Block &block);
 
     CaptureFile &file;
     std::uint32_t session;
@@ -86,7 +96,10 @@ private:
     std::string sessionText;
     Enumeration enumeration;
     std::map<std::int32_t, Board> boards;
-    std::vector<std::uint64_t> received;         ///< packets of each interface
+    std::vector<InterfaceCounts> interfaces;
+    std::string collected; ///< blocks that are to be written
+    std::vector<std::size_t> collectedSizes;
+    std::vector<Block> collectedBlocks;
     std::map<std::uint64_t, OpenCall> openCalls; ///< by crossing; those that have not returned
     std::uint64_t nextSequence = 0;
     std::uint64_t lastNs = 0;

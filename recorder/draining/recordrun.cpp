@@ -70,6 +70,10 @@ std::vector<std::string> remarks(const ring::Control &control, std::uint64_t los
     if (const std::uint32_t others = control.forwardingProcesses)
         lines.push_back("processes that opened the driver library and were not recorded: " +
                         std::to_string(others));
+    if (control.timesPassedBy > 0)
+        lines.push_back(
+            "the driver library stayed open when it was closed through the tap: what used it later is "
+            "not recorded");
     if (const std::uint32_t callbacks = control.unrecordedCallbacks)
         lines.push_back("callbacks that were not recorded, beyond 32 of one sort: " +
                         std::to_string(callbacks));
@@ -104,8 +108,10 @@ RecordResult record(const RecordOptions &options, const std::function<void(const
     }
     const int hostStatus = statusOf(run.watch(options.note, report));
     RecordResult result{hostStatus == 0 ? 1 : hostStatus, {}};
-    if (!run.hasOwner()) {
+    if (!run.hasOwner())
         file.remove();
+    file.close();
+    if (!run.hasOwner()) {
         result.lines.push_back(whyNothingWasRecorded(options, found));
     } else if (!file.error().empty()) {
         result.lines.push_back(options.output + ": " + file.error());

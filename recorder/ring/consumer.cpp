@@ -23,7 +23,7 @@ Consumer::Step Consumer::take(Taken &record, bool isOwnerDead)
         std::uint32_t crossing = 0;
         if (isCommitted(cell, crossing, reserved) && copy(crossing, reserved, record))
             return Step::Record;
-        if (!isOwnerDead)
+        if (!isOwnerDead && !isAbandoned())
             return Step::Hole;
         // Cell by cell to the next word that fits.
         control.released.store(++cell, std::memory_order_release);
@@ -40,11 +40,24 @@ bool Consumer::isCommitted(std::uint32_t at, std::uint32_t &crossing, std::uint6
     return cellsOf(word) == at && crossing - next < crossingsOf(reserved) - next;
 }
 
+/// Whether nobody is left who would commit what begins here.
+bool Consumer::isAbandoned() const
+{
+    std::uint64_t word = control.abandoned.load(std::memory_order_acquire);
+    if (word == 0)
+        return false;
+    const std::uint32_t left = cellsOf(word) - cell;
+    if (left > 0 && left <= cellCount)
+        return true;
+    control.abandoned.compare_exchange_strong(word, 0); // it would fit again once the cells have wrapped
+    return false;
+}
+
 bool Consumer::copy(std::uint32_t crossing, std::uint64_t reserved, Taken &record)
 {
     unsigned char *bytes = cellsAt(&control) + cellSize * (cell % cellCount);
     const auto *head = std::launder(reinterpret_cast<const RecordHead *>(bytes));
-    const std::uint32_t length = head->length;
+    const std::uint32_t length = head->length.load(std::memory_order_relaxed);
     const std::uint32_t cells = cellsFor(length);
     const std::uint32_t inUse = cellsOf(reserved) - cell;
     if (length > cellSize * cellCount || cells > std::min(inUse, cellCount))

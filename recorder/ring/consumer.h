@@ -49,6 +49,7 @@ public:
 
 private:
     bool isCommitted(std::uint32_t cell, std::uint32_t &crossing, std::uint64_t reserved) const;
+    bool isAbandoned() const;
     bool copy(std::uint32_t crossing, std::uint64_t reserved, Taken &record);
     void copyBytes(std::uint32_t cell, std::size_t length, std::string &into) const;
 

@@ -22,6 +22,7 @@ struct BoardSlot
     std::atomic<std::uint64_t> lost;
 };
 inline constexpr std::uint64_t boardSlotUsed = std::uint64_t{1} << 32;
+inline constexpr std::uint64_t abandonedMark = std::uint64_t{1} << 32;
 
 struct Control
 {
@@ -34,12 +35,20 @@ struct Control
     alignas(64) std::atomic<std::uint64_t> reserved;
     /// Cells that the recorder has given back.
     alignas(64) std::atomic<std::uint32_t> released;
-    /// Process that records: the first that opens the library. 0 is none so far.
+    /// Process that records, by its number in the recorder's /proc: the first that opens the library. 0 is
+    /// none so far.
     alignas(64) std::atomic<std::int32_t> owner;
+    std::atomic<std::uint64_t> ownerImage; ///< random; another one once the owner has executed a file
     std::atomic<std::uint32_t> forwardingProcesses; ///< others, which only forward
     std::atomic<std::uint32_t> unrecordedCallbacks; ///< registered beyond the pool of trampolines
+    std::atomic<std::uint32_t> failedOpenings;      ///< the tap found no library that it could load
+    /// Times that the owner unloaded the tap, and kept the library, which it had opened itself. What it looks
+    /// up then passes the tap by.
+    std::atomic<std::uint32_t> timesPassedBy;
+    /// What a process that executed itself again has left: `abandonedMark` and the cells that were reserved.
+    std::atomic<std::uint64_t> abandoned;
 
-    BoardSlot boards[boardSlotCount]; ///< the last one counts the boards that have no slot
+    BoardSlot boards[boardSlotCount]; ///< the last one counts the boards that have no slot, and has no key
 };
 
 /// Where the cells begin.
@@ -50,7 +59,7 @@ struct RecordHead
 {
     std::atomic<std::uint64_t> commit; ///< commitWord() when the record is whole
     std::uint64_t clockNs;             ///< of the monotonic clock
-    std::uint32_t length;              ///< of the payload
+    std::atomic<std::uint32_t> length; ///< of the payload; to be read once, as a broken host may change it
     std::uint32_t originalLength;      ///< before it was cut
     std::uint8_t kind;
     std::uint8_t flags;

@@ -38,6 +38,9 @@ Place reserve(Control &control, std::uint32_t cells, std::uint32_t limit)
     }
 }
 
+/// How many slots a driver thread looks at for a board.
+constexpr std::uint32_t maxProbes = 16;
+
 /// Copies into the ring, which goes on at its beginning.
 class Writer
 {
@@ -87,8 +90,9 @@ Put put(Control &control, const Crossing &crossing, const Piece *pieces, std::si
     unsigned char *cell = cellsAt(&control) + cellSize * (place.cell % control.cellCount);
     auto *head = std::launder(reinterpret_cast<RecordHead *>(cell));
     head->clockNs = clockNs;
-    head->length = static_cast<std::uint32_t>(length);
-    head->originalLength = std::max(crossing.originalLength, head->length);
+    const auto storedLength = static_cast<std::uint32_t>(length);
+    head->length.store(storedLength, std::memory_order_relaxed);
+    head->originalLength = std::max(crossing.originalLength, storedLength);
     head->kind = crossing.kind;
     head->flags = crossing.flags;
     head->call = crossing.call;
@@ -105,7 +109,7 @@ BoardSlot &slotOf(Control &control, std::int32_t board)
 {
     const std::uint64_t key = boardSlotUsed | static_cast<std::uint32_t>(board);
     constexpr std::uint32_t last = boardSlotCount - 1;
-    for (std::uint32_t i = 0; i < last; ++i) {
+    for (std::uint32_t i = 0; i < maxProbes; ++i) {
         BoardSlot &slot = control.boards[(static_cast<std::uint32_t>(board) + i) % last];
         std::uint64_t found = slot.key.load(std::memory_order_relaxed);
         if (found == 0 && slot.key.compare_exchange_strong(found, key, std::memory_order_relaxed))

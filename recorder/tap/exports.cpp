@@ -13,6 +13,7 @@
 namespace {
 
 void *handle = nullptr;
+bool wasOpen = false; ///< the host has a handle of its own on the library
 
 #define MEMBER(name) void *name = nullptr;
 struct
@@ -62,9 +63,13 @@ __attribute__((constructor)) void openReal()
         tap::say("the environment names no driver library");
         return;
     }
-    handle = dlopen(path, RTLD_NOW | RTLD_LOCAL);
+    handle = dlopen(path, RTLD_NOW | RTLD_LOCAL | RTLD_NOLOAD);
+    wasOpen = handle != nullptr;
+    if (!handle)
+        handle = dlopen(path, RTLD_NOW | RTLD_LOCAL);
     if (!handle) {
         std::fputs(dlerror(), stderr);
+        tap::noteFailedOpening();
         return;
     }
     if (isThisLibrary(handle)) {
@@ -79,8 +84,11 @@ __attribute__((constructor)) void openReal()
 
 __attribute__((destructor)) void closeReal()
 {
-    if (handle)
-        dlclose(handle);
+    if (!handle)
+        return;
+    if (wasOpen)
+        tap::noteLibraryStays();
+    dlclose(handle);
 }
 
 } // namespace

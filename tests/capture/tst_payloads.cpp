@@ -38,6 +38,7 @@ private slots:
     void status();
     void boardChange();
     void end();
+    void theEndTellsAllThatWasLost();
     void whatIsTooShortIsNone();
     void boardsMayBeFewerThanCounted();
     void texts();
@@ -82,6 +83,19 @@ void PayloadTests::end()
     QVERIFY(read);
     QCOMPARE(read->reason, capture::EndReason::Exit);
     QCOMPARE(read->value, 3);
+    QVERIFY(!read->lost);
+}
+
+/// Behind the boards; not of a packet that is cut within them.
+void PayloadTests::theEndTellsAllThatWasLost()
+{
+    capture::End end{capture::EndReason::Exit, 0, {{7, 3, 2, 1}}};
+    end.lost = 5;
+    const QByteArray bytes = QByteArray::fromStdString(payloadOf(end));
+    QCOMPARE(bytes.right(8).toHex(), QByteArray("0500000000000000"));
+    QCOMPARE(capture::endOf(viewOf(bytes))->lost, std::optional<std::uint64_t>(5));
+    QVERIFY(!capture::endOf(viewOf(bytes.left(bytes.size() - 1)))->lost);
+    QVERIFY(!capture::endOf(viewOf(bytes.left(12 + 27)))->lost);
 }
 
 void PayloadTests::whatIsTooShortIsNone()

@@ -14,6 +14,8 @@ ring::Crossing crossingOf(capture::Kind kind, const CallInfo &call, std::uint8_t
         crossing.flags |= capture::BoardIsValid;
     if (bytes.isCut())
         crossing.flags |= capture::PayloadCut;
+    if (bytes.hasUnread())
+        crossing.flags |= capture::NotRead;
     if (callDepth() > 0)
         crossing.flags |= capture::WithinCall;
     crossing.call = call.number;

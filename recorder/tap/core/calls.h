@@ -84,6 +84,13 @@ inline std::int32_t firstOf()
     return 0;
 }
 
+/// Device 0 stands for no board where hot-plug callbacks are removed.
+template <CallNumber Number>
+constexpr bool isForHotplug(std::int32_t device)
+{
+    return Number == orvexClearCallbackCall && device == 0;
+}
+
 /// Records a call, makes it, and records its return. `errno` is what the real call leaves.
 template <CallNumber Number, bool HasBoard, typename Result, typename... Parameters>
 struct Forwarder
@@ -93,9 +100,10 @@ struct Forwarder
     Result operator()(Parameters... arguments) const
     {
         ring::Control *control = recording();
-        const CallInfo info{Number, HasBoard, firstOf(arguments...)};
+        const std::int32_t board = firstOf(arguments...);
+        const CallInfo info{Number, HasBoard && !isForHotplug<Number>(board), board};
         const int errorBefore = errno;
-        ArgumentBytes bytes;
+        ArgumentBytes bytes(control);
         const Described described = describeCall(Call<Number>(), bytes, arguments...);
         ring::Put called{};
         if (control)
@@ -106,11 +114,12 @@ struct Forwarder
         const auto finish = [&](std::int32_t result, std::uint8_t resultFlag) {
             const int error = errno;
             --callDepth();
-            ArgumentBytes filledIn;
+            // Not in a child that was forked off within the call.
+            const bool isRecorded = control && control == recording();
+            ArgumentBytes filledIn(isRecorded);
             const std::uint8_t flags =
                 describeReturn(Call<Number>(), filledIn, described, result, arguments...);
-            // Not in a child that was forked off within the call.
-            if (control && control == recording())
+            if (isRecorded)
                 putReturn(*control, info, flags | resultFlag, result, called, filledIn);
             errno = error;
         };

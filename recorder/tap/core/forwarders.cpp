@@ -1,7 +1,9 @@
 #include <algorithm>
 
 #include "calls.h"
+#include "listenernumbers.h"
 #include "listeners.h"
+#include "readable.h"
 #include "realcalls.h"
 
 namespace tap {
@@ -46,6 +48,7 @@ static Described describeCall(Call<orvexClearCallbackCall>, ArgumentBytes &bytes
 {
     bytes.add(device);
     bytes.add(listenerNumber(reinterpret_cast<const void *>(callback), context));
+    endListener(reinterpret_cast<const void *>(callback), context);
     const OrvexDataCallback known = knownTrampoline(callback);
     if (known == callback && device == 0) {
         const auto asPnp = reinterpret_cast<OrvexPnpCallback>(reinterpret_cast<void *>(callback));
@@ -54,6 +57,12 @@ static Described describeCall(Call<orvexClearCallbackCall>, ArgumentBytes &bytes
         callback = known;
     }
     return {};
+}
+
+static std::uint8_t describeReturn(Call<orvexDetachCall>, ArgumentBytes &, Described, std::int32_t)
+{
+    endListeners();
+    return 0;
 }
 
 // Buffers.
@@ -119,7 +128,7 @@ static Described describeCall(Call<orvexEnumDeviceInfoCall>, ArgumentBytes &byte
                               _ORVEX_DEVICE_INFO *&info)
 {
     bytes.add(index);
-    return {0, info && info->recordKind == deviceInfoKind};
+    return {0, info && isReadable(info, sizeof info->recordKind) && info->recordKind == deviceInfoKind};
 }
 
 static std::uint8_t describeReturn(Call<orvexEnumDeviceInfoCall>, ArgumentBytes &bytes, Described described,
@@ -129,15 +138,16 @@ static std::uint8_t describeReturn(Call<orvexEnumDeviceInfoCall>, ArgumentBytes 
         return capture::PointerWasNull;
     if (!described.mayRead)
         return capture::NotRead;
-    bytes.addBytes(info, sizeof *info);
+    if (bytes.mayRead(info, sizeof *info))
+        bytes.addBytes(info, sizeof *info);
     return 0;
 }
 
-/// A number that was filled in; 0 without a place for it.
+/// A number that was filled in; 0 without a place for it that may be read.
 template <typename Integer>
 static std::uint8_t addFilledIn(ArgumentBytes &bytes, const Integer *place)
 {
-    bytes.add(place ? *place : Integer{0});
+    bytes.add(bytes.mayRead(place, sizeof *place) ? *place : Integer{0});
     return place ? std::uint8_t{0} : std::uint8_t{capture::PointerWasNull};
 }
 

@@ -1,12 +1,12 @@
 #include "listeners.h"
 
-#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cerrno>
 #include <utility>
 
 #include "header.h"
+#include "listenernumbers.h"
 #include "payloads.h"
 #include "session.h"
 
@@ -15,19 +15,9 @@ namespace tap {
 namespace {
 
 constexpr std::size_t poolSize = 32; // of either sort
-constexpr std::size_t maxListeners = 256;
 
 template <typename Function>
 std::array<std::atomic<Function>, poolSize> functions{};
-
-struct Listener
-{
-    std::atomic<const void *> function; ///< set last
-    std::atomic<const void *> context;
-};
-
-Listener listeners[maxListeners];
-std::atomic<std::uint32_t> listenerCount{0};
 
 std::uint8_t flagsOfThread()
 {
@@ -152,32 +142,6 @@ OrvexDataCallback knownTrampoline(OrvexDataCallback function)
 OrvexPnpCallback knownTrampoline(OrvexPnpCallback function)
 {
     return find(function, pnpTrampolines, false);
-}
-
-std::uint32_t listenerNumber(const void *function, const void *context)
-{
-    const std::uint32_t count = std::min<std::uint32_t>(listenerCount.load(), maxListeners);
-    for (std::uint32_t i = 0; function && i < count; ++i) {
-        if (listeners[i].function.load(std::memory_order_acquire) == function &&
-            listeners[i].context.load() == context)
-            return i + 1;
-    }
-    return 0;
-}
-
-std::uint32_t addListener(const void *function, const void *context)
-{
-    const std::uint32_t known = listenerNumber(function, context);
-    if (known != 0 || !function)
-        return known;
-    const std::uint32_t index = listenerCount.fetch_add(1);
-    if (index >= maxListeners) {
-        listenerCount.store(maxListeners);
-        return 0;
-    }
-    listeners[index].context.store(context);
-    listeners[index].function.store(function, std::memory_order_release);
-    return index + 1;
 }
 
 } // namespace tap

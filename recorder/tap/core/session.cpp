@@ -6,6 +6,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <new>
+#include <sys/auxv.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -18,6 +19,7 @@ namespace {
 struct OnMark
 {
     ring::Control *control;
+    bool isForwarding; ///< another process has the recording
 };
 
 std::atomic<OnMark *> mark{nullptr};
@@ -32,7 +34,7 @@ OnMark *newMark()
         munmap(page, size);
         return nullptr;
     }
-    return new (page) OnMark{nullptr};
+    return new (page) OnMark{nullptr, false};
 }
 
 bool isRing(const ring::Control &control, std::size_t size)
@@ -76,15 +78,50 @@ ring::Control *mapFile(const char *path)
     return control;
 }
 
-/// \return false when another process has the recording
-bool takeOver(ring::Control &control)
+/// This process's number in the recorder's /proc, which getpid() does not know in a PID namespace of the
+/// host's own. 0 when it has none there.
+std::int32_t ownNumber()
 {
-    std::int32_t nobody = 0;
-    if (control.owner.compare_exchange_strong(nobody, getpid()))
-        return true;
-    control.forwardingProcesses.fetch_add(1);
-    return false;
+    char digits[16] = {};
+    if (readlink("/proc/self", digits, sizeof digits - 1) <= 0)
+        return 0;
+    return std::atoi(digits);
 }
+
+/// Random, and another one in each file that is executed.
+std::uint64_t ownImage()
+{
+    std::uint64_t image = 0;
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): as the kernel gives it
+    if (const auto *random = reinterpret_cast<const void *>(getauxval(AT_RANDOM)))
+        std::memcpy(&image, random, sizeof image);
+    return image;
+}
+
+/// \return false when another process has the recording
+bool takeOver(ring::Control &control, std::int32_t self)
+{
+    std::int32_t owner = 0;
+    const bool isFirst = control.owner.compare_exchange_strong(owner, self);
+    if (!isFirst && owner != self) {
+        control.forwardingProcesses.fetch_add(1);
+        return false;
+    }
+    // Threads that were writing have gone when the owner has executed another file.
+    if (control.ownerImage.exchange(ownImage()) != ownImage() && !isFirst)
+        control.abandoned.store(ring::abandonedMark | ring::cellsOf(control.reserved.load()));
+    return true;
+}
+
+bool isForwarding()
+{
+    const OnMark *current = mark.load();
+    return current && current->isForwarding;
+}
+
+/// exit() unloads the libraries as well, behind this.
+bool isExiting = false;
+[[maybe_unused]] const int exitHandler = std::atexit([] { isExiting = true; });
 
 } // namespace
 
@@ -101,25 +138,46 @@ const char *environmentOf(const char *name)
 
 void openRing()
 {
-    if (recording())
-        return;
     const char *path = environmentOf("PADSCOPE_RING");
-    if (!path)
+    if (recording() || isForwarding() || !path)
         return;
     ring::Control *control = mapFile(path);
     if (!control) {
         say("nothing is recorded: the recorder's memory cannot be mapped: ", std::strerror(errno));
         return;
     }
-    OnMark *newOne = mark.load() ? mark.load() : newMark();
-    if (!newOne)
+    OnMark *ownMark = mark.load() ? mark.load() : newMark();
+    const std::int32_t self = ownNumber();
+    if (!ownMark)
         say("nothing is recorded: a forked child could not be told: ", std::strerror(errno));
-    if (!newOne || !takeOver(*control)) {
+    else if (self == 0)
+        say("nothing is recorded: this process is not in the recorder's /proc");
+    else if (takeOver(*control, self))
+        ownMark->control = control;
+    else
+        ownMark->isForwarding = true;
+    if (ownMark && ownMark->control)
+        madvise(control, ring::sizeOf(control->cellCount), MADV_DONTFORK); // children would keep it
+    else
         munmap(control, ring::sizeOf(control->cellCount));
+    mark.store(ownMark, std::memory_order_release);
+}
+
+void noteFailedOpening()
+{
+    const char *path = environmentOf("PADSCOPE_RING");
+    ring::Control *control = path ? mapFile(path) : nullptr;
+    if (!control)
         return;
-    }
-    newOne->control = control;
-    mark.store(newOne, std::memory_order_release);
+    control->failedOpenings.fetch_add(1);
+    munmap(control, ring::sizeOf(control->cellCount));
+}
+
+void noteLibraryStays()
+{
+    ring::Control *control = recording();
+    if (control && !isExiting)
+        control->timesPassedBy.fetch_add(1);
 }
 
 ring::Control *recording()

@@ -8,9 +8,15 @@
 namespace tap {
 
 /// Maps the recorder's memory that PADSCOPE_RING names, once a process, and takes the recording over unless
-/// another process has it. Where that fails one line on standard error says why, and calls are only
-/// forwarded.
+/// another process has it; one that has executed itself again goes on. Where that fails one line on standard
+/// error says why, and calls are only forwarded.
 __attribute__((visibility("default"))) void openRing();
+
+/// Tells the recorder that no library could be loaded.
+__attribute__((visibility("default"))) void noteFailedOpening();
+
+/// Tells the recorder, unless the host is in exit(), that the tap is unloaded and the library stays.
+__attribute__((visibility("default"))) void noteLibraryStays();
 
 /// Whether this process records. False in a child that was forked off. Any thread.
 ring::Control *recording();

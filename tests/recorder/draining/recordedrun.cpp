@@ -88,7 +88,7 @@ void RecordedRun::start(const QStringList &host, const QStringList &options)
 
 int RecordedRun::finish()
 {
-    if (!process.waitForFinished(60'000))
+    if (process.state() != QProcess::NotRunning && !process.waitForFinished(60'000))
         return -1;
     standardOutput = process.readAllStandardOutput();
     standardError = process.readAllStandardError();

@@ -133,6 +133,7 @@ void LossesTests::aSmallRingLosesAndCounts()
     QVERIFY(facts.lost > 1000);
     QCOMPARE(facts.dropCount, facts.lost);
     QCOMPARE(facts.lostAtEnd(), facts.lost);
+    QCOMPARE(facts.end->lost, std::optional<std::uint64_t>(facts.lost));
     QCOMPARE(run.errors(), QStringList{"padscope: lost reports and calls: " + QString::number(facts.lost)});
 }
 

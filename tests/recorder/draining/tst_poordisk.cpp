@@ -48,13 +48,14 @@ void PoorDiskTests::aFullDiskForAMomentIsALoss()
 {
     RecordedRun run;
     run.preload(POOR_DISK);
-    run.setEnvironment("FAILED_WRITE", "5");
+    run.setEnvironment("FAILED_WRITE", "3");
     QCOMPARE(run.run({host, byName, "attach", "detach"}), 1);
-    QCOMPARE(run.errors(), (QStringList{"padscope: " + run.file() + ": No space left on device",
-                                        "padscope: lost reports and calls: 1"}));
     const CaptureFacts facts = run.facts();
     QVERIFY(facts.isWhole && facts.end);
-    QCOMPARE(facts.lost, std::uint64_t{1});
+    QVERIFY(facts.lost > 0);
+    QCOMPARE(facts.dropCount, facts.lost);
+    QCOMPARE(run.errors(), (QStringList{"padscope: " + run.file() + ": No space left on device",
+                                        "padscope: lost reports and calls: " + QString::number(facts.lost)}));
     QVERIFY(outputOf(PADSCOPE_FILE, {"check", run.file()}).startsWith("3\n"));
 }
 
@@ -64,7 +65,7 @@ void PoorDiskTests::aSlowDiskDelaysNoSignal()
     RecordedRun run;
     run.setEnvironment("ORVEXSIM_SCENARIO", "flood");
     run.preload(POOR_DISK);
-    run.setEnvironment("WRITE_US", "2000");
+    run.setEnvironment("WRITE_US", "200000");
     run.start(
         {host, byName, "attach", "touch=attached", "catch=15", "touch=catching", "until=caught", "raise=9"},
         {"--ring", "64K"});

@@ -1,9 +1,13 @@
 #include <csignal>
+#include <fcntl.h>
 #include <QTemporaryDir>
 #include <sys/resource.h>
+#include <unistd.h>
 
+#include "producer.h"
 #include "recordedrun.h"
 #include "recording.h"
+#include "recordreader.h"
 #include "sharedring.h"
 #include "support/tests.h"
 
@@ -37,7 +41,9 @@ class RecordingTests : public QObject
 
 private slots:
     void aBoardGetsItsInterfaceWhenThereIsRoom();
-    void clocksBefore();
+    void clocksAtAnotherMoment();
+    void boardsWithoutASlotAreCounted();
+    void aLengthThatIsALie();
 };
 
 /// There was none when its first report came.
@@ -51,6 +57,7 @@ void RecordingTests::aBoardGetsItsInterfaceWhenThereIsRoom()
     void (*const handler)(int) = std::signal(SIGXFSZ, SIG_IGN);
     limitFiles(1);
     recording.write(reportOf(7, 0));
+    recording.flush();
     limitFiles(RLIM_INFINITY);
     std::signal(SIGXFSZ, handler);
     recording.write(reportOf(7, 1));
@@ -63,13 +70,57 @@ void RecordingTests::aBoardGetsItsInterfaceWhenThereIsRoom()
     QCOMPARE(facts.lost, std::uint64_t{2}); // the board was not told either
 }
 
-void RecordingTests::clocksBefore()
+void RecordingTests::clocksAtAnotherMoment()
 {
-    const recorder::Clocks clocks = recorder::Clocks{5000, 7000, 6000, 3600}.before(1500);
+    const recorder::Clocks clocks = recorder::Clocks{5000, 7000, 6000, 3600}.at(3500);
     QCOMPARE(clocks.monotonicNs, std::uint64_t{3500});
     QCOMPARE(clocks.realNs, std::uint64_t{5500});
     QCOMPARE(clocks.bootNs, std::uint64_t{4500});
     QCOMPARE(clocks.localOffsetSeconds, 3600);
+}
+
+/// There are 1023 slots.
+void RecordingTests::boardsWithoutASlotAreCounted()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("x.pcapng");
+    const recorder::SharedRing shared(64 * 1024, 1);
+    recorder::CaptureFile file(path.toStdString());
+    recorder::Recording recording(file, 1, recorder::Clocks::now());
+    for (int board = 0; board < 1023; ++board)
+        ring::countReport(shared.control(), board, true);
+    for (std::uint64_t i = 0; i < 2; ++i) {
+        ring::countReport(shared.control(), 5000, false);
+        recording.write(reportOf(5000, i));
+    }
+    recording.writeEnd({}, 1023, recorder::Clocks::now(), shared.control());
+    const CaptureFacts facts = factsOf(path);
+    QCOMPARE(facts.end->boards.size(), std::size_t{1024});
+    const capture::BoardCounts last = facts.end->boards.back();
+    QCOMPARE(last.board, 5000);
+    QCOMPARE(last.delivered, std::uint64_t{2});
+    QCOMPARE(last.recorded, std::uint64_t{2});
+    QCOMPARE(last.lost, std::uint64_t{0});
+    QCOMPARE(facts.lostAtEnd(), std::uint64_t{1023});
+}
+
+/// With the header it would be 24.
+void RecordingTests::aLengthThatIsALie()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("x.pcapng");
+    recorder::CaptureFile file(path.toStdString());
+    recorder::Recording recording(file, 1, recorder::Clocks::now());
+    ring::Taken taken = reportOf(7, 0);
+    taken.originalLength = 4'294'967'280;
+    recording.write(taken);
+    recording.flush();
+    const int descriptor = open(QFile::encodeName(path), O_RDONLY);
+    capture::RecordReader reader(descriptor);
+    QCOMPARE(reader.next(), capture::pcapng::Event::Packet); // the board
+    QCOMPARE(reader.next(), capture::pcapng::Event::Packet);
+    QCOMPARE(reader.record().payloadLength, 4'294'967'295 - 40);
+    close(descriptor);
 }
 
 PADSCOPE_TESTS(RecordingTests);

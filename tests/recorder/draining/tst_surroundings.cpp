@@ -43,6 +43,7 @@ private slots:
     void aSignalOfTheGroupComesOnce();
     void leavesNoZombies();
     void aSetuidHostObeysNoVariable();
+    void aHostThatKeepsTheLibraryOpenItself();
 };
 
 void SurroundingsTests::theHostFindsWhatItFindsAlone_data()
@@ -163,6 +164,18 @@ void SurroundingsTests::aSetuidHostObeysNoVariable()
     QCOMPARE(run.output(), (QStringList{"secure 1", "loaded"}));
     QCOMPARE(run.errors().first(), QString("padscope: the environment names no driver library"));
     QVERIFY(!run.hasFile());
+}
+
+void SurroundingsTests::aHostThatKeepsTheLibraryOpenItself()
+{
+    RecordedRun run;
+    QCOMPARE(run.run({TAP_HOLDER, "own", "open", "call", "close"}), 0);
+    QCOMPARE(run.errors(),
+             QStringList("padscope: the driver library stayed open when it was closed through the tap: "
+                         "what used it later is not recorded"));
+    RecordedRun without;
+    QCOMPARE(without.run({TAP_HOLDER, "open", "call", "close"}), 0);
+    QCOMPARE(without.errors(), QStringList());
 }
 
 PADSCOPE_TESTS(SurroundingsTests);

@@ -63,6 +63,7 @@ private slots:
     void threadsTakeNothingFromEachOther();
     void anyBytesInTheRing();
     void boardsAreCounted();
+    void fewSlotsAreLookedAtForABoard();
 };
 
 void RingTests::aRecordComesOutAsItWent()
@@ -275,6 +276,17 @@ void RingTests::boardsAreCounted()
     for (int i = 0; i < 2000; ++i)
         ring::countReport(*memory, -i - 1, false);
     QCOMPARE(memory->boards[1023].delivered.load(), std::uint64_t{2000 - 1020}); // three slots were taken
+}
+
+/// All of these would have the first slot.
+void RingTests::fewSlotsAreLookedAtForABoard()
+{
+    const Memory memory(16);
+    for (int i = 0; i < 17; ++i)
+        ring::countReport(*memory, 1023 * i, false);
+    QCOMPARE(ring::slotOf(*memory, 1023 * 15).delivered.load(), std::uint64_t{1});
+    QCOMPARE(memory->boards[1023].delivered.load(), std::uint64_t{1});
+    QCOMPARE(memory->boards[1023].key.load(), std::uint64_t{0});
 }
 
 PADSCOPE_TESTS(RingTests);
