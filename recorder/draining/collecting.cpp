@@ -64,7 +64,8 @@ void Recording::writePacket(capture::Header header, const std::string &payload, 
     lastStamp = info.timeNs;
     interfaces[info.interface].received += 1;
     interfaces[info.interface].dropped += pendingLost;
-    const Block block{header.kindOf(), false, header.board, info.interface, pendingLost, extras.crossing};
+    const Block block{header.kindOf(), false,         header.board,   info.interface,
+                      pendingLost,     header.thread, extras.crossing};
     pendingLost = 0;
     collect(block, capture::pcapng::enhancedPacket(info, capture::viewOf(data)));
 }
@@ -106,7 +107,7 @@ void Recording::takeBack(const Block &block)
         --boards[block.board].recorded;
         ++boards[block.board].unwritten;
     } else if (block.kind == capture::Kind::Call) {
-        openCalls.erase(block.crossing);
+        takeOpenCall(block.thread, block.crossing);
     } else if (block.kind == capture::Kind::Board) {
         enumeration.forget(block.board);
     }

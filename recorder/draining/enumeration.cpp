@@ -28,10 +28,12 @@ std::vector<Enumeration::Change> Enumeration::recordReturned(std::int32_t index,
     if (record.empty())
         return changes;
     const auto board = capture::integerAt<std::int32_t>(capture::viewOf(record), deviceIdOffset);
-    const auto [place, isNew] = known.try_emplace(board, record);
-    if (isNew || place->second != record)
+    const bool isNew = known.count(board) == 0;
+    known[board] = record;
+    const auto told = places.find(index);
+    if (isNew || told == places.end() || told->second != record)
         changes.push_back({false, board, index, record});
-    place->second = record;
+    places[index] = record;
     if (!continuesPass)
         return changes;
     pass.push_back(board);
@@ -60,6 +62,7 @@ std::vector<Enumeration::Change> Enumeration::endPass()
         changes.push_back({true, place->first, -1, place->second});
         place = known.erase(place);
     }
+    places.erase(places.lower_bound(static_cast<std::int32_t>(pass.size())), places.end());
     passCount = -1;
     return changes;
 }

@@ -36,9 +36,10 @@ public:
 private:
     std::vector<Change> endPass();
 
-    std::map<std::int32_t, std::string> known; ///< records of the boards that are there
-    std::vector<std::int32_t> pass;            ///< ids of the pass so far
-    std::int32_t passCount = -1;               ///< how many it will have; -1 outside a pass
+    std::map<std::int32_t, std::string> known;  ///< records of the boards that are there
+    std::map<std::int32_t, std::string> places; ///< records by index, as they were told
+    std::vector<std::int32_t> pass;             ///< ids of the pass so far
+    std::int32_t passCount = -1;                ///< how many it will have; -1 outside a pass
 };
 
 } // namespace recorder

@@ -150,7 +150,8 @@ void HostRun::keepTime(const Clocks &now, bool isUpToDate,
     lastProgressNs = now.monotonicNs;
     Orphans::reap(host.id(), witness.id());
     const std::uint64_t elapsedNs = now.monotonicNs - started.monotonicNs;
-    report({static_cast<double>(elapsedNs) / 1e9, recording.reports(), recording.lost()});
+    report({static_cast<double>(elapsedNs) / 1e9, recording.reports(), recording.lost(),
+            host.end().has_value() && !hasOwner()});
 }
 
 capture::End HostRun::endOfOwner()

@@ -19,6 +19,7 @@ struct Progress
     double seconds = 0;
     std::uint64_t reports = 0;
     std::uint64_t lost = 0;
+    bool isWaitingForOthers = false; ///< the host has ended, and nobody has opened the library
 };
 
 /// One run of the host: takes what crosses out of the ring until both the host and the process that holds the

@@ -100,8 +100,31 @@ void Recording::write(const ring::Taken &taken)
 
 void Recording::open(const ring::Taken &taken)
 {
-    openCalls[taken.crossing] = {nextSequence,
-                                 capture::integerAt<std::int32_t>(capture::viewOf(taken.payload), 0)};
+    std::vector<OpenCall> &calls = openCalls[taken.thread];
+    // Their returns were lost.
+    if ((taken.flags & capture::WithinCall) == 0)
+        calls.clear();
+    calls.push_back(
+        {taken.crossing, nextSequence, capture::integerAt<std::int32_t>(capture::viewOf(taken.payload), 0)});
+}
+
+/// Forgets those within it as well. \return nothing for one that is not in the file
+std::optional<Recording::OpenCall> Recording::takeOpenCall(std::uint32_t thread, std::uint64_t crossing)
+{
+    const auto calls = openCalls.find(thread);
+    if (calls == openCalls.end())
+        return std::nullopt;
+    const auto begin = calls->second.begin();
+    const auto end = calls->second.end();
+    const auto call =
+        std::find_if(begin, end, [&](const OpenCall &open) { return open.crossing == crossing; });
+    if (call == end)
+        return std::nullopt;
+    const OpenCall taken = *call;
+    calls->second.erase(call, end);
+    if (calls->second.empty())
+        openCalls.erase(calls);
+    return taken;
 }
 
 /// \return nothing for what is no return, or one whose call is not in the file
@@ -111,12 +134,7 @@ std::optional<Recording::OpenCall> Recording::close(const ring::Taken &taken)
         return std::nullopt;
     // The ring has the low half of the crossing's number.
     const std::uint32_t distance = static_cast<std::uint32_t>(taken.crossing) - taken.link;
-    const auto found = openCalls.find(taken.crossing - distance);
-    if (found == openCalls.end())
-        return std::nullopt;
-    const OpenCall call = found->second;
-    openCalls.erase(found);
-    return call;
+    return takeOpenCall(taken.thread, taken.crossing - distance);
 }
 
 /// Returns of the enumeration tell which boards there are.

@@ -48,6 +48,7 @@ private:
 
     struct OpenCall
     {
+        std::uint64_t crossing = 0;
         std::uint64_t sequence = 0;
         std::int32_t argument = 0; ///< the first one
     };
@@ -68,7 +69,8 @@ private:
         std::int32_t board = 0;
         std::uint32_t interface = 0; ///< that a packet stands on
         std::uint64_t lost = 0;      ///< that a packet tells
-        std::uint64_t crossing = 0;  ///< of a call
+        std::uint32_t thread = 0;
+        std::uint64_t crossing = 0; ///< of a call
     };
 
     struct InterfaceCounts
@@ -84,6 +86,7 @@ private:
     void addInterface(std::int32_t id, Board &board);
     void open(const ring::Taken &taken);
     std::optional<OpenCall> close(const ring::Taken &taken);
+    std::optional<OpenCall> takeOpenCall(std::uint32_t thread, std::uint64_t crossing);
     void follow(const ring::Taken &taken, const OpenCall &call);
     std::vector<capture::BoardCounts> counts(const ring::Control &control, bool isEnd) const;
     void addLost(std::uint64_t count);
@@ -100,7 +103,8 @@ private:
     std::string collected; ///< blocks that are to be written
     std::vector<std::size_t> collectedSizes;
     std::vector<Block> collectedBlocks;
-    std::map<std::uint64_t, OpenCall> openCalls; ///< by crossing; those that have not returned
+    /// Calls that have not returned, by thread, the innermost last.
+    std::map<std::uint32_t, std::vector<OpenCall>> openCalls;
     std::uint64_t nextSequence = 0;
     std::uint64_t lastNs = 0;
     std::uint64_t lastStamp = 0;

@@ -10,8 +10,10 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <memory>
+#include <poll.h>
 #include <unistd.h>
 
+#include "payloads.h"
 #include "recordrun.h"
 
 namespace {
@@ -28,21 +30,67 @@ std::string newFileName()
     const std::time_t now = std::time(nullptr);
     std::tm local{};
     localtime_r(&now, &local);
-    char name[64];
-    std::strftime(name, sizeof name, "padscope-%Y-%m-%d-%H%M%S.pcapng", &local);
+    char stem[64];
+    std::strftime(stem, sizeof stem, "padscope-%Y-%m-%d-%H%M%S", &local);
+    std::string name = std::string(stem) + ".pcapng";
+    std::error_code error;
+    for (int i = 2; std::filesystem::exists(name, error); ++i)
+        name = std::string(stem) + '-' + std::to_string(i) + ".pcapng";
     return name;
 }
 
-void printProgress(const recorder::Progress &progress)
+/// What is told on standard error while the host runs.
+class ProgressLine
 {
-    static recorder::Progress last;
-    const double seconds = progress.seconds - last.seconds;
-    const double rate = seconds > 0 ? static_cast<double>(progress.reports - last.reports) / seconds : 0;
-    std::fprintf(stderr, "\r%.0f s  %llu reports  %.0f/s  %llu lost ", progress.seconds,
-                 static_cast<unsigned long long>(progress.reports), rate,
-                 static_cast<unsigned long long>(progress.lost));
-    last = progress;
-}
+public:
+    void show(const recorder::Progress &progress)
+    {
+        sayWaiting(progress.isWaitingForOthers);
+        if (!isTerminal || !takesText())
+            return;
+        const double seconds = progress.seconds - last.seconds;
+        const double rate = seconds > 0 ? static_cast<double>(progress.reports - last.reports) / seconds : 0;
+        std::fprintf(stderr, "\r%.0f s  %llu reports  %.0f/s  %llu lost ", progress.seconds,
+                     static_cast<unsigned long long>(progress.reports), rate,
+                     static_cast<unsigned long long>(progress.lost));
+        last = progress;
+        isShown = true;
+    }
+
+    void end()
+    {
+        if (isShown && takesText())
+            std::fputc('\n', stderr);
+        isShown = false;
+    }
+
+private:
+    /// A terminal that is stopped by Ctrl+S, or that this job may not write to, would stop the recording.
+    static bool takesText()
+    {
+        const pid_t foreground = tcgetpgrp(STDERR_FILENO);
+        pollfd terminal{STDERR_FILENO, POLLOUT, 0};
+        return (foreground < 0 || foreground == getpgrp()) && poll(&terminal, 1, 0) > 0 &&
+               (terminal.revents & POLLOUT) != 0;
+    }
+
+    /// Not of those that end within a second.
+    void sayWaiting(bool isWaiting)
+    {
+        if (isWaiting && ++secondsWaited == 2 && takesText()) {
+            end();
+            std::fputs(
+                "padscope: the host has ended; waiting for processes that it has left behind, which may "
+                "open the driver library (SIGINT ends this)\n",
+                stderr);
+        }
+    }
+
+    const bool isTerminal = isatty(STDERR_FILENO) != 0;
+    bool isShown = false;
+    int secondsWaited = 0;
+    recorder::Progress last;
+};
 
 /// A stream that is closed would otherwise be the next file that is opened, and take our messages. The host
 /// gets it closed.
@@ -52,6 +100,42 @@ void occupyStandardStreams()
         if (fcntl(stream, F_GETFD) < 0)
             open("/dev/null", O_RDWR | O_CLOEXEC);
     }
+}
+
+/// Number of bytes of the character at an index; 0 where there is no UTF-8.
+std::size_t utf8Length(const std::string &text, std::size_t index)
+{
+    const auto byteAt = [&text](std::size_t at) {
+        return at < text.size() ? static_cast<unsigned char>(text[at]) : 0U;
+    };
+    const unsigned lead = byteAt(index);
+    if (lead < 0x80)
+        return 1;
+    const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
+    unsigned code = lead & (0x7FU >> length);
+    for (std::size_t i = 1; i < length; ++i) {
+        if ((byteAt(index + i) & 0xC0) != 0x80)
+            return 0;
+        code = code << 6 | (byteAt(index + i) & 0x3F);
+    }
+    constexpr unsigned first[] = {0, 0, 0x80, 0x800, 0x10000};
+    const bool isCharacter = lead >= 0xC0 && lead < 0xF8 && code >= first[length] && code <= 0x10FFFF &&
+                             (code < 0xD800 || code > 0xDFFF);
+    return isCharacter ? length : 0;
+}
+
+/// A mark holds it whole. \return what is wrong
+std::string checkNote(const std::string &text)
+{
+    if (text.size() > capture::maxReportLength)
+        return "a note has at most 65495 bytes";
+    for (std::size_t i = 0; i < text.size();) {
+        const std::size_t length = utf8Length(text, i);
+        if (length == 0)
+            return "a note is UTF-8";
+        i += length;
+    }
+    return {};
 }
 
 int run(recorder::RecordOptions options)
@@ -68,16 +152,14 @@ int run(recorder::RecordOptions options)
     std::error_code error;
     if (!options.driver.empty())
         options.driver = std::filesystem::absolute(options.driver, error);
-    const bool isTerminal = isatty(STDERR_FILENO) != 0;
-    const auto ignore = [](const recorder::Progress &) {};
+    ProgressLine line;
     const recorder::RecordResult result =
-        isTerminal ? recorder::record(options, printProgress) : recorder::record(options, ignore);
+        recorder::record(options, [&line](const recorder::Progress &progress) { line.show(progress); });
     // Not before: the host would ignore it as well.
     std::signal(SIGPIPE, SIG_IGN);
-    if (isTerminal)
-        std::fputc('\n', stderr);
-    for (const std::string &line : result.lines)
-        std::fprintf(stderr, "padscope: %s\n", line.c_str());
+    line.end();
+    for (const std::string &text : result.lines)
+        std::fprintf(stderr, "padscope: %s\n", text.c_str());
     return result.status;
 }
 
@@ -97,7 +179,9 @@ void addRecordCommand(CLI::App &program, const std::vector<std::string> &host, i
         ->type_name("SIZE")
         ->transform(CLI::AsSizeValue(false))
         ->check(CLI::Range(recorder::minRingSize, recorder::maxRingSize));
-    command->add_option("--note", options->note, "Text that the capture begins with")->type_name("TEXT");
+    command->add_option("--note", options->note, "Text that the capture begins with")
+        ->type_name("TEXT")
+        ->check(CLI::Validator(checkNote, {}));
     command->footer("HOST [ARGUMENT...]          The host and its arguments, behind --");
     command->callback([options, &host, &status] {
         if (host.empty())
