@@ -9,7 +9,7 @@ namespace capture {
 
 namespace {
 
-constexpr std::size_t chunk = 256 * 1024;
+constexpr std::size_t chunk = 64 * 1024;
 
 } // namespace
 

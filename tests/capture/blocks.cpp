@@ -3,15 +3,23 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
+namespace {
+
+/// Zero above those that a number has.
+unsigned byteOf(quint64 value, int index)
+{
+    return index < 8 ? (value >> (8 * index)) & 0xFF : 0;
+}
+
+} // namespace
+
 namespace blocks {
 
 QByteArray number(quint64 value, int size, bool isBigEndian)
 {
     QByteArray bytes;
-    for (int i = 0; i < size; ++i) {
-        const int place = isBigEndian ? size - 1 - i : i;
-        bytes.append(static_cast<char>(place < 8 ? value >> (8 * place) & 0xFF : 0));
-    }
+    for (int i = 0; i < size; ++i)
+        bytes.append(static_cast<char>(byteOf(value, isBigEndian ? size - 1 - i : i)));
     return bytes;
 }
 

@@ -37,13 +37,16 @@ QByteArray packetFrom(const QByteArray &what)
     return others.contains(what) ? others[what] : packetBytes(1, 1, 0, 7, 0, hex(what));
 }
 
-/// A report as boards send it, or of an unknown type.
+/// A report of any layout and any length up to beyond the longest, or of an unknown type.
 QByteArray randomReport(QRandomGenerator &random)
 {
     static const QByteArray types = hex("2f 32 32 68 77 77 a2 a3 a4 21");
-    QByteArray bytes(1, random.bounded(2) ? '\x28' : '\x34');
+    static const QByteArray lengths = hex("0a 0e 10 19 28 34 3a 0c");
+    QByteArray bytes(1, lengths[random.bounded(lengths.size())]);
     bytes += types[random.bounded(types.size())];
-    for (int i = random.bounded(20); i > 0; --i)
+    if (random.bounded(4) > 0)
+        bytes += static_cast<char>(random.bounded(2) ? random.bounded(8) : 12);
+    for (int i = random.bounded(45); i > 0; --i)
         bytes += static_cast<char>(random.bounded(4) ? random.bounded(256) : 10 + 2 * random.bounded(2));
     return bytes;
 }

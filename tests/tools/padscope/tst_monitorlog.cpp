@@ -38,7 +38,7 @@ void MonitorLogTests::rowsAreTheLog()
     QVERIFY(lines.contains("shown late"));
     QVERIFY(lines.contains("in time."));
     QVERIFY(!log.contains("too soon"));
-    QVERIFY(lines.size() > 30);
+    QVERIFY(lines.size() > 20);
 
     const ProgramRun decode = padscope({"decode", "--format", "rows", "--threshold", "0", capture});
     QCOMPARE(decode.lines(), lines.mid(0, lines.size() - 1));
