@@ -72,14 +72,6 @@ private slots:
     void printsTheFirstFaults();
     void tellsWhatIsIncomplete();
     void whatWasTakenOutIsNoFault();
-    void repairs_data();
-    void repairs();
-    void nothingToRepair();
-    void repairLeavesOutWhatIsTooLarge();
-    void repairOverwritesNothing();
-
-private:
-    const Files files;
 };
 
 void CheckTests::faults_data()
@@ -203,63 +195,6 @@ void CheckTests::whatWasTakenOutIsNoFault()
                                                         packets().mid(5).join());
     QCOMPARE(QString(run.errors), "padscope: standard input: session 5f0c9378: no clean end\n");
     QCOMPARE(run.status, 3);
-}
-
-void CheckTests::repairs_data()
-{
-    addColumns<QByteArray, QByteArray, int>("bytes", "repaired", "status");
-    addRow("whole", whole(), whole(), 0);
-    addRow("cut", whole().chopped(1), start() + packets().mid(0, 10).join(), 3);
-    addRow("zeros behind", whole() + QByteArray(64, '\0'), whole(), 3);
-    addRow("a fault", start() + mark(5, 0) + mark(5, 1), start() + mark(5, 0) + mark(5, 1), 3);
-    const QByteArray foreign = blocks::block(0xBAD, "...!");
-    addRow("other blocks", start() + foreign + packets().join(), start() + foreign + packets().join(), 0);
-}
-
-void CheckTests::repairs()
-{
-    QFETCH(QByteArray, bytes);
-    const QString out = files.path(QTest::currentDataTag());
-    const ProgramRun run = padscope({"check", "--repair", out, "-"}, bytes);
-    QTEST(Files::read(out), "repaired");
-    QTEST(run.status, "status");
-    QCOMPARE(QFile::permissions(out),
-             QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser);
-}
-
-void CheckTests::nothingToRepair()
-{
-    const QString out = files.path("nothing");
-    for (const QByteArray &bytes : {QByteArray(), QByteArray("0123456789abcdef")}) {
-        const ProgramRun run = padscope({"check", "--repair", out, "-"}, bytes);
-        QCOMPARE(run.status, 1);
-        QVERIFY(QString(run.errors)
-                    .endsWith("padscope: " + out + ": not written: no whole block in standard input\n"));
-        QVERIFY(!QFile::exists(out));
-    }
-}
-
-/// Wireshark reads it.
-void CheckTests::repairLeavesOutWhatIsTooLarge()
-{
-    const QByteArray large = blocks::block(0x77, QByteArray(17 * 1024 * 1024, 'x'));
-    const QString in = files.write("large", start() + large + packets().join());
-    QCOMPARE(padscope({"check", in}).status, 0);
-    const QString out = files.path("without");
-    const ProgramRun run = padscope({"check", "--repair", out, in});
-    QCOMPARE(QString(run.errors),
-             "padscope: " + in + ": byte 72: a block above 16 MiB, which is left out of " + out + '\n');
-    QCOMPARE(run.status, 3);
-    QCOMPARE(Files::read(out), whole());
-}
-
-void CheckTests::repairOverwritesNothing()
-{
-    const QString path = files.write("input", whole().chopped(1));
-    const ProgramRun run = padscope({"check", "--repair", path, path});
-    QCOMPARE(QString(run.errors), "padscope: " + path + ": File exists\n");
-    QCOMPARE(run.status, 1);
-    QCOMPARE(Files::read(path), whole().chopped(1));
 }
 
 PADSCOPE_TESTS(CheckTests);
