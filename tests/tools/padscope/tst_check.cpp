@@ -48,6 +48,15 @@ QByteArray countsOf(quint64 delivered, quint64 recorded, quint64 lost)
     return number(1, 4) + number(7, 4) + number(delivered, 8) + number(recorded, 8) + number(lost, 8);
 }
 
+/// Of the boards 1000 to 2022, of which nothing came.
+QByteArray countsOfManyBoards()
+{
+    QByteArray counts = blocks::number(1023, 4);
+    for (quint32 board = 1000; board < 2023; ++board)
+        counts += blocks::number(board, 4) + QByteArray(24, '\0');
+    return counts;
+}
+
 /// The lines of faults, which all name a packet.
 QStringList faultsOf(const ProgramRun &run)
 {
@@ -67,6 +76,7 @@ private slots:
     void faults();
     void totals_data();
     void totals();
+    void allThatWasLost();
     void interfaces();
     void foreignPackets();
     void printsTheFirstFaults();
@@ -122,6 +132,13 @@ void CheckTests::totals_data()
            "byte 72, packet 1: its boards have lost 1, and the packets tell of 0");
     addRow("not counted", report(5, 0) + end(1),
            "byte 148, packet 2: board 7 has 1 report, and the end does not count it");
+    addRow("not counted beside many", report(5, 0) + end(1, countsOfManyBoards()),
+           "byte 148, packet 2: board 7 has 1 report, and the end does not count it");
+    const QByteArray none = blocks::number(0, 4);
+    addRow("more lost at the end", mark(5, 0) + mark(6, 3, 2) + end(4, none + blocks::number(3, 8)),
+           "byte 236, packet 3: it tells of 3 lost, and the packets of 2");
+    addRow("fewer lost at the end", mark(5, 0) + mark(6, 3, 2) + end(4, none + blocks::number(1, 8)),
+           "byte 236, packet 3: it tells of 1 lost, and the packets of 2");
     addRow("a short end", packetAt(5, packetBytes(8, 0, 0, 0, 0, blocks::number(1, 4))),
            "byte 72, packet 1: an end packet that is too short");
     addRow("an end that is cut", report(5, 0) + end(1, blocks::number(2, 4) + countsOf(1, 1, 0).mid(4)),
@@ -137,6 +154,18 @@ void CheckTests::totals_data()
 void CheckTests::totals()
 {
     faults();
+}
+
+/// The end's own loss counts as well. What was taken out can't be compared, nor what the end does not tell.
+void CheckTests::allThatWasLost()
+{
+    const QByteArray two = blocks::number(0, 4) + blocks::number(2, 8);
+    const QByteArray last = packetAt(
+        startNs, packetBytes(8, 0, 0, 0, 0, blocks::number(1, 4) + blocks::number(0, 4) + two, 0, 1, 5), 1);
+    for (const QByteArray &packets :
+         {mark(5, 0) + mark(6, 3, 2) + end(4, two), mark(5, 0) + mark(6, 3, 1) + last,
+          mark(5, 0) + mark(6, 3) + end(4, two), mark(5, 0) + mark(6, 3, 2) + end(4)})
+        QCOMPARE(faultsOf(padscope({"check", "-"}, start() + packets)), QStringList());
 }
 
 /// A board's interface is named after it.
