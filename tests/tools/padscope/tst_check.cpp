@@ -82,6 +82,7 @@ private slots:
     void printsTheFirstFaults();
     void tellsWhatIsIncomplete();
     void whatWasTakenOutIsNoFault();
+    void tooLargeAndDamaged();
 };
 
 void CheckTests::faults_data()
@@ -224,6 +225,17 @@ void CheckTests::whatWasTakenOutIsNoFault()
                                                         packets().mid(5).join());
     QCOMPARE(QString(run.errors), "padscope: standard input: session 5f0c9378: no clean end\n");
     QCOMPARE(run.status, 3);
+}
+
+/// Its second length is another one.
+void CheckTests::tooLargeAndDamaged()
+{
+    const QByteArray large = blocks::block(0x77, QByteArray(17 * 1024 * 1024, 'x')).chopped(4);
+    const ProgramRun run =
+        padscope({"check", "-"}, start() + large + blocks::number(12, 4) + packets().join());
+    QVERIFY2(run.errors.contains("padscope: standard input: byte 72: a block whose two lengths differ\n"),
+             run.errors);
+    QCOMPARE(run.status, 1);
 }
 
 PADSCOPE_TESTS(CheckTests);
