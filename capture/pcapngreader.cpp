@@ -101,13 +101,19 @@ bool Reader::useByteOrder()
 
 Event Reader::skipRest()
 {
-    while (skipping > 0) {
+    while (skipping > 4) {
         if (!buffer.require(1))
             return endOrFailure();
-        const std::size_t count = std::min<std::uint64_t>(skipping, buffer.size());
+        const std::size_t count = std::min<std::uint64_t>(skipping - 4, buffer.size());
         buffer.drop(count);
         skipping -= count;
     }
+    if (!buffer.require(4))
+        return endOrFailure();
+    if (at<std::uint32_t>(buffer.view(), 0) != blockLength)
+        return fail("a block whose two lengths differ");
+    buffer.drop(4);
+    skipping = 0;
     return Event::Other;
 }
 

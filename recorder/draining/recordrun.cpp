@@ -51,14 +51,20 @@ int statusOf(const ProcessEnd &end)
     return end.isSignal ? 128 + end.value : end.value;
 }
 
-std::string whyNothingWasRecorded(const RecordOptions &options, const FoundLibrary &found)
+std::string whyNothingWasRecorded(const RecordOptions &options, const FoundLibrary &found,
+                                  const ring::Control &control)
 {
+    const std::string start = "nothing was recorded: " + options.command.front();
     const std::string &library = options.driver.empty() ? found.path : options.driver;
+    // The host may have handed over another one than that which was found; the tap has named it.
+    if (control.failedOpenings > 0)
+        return start + " has opened the tap, which could not load the driver library and has said why";
+    // A tap that cannot reach the ring has said so, and cannot tell it here.
     if (library.empty())
-        return "nothing was recorded: " + options.command.front() +
-               " has handed over no driver library, and there is none in " + found.places;
-    return "nothing was recorded: " + options.command.front() +
-           " has not opened the driver library through the tap: " + library;
+        return start +
+               " has handed over no driver library to a tap that could record, and there is none in " +
+               found.places;
+    return start + " has not opened the driver library through a tap that could record: " + library;
 }
 
 /// What is to be said behind a recording.
@@ -112,7 +118,7 @@ RecordResult record(const RecordOptions &options, const std::function<void(const
         file.remove();
     file.close();
     if (!run.hasOwner()) {
-        result.lines.push_back(whyNothingWasRecorded(options, found));
+        result.lines.push_back(whyNothingWasRecorded(options, found, ring.control()));
     } else if (!file.error().empty()) {
         result.lines.push_back(options.output + ": " + file.error());
     } else {

@@ -61,6 +61,7 @@ __attribute__((constructor)) void openReal()
     const char *path = realPath();
     if (!path) {
         tap::say("the environment names no driver library");
+        tap::noteFailedOpening();
         return;
     }
     handle = dlopen(path, RTLD_NOW | RTLD_LOCAL | RTLD_NOLOAD);
@@ -68,12 +69,13 @@ __attribute__((constructor)) void openReal()
     if (!handle)
         handle = dlopen(path, RTLD_NOW | RTLD_LOCAL);
     if (!handle) {
-        std::fputs(dlerror(), stderr);
+        std::fprintf(stderr, "%s\n", dlerror());
         tap::noteFailedOpening();
         return;
     }
     if (isThisLibrary(handle)) {
         tap::say("this is the tap, no driver library: ", path);
+        tap::noteFailedOpening();
         dlclose(handle);
         handle = nullptr;
         return;

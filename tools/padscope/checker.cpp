@@ -14,9 +14,6 @@ using capture::Kind;
 /// A damaged file may have one for each of a million packets.
 constexpr std::uint64_t maxPrintedFaults = 20;
 
-/// The recorder has places for so many.
-constexpr std::size_t maxCountedBoards = 1023;
-
 bool startsWith(std::string_view text, std::string_view start)
 {
     return text.substr(0, start.size()) == start;
@@ -201,6 +198,9 @@ void Checker::checkEnd(const capture::Record &record, const Session &session)
     if (!session.hasGaps && lost > session.lost)
         reportFault(record, "its boards have lost " + std::to_string(lost) + ", and the packets tell of " +
                                 std::to_string(session.lost));
+    if (!session.hasGaps && end->lost && *end->lost != session.lost)
+        reportFault(record, "it tells of " + std::to_string(*end->lost) + " lost, and the packets of " +
+                                std::to_string(session.lost));
     findUncounted(record, session, end->boards);
 }
 
@@ -225,8 +225,6 @@ void Checker::compareReports(const capture::Record &record, const Session &sessi
 void Checker::findUncounted(const capture::Record &record, const Session &session,
                             const std::vector<capture::BoardCounts> &boards)
 {
-    if (boards.size() >= maxCountedBoards)
-        return;
     std::map<std::int32_t, std::uint64_t> uncounted = session.reports;
     for (const capture::BoardCounts &counts : boards)
         uncounted.erase(counts.board);

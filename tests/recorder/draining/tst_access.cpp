@@ -97,9 +97,11 @@ void AccessTests::aHostOfAnotherUserIsNotRecorded()
     QCOMPARE(chmod(QFile::encodeName(run.path(".")), 0755), 0);
     QCOMPARE(run.run(asNobody + QStringList{host, byName, "attach", "exit=3"}), 3);
     QCOMPARE(run.output(), (QStringList{"loaded", "attached 1"}));
-    QCOMPARE(
-        run.errors().first(),
-        QString("padscope: nothing is recorded: the recorder's memory cannot be mapped: Permission denied"));
+    QCOMPARE(run.errors(),
+             (QStringList{"padscope: nothing is recorded: the recorder's memory cannot be mapped: "
+                          "Permission denied",
+                          "padscope: nothing was recorded: setpriv has not opened the driver library through "
+                          "a tap that could record: " SIMULATOR_FOLDER "/liborvexboardex.so.1"}));
     QVERIFY(!run.hasFile());
 }
 
@@ -121,7 +123,7 @@ void AccessTests::nothingIsLeftInMemory()
     run.setEnvironment("ORVEXSIM_SCENARIO", "flood");
     const QString script = "echo $$ > id; exec $0 $1 attach touch=attached until=end detach";
     run.start({"sh", "-c", script, host, byName});
-    QTRY_VERIFY(QFile::exists(run.path("attached")));
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(run.path("attached")), 30'000);
     const QString hostId = QString::number(run.number("id"));
     const QString recorderId = QString::number(run.process.processId());
     const QStringList rings = ringsOf(recorderId);
@@ -133,7 +135,7 @@ void AccessTests::nothingIsLeftInMemory()
         QCOMPARE(kill(recorderId.toInt(), number), 0);
     run.touch("end");
     QCOMPARE(run.finish(), status);
-    QTRY_VERIFY(!isHeld(rings.first()));
+    QTRY_VERIFY_WITH_TIMEOUT(!isHeld(rings.first()), 30'000);
     QCOMPARE(QDir("/dev/shm").entryList({"*padscope*", "*PADSCOPE*"}), QStringList());
 }
 

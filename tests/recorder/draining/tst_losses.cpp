@@ -99,7 +99,7 @@ void LossesTests::nothingIsLostWhileTheRecorderIsStopped()
     RecordedRun run;
     run.setEnvironment("ORVEXSIM_SCENARIO", "flood");
     run.start(floodFor(2000));
-    QTRY_VERIFY(QFile::exists(run.path("attached")));
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(run.path("attached")), 30'000);
     const auto recorder = static_cast<pid_t>(run.process.processId());
     QCOMPARE(kill(recorder, SIGSTOP), 0);
     run.touch("go");
@@ -118,7 +118,7 @@ void LossesTests::aSmallRingLosesAndCounts()
     RecordedRun run;
     run.setEnvironment("ORVEXSIM_SCENARIO", "flood");
     run.start(floodFor(3000), {"--ring", "64K"});
-    QTRY_VERIFY(QFile::exists(run.path("attached")));
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(run.path("attached")), 30'000);
     const auto recorder = static_cast<pid_t>(run.process.processId());
     QCOMPARE(kill(recorder, SIGSTOP), 0);
     run.touch("go");
@@ -134,6 +134,7 @@ void LossesTests::aSmallRingLosesAndCounts()
     QCOMPARE(facts.dropCount, facts.lost);
     QCOMPARE(facts.lostAtEnd(), facts.lost);
     QCOMPARE(facts.end->lost, std::optional<std::uint64_t>(facts.lost));
+    QVERIFY(outputOf(PADSCOPE_FILE, {"check", run.file()}).startsWith("3\n"));
     QCOMPARE(run.errors(), QStringList{"padscope: lost reports and calls: " + QString::number(facts.lost)});
 }
 
@@ -143,7 +144,7 @@ void LossesTests::aFullDiskIsALoss()
     RecordedRun run;
     run.setEnvironment("ORVEXSIM_SCENARIO", "flood");
     run.start(floodFor(3000));
-    QTRY_VERIFY(QFile::exists(run.path("attached")));
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(run.path("attached")), 30'000);
     const rlimit limit{64 * 1024, RLIM_INFINITY};
     QCOMPARE(prlimit(static_cast<pid_t>(run.process.processId()), RLIMIT_FSIZE, &limit, nullptr), 0);
     run.touch("go");

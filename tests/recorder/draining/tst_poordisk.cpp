@@ -1,5 +1,4 @@
 #include <csignal>
-#include <QElapsedTimer>
 #include <QFile>
 
 #include "recordedrun.h"
@@ -66,13 +65,18 @@ void PoorDiskTests::aSlowDiskDelaysNoSignal()
     run.setEnvironment("ORVEXSIM_SCENARIO", "flood");
     run.preload(POOR_DISK);
     run.setEnvironment("WRITE_US", "200000");
-    run.start(
-        {host, byName, "attach", "touch=attached", "catch=15", "touch=catching", "until=caught", "raise=9"},
-        {"--ring", "64K"});
-    QTRY_VERIFY(QFile::exists(run.path("catching")));
-    QTest::qWait(500); // until the ring is full
-    QCOMPARE(kill(static_cast<pid_t>(run.process.processId()), SIGTERM), 0);
-    QTRY_VERIFY(QFile::exists(run.path("caught")));
+    run.start({host, byName, "attach", "touch=attached", "until=go", "delivered=20000", "catch=15",
+               "touch=catching", "until=caught", "raise=9"},
+              {"--ring", "1M"});
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(run.path("attached")), 30'000);
+    const auto recorder = static_cast<pid_t>(run.process.processId());
+    // The ring has room for at most 16384 reports, of which one write takes some hundreds.
+    QCOMPARE(kill(recorder, SIGSTOP), 0);
+    run.touch("go");
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(run.path("catching")), 60'000);
+    QCOMPARE(kill(recorder, SIGCONT), 0);
+    QCOMPARE(kill(recorder, SIGTERM), 0);
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(run.path("caught")), 10'000);
     QCOMPARE(run.finish(), 137);
     const CaptureFacts facts = run.facts();
     QVERIFY(facts.isWhole && facts.end);

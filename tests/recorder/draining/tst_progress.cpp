@@ -83,7 +83,7 @@ void ProgressTests::aStoppedTerminalStopsNothing()
     terminal.stop();
     // The next lines would be due.
     const qint64 before = QFileInfo(run.file()).size();
-    QTRY_VERIFY_WITH_TIMEOUT(QFileInfo(run.file()).size() > before + 2'000'000, 30'000);
+    QTRY_VERIFY_WITH_TIMEOUT(QFileInfo(run.file()).size() > before + 2'000'000, 60'000);
     run.process.terminate();
     QTRY_COMPARE_WITH_TIMEOUT(run.process.state(), QProcess::NotRunning, 20'000);
     QCOMPARE(run.finish(), 143);

@@ -30,6 +30,8 @@ private slots:
     void callsAreTheSameAsAlone();
     void runsAloneWithoutALibrary();
     void saysWhenTheHostDoesNotOpenTheLibrary();
+    void saysWhenTheTapHasNoLibrary_data();
+    void saysWhenTheTapHasNoLibrary();
     void theUsersLibraryComesFirst();
     void theRunpathIsFollowed();
     void outlivesAWrapper_data();
@@ -197,8 +199,8 @@ void RecordTests::runsAloneWithoutALibrary()
     QCOMPARE(run.run({host, byName, "exit=0"}), 1);
     QCOMPARE(run.output(), alone);
     QCOMPARE(run.errors(), QStringList{"padscope: nothing was recorded: " + host +
-                                       " has handed over no driver library, and there is none in "
-                                       "LD_LIBRARY_PATH (/nowhere), the RUNPATH of " +
+                                       " has handed over no driver library to a tap that could record, "
+                                       "and there is none in LD_LIBRARY_PATH (/nowhere), the RUNPATH of " +
                                        host + ", the loader's cache and its default folders"});
     QVERIFY(!run.hasFile());
     QCOMPARE(run.run({host, byName, "exit=5"}), 5);
@@ -209,10 +211,34 @@ void RecordTests::saysWhenTheHostDoesNotOpenTheLibrary()
     RecordedRun run;
     QCOMPARE(run.run({host, "exit=0"}), 1);
     QCOMPARE(run.errors(), QStringList{"padscope: nothing was recorded: " + host +
-                                       " has not opened the driver library through the tap: " SIMULATOR_FOLDER
-                                       "/liborvexboardex.so.1"});
+                                       " has not opened the driver library through a tap that could "
+                                       "record: " SIMULATOR_FOLDER "/liborvexboardex.so.1"});
     QVERIFY(!run.hasFile());
     QCOMPARE(run.run({host, "raise=15"}), 143);
+}
+
+void RecordTests::saysWhenTheTapHasNoLibrary_data()
+{
+    addColumns<QString, QString>("library", "line");
+    addRow("none that loads", QString("short"), QString("%1/short: file too short"));
+    addRow("the tap itself", QString(TAP_FILE),
+           QString("padscope: this is the tap, no driver library: " TAP_FILE));
+}
+
+/// It was opened through the tap.
+void RecordTests::saysWhenTheTapHasNoLibrary()
+{
+    QFETCH(QString, library);
+    QFETCH(QString, line);
+    RecordedRun run;
+    run.touch("short");
+    line.replace("%1", QFileInfo(run.path(".")).canonicalFilePath());
+    QCOMPARE(run.run({host, byName, "exit=0"}, {"--driver", library}), 1);
+    QCOMPARE(run.output(), QStringList{"loaded"});
+    QCOMPARE(run.errors(), (QStringList{line, "padscope: nothing was recorded: " + host +
+                                                  " has opened the tap, which could not load the driver "
+                                                  "library and has said why"}));
+    QVERIFY(!run.hasFile());
 }
 
 /// The host's loader would find one that lacks this entry point.

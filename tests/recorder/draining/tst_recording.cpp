@@ -43,6 +43,7 @@ private slots:
     void aBoardGetsItsInterfaceWhenThereIsRoom();
     void clocksAtAnotherMoment();
     void boardsWithoutASlotAreCounted();
+    void aReportThatIsNotCountedIsInTheEnd();
     void aLengthThatIsALie();
 };
 
@@ -102,6 +103,27 @@ void RecordingTests::boardsWithoutASlotAreCounted()
     QCOMPARE(last.recorded, std::uint64_t{2});
     QCOMPARE(last.lost, std::uint64_t{0});
     QCOMPARE(facts.lostAtEnd(), std::uint64_t{1023});
+}
+
+/// Its host was killed in between.
+void RecordingTests::aReportThatIsNotCountedIsInTheEnd()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("x.pcapng");
+    const recorder::SharedRing shared(64 * 1024, 1);
+    recorder::CaptureFile file(path.toStdString());
+    recorder::Recording recording(file, 1, recorder::Clocks::now());
+    recording.write(reportOf(7, 0));
+    recording.writeEnd({}, 1, recorder::Clocks::now(), shared.control());
+    const CaptureFacts facts = factsOf(path);
+    QCOMPARE(facts.end->boards.size(), std::size_t{1});
+    QCOMPARE(facts.end->boards.front().board, 7);
+    QCOMPARE(facts.end->boards.front().delivered, std::uint64_t{1});
+    QCOMPARE(facts.end->boards.front().recorded, std::uint64_t{1});
+    QCOMPARE(facts.end->lost, std::optional<std::uint64_t>(1));
+    // Losses are no faults.
+    const QByteArray checked = outputOf(PADSCOPE_FILE, {"check", path});
+    QVERIFY2(checked.startsWith("3\n"), checked);
 }
 
 /// With the header it would be 24.

@@ -82,9 +82,10 @@ void SurroundingsTests::signalsOfTheTerminalAreTheHosts()
 {
     QFETCH(int, number);
     RecordedRun run;
-    run.start({host, byName, "touch=loaded", "wait=300", "exit=4"});
-    QTRY_VERIFY(QFile::exists(run.path("loaded")));
+    run.start({host, byName, "touch=loaded", "until=sent", "wait=300", "exit=4"});
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(run.path("loaded")), 30'000);
     QCOMPARE(kill(static_cast<pid_t>(run.process.processId()), number), 0);
+    run.touch("sent");
     QCOMPARE(run.finish(), 4);
     QCOMPARE(run.facts().end->value, 4);
 }
@@ -101,7 +102,7 @@ void SurroundingsTests::endingSignalsArePassedOn()
     QFETCH(int, number);
     RecordedRun run;
     run.start({host, byName, "touch=loaded", "wait=30000"});
-    QTRY_VERIFY(QFile::exists(run.path("loaded")));
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(run.path("loaded")), 30'000);
     QCOMPARE(kill(static_cast<pid_t>(run.process.processId()), number), 0);
     QCOMPARE(run.finish(), 128 + number);
     QCOMPARE(run.facts().end->value, number);
@@ -123,12 +124,15 @@ void SurroundingsTests::aSignalOfTheGroupComesOnce()
     const QStringList command{PADSCOPE_FILE, "record", "-o", run.file(), "--", host, byName};
     run.startAlone(QStringList{"setsid"} + command +
                    QStringList{"catch=15", "touch=loaded", "until=caught", "wait=300", "caught=15"});
-    QTRY_VERIFY(QFile::exists(run.path("loaded")));
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(run.path("loaded")), 30'000);
     const auto recorder = static_cast<pid_t>(run.process.processId());
+    // However long the second one takes, both are there when it goes on.
+    QCOMPARE(kill(recorder, SIGSTOP), 0);
     if (toRecorder)
         QCOMPARE(kill(recorder, SIGTERM), 0);
     if (toGroup)
         QCOMPARE(kill(-recorder, SIGTERM), 0);
+    QCOMPARE(kill(recorder, SIGCONT), 0);
     QCOMPARE(run.finish(), 0);
     QCOMPARE(run.output(), (QStringList{"loaded", "caught 1"}));
 }
@@ -139,8 +143,8 @@ void SurroundingsTests::leavesNoZombies()
     RecordedRun run;
     const QString script = "for i in 1 2 3 4 5; do (true &); done; exec $0 $1 touch=loaded until=end";
     run.start({"sh", "-c", script, host, byName});
-    QTRY_VERIFY(QFile::exists(run.path("loaded")));
-    QTRY_COMPARE(zombiesOf(run.process.processId()), 0);
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(run.path("loaded")), 30'000);
+    QTRY_COMPARE_WITH_TIMEOUT(zombiesOf(run.process.processId()), 0, 30'000);
     run.touch("end");
     QCOMPARE(run.finish(), 0);
 }

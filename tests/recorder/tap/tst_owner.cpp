@@ -80,7 +80,7 @@ void OwnerTests::isNumberedAsTheRecorderSeesIt()
         QSKIP("this user may make no PID namespace");
     QProcess host;
     start(host, {"open", "call", "wait"}, unshare);
-    QTRY_COMPARE(crossings(), 2);
+    QTRY_COMPARE_WITH_TIMEOUT(crossings(), 2, 30'000);
     const QString parent = QString::number(host.processId());
     QFile children("/proc/" + parent + "/task/" + parent + "/children");
     QVERIFY(children.open(QFile::ReadOnly));
@@ -110,7 +110,7 @@ void OwnerTests::leavesNoHolesBehindInAnotherImage()
 {
     QProcess host;
     start(host, {"open", "call", "wait", "exec", "open", "call", "wait"});
-    QTRY_COMPARE(crossings(), 2);
+    QTRY_COMPARE_WITH_TIMEOUT(crossings(), 2, 30'000);
     // What its threads leave that are within a callback.
     shared->control().reserved += (std::uint64_t{1} << 32) + 3;
     ring::Taken record;

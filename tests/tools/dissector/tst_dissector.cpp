@@ -198,7 +198,7 @@ static QString install(const QString &home)
     environment.insert("HOME", home);
     padscope.setProcessEnvironment(environment);
     padscope.start(PADSCOPE, {"dissector", "--install"});
-    padscope.waitForFinished();
+    padscope.waitForFinished(60'000);
     return QString::number(padscope.exitCode()) + ' ' + padscope.readAllStandardError();
 }
 
@@ -217,7 +217,7 @@ void DissectorTests::installs()
     environment.insert("HOME", home.path());
     tshark.setProcessEnvironment(environment);
     tshark.start("tshark", {"-r", shark.capture(), "-T", "fields", "-e", "padscope.sequence"});
-    tshark.waitForFinished();
+    tshark.waitForFinished(60'000);
     QCOMPARE(tshark.readAllStandardOutput(), QByteArray("5\n"));
 }
 
@@ -253,7 +253,7 @@ void DissectorTests::outputThatEnds()
     const auto statusOf = [](const char *command) {
         QProcess shell;
         shell.start("bash", {"-c", command});
-        shell.waitForFinished();
+        shell.waitForFinished(60'000);
         return QString::number(shell.exitCode()) + ' ' + shell.readAllStandardError();
     };
     QCOMPARE(statusOf(PADSCOPE " dissector >/dev/full"),

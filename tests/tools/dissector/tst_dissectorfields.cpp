@@ -59,7 +59,7 @@ void DissectorFieldTests::initTestCase()
     QProcess padscope;
     padscope.setProcessEnvironment(environment);
     padscope.start(PADSCOPE, {"dissector", "--install"});
-    QVERIFY(padscope.waitForFinished());
+    QVERIFY(padscope.waitForFinished(60'000));
     QCOMPARE(padscope.exitCode(), 0);
 }
 

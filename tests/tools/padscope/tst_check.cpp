@@ -48,6 +48,15 @@ QByteArray countsOf(quint64 delivered, quint64 recorded, quint64 lost)
     return number(1, 4) + number(7, 4) + number(delivered, 8) + number(recorded, 8) + number(lost, 8);
 }
 
+/// Of the boards 1000 to 2022, of which nothing came.
+QByteArray countsOfManyBoards()
+{
+    QByteArray counts = blocks::number(1023, 4);
+    for (quint32 board = 1000; board < 2023; ++board)
+        counts += blocks::number(board, 4) + QByteArray(24, '\0');
+    return counts;
+}
+
 /// The lines of faults, which all name a packet.
 QStringList faultsOf(const ProgramRun &run)
 {
@@ -67,19 +76,13 @@ private slots:
     void faults();
     void totals_data();
     void totals();
+    void allThatWasLost();
     void interfaces();
     void foreignPackets();
     void printsTheFirstFaults();
     void tellsWhatIsIncomplete();
     void whatWasTakenOutIsNoFault();
-    void repairs_data();
-    void repairs();
-    void nothingToRepair();
-    void repairLeavesOutWhatIsTooLarge();
-    void repairOverwritesNothing();
-
-private:
-    const Files files;
+    void tooLargeAndDamaged();
 };
 
 void CheckTests::faults_data()
@@ -130,6 +133,13 @@ void CheckTests::totals_data()
            "byte 72, packet 1: its boards have lost 1, and the packets tell of 0");
     addRow("not counted", report(5, 0) + end(1),
            "byte 148, packet 2: board 7 has 1 report, and the end does not count it");
+    addRow("not counted beside many", report(5, 0) + end(1, countsOfManyBoards()),
+           "byte 148, packet 2: board 7 has 1 report, and the end does not count it");
+    const QByteArray none = blocks::number(0, 4);
+    addRow("more lost at the end", mark(5, 0) + mark(6, 3, 2) + end(4, none + blocks::number(3, 8)),
+           "byte 236, packet 3: it tells of 3 lost, and the packets of 2");
+    addRow("fewer lost at the end", mark(5, 0) + mark(6, 3, 2) + end(4, none + blocks::number(1, 8)),
+           "byte 236, packet 3: it tells of 1 lost, and the packets of 2");
     addRow("a short end", packetAt(5, packetBytes(8, 0, 0, 0, 0, blocks::number(1, 4))),
            "byte 72, packet 1: an end packet that is too short");
     addRow("an end that is cut", report(5, 0) + end(1, blocks::number(2, 4) + countsOf(1, 1, 0).mid(4)),
@@ -145,6 +155,18 @@ void CheckTests::totals_data()
 void CheckTests::totals()
 {
     faults();
+}
+
+/// The end's own loss counts as well. What was taken out can't be compared, nor what the end does not tell.
+void CheckTests::allThatWasLost()
+{
+    const QByteArray two = blocks::number(0, 4) + blocks::number(2, 8);
+    const QByteArray last = packetAt(
+        startNs, packetBytes(8, 0, 0, 0, 0, blocks::number(1, 4) + blocks::number(0, 4) + two, 0, 1, 5), 1);
+    for (const QByteArray &packets :
+         {mark(5, 0) + mark(6, 3, 2) + end(4, two), mark(5, 0) + mark(6, 3, 1) + last,
+          mark(5, 0) + mark(6, 3) + end(4, two), mark(5, 0) + mark(6, 3, 2) + end(4)})
+        QCOMPARE(faultsOf(padscope({"check", "-"}, start() + packets)), QStringList());
 }
 
 /// A board's interface is named after it.
@@ -205,61 +227,15 @@ void CheckTests::whatWasTakenOutIsNoFault()
     QCOMPARE(run.status, 3);
 }
 
-void CheckTests::repairs_data()
+/// Its second length is another one.
+void CheckTests::tooLargeAndDamaged()
 {
-    addColumns<QByteArray, QByteArray, int>("bytes", "repaired", "status");
-    addRow("whole", whole(), whole(), 0);
-    addRow("cut", whole().chopped(1), start() + packets().mid(0, 10).join(), 3);
-    addRow("zeros behind", whole() + QByteArray(64, '\0'), whole(), 3);
-    addRow("a fault", start() + mark(5, 0) + mark(5, 1), start() + mark(5, 0) + mark(5, 1), 3);
-    const QByteArray foreign = blocks::block(0xBAD, "...!");
-    addRow("other blocks", start() + foreign + packets().join(), start() + foreign + packets().join(), 0);
-}
-
-void CheckTests::repairs()
-{
-    QFETCH(QByteArray, bytes);
-    const QString out = files.path(QTest::currentDataTag());
-    const ProgramRun run = padscope({"check", "--repair", out, "-"}, bytes);
-    QTEST(Files::read(out), "repaired");
-    QTEST(run.status, "status");
-    QCOMPARE(QFile::permissions(out),
-             QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser);
-}
-
-void CheckTests::nothingToRepair()
-{
-    const QString out = files.path("nothing");
-    for (const QByteArray &bytes : {QByteArray(), QByteArray("0123456789abcdef")}) {
-        const ProgramRun run = padscope({"check", "--repair", out, "-"}, bytes);
-        QCOMPARE(run.status, 1);
-        QVERIFY(QString(run.errors)
-                    .endsWith("padscope: " + out + ": not written: no whole block in standard input\n"));
-        QVERIFY(!QFile::exists(out));
-    }
-}
-
-/// Wireshark reads it.
-void CheckTests::repairLeavesOutWhatIsTooLarge()
-{
-    const QByteArray large = blocks::block(0x77, QByteArray(17 * 1024 * 1024, 'x'));
-    const QString in = files.write("large", start() + large + packets().join());
-    QCOMPARE(padscope({"check", in}).status, 0);
-    const QString out = files.path("without");
-    const ProgramRun run = padscope({"check", "--repair", out, in});
-    QCOMPARE(QString(run.errors),
-             "padscope: " + in + ": byte 72: a block above 16 MiB, which is left out of " + out + '\n');
-    QCOMPARE(run.status, 3);
-    QCOMPARE(Files::read(out), whole());
-}
-
-void CheckTests::repairOverwritesNothing()
-{
-    const QString path = files.write("input", whole().chopped(1));
-    const ProgramRun run = padscope({"check", "--repair", path, path});
-    QCOMPARE(QString(run.errors), "padscope: " + path + ": File exists\n");
+    const QByteArray large = blocks::block(0x77, QByteArray(17 * 1024 * 1024, 'x')).chopped(4);
+    const ProgramRun run =
+        padscope({"check", "-"}, start() + large + blocks::number(12, 4) + packets().join());
+    QVERIFY2(run.errors.contains("padscope: standard input: byte 72: a block whose two lengths differ\n"),
+             run.errors);
     QCOMPARE(run.status, 1);
-    QCOMPARE(Files::read(path), whole().chopped(1));
 }
 
 PADSCOPE_TESTS(CheckTests);

@@ -1,8 +1,3 @@
-#include <fcntl.h>
-#include <QElapsedTimer>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include "program.h"
 #include "support/tests.h"
 
@@ -22,19 +17,9 @@ private slots:
     void filters();
     void statuses_data();
     void statuses();
-    void usage_data();
-    void usage();
-    void helpAndVersion_data();
-    void helpAndVersion();
-    void needsNoWindow();
     void aFileThatIsMissing();
     void aFolder();
     void readsStandardInput();
-    void followsAFileThatGrows();
-    void followsEverySession();
-    void followsAPipe();
-    void followingAPipeEndsWithIt();
-    void followingEndsWithItsReader();
     void aReaderMayEndEarly();
     void outputThatCannotBeWritten();
 
@@ -152,76 +137,6 @@ void DecodeTests::statuses()
     }
 }
 
-void DecodeTests::usage_data()
-{
-    addColumns<QStringList, QString>("arguments", "line");
-    addRow("no verb", QStringList(), "A subcommand is required");
-    addRow("no such verb", QStringList{"replay"}, "A subcommand is required");
-    addRow("no file", QStringList{"decode"}, "FILE is required");
-    addRow("no such format", QStringList{"decode", "-", "--format", "xml"},
-           "--format: xml is none of csv, jsonl, rows, text");
-    addRow("a format's number", QStringList{"decode", "-", "--format", "2"},
-           "--format: 2 is none of csv, jsonl, rows, text");
-    addRow(
-        "no such type", QStringList{"decode", "-", "--type", "Signal"},
-        "--type: Signal is none of AdcReport, DualPenReport, PenIdentityReport, PhaseReport, PositionReport, "
-        "SignalReport, TextReport, unknown, signal1, signal2, signal3, signal4, signal5, signal6, phase, "
-        "penIdentity, dualPen, position, adc, text");
-    addRow("no such kind", QStringList{"decode", "-", "--kind", "reports"},
-           "--kind: reports is none of report, call, return, hotplug, status, mark, board, end");
-    addRow("no board", QStringList{"decode", "-", "--board", "first"}, "Could not convert: --board = first");
-    addRow("no time", QStringList{"decode", "-", "--from", "nan"}, "--from: nan is no number");
-    addRow("a limit below zero", QStringList{"decode", "-", "--limit", "-1"},
-           "--limit: -1 is no whole number");
-    addRow("a threshold of text", QStringList{"decode", "-", "--threshold", "5"},
-           "--threshold: needs --format rows");
-    addRow("a threshold below zero", QStringList{"decode", "-", "--format", "rows", "--threshold", "-5"},
-           "--threshold: -5 is no whole number");
-    addRow("no such option", QStringList{"check", "--foo", "-"},
-           "The following argument was not expected: --foo");
-    addRow("info in another format", QStringList{"info", "-", "--format", "csv"},
-           "--format: csv is none of text, json");
-}
-
-void DecodeTests::usage()
-{
-    QFETCH(QStringList, arguments);
-    const ProgramRun run = padscope(arguments);
-    QCOMPARE(run.status, 2);
-    QCOMPARE(run.output, QByteArray());
-    QTEST(QString(run.errors).remove("padscope: ").remove("; see --help\n"), "line");
-    QCOMPARE(run.errors.count('\n'), 1);
-}
-
-void DecodeTests::helpAndVersion_data()
-{
-    addColumns<QString>("verb");
-    for (const char *verb : {"record", "info", "decode", "check", "dissector"})
-        addRow(verb, verb);
-}
-
-void DecodeTests::helpAndVersion()
-{
-    QFETCH(QString, verb);
-    const ProgramRun help = padscope({verb, "--help"});
-    QVERIFY(help.output.contains("Usage: padscope " + verb.toUtf8()));
-    QCOMPARE(help.errors, QByteArray());
-    QCOMPARE(help.status, 0);
-    const ProgramRun version = padscope({verb, "--version"});
-    QCOMPARE(version.output, padscope({"--version"}).output);
-    QVERIFY(version.output.startsWith("padscope "));
-    QCOMPARE(version.errors, QByteArray());
-    QCOMPARE(version.status, 0);
-}
-
-/// It is of use where no Qt is.
-void DecodeTests::needsNoWindow()
-{
-    const ProgramRun run = runProgram("readelf", {"-d", PADSCOPE_PROGRAM});
-    QVERIFY(run.output.contains("Shared library: [libc.so.6]"));
-    QVERIFY(!run.output.contains("Qt"));
-}
-
 void DecodeTests::aFileThatIsMissing()
 {
     const ProgramRun run = padscope({"decode", "/nowhere.pcapng"});
@@ -240,69 +155,6 @@ void DecodeTests::readsStandardInput()
 {
     const ProgramRun run = padscope({"decode", "-"}, whole());
     QCOMPARE(run.lines(), examplecapture::textLines());
-    QCOMPARE(run.status, 0);
-}
-
-/// The file grows in the middle of a block. It ends with the end packet.
-void DecodeTests::followsAFileThatGrows()
-{
-    const QByteArray bytes = whole();
-    const int half = bytes.size() / 2;
-    const QString path = files.write("grows.pcapng", bytes.left(half));
-    QProcess process;
-    process.start(PADSCOPE_PROGRAM, {"decode", "--follow", "--kind", "call", path});
-    QByteArray printed;
-    const auto lineCount = [&] { return (printed += process.readAllStandardOutput()).count('\n'); };
-    QTRY_COMPARE(lineCount(), 1);
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::Append));
-    file.write(bytes.mid(half));
-    file.close();
-    QVERIFY(process.waitForFinished());
-    QCOMPARE(lineCount(), 2);
-    QCOMPARE(process.exitCode(), 0);
-}
-
-/// Two recordings one behind the other.
-void DecodeTests::followsEverySession()
-{
-    QByteArray second = whole();
-    second.replace(blocks::number(0x5f0c93a1, 4), blocks::number(0x11111111, 4));
-    const ProgramRun run = padscope({"decode", "--follow", files.write("two.pcapng", whole() + second)});
-    QCOMPARE(run.lines().size(), 22);
-    QCOMPARE(run.status, 0);
-}
-
-/// What has come is printed while the next is waited for.
-void DecodeTests::followsAPipe()
-{
-    QProcess process;
-    process.start(PADSCOPE_PROGRAM, {"decode", "--follow", "-"});
-    QByteArray printed;
-    const auto lineCount = [&] { return (printed += process.readAllStandardOutput()).count('\n'); };
-    process.write(start() + packets()[0] + packets()[1].left(20));
-    QTRY_COMPARE(lineCount(), 1);
-    process.write(packets()[1].mid(20));
-    QTRY_COMPARE(lineCount(), 2);
-    process.closeWriteChannel();
-    QVERIFY(process.waitForFinished());
-    QCOMPARE(process.exitCode(), 3);
-}
-
-void DecodeTests::followingAPipeEndsWithIt()
-{
-    const ProgramRun run = padscope({"decode", "--follow", "-"}, whole().chopped(1));
-    QCOMPARE(run.lines(), examplecapture::textLines().mid(0, 10));
-    QCOMPARE(run.status, 3);
-}
-
-void DecodeTests::followingEndsWithItsReader()
-{
-    const QString path = files.write("grows.pcapng", start() + packets()[0]);
-    const ProgramRun run =
-        runProgram("/bin/sh", {"-c", "\"$0\" decode --follow \"$1\" | head -n 1", PADSCOPE_PROGRAM, path});
-    QCOMPARE(run.output, QByteArray("0.000000000  -  status\n"));
-    QCOMPARE(run.errors, QByteArray());
     QCOMPARE(run.status, 0);
 }
 

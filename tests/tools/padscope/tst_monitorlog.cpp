@@ -24,7 +24,7 @@ void MonitorLogTests::rowsAreTheLog()
     const QString capture = files.path("x.pcapng");
     const ProgramRun record =
         padscope({"record", "-o", capture, "--", HOST_PROGRAM, "--plugins", PADSCOPE_PLUGIN_FOLDER,
-                  "--simulate", TEST_FOLDER "/apart.json", "--type", "?", "--tab", "Monitor=4"});
+                  "--simulate", TEST_FOLDER "/apart.json", "--type", "?", "--tab", "Monitor=5"});
     QVERIFY2(!record.errors.contains("padscope:"), record.errors);
     QCOMPARE(record.status, 0);
 

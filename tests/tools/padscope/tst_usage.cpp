@@ -1,0 +1,88 @@
+#include "program.h"
+#include "support/tests.h"
+
+/// What `padscope` says of itself and of arguments that are wrong.
+class UsageTests : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void usage_data();
+    void usage();
+    void helpAndVersion_data();
+    void helpAndVersion();
+    void needsNoWindow();
+};
+
+void UsageTests::usage_data()
+{
+    addColumns<QStringList, QString>("arguments", "line");
+    addRow("no verb", QStringList(), "A subcommand is required");
+    addRow("no such verb", QStringList{"replay"}, "A subcommand is required");
+    addRow("no file", QStringList{"decode"}, "FILE is required");
+    addRow("no such format", QStringList{"decode", "-", "--format", "xml"},
+           "--format: xml is none of csv, jsonl, rows, text");
+    addRow("a format's number", QStringList{"decode", "-", "--format", "2"},
+           "--format: 2 is none of csv, jsonl, rows, text");
+    addRow(
+        "no such type", QStringList{"decode", "-", "--type", "Signal"},
+        "--type: Signal is none of AdcReport, DualPenReport, PenIdentityReport, PhaseReport, PositionReport, "
+        "SignalReport, TextReport, unknown, signal1, signal2, signal3, signal4, signal5, signal6, phase, "
+        "penIdentity, dualPen, position, adc, text");
+    addRow("no such kind", QStringList{"decode", "-", "--kind", "reports"},
+           "--kind: reports is none of report, call, return, hotplug, status, mark, board, end");
+    addRow("no board", QStringList{"decode", "-", "--board", "first"}, "Could not convert: --board = first");
+    addRow("no time", QStringList{"decode", "-", "--from", "nan"}, "--from: nan is no number");
+    addRow("a limit below zero", QStringList{"decode", "-", "--limit", "-1"},
+           "--limit: -1 is no whole number");
+    addRow("a threshold of text", QStringList{"decode", "-", "--threshold", "5"},
+           "--threshold: needs --format rows");
+    addRow("a threshold below zero", QStringList{"decode", "-", "--format", "rows", "--threshold", "-5"},
+           "--threshold: -5 is no whole number");
+    addRow("no such option", QStringList{"check", "--foo", "-"},
+           "The following argument was not expected: --foo");
+    addRow("info in another format", QStringList{"info", "-", "--format", "csv"},
+           "--format: csv is none of text, json");
+}
+
+void UsageTests::usage()
+{
+    QFETCH(QStringList, arguments);
+    const ProgramRun run = padscope(arguments);
+    QCOMPARE(run.status, 2);
+    QCOMPARE(run.output, QByteArray());
+    QTEST(QString(run.errors).remove("padscope: ").remove("; see --help\n"), "line");
+    QCOMPARE(run.errors.count('\n'), 1);
+}
+
+void UsageTests::helpAndVersion_data()
+{
+    addColumns<QString>("verb");
+    for (const char *verb : {"record", "info", "decode", "check", "dissector"})
+        addRow(verb, verb);
+}
+
+void UsageTests::helpAndVersion()
+{
+    QFETCH(QString, verb);
+    const ProgramRun help = padscope({verb, "--help"});
+    QVERIFY(help.output.contains("Usage: padscope " + verb.toUtf8()));
+    QCOMPARE(help.errors, QByteArray());
+    QCOMPARE(help.status, 0);
+    const ProgramRun version = padscope({verb, "--version"});
+    QCOMPARE(version.output, padscope({"--version"}).output);
+    QVERIFY(version.output.startsWith("padscope "));
+    QCOMPARE(version.errors, QByteArray());
+    QCOMPARE(version.status, 0);
+}
+
+/// It is of use where no Qt is.
+void UsageTests::needsNoWindow()
+{
+    const ProgramRun run = runProgram("readelf", {"-d", PADSCOPE_PROGRAM});
+    QVERIFY(run.output.contains("Shared library: [libc.so.6]"));
+    QVERIFY(!run.output.contains("Qt"));
+}
+
+PADSCOPE_TESTS(UsageTests);
+#include "tst_usage.moc"
