@@ -22,9 +22,9 @@ const char scenario[] = R"({
   "title": "Three reports",
   "boards": [{ "id": 1001, "rate": 1, "kinds": { "position": 1 }, "lines": false, "unknowns": false }],
   "timeline": [
-    { "at": 0.6, "do": "raw", "board": 1001, "hex": "04 c8 01 02" },
-    { "at": 0.7, "do": "raw", "board": 1001, "hex": "05 c9 01 02 03" },
-    { "at": 0.8, "do": "raw", "board": 1001, "hex": "04 c8 03 04" }
+    { "at": 0.3, "do": "raw", "board": 1001, "hex": "04 c8 01 02" },
+    { "at": 0.4, "do": "raw", "board": 1001, "hex": "05 c9 01 02 03" },
+    { "at": 0.5, "do": "raw", "board": 1001, "hex": "04 c8 03 04" }
   ]
 })";
 
