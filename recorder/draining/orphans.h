@@ -18,7 +18,7 @@ public:
     /// Takes what those have ended with that nobody else waits for.
     /// \param host, witness which are waited for elsewhere
     static void reap(pid_t host, pid_t witness);
-    /// Whether one of this session lives. Daemons have sessions of their own.
+    /// Whether one lives that has kept the process session. Daemons have sessions of their own.
     /// \param witness does not count
     bool areLeft(pid_t witness) const;
 

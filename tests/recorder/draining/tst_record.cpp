@@ -34,8 +34,6 @@ private slots:
     void saysWhenTheTapHasNoLibrary();
     void theUsersLibraryComesFirst();
     void theRunpathIsFollowed();
-    void outlivesAWrapper_data();
-    void outlivesAWrapper();
     void saysWhatItDidNotRecord();
     void notes();
 };
@@ -259,25 +257,6 @@ void RecordTests::theRunpathIsFollowed()
     QCOMPARE(run.run({RECORDED_HOST_RUNPATH, byName, "attach"}), 0);
     QCOMPARE(run.output(), (QStringList{"loaded", "attached 1"}));
     QVERIFY(run.facts().end.has_value());
-}
-
-void RecordTests::outlivesAWrapper_data()
-{
-    addColumns<QString>("script");
-    addRow("opened before", QString("$0 $1 attach touch=open wait=500 detach & "
-                                    "while [ ! -e open ]; do sleep 0.01; done; exit 3"));
-    addRow("opened behind", QString("$0 wait=500 $1 attach detach & exit 3"));
-}
-
-void RecordTests::outlivesAWrapper()
-{
-    QFETCH(QString, script);
-    RecordedRun run;
-    QCOMPARE(run.run({"sh", "-c", script, host, byName}), 3);
-    const CaptureFacts facts = run.facts();
-    QVERIFY(facts.calls.contains("return 2"));
-    QVERIFY(facts.end.has_value());
-    QCOMPARE(int(facts.end->reason), 3);
 }
 
 void RecordTests::saysWhatItDidNotRecord()

@@ -41,6 +41,8 @@ private slots:
     void endingSignalsArePassedOn();
     void aSignalOfTheGroupComesOnce_data();
     void aSignalOfTheGroupComesOnce();
+    void outlivesAWrapper_data();
+    void outlivesAWrapper();
     void leavesNoZombies();
     void aSetuidHostObeysNoVariable();
     void aHostThatKeepsTheLibraryOpenItself();
@@ -138,6 +140,25 @@ void SurroundingsTests::aSignalOfTheGroupComesOnce()
 }
 
 /// Processes whose parents have ended become the recorder's.
+void SurroundingsTests::outlivesAWrapper_data()
+{
+    addColumns<QString>("script");
+    addRow("opened before", QString("$0 $1 attach touch=open wait=500 detach & "
+                                    "while [ ! -e open ]; do sleep 0.01; done; exit 3"));
+    addRow("opened behind", QString("$0 wait=500 $1 attach detach & exit 3"));
+}
+
+void SurroundingsTests::outlivesAWrapper()
+{
+    QFETCH(QString, script);
+    RecordedRun run;
+    QCOMPARE(run.run({"sh", "-c", script, host, byName}), 3);
+    const CaptureFacts facts = run.facts();
+    QVERIFY(facts.calls.contains("return 2"));
+    QVERIFY(facts.end.has_value());
+    QCOMPARE(int(facts.end->reason), 3);
+}
+
 void SurroundingsTests::leavesNoZombies()
 {
     RecordedRun run;
