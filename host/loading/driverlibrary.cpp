@@ -40,6 +40,7 @@ QByteArray sonameOf(void *library)
     ElfW(Xword) name = 0; // index in the texts, which begin with a zero
     for (const ElfW(Dyn) *entry = map->l_ld; entry->d_tag != DT_NULL; ++entry) {
         if (entry->d_tag == DT_STRTAB)
+            // NOLINTNEXTLINE(performance-no-int-to-ptr): as the loader gives it
             texts = reinterpret_cast<const char *>(entry->d_un.d_ptr);
         else if (entry->d_tag == DT_SONAME)
             name = entry->d_un.d_val;

@@ -28,7 +28,7 @@ std::vector<std::string> environmentWith(const HostProcess::Environment &added)
             variables.push_back(text);
     }
     for (const auto &[name, value] : added)
-        variables.push_back(name + '=' + value);
+        variables.emplace_back(name).append("=").append(value);
     return variables;
 }
 

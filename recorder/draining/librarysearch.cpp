@@ -57,7 +57,7 @@ std::string programFile(const std::string &name)
         return name;
     const char *path = std::getenv("PATH");
     for (const std::string &folder : foldersOf(path ? path : "/bin:/usr/bin", ":")) {
-        const std::string file = (folder.empty() ? "." : folder) + '/' + name;
+        std::string file = (folder.empty() ? "." : folder) + '/' + name;
         if (access(file.c_str(), X_OK) == 0)
             return file;
     }

@@ -73,7 +73,7 @@ std::string nextName(std::string_view &names)
 {
     names.remove_prefix(names.find_first_not_of("(, "));
     const std::size_t length = names.find_first_of(",)");
-    const std::string name(names.substr(0, length));
+    std::string name(names.substr(0, length));
     names.remove_prefix(length);
     return name;
 }
