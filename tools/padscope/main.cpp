@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <CLI/CLI.hpp>
+#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -30,9 +31,7 @@ std::vector<std::string> takeHost(int &argc, char **argv)
     return {mark == end ? end : mark + 1, end};
 }
 
-} // namespace
-
-int main(int argc, char **argv)
+int run(int argc, char **argv)
 {
     CLI::App program("Records what a board sends, and decodes it.", "padscope");
     program.set_version_flag("--version", version, "Prints the version");
@@ -54,4 +53,16 @@ int main(int argc, char **argv)
         return program.exit(error) == 0 ? 0 : usageStatus;
     }
     return status;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    try {
+        return run(argc, argv);
+    } catch (const std::exception &error) {
+        std::fputs((std::string("padscope: ") + error.what() + '\n').c_str(), stderr);
+        return 1;
+    }
 }
