@@ -1,10 +1,10 @@
 #include <csignal>
 #include <QFile>
 #include <QTemporaryDir>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include "capturefile.h"
+#include "filelimit.h"
 #include "support/tests.h"
 
 using recorder::CaptureFile;
@@ -16,30 +16,6 @@ QByteArray contentOf(const QString &path)
     QFile file(path);
     return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray("missing");
 }
-
-/// While in scope a file may not grow beyond so many bytes.
-class FileLimit
-{
-public:
-    explicit FileLimit(rlim_t bytes)
-        : handler(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        getrlimit(RLIMIT_FSIZE, &before);
-        const rlimit limited{bytes, before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limited);
-    }
-    ~FileLimit()
-    {
-        setrlimit(RLIMIT_FSIZE, &before);
-        std::signal(SIGXFSZ, handler);
-    }
-    FileLimit(const FileLimit &) = delete;
-    FileLimit &operator=(const FileLimit &) = delete;
-
-private:
-    rlimit before{};
-    void (*handler)(int);
-};
 
 } // namespace
 

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include "capturefile.h"
+#include "filelimit.h"
 #include "recordedrun.h"
 #include "recording.h"
 #include "recordreader.h"
@@ -16,30 +17,6 @@ using recorder::Clocks;
 namespace {
 
 constexpr Clocks start{5'000, 1'700'000'000'000'000'000, 9'000, 0};
-
-/// While in scope a file may not grow beyond so many bytes.
-class FileLimit
-{
-public:
-    explicit FileLimit(rlim_t bytes)
-        : handler(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        getrlimit(RLIMIT_FSIZE, &before);
-        const rlimit limited{bytes, before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limited);
-    }
-    ~FileLimit()
-    {
-        setrlimit(RLIMIT_FSIZE, &before);
-        std::signal(SIGXFSZ, handler);
-    }
-    FileLimit(const FileLimit &) = delete;
-    FileLimit &operator=(const FileLimit &) = delete;
-
-private:
-    rlimit before{};
-    void (*handler)(int);
-};
 
 ring::Taken takenAt(std::uint64_t crossing, capture::Kind kind)
 {
