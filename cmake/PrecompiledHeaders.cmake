@@ -11,9 +11,21 @@ function(padscope_add_precompiled_headers)
         <QStyledItemDelegate> <QTabWidget> <QTime> <QTimer> <QTreeView> <QVBoxLayout>)
 endfunction()
 
+if(CMAKE_BUILD_TYPE STREQUAL "Debug" AND NOT PADSCOPE_SANITIZE AND NOT PADSCOPE_COVERAGE AND NOT PADSCOPE_FUZZ)
+    set(PADSCOPE_PRECOMPILES_HEADERS ON)
+endif()
+
+# The same for headers of one target's own.
+#   padscope_precompile_own_headers(TARGET HEADER...)
+function(padscope_precompile_own_headers TARGET)
+    if(PADSCOPE_PRECOMPILES_HEADERS)
+        target_precompile_headers(${TARGET} PRIVATE ${ARGN})
+    endif()
+endfunction()
+
 #   padscope_precompile_headers(TARGET...)
 function(padscope_precompile_headers)
-    if(NOT CMAKE_BUILD_TYPE STREQUAL "Debug" OR PADSCOPE_SANITIZE OR PADSCOPE_COVERAGE OR PADSCOPE_FUZZ)
+    if(NOT PADSCOPE_PRECOMPILES_HEADERS)
         return()
     endif()
     if(NOT TARGET padscope_headers)
