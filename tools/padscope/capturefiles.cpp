@@ -40,6 +40,15 @@ bool InputFile::canGrow() const
     return fstat(file, &info) == 0 && S_ISREG(info.st_mode);
 }
 
+std::uint64_t InputFile::size() const
+{
+    struct stat info
+    {
+    };
+    const bool isKnown = fstat(file, &info) == 0 && S_ISREG(info.st_mode);
+    return isKnown ? static_cast<std::uint64_t>(info.st_size) : 0;
+}
+
 bool InputFile::hasMore() const
 {
     pollfd input{file, POLLIN, 0};

@@ -31,6 +31,8 @@ public:
     bool isOpen() const { return file >= 0; }
     /// Whether more may be written to it while it is read.
     bool canGrow() const;
+    /// In bytes; 0 when it is not known, as of a pipe.
+    std::uint64_t size() const;
     /// Whether reading does not wait.
     bool hasMore() const;
     int descriptor() const { return file; }
