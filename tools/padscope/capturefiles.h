@@ -74,6 +74,9 @@ private:
 std::optional<capture::pcapng::Damage> damageOf(const capture::RecordReader &reader,
                                                 capture::pcapng::Event last);
 
+/// "5f0c93a1"
+std::string sessionName(std::uint32_t session);
+
 /// Prints a line that names file and place to standard error.
 void printErrorAt(const InputFile &input, std::uint64_t offset, const std::string &what);
 
