@@ -9,6 +9,7 @@
 #include "dissectorcommand.h"
 #include "infocommand.h"
 #include "recordcommand.h"
+#include "redactcommand.h"
 #include "statscommand.h"
 
 namespace {
@@ -46,6 +47,7 @@ int run(int argc, char **argv)
     addDecodeCommand(program, status);
     addCheckCommand(program, status);
     addStatsCommand(program, status);
+    addRedactCommand(program, status);
     addDissectorCommand(program, status);
     for (CLI::App *command : program.get_subcommands(nullptr))
         command->set_version_flag("--version", version, "Prints the version");
