@@ -71,6 +71,7 @@ public:
     Event next();
 
     const Section &section() const { return lastSection; }
+    ByteOrder byteOrder() const { return order; } ///< of the section
     /// Those of the section, in the order of their descriptions.
     const std::vector<Interface> &interfaces() const { return described; }
     const Packet &packet() const { return lastPacket; }

@@ -40,6 +40,15 @@ bool InputFile::canGrow() const
     return fstat(file, &info) == 0 && S_ISREG(info.st_mode);
 }
 
+std::uint64_t InputFile::size() const
+{
+    struct stat info
+    {
+    };
+    const bool isKnown = fstat(file, &info) == 0 && S_ISREG(info.st_mode);
+    return isKnown ? static_cast<std::uint64_t>(info.st_size) : 0;
+}
+
 bool InputFile::hasMore() const
 {
     pollfd input{file, POLLIN, 0};
@@ -68,9 +77,7 @@ bool Completeness::isComplete() const
 void Completeness::printReasons(const InputFile &input) const
 {
     const auto print = [&input](std::uint32_t session, const std::string &what) {
-        char name[16];
-        std::snprintf(name, sizeof name, "%08x", session);
-        printError(input.name() + ": session " + name + ": " + what);
+        printError(input.name() + ": session " + sessionName(session) + ": " + what);
     };
     std::size_t incomplete = 0;
     for (const auto &[number, session] : sessions) {
@@ -114,6 +121,13 @@ std::optional<capture::pcapng::Damage> damageOf(const capture::RecordReader &rea
     if (reader.file().offset() == 0)
         return capture::pcapng::Damage{0, "it is empty"};
     return std::nullopt;
+}
+
+std::string sessionName(std::uint32_t session)
+{
+    char name[16];
+    std::snprintf(name, sizeof name, "%08x", session);
+    return name;
 }
 
 void printErrorAt(const InputFile &input, std::uint64_t offset, const std::string &what)

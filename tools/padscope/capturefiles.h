@@ -31,6 +31,8 @@ public:
     bool isOpen() const { return file >= 0; }
     /// Whether more may be written to it while it is read.
     bool canGrow() const;
+    /// In bytes; 0 when it is not known, as of a pipe.
+    std::uint64_t size() const;
     /// Whether reading does not wait.
     bool hasMore() const;
     int descriptor() const { return file; }
@@ -71,6 +73,9 @@ private:
 /// \param last what the reader ended with
 std::optional<capture::pcapng::Damage> damageOf(const capture::RecordReader &reader,
                                                 capture::pcapng::Event last);
+
+/// "5f0c93a1"
+std::string sessionName(std::uint32_t session);
 
 /// Prints a line that names file and place to standard error.
 void printErrorAt(const InputFile &input, std::uint64_t offset, const std::string &what);

@@ -1,17 +1,14 @@
 #include "decodecommand.h"
 
-#include <algorithm>
 #include <CLI/CLI.hpp>
 #include <clocale>
-#include <limits>
 #include <memory>
 #include <poll.h>
 #include <unistd.h>
 
 #include "capturefiles.h"
-#include "layoutnames.h"
+#include "filters.h"
 #include "options.h"
-#include "recordtext.h"
 #include "writers.h"
 
 namespace {
@@ -26,63 +23,9 @@ struct DecodeOptions
 {
     std::string file;
     decoding::WriterOptions writer;
-    std::vector<std::int32_t> boards;
-    std::vector<std::string> types;
-    std::vector<std::string> kinds;
-    double from = -std::numeric_limits<double>::infinity();
-    double to = std::numeric_limits<double>::infinity();
+    padscope::Filters filters;
     bool follows = false;
 };
-
-std::vector<std::string> kindNames()
-{
-    return {
-#define NAME(name, text, number) text,
-        CAPTURE_KINDS(NAME)
-#undef NAME
-    };
-}
-
-std::vector<std::string> typeNames()
-{
-    std::vector<std::string> names = decoding::reportTypes();
-    for (const std::string &name : decoding::layoutNames())
-        names.push_back(name);
-    return names;
-}
-
-template <typename Value, typename Wanted>
-bool isAmong(const std::vector<Wanted> &wanted, const Value &value)
-{
-    return std::find(wanted.begin(), wanted.end(), value) != wanted.end();
-}
-
-bool isOfKind(const DecodeOptions &options, const capture::Record &record)
-{
-    const char *name = nameOf(record.header.kindOf());
-    return options.kinds.empty() || (name && isAmong(options.kinds, name));
-}
-
-bool isOfType(const DecodeOptions &options, const capture::Record &record)
-{
-    if (options.types.empty())
-        return true;
-    const bool isReport = record.header.kindOf() == capture::Kind::Report;
-    return isReport && (isAmong(options.types, decoding::reportTypeOf(record)) ||
-                        isAmong(options.types, decoding::layoutNameOf(record)));
-}
-
-bool isOfBoard(const DecodeOptions &options, const capture::Record &record)
-{
-    return options.boards.empty() ||
-           (record.header.has(capture::BoardIsValid) && isAmong(options.boards, record.header.board));
-}
-
-bool isWanted(const DecodeOptions &options, const capture::Record &record, double seconds)
-{
-    return seconds >= options.from && seconds < options.to && isOfBoard(options, record) &&
-           isOfKind(options, record) && isOfType(options, record);
-}
 
 /// One run over a capture.
 class Decoding
@@ -132,7 +75,7 @@ private:
     {
         completeness.follow(record);
         writer.follow(record);
-        writer.write(record, isWanted(options, record, writer.clock().secondsOf(record)));
+        writer.write(record, options.filters.take(record, writer.clock().secondsOf(record)));
     }
 
     /// \return false when nobody reads what is printed any more
@@ -162,36 +105,6 @@ int run(const DecodeOptions &options)
     return Decoding(options).run();
 }
 
-/// An option that may be given several times.
-template <typename Value>
-CLI::Option *addRepeatable(CLI::App *command, const char *name, std::vector<Value> &values,
-                           const char *description)
-{
-    return command->add_option(name, values, description)->allow_extra_args(false);
-}
-
-void addFilters(CLI::App *command, DecodeOptions &options)
-{
-    addRepeatable(command, "--board", options.boards, "Only this board (repeatable)")->type_name("ID");
-    addRepeatable(command, "--type", options.types,
-                  "Only reports of this type, such as SignalReport, signal1 or unknown (repeatable)")
-        ->type_name("NAME")
-        ->check(padscope::oneOf(typeNames()));
-    addRepeatable(command, "--kind", options.kinds,
-                  "Only packets of this kind, such as report or call (repeatable)")
-        ->type_name("NAME")
-        ->check(padscope::oneOf(kindNames()));
-    command->add_option("--from", options.from, "From this second on, counted from the first packet")
-        ->type_name("S")
-        ->check(padscope::finiteNumber());
-    command->add_option("--to", options.to, "Before this second")
-        ->type_name("S")
-        ->check(padscope::finiteNumber());
-    command->add_option("--limit", options.writer.limit, "At most so many lines, or rows")
-        ->type_name("N")
-        ->transform(padscope::wholeNumber());
-}
-
 } // namespace
 
 void addDecodeCommand(CLI::App &program, int &status)
@@ -215,7 +128,11 @@ void addDecodeCommand(CLI::App &program, int &status)
                      "The Monitor's rate limit for rows, as its slider sets it; without it there is none")
         ->type_name("MS")
         ->transform(padscope::wholeNumber());
-    addFilters(command, *options);
+    padscope::addFilters(command, options->filters);
+    padscope::addKindFilter(command, options->filters);
+    command->add_option("--limit", options->writer.limit, "At most so many lines, or rows")
+        ->type_name("N")
+        ->transform(padscope::wholeNumber());
     command->add_flag("--follow", options->follows, "Goes on while the file grows, until its end packet");
     command->callback([options, &status] { status = run(*options); });
 }

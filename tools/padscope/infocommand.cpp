@@ -31,13 +31,6 @@ struct FileOverview
     std::optional<capture::pcapng::Damage> damage;
 };
 
-std::string sessionName(const SessionOverview &session)
-{
-    char name[16];
-    std::snprintf(name, sizeof name, "%08x", session.session);
-    return name;
-}
-
 double spanOf(const SessionOverview &session)
 {
     return static_cast<double>(session.lastNs - session.firstNs) / 1e9;
@@ -69,7 +62,8 @@ std::vector<std::string> openCallsOf(const SessionOverview &session, bool haveNe
 
 void printSession(const SessionOverview &session, bool isCutOff)
 {
-    std::printf("  session %s: %llu packets in %.3f s, %llu lost, %s\n", sessionName(session).c_str(),
+    std::printf("  session %s: %llu packets in %.3f s, %llu lost, %s\n",
+                padscope::sessionName(session.session).c_str(),
                 static_cast<unsigned long long>(session.packets), spanOf(session),
                 static_cast<unsigned long long>(session.lost), session.endText(isCutOff).c_str());
     std::printf("    began at   %s\n", decoding::utcText(session.firstNs).c_str());
@@ -101,7 +95,7 @@ nlohmann::ordered_json jsonOf(const SessionOverview &session, bool isCutOff)
                           {"perSecond", SessionOverview::rateOf(board)},
                           {"lost", board.lost},
                           {"types", board.types}});
-    return {{"session", sessionName(session)},
+    return {{"session", padscope::sessionName(session.session)},
             {"packets", session.packets},
             {"start", decoding::utcText(session.firstNs)},
             {"seconds", spanOf(session)},

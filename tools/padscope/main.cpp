@@ -9,6 +9,8 @@
 #include "dissectorcommand.h"
 #include "infocommand.h"
 #include "recordcommand.h"
+#include "redactcommand.h"
+#include "statscommand.h"
 
 namespace {
 
@@ -44,6 +46,8 @@ int run(int argc, char **argv)
     addInfoCommand(program, status);
     addDecodeCommand(program, status);
     addCheckCommand(program, status);
+    addStatsCommand(program, status);
+    addRedactCommand(program, status);
     addDissectorCommand(program, status);
     for (CLI::App *command : program.get_subcommands(nullptr))
         command->set_version_flag("--version", version, "Prints the version");
