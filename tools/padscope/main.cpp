@@ -8,6 +8,7 @@
 #include "decodecommand.h"
 #include "dissectorcommand.h"
 #include "infocommand.h"
+#include "plotcommands.h"
 #include "recordcommand.h"
 
 namespace {
@@ -45,6 +46,8 @@ int run(int argc, char **argv)
     addDecodeCommand(program, status);
     addCheckCommand(program, status);
     addDissectorCommand(program, status);
+    addPlotCommand(program, status);
+    addReportCommand(program, status);
     for (CLI::App *command : program.get_subcommands(nullptr))
         command->set_version_flag("--version", version, "Prints the version");
     try {
