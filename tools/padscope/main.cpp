@@ -8,6 +8,7 @@
 #include "decodecommand.h"
 #include "dissectorcommand.h"
 #include "infocommand.h"
+#include "plotcommands.h"
 #include "recordcommand.h"
 #include "redactcommand.h"
 #include "statscommand.h"
@@ -49,6 +50,8 @@ int run(int argc, char **argv)
     addStatsCommand(program, status);
     addRedactCommand(program, status);
     addDissectorCommand(program, status);
+    addPlotCommand(program, status);
+    addReportCommand(program, status);
     for (CLI::App *command : program.get_subcommands(nullptr))
         command->set_version_flag("--version", version, "Prints the version");
     try {

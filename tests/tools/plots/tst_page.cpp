@@ -1,0 +1,233 @@
+#include <QRegularExpression>
+#include <QXmlStreamReader>
+
+#include "program.h"
+#include "support/tests.h"
+
+using examplecapture::packets;
+using examplecapture::start;
+using examplecapture::whole;
+
+namespace {
+
+QStringList texts(const QString &page, const char *tag)
+{
+    const QRegularExpression pattern(QStringLiteral("<%1>([^<]*)</%1>").arg(QString::fromUtf8(tag)));
+    QStringList found;
+    for (auto matches = pattern.globalMatch(page); matches.hasNext();)
+        found += matches.next().captured(1);
+    return found;
+}
+
+/// The rows of all tables, their cells one behind the other.
+QStringList rows(const QString &page)
+{
+    QStringList found;
+    const QRegularExpression pattern(QStringLiteral("<tr>(.*)</tr>"));
+    for (auto matches = pattern.globalMatch(page); matches.hasNext();)
+        found += texts(matches.next().captured(1), "td").join(QStringLiteral(" | "));
+    return found;
+}
+
+QStringList pictures(const QString &page)
+{
+    QStringList found;
+    const QRegularExpression pattern(QStringLiteral("<svg.*?</svg>"),
+                                     QRegularExpression::DotMatchesEverythingOption);
+    for (auto matches = pattern.globalMatch(page); matches.hasNext();)
+        found += matches.next().captured();
+    return found;
+}
+
+QByteArray mark(const QByteArray &text)
+{
+    return blocks::packet(examplecapture::startNs + 1'100'000'000,
+                          packetBytes(6, 0, 0, 0, 0, text, 0, 0, 11));
+}
+
+/// A report of board 1001, 10 ms behind the last.
+QByteArray report(int index, const char *digits)
+{
+    return blocks::packet(
+        examplecapture::startNs + 2'000'000'000 + quint64(index) * 10'000'000,
+        packetBytes(1, 1, 0, 1001, 0, QByteArray::fromHex(digits), 1, 0, quint64(12 + index)));
+}
+
+} // namespace
+
+/// `padscope report` as a process.
+class PageTests : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void sections();
+    void tables();
+    void severalSessions();
+    void pictureTexts();
+    void failedCalls();
+    void hostileTexts_data();
+    void hostileTexts();
+    void needsNothingElse();
+    void manyBoards();
+    void manyMarks();
+
+private:
+    /// \param name of the page, and of its capture
+    QString page(const char *name, const QByteArray &capture, int status = 0) const;
+
+    const Files files;
+};
+
+QString PageTests::page(const char *name, const QByteArray &capture, int status) const
+{
+    const QString output = files.path(name) + QStringLiteral(".html");
+    const ProgramRun run = padscope({"report", files.write(name, capture), "-o", output});
+    if (run.status != status)
+        qWarning("%s", run.errors.constData());
+    return run.status == status ? QString::fromUtf8(Files::read(output)) : QString();
+}
+
+void PageTests::sections()
+{
+    const QString text = page("sections", Files::read(QStringLiteral(EXAMPLE_CAPTURE)));
+    QCOMPARE(texts(text, "h1").size(), 1);
+    QVERIFY(texts(text, "h1")[0].endsWith(QStringLiteral("/sections")));
+    QCOMPARE(texts(text, "h2").size(), 1);
+    QCOMPARE(texts(text, "h3"),
+             (QStringList{"Overview", "Boards", "Calls that failed", "Calls that never returned", "Marks",
+                          "Statistics", "Board 1001", "Losses"}));
+    QCOMPARE(texts(text, "h4"),
+             (QStringList{"Time between reports of a type, and jitter: its difference from the median (ms)",
+                          "Fields", "Durations of calls (ms)", "The pen's path", "Signals", "Quality",
+                          "Voltage", "Rates and jitter"}));
+    // A path, fifteen signals, five qualities, a voltage, rates and jitter.
+    QCOMPARE(pictures(text).size(), 1 + 15 + 5 + 1 + 2);
+}
+
+void PageTests::tables()
+{
+    const QString text = page("tables", whole(2) + mark("hello"), 3);
+    const QStringList all = rows(text);
+    for (const char *row : {
+             "Began at | 2023-11-14T22:13:20.000000000Z",
+             "Seconds | 1.100",
+             "Ended | clean, exit status 0",
+             "Packets | 12",
+             "Lost | 2",
+             "Packets of kind report | 3",
+             "1001 | all | 3 | 10.0 | 2",
+             " | SignalReport | 1 |  | ",
+             "return not recorded | 1234 | orvexSendCommand(1001, &quot;?\\r&quot;)",
+             "0.600000 | hi",
+             "1.100000 | hello",
+             "1001 | TextReport | 1 | 0.0 | 0.000 | 0.000 | 0.000 | 0.000 | 0.000 | 0.000 | 0.000",
+             "1001 | signal4.integrator60 |  | 1 | -1 | -1 | -1",
+             "orvexAttach | 1 | 1 | 1.000 | 1.000 | 1.000 | 1.000",
+         })
+        QVERIFY2(all.contains(QString::fromUtf8(row)), qPrintable(row + ('\n' + all.join('\n').toUtf8())));
+    QVERIFY(text.contains(QStringLiteral("<p>2 packets were lost.</p>")));
+}
+
+void PageTests::severalSessions()
+{
+    QByteArray other = packets().join();
+    other.replace(blocks::number(0x5f0c93a1, 4), blocks::number(0x5f0c93a2, 4));
+    const QString text = page("sessions", whole() + start() + other);
+    QCOMPARE(texts(text, "h2"), (QStringList{"Session 5f0c93a1", "Session 5f0c93a2"}));
+    QCOMPARE(texts(text, "h3").count(QStringLiteral("Board 1001")), 2);
+    QVERIFY(text.contains(QStringLiteral(">Board 1001, session 5f0c93a2: reports a second<")));
+}
+
+/// Titles, axes with their units, and names.
+void PageTests::pictureTexts()
+{
+    const QByteArray reports = report(0, "34770cff03") + report(1, "34770c0000");
+    const QStringList all = pictures(page("texts", whole() + reports, 3));
+    QVERIFY(!all.isEmpty());
+    for (const QString &picture : all) {
+        QXmlStreamReader reader(picture);
+        while (!reader.atEnd())
+            reader.readNext();
+        QVERIFY2(!reader.hasError(), qPrintable(reader.errorString()));
+        QVERIFY(picture.contains(QStringLiteral(">Time (s)</text>")));
+        QVERIFY(picture.contains(QStringLiteral("font-family=\"DejaVu Sans\"")));
+    }
+    const QString voltage = all.filter(QStringLiteral(">Voltage (V)</text>")).value(0);
+    QVERIFY(voltage.contains(QStringLiteral("<title>Board 1001: Voltage (AdcReport)</title>")));
+    QVERIFY(voltage.contains(QStringLiteral(">voltage</text>")));
+    QCOMPARE(all.filter(QStringLiteral(">Signal (counts)</text>")).size(), 1);
+    QCOMPARE(all.filter(QStringLiteral(">Reports a second (1/s)</text>")).size(), 1);
+    QCOMPARE(all.filter(QStringLiteral(">Time between (ms)</text>")).size(), 1);
+}
+
+void PageTests::failedCalls()
+{
+    const QByteArray failed =
+        blocks::packet(examplecapture::startNs + 1'100'000'000, packetBytes(3, 3, 6, 1001, -1, {}, 7, 0, 11));
+    const QString text = page("failed", whole() + failed, 3);
+    QVERIFY(rows(text).contains(QStringLiteral("1.100000 | orvexSendCommand(1001, &quot;?\\r&quot;) = -1")));
+}
+
+void PageTests::hostileTexts_data()
+{
+    addColumns<QByteArray, QString>("text", "shown");
+    addRow("a script", QByteArray("<script>alert(1)</script>"), "&lt;script&gt;alert(1)&lt;/script&gt;");
+    addRow("the end of a cell", QByteArray("</td></tr></table><img src=x>"),
+           "&lt;/td&gt;&lt;/tr&gt;&lt;/table&gt;&lt;img src=x&gt;");
+    addRow("an entity", QByteArray("&amp;&#60;"), "&amp;amp;&amp;#60;");
+    addRow("quotes", QByteArray("\"'"), "&quot;'");
+    addRow("control characters", QByteArray("a\0\x1b[2J\x7f", 7), "a\\x00\\x1b[2J\\x7f");
+    addRow("no UTF-8", QByteArray("\xff\xc0\xaf"), "\\xff\\xc0\\xaf");
+    addRow("UTF-8", QByteArray("\xc3\xa4\xe2\x82\xac"), QString::fromUtf8("\xc3\xa4\xe2\x82\xac"));
+}
+
+void PageTests::hostileTexts()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(QString, shown);
+    const QByteArray name = QByteArray("hostile") + QTest::currentDataTag();
+    const QString written = page(name.constData(), whole() + mark(text), 3);
+    QVERIFY(rows(written).contains(QStringLiteral("1.100000 | ") + shown));
+    QVERIFY(!written.contains(QStringLiteral("<script")));
+    QVERIFY(!written.contains(QStringLiteral("<img")));
+}
+
+/// Neither a script nor anything to be loaded, and a policy that forbids both.
+void PageTests::needsNothingElse()
+{
+    const QString text = page("alone", Files::read(QStringLiteral(EXAMPLE_CAPTURE)));
+    QVERIFY(text.contains(QStringLiteral(
+        R"(<meta http-equiv="Content-Security-Policy" content="default-src 'none'; style-src 'unsafe-inline'; img-src data:">)")));
+    for (const char *part :
+         {"<script", "<link", "<img", "<iframe", "<object", "<image", "src=", "href=", "url("})
+        QVERIFY2(!text.contains(QString::fromUtf8(part)), part);
+}
+
+/// 40 boards: all are counted, 32 are drawn.
+void PageTests::manyBoards()
+{
+    QByteArray bytes = start();
+    for (int i = 0; i < 40; ++i)
+        bytes += blocks::packet(quint64(i + 1), packetBytes(1, 1, 0, 2000 + i, 0, "x", 1, 0, quint64(i)));
+    const QString text = page("boards", bytes, 3);
+    QVERIFY(rows(text).contains(QStringLiteral("2039 | all | 1 | 0.0 | 0")));
+    QVERIFY(texts(text, "h3").contains(QStringLiteral("Board 2031")));
+    QVERIFY(!texts(text, "h3").contains(QStringLiteral("Board 2032")));
+    QVERIFY(text.contains(QStringLiteral("<p>8 more boards are not drawn.</p>")));
+}
+
+void PageTests::manyMarks()
+{
+    QByteArray bytes = start();
+    for (int i = 0; i < 1500; ++i)
+        bytes += blocks::packet(quint64(i + 1),
+                                packetBytes(6, 0, 0, 0, 0, "m" + QByteArray::number(i), 0, 0, quint64(i)));
+    const QString text = page("marks", bytes, 3);
+    QVERIFY(rows(text).contains(QStringLiteral("0.000001 | m999")));
+    QVERIFY(!text.contains(QStringLiteral("m1000")));
+    QVERIFY(text.contains(QStringLiteral("<p>500 more marks are not shown.</p>")));
+}
+
+PADSCOPE_TESTS(PageTests);
+#include "tst_page.moc"

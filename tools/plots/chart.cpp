@@ -1,0 +1,337 @@
+#include "chart.h"
+
+#include <algorithm>
+#include <cmath>
+#include <QPainter>
+#include <QPalette>
+#include <qwt_plot_curve.h>
+#include <qwt_plot_grid.h>
+#include <qwt_scale_draw.h>
+#include <qwt_scale_engine.h>
+#include <qwt_scale_map.h>
+#include <qwt_symbol.h>
+#include <qwt_transform.h>
+
+namespace plots {
+
+namespace {
+
+constexpr double left = 110;
+constexpr double right = chartWidth - left - canvasWidth;
+constexpr double titleHeight = 28;
+constexpr double legendRowHeight = 18;
+constexpr double belowCanvas = 50;
+constexpr double timeCanvasHeight = 200;
+constexpr double minPathHeight = 150;
+constexpr double maxPathHeight = 500;
+constexpr double iconWidth = 28;
+constexpr double markerDistance = 100;
+constexpr int markerSize = 7;
+constexpr double lineWidth = 1.2;
+constexpr double dotRadius = 1.5;
+
+/// Okabe and Ito's colours, which the colour-blind tell apart, each with a marker of its own, by which they
+/// are told apart without colours. A line that is dashed would hide spikes between its dashes.
+struct CurveStyle
+{
+    QRgb color;
+    QwtSymbol::Style marker;
+};
+
+constexpr CurveStyle curveStyles[] = {
+    {0xFF0072B2, QwtSymbol::Ellipse}, {0xFFD55E00, QwtSymbol::Rect},   {0xFF009E73, QwtSymbol::Triangle},
+    {0xFFCC79A7, QwtSymbol::Diamond}, {0xFF000000, QwtSymbol::XCross}, {0xFFE69F00, QwtSymbol::DTriangle},
+    {0xFF56B4E9, QwtSymbol::Cross},   {0xFFF0E442, QwtSymbol::Star1},
+};
+
+const CurveStyle &styleOf(std::size_t curve)
+{
+    return curveStyles[curve % std::size(curveStyles)];
+}
+
+/// The same everywhere, whatever the locale.
+class NumberScale : public QwtScaleDraw
+{
+public:
+    QwtText label(double value) const override
+    {
+        constexpr double rounding = 1e-9;
+        return QString::number(std::abs(value) < rounding ? 0 : value, 'g', 10);
+    }
+};
+
+QFont textFont()
+{
+    QFont font(QStringLiteral("DejaVu Sans"));
+    font.setPixelSize(11);
+    return font;
+}
+
+QFont titleFont()
+{
+    QFont font = textFont();
+    font.setPixelSize(13);
+    font.setBold(true);
+    return font;
+}
+
+struct LegendEntry
+{
+    std::size_t curve;
+    QPointF place; ///< upper left, from the legend's
+};
+
+/// In rows as wide as the canvas.
+std::vector<LegendEntry> legendOf(const Chart &chart)
+{
+    constexpr double spacing = 20;
+    const QFontMetricsF metrics(textFont());
+    std::vector<LegendEntry> entries;
+    QPointF place;
+    for (std::size_t i = 0; i < chart.curves.size(); ++i) {
+        if (chart.curves[i].lines.empty())
+            continue;
+        const double width = iconWidth + metrics.horizontalAdvance(chart.curves[i].name) + spacing;
+        if (place.x() > 0 && place.x() + width > canvasWidth)
+            place = {0, place.y() + legendRowHeight};
+        entries.push_back({i, place});
+        place.rx() += width;
+    }
+    return entries;
+}
+
+double canvasHeight(const Chart &chart)
+{
+    if (!chart.positions)
+        return timeCanvasHeight;
+    const double shape = chart.positions->height() / std::max(chart.positions->width(), 1.0);
+    return std::clamp(canvasWidth * shape, minPathHeight, maxPathHeight);
+}
+
+QRectF canvasOf(const Chart &chart)
+{
+    const std::vector<LegendEntry> entries = legendOf(chart);
+    const double legendHeight = entries.empty() ? 0 : entries.back().place.y() + legendRowHeight;
+    return {left, titleHeight + legendHeight + 4, double{canvasWidth}, canvasHeight(chart)};
+}
+
+struct Axis
+{
+    QwtScaleDiv ticks;
+    bool isLogarithmic = false;
+
+    QwtTransform *newTransform() const { return isLogarithmic ? new QwtLogTransform : nullptr; }
+};
+
+/// Ends where the values end.
+Axis exactAxis(double first, double last, int steps)
+{
+    return {QwtLinearScaleEngine().divideScale(first, last, steps, 5)};
+}
+
+/// Ends at round values.
+template <typename Engine>
+Axis roundAxis(double lowest, double highest)
+{
+    constexpr int steps = 6;
+    const Engine engine;
+    double step = 0;
+    engine.autoScale(steps, lowest, highest, step);
+    return {engine.divideScale(lowest, highest, steps, 5, step), std::is_same_v<Engine, QwtLogScaleEngine>};
+}
+
+Axis valueAxis(const Chart &chart)
+{
+    double lowest = std::numeric_limits<double>::infinity();
+    double highest = -lowest;
+    for (const Curve &curve : chart.curves) {
+        for (const Line &line : curve.lines) {
+            for (const QPointF &sample : line) {
+                lowest = std::min(lowest, sample.y());
+                highest = std::max(highest, sample.y());
+            }
+        }
+    }
+    return chart.isLogarithmic ? roundAxis<QwtLogScaleEngine>(lowest, highest)
+                               : roundAxis<QwtLinearScaleEngine>(lowest, highest);
+}
+
+/// What a canvas of this shape shows of a path, with a margin.
+QRectF shownPositions(const QRectF &positions, const QSizeF &canvas)
+{
+    constexpr double margin = 1.06;
+    const double scale =
+        margin * std::max({positions.width() / canvas.width(), positions.height() / canvas.height(), 1e-2});
+    QRectF shown(QPointF(), canvas * scale);
+    shown.moveCenter(positions.center());
+    return shown;
+}
+
+class Painting
+{
+public:
+    Painting(QPainter &target, const Chart &painted)
+        : painter(target)
+        , chart(painted)
+        , canvas(canvasOf(painted))
+    {
+        if (chart.positions) {
+            const QRectF shown = shownPositions(*chart.positions, canvas.size());
+            x = exactAxis(shown.left(), shown.right(), 10);
+            y = exactAxis(shown.bottom(), shown.top(), 6);
+        } else {
+            x = exactAxis(chart.span.first, chart.span.last, 10);
+            y = valueAxis(chart);
+        }
+        xMap.setScaleInterval(x.ticks.lowerBound(), x.ticks.upperBound());
+        xMap.setPaintInterval(canvas.left(), canvas.right());
+        yMap.setTransformation(y.newTransform());
+        yMap.setScaleInterval(y.ticks.lowerBound(), y.ticks.upperBound());
+        yMap.setPaintInterval(canvas.bottom(), canvas.top());
+    }
+
+    void paint()
+    {
+        painter.setRenderHint(QPainter::Antialiasing);
+        paintTitles();
+        paintGrid();
+        paintAxis(x, QwtScaleDraw::BottomScale, canvas.bottomLeft(), canvas.width());
+        paintAxis(y, QwtScaleDraw::LeftScale, canvas.topLeft(), canvas.height());
+        for (std::size_t i = 0; i < chart.curves.size(); ++i)
+            paintCurve(i);
+        paintLegend();
+    }
+
+private:
+    void paintTitles()
+    {
+        painter.setPen(Qt::black);
+        painter.setFont(titleFont());
+        const QString title =
+            QFontMetricsF(titleFont()).elidedText(chart.title, Qt::ElideRight, canvasWidth + right);
+        painter.drawText(QPointF(left, 20), title);
+        painter.setFont(textFont());
+        const QRectF below(canvas.left(), canvas.bottom() + 26, canvas.width(), 20);
+        painter.drawText(below, Qt::AlignCenter, chart.xTitle);
+        painter.save();
+        painter.translate(14, canvas.center().y());
+        painter.rotate(-90);
+        painter.drawText(QRectF(-canvas.height(), -10, 2 * canvas.height(), 20), Qt::AlignCenter,
+                         chart.yTitle);
+        painter.restore();
+    }
+
+    void paintGrid()
+    {
+        QwtPlotGrid grid;
+        grid.setXDiv(x.ticks);
+        grid.setYDiv(y.ticks);
+        grid.setMajorPen(QColor(0xD8, 0xD8, 0xD8), 1);
+        grid.draw(&painter, xMap, yMap, canvas);
+    }
+
+    void paintAxis(const Axis &axis, QwtScaleDraw::Alignment alignment, const QPointF &place, double length)
+    {
+        NumberScale scale;
+        scale.setAlignment(alignment);
+        scale.setTransformation(axis.newTransform());
+        scale.setScaleDiv(axis.ticks);
+        scale.move(place);
+        scale.setLength(length);
+        painter.setFont(textFont());
+        scale.draw(&painter, QPalette(Qt::black, Qt::white));
+    }
+
+    void paintCurve(std::size_t index)
+    {
+        const CurveStyle &style = styleOf(index);
+        QPolygonF markers;
+        // Not all curves have theirs at the same place.
+        double nextMarker = canvas.left() + markerDistance * (0.5 + static_cast<double>(index % 4) / 4);
+        for (const Line &line : chart.curves[index].lines) {
+            paintLine(line, QColor(style.color));
+            for (const QPointF &sample : line) {
+                const QPointF point = QwtScaleMap::transform(xMap, yMap, sample);
+                if (chart.positions ? isNear(markers, point) : point.x() < nextMarker)
+                    continue;
+                markers.append(point);
+                nextMarker = point.x() + markerDistance;
+            }
+        }
+        if (markers.isEmpty() && !chart.curves[index].lines.empty())
+            markers.append(QwtScaleMap::transform(xMap, yMap, chart.curves[index].lines.front().front()));
+        paintMarkers(style, markers);
+    }
+
+    static bool isNear(const QPolygonF &markers, const QPointF &point)
+    {
+        const auto isNearTo = [&point](const QPointF &marker) {
+            return (marker - point).manhattanLength() < markerDistance;
+        };
+        return std::any_of(markers.begin(), markers.end(), isNearTo);
+    }
+
+    void paintLine(const Line &line, const QColor &color)
+    {
+        if (line.size() == 1) {
+            painter.setPen(Qt::NoPen);
+            painter.setBrush(color);
+            painter.drawEllipse(QwtScaleMap::transform(xMap, yMap, line.front()), dotRadius, dotRadius);
+            painter.setBrush(Qt::NoBrush);
+            return;
+        }
+        QwtPlotCurve curve;
+        curve.setPaintAttribute(QwtPlotCurve::FilterPoints, false); // it is decimated
+        curve.setPaintAttribute(QwtPlotCurve::ClipPolygons, false); // all of it is on the canvas
+        curve.setPen(color, lineWidth);
+        curve.setSamples(line);
+        curve.draw(&painter, xMap, yMap, canvas);
+    }
+
+    void paintMarkers(const CurveStyle &style, const QPolygonF &points)
+    {
+        QwtSymbol symbol(style.marker, QColor(Qt::white), QPen(QColor(style.color), lineWidth),
+                         QSize(markerSize, markerSize));
+        symbol.setCachePolicy(QwtSymbol::NoCache);
+        symbol.drawSymbols(&painter, points);
+    }
+
+    void paintLegend()
+    {
+        painter.setFont(textFont());
+        for (const LegendEntry &entry : legendOf(chart)) {
+            const QPointF place = entry.place + QPointF(left, titleHeight);
+            const CurveStyle &style = styleOf(entry.curve);
+            const QPointF middle = place + QPointF(iconWidth / 2 - 2, legendRowHeight / 2);
+            const QPointF half(iconWidth / 2 - 2, 0);
+            painter.setPen(QPen(QColor(style.color), lineWidth));
+            painter.drawLine(middle - half, middle + half);
+            paintMarkers(style, QVector<QPointF>{middle});
+            painter.setPen(Qt::black);
+            painter.drawText(QRectF(place + QPointF(iconWidth, 0), QSizeF(canvasWidth, legendRowHeight)),
+                             Qt::AlignLeft | Qt::AlignVCenter, chart.curves[entry.curve].name);
+        }
+    }
+
+    QPainter &painter;
+    const Chart &chart;
+    QRectF canvas;
+    Axis x, y;
+    QwtScaleMap xMap, yMap;
+};
+
+} // namespace
+
+QSizeF sizeOf(const Chart &chart)
+{
+    return {double{chartWidth}, canvasOf(chart).bottom() + belowCanvas};
+}
+
+void paint(QPainter &painter, const Chart &chart)
+{
+    painter.save();
+    Painting(painter, chart).paint();
+    painter.restore();
+}
+
+} // namespace plots

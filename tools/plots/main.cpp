@@ -1,0 +1,102 @@
+#include <algorithm>
+#include <iterator>
+#include <QApplication>
+#include <QFile>
+#include <QLocale>
+
+#include "output.h"
+#include "page.h"
+
+namespace {
+
+using plots::What;
+
+struct WhatName
+{
+    const char *name;
+    What what;
+};
+
+constexpr WhatName whatNames[] = {{"path", What::Path},
+                                  {"signals", What::Signals},
+                                  {"quality", What::Quality},
+                                  {"voltage", What::Voltage},
+                                  {"rates", What::Rates}};
+
+int fail(const QString &line, padscope::Status status)
+{
+    padscope::printError(line.toStdString());
+    return status;
+}
+
+int save(const QString &path, const QByteArray &bytes, padscope::Status status)
+{
+    const QString trouble = plots::writeNew(path, bytes);
+    return trouble.isEmpty() ? status : fail(path + QStringLiteral(": ") + trouble, padscope::Failed);
+}
+
+int report(const std::string &file, const QString &output)
+{
+    plots::CaptureReading reading(file);
+    plots::Contents contents;
+    const padscope::Status status = reading.survey(contents, true);
+    if (status == padscope::Usage)
+        return status;
+    plots::Pictures pictures(contents.survey, plots::columnsOf(plots::Format::Svg));
+    reading.draw(pictures);
+    return save(output, pageOf(contents, pictures), status);
+}
+
+plots::Format formatOf(const QString &output)
+{
+    if (output.endsWith(QStringLiteral(".png")))
+        return plots::Format::Png;
+    return output.endsWith(QStringLiteral(".pdf")) ? plots::Format::Pdf : plots::Format::Svg;
+}
+
+int plot(const std::string &file, const WhatName &wanted, const QString &output)
+{
+    plots::CaptureReading reading(file);
+    plots::Contents contents;
+    const padscope::Status status = reading.survey(contents, false);
+    if (status == padscope::Usage)
+        return status;
+    const plots::Format format = formatOf(output);
+    plots::Pictures pictures(contents.survey, plots::columnsOf(format));
+    reading.draw(pictures);
+    const std::vector<plots::Chart> charts = pictures.allCharts(wanted.what);
+    const QString name = QString::fromStdString(contents.name);
+    const QString what = QString::fromUtf8(wanted.name);
+    if (charts.empty())
+        return fail(QStringLiteral("%1: no %2 in it").arg(name, what), padscope::Failed);
+    const QByteArray bytes = pictureOf(charts, format, QStringLiteral("%1 of %2").arg(what, name));
+    if (bytes.isEmpty())
+        return fail(QStringLiteral("%1: %2 pictures are too high for a PNG; .svg and .pdf have room")
+                        .arg(output)
+                        .arg(charts.size()),
+                    padscope::Failed);
+    return save(output, bytes, status);
+}
+
+} // namespace
+
+/// Started by padscope, which has checked the arguments: "report FILE OUT" or "plot FILE WHAT OUT".
+int main(int argc, char **argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    // What Qt remarks on the machine is no concern of the user's.
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+    QLocale::setDefault(QLocale::c());
+    const QApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    const QString verb = arguments.value(1);
+    const std::string file = QFile::encodeName(arguments.value(2)).toStdString();
+    if (verb == QStringLiteral("report") && arguments.size() == 4)
+        return report(file, arguments[3]);
+    const auto wanted = std::find_if(std::begin(whatNames), std::end(whatNames), [&](const WhatName &entry) {
+        return arguments.value(3) == QString::fromUtf8(entry.name);
+    });
+    if (verb == QStringLiteral("plot") && arguments.size() == 5 && wanted != std::end(whatNames))
+        return plot(file, *wanted, arguments[4]);
+    return fail(QStringLiteral("padscope report and padscope plot start this program"), padscope::Usage);
+}

@@ -1,0 +1,307 @@
+#include "page.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "escaping.h"
+#include "html.h"
+#include "listing.h"
+#include "output.h"
+#include "times.h"
+
+namespace plots {
+
+namespace {
+
+using decoding::SessionOverview;
+using Row = std::vector<std::string>;
+using Rows = std::vector<Row>;
+
+std::string printed(const char *format, double number)
+{
+    char text[64];
+    std::snprintf(text, sizeof text, format, number);
+    return text;
+}
+
+std::string milliseconds(std::int64_t ns)
+{
+    return printed("%.3f", static_cast<double>(ns) / 1e6);
+}
+
+std::string seconds(double number)
+{
+    return printed("%.6f", number);
+}
+
+std::string sessionName(std::uint32_t session)
+{
+    char text[16];
+    std::snprintf(text, sizeof text, "%08x", session);
+    return text;
+}
+
+std::string boardName(const std::optional<std::int32_t> &id)
+{
+    return id ? std::to_string(*id) : "none";
+}
+
+/// A text that may have been written by anybody.
+std::string escaped(const std::string &bytes)
+{
+    std::string text;
+    decoding::appendEscaped(text, bytes);
+    return text;
+}
+
+std::string writerOf(const capture::pcapng::Section &section)
+{
+    std::string text;
+    for (const std::string &part : {section.userApplication, section.operatingSystem, section.hardware}) {
+        if (!part.empty())
+            text += (text.empty() ? "" : ", ") + part;
+    }
+    return escaped(text);
+}
+
+/// One page of a capture.
+class Page
+{
+public:
+    Page(const Contents &shown, const Pictures &drawn)
+        : contents(shown)
+        , pictures(drawn)
+        , title("Capture " + escaped(shown.name))
+        , html(title)
+    {
+    }
+
+    QByteArray write()
+    {
+        html.heading(1, title);
+        writeFile();
+        const std::vector<SessionOverview> &sessions = contents.survey.overview().sessions();
+        const std::size_t shown = std::min(sessions.size(), maxSessions);
+        for (std::size_t i = 0; i < shown; ++i)
+            writeSession(sessions[i]);
+        writeRest("sessions", sessions.size() - shown);
+        return html.finish();
+    }
+
+private:
+    void writeFile()
+    {
+        Rows rows;
+        for (std::size_t i = 0; i < std::min(contents.sections.size(), maxSessions); ++i) {
+            if (const std::string writer = writerOf(contents.sections[i]); !writer.empty())
+                rows.push_back({"Written by", writer});
+        }
+        rows.push_back({"Sessions", std::to_string(contents.survey.overview().sessions().size())});
+        if (contents.isCutOff)
+            rows.push_back({"Cut off", "the file ends within a block"});
+        const capture::Skipped &skipped = contents.skipped;
+        if (skipped.foreignPackets + skipped.otherBlocks + skipped.cutHeaders + skipped.newVersions > 0)
+            rows.push_back(
+                {"Passed by", std::to_string(skipped.foreignPackets) + " foreign packets, " +
+                                  std::to_string(skipped.otherBlocks) + " other blocks, " +
+                                  std::to_string(skipped.cutHeaders) + " packets cut within their header, " +
+                                  std::to_string(skipped.newVersions) + " packets of a later version"});
+        html.table({"Capture", escaped(contents.name)}, rows);
+        html.paragraph(
+            "Times are seconds since the first packet. In the pictures a line is broken where nothing "
+            "came for more than a second, and every peak is shown, however short it was.");
+    }
+
+    void writeSession(const SessionOverview &session)
+    {
+        html.heading(2, "Session " + sessionName(session.session));
+        writeOverview(session);
+        writeBoards(session);
+        writeCalls(session);
+        writeMarks(session);
+        writeStatistics(session.session);
+        writeBoardPictures(session);
+        html.heading(3, "Losses");
+        html.paragraph(session.lost == 0 ? "Nothing was lost."
+                                         : std::to_string(session.lost) + " packets were lost.");
+        writeCharts(pictures.lossCharts(session.session));
+    }
+
+    void writeOverview(const SessionOverview &session)
+    {
+        const auto span = static_cast<double>(session.lastNs - session.firstNs) / 1e9;
+        Rows rows{
+            {"Began at", decoding::utcText(session.firstNs)}, {"Seconds", printed("%.3f", span)},
+            {"Ended", session.endText(contents.isCutOff)},    {"Packets", std::to_string(session.packets)},
+            {"Lost", std::to_string(session.lost)},           {"Cut", std::to_string(session.cut)}};
+        for (const auto &[kind, count] : session.kinds)
+            rows.push_back({"Packets of kind " + kind, std::to_string(count)});
+        html.heading(3, "Overview");
+        html.table({"Session", sessionName(session.session)}, rows);
+    }
+
+    void writeBoards(const SessionOverview &session)
+    {
+        Rows rows;
+        for (const auto &[id, board] : session.boards) {
+            rows.push_back({boardName(id), "all", std::to_string(board.reports),
+                            printed("%.1f", SessionOverview::rateOf(board)), std::to_string(board.lost)});
+            for (const auto &[type, count] : board.types)
+                rows.push_back({"", type, std::to_string(count), "", ""});
+        }
+        html.heading(3, "Boards");
+        writeTable({"Board", "Reports", "Count", "A second", "Lost"}, rows, "boards");
+    }
+
+    void writeCalls(const SessionOverview &session)
+    {
+        Rows failed;
+        for (const FailedCall &call : contents.survey.failedCalls().calls()) {
+            if (call.session == session.session)
+                failed.push_back({seconds(call.seconds), call.text});
+        }
+        html.heading(3, "Calls that failed");
+        html.paragraph("Their result is negative, or 0 of orvexAttach and orvexEnumDeviceInfo.");
+        const std::uint64_t count = contents.survey.failedCalls().countOf(session.session);
+        writeTable({"Time (s)", "Call"}, failed, "calls", count);
+        html.heading(3, "Calls that never returned");
+        Rows open;
+        for (const bool hasNeverReturned : {true, false}) {
+            for (const auto &[thread, calls] : session.openCalls) {
+                for (const SessionOverview::Call &call : calls) {
+                    if (session.hasNeverReturned(call) == hasNeverReturned)
+                        open.push_back({hasNeverReturned ? "never returned" : "return not recorded",
+                                        std::to_string(thread), call.text});
+                }
+            }
+        }
+        writeTable({"What", "Thread", "Call"}, open, "calls");
+    }
+
+    void writeMarks(const SessionOverview &session)
+    {
+        Rows rows;
+        for (const Mark &mark : contents.survey.marks()) {
+            if (mark.session == session.session)
+                rows.push_back({seconds(mark.seconds), escaped(mark.text)});
+        }
+        html.heading(3, "Marks");
+        writeTable({"Time (s)", "Text"}, rows, "marks", session.notes.size());
+    }
+
+    void writeStatistics(std::uint32_t session)
+    {
+        html.heading(3, "Statistics");
+        const auto found = std::find_if(contents.statistics.begin(), contents.statistics.end(),
+                                        [session](const auto &entry) { return entry.session == session; });
+        if (found == contents.statistics.end()) {
+            html.paragraph("None.");
+            return;
+        }
+        Rows gaps;
+        Rows fields;
+        for (const statistics::BoardStatistics &board : found->boards) {
+            for (const statistics::TypeStatistics &type : board.types) {
+                gaps.push_back({boardName(board.board), type.type, std::to_string(type.count),
+                                printed("%.1f", type.perSecond), milliseconds(type.gaps.minNs),
+                                milliseconds(type.gaps.medianNs), milliseconds(type.gaps.p99Ns),
+                                milliseconds(type.gaps.maxNs), milliseconds(type.jitter.medianNs),
+                                milliseconds(type.jitter.p99Ns), milliseconds(type.jitter.maxNs)});
+                for (const statistics::FieldStatistics &field : type.fields)
+                    fields.push_back({boardName(board.board), field.field->name, field.field->unit,
+                                      std::to_string(field.count), printed("%.6g", field.min),
+                                      printed("%.6g", field.mean), printed("%.6g", field.max)});
+            }
+        }
+        html.heading(4, "Time between reports of a type, and jitter: its difference from the median (ms)");
+        writeTable({"Board", "Type", "Count", "A second", "Min", "Median", "99 %", "Max", "Jitter median",
+                    "Jitter 99 %", "Jitter max"},
+                   gaps, "types");
+        html.heading(4, "Fields");
+        writeTable({"Board", "Field", "Unit", "Count", "Min", "Mean", "Max"}, fields, "fields");
+        writeDurations(*found);
+    }
+
+    void writeDurations(const statistics::SessionStatistics &session)
+    {
+        Rows rows;
+        for (const statistics::CallStatistics &call : session.calls)
+            rows.push_back({call.name, std::to_string(call.count), std::to_string(call.durations.count),
+                            milliseconds(call.durations.minNs), milliseconds(call.durations.medianNs),
+                            milliseconds(call.durations.p99Ns), milliseconds(call.durations.maxNs)});
+        html.heading(4, "Durations of calls (ms)");
+        writeTable({"Call", "Count", "Returned", "Min", "Median", "99 %", "Max"}, rows, "calls");
+    }
+
+    void writeBoardPictures(const SessionOverview &session)
+    {
+        auto left = std::count_if(session.boards.begin(), session.boards.end(),
+                                  [](const auto &entry) { return entry.second.reports > 0; });
+        for (const BoardKey &board : contents.survey.boards()) {
+            if (board.session != session.session)
+                continue;
+            writePictures(board);
+            --left;
+        }
+        if (left > 0)
+            html.paragraph(std::to_string(left) + " more boards are not drawn.");
+    }
+
+    void writePictures(const BoardKey &board)
+    {
+        html.heading(3, board.board ? "Board " + std::to_string(*board.board) : "No board");
+        const std::pair<What, const char *> sections[] = {{What::Path, "The pen's path"},
+                                                          {What::Signals, "Signals"},
+                                                          {What::Quality, "Quality"},
+                                                          {What::Voltage, "Voltage"},
+                                                          {What::Rates, "Rates and jitter"}};
+        for (const auto &[what, name] : sections) {
+            const std::vector<Chart> charts = pictures.charts(board, what);
+            if (charts.empty() && what == What::Voltage)
+                continue;
+            html.heading(4, name);
+            if (charts.empty())
+                html.paragraph("None.");
+            writeCharts(charts);
+        }
+    }
+
+    void writeCharts(const std::vector<Chart> &charts)
+    {
+        for (const Chart &chart : charts)
+            html.picture(svgOf(chart));
+    }
+
+    /// \param count how many there are, if more than the rows
+    void writeTable(const Row &head, Rows rows, const std::string &what, std::uint64_t count = 0)
+    {
+        count = std::max<std::uint64_t>(count, rows.size());
+        if (rows.size() > maxListed)
+            rows.resize(maxListed);
+        if (rows.empty() && count == 0)
+            html.paragraph("None.");
+        if (!rows.empty())
+            html.table(head, rows);
+        writeRest(what, count - rows.size());
+    }
+
+    void writeRest(const std::string &what, std::uint64_t count)
+    {
+        if (count > 0)
+            html.paragraph(std::to_string(count) + " more " + what + " are not shown.");
+    }
+
+    const Contents &contents;
+    const Pictures &pictures;
+    const std::string title;
+    Html html;
+};
+
+} // namespace
+
+QByteArray pageOf(const Contents &contents, const Pictures &pictures)
+{
+    return Page(contents, pictures).write();
+}
+
+} // namespace plots
