@@ -6,6 +6,7 @@
 
 #include "checkcommand.h"
 #include "decodecommand.h"
+#include "diffcommand.h"
 #include "dissectorcommand.h"
 #include "infocommand.h"
 #include "recordcommand.h"
@@ -44,6 +45,7 @@ int run(int argc, char **argv)
     addInfoCommand(program, status);
     addDecodeCommand(program, status);
     addCheckCommand(program, status);
+    addDiffCommand(program, status);
     addDissectorCommand(program, status);
     for (CLI::App *command : program.get_subcommands(nullptr))
         command->set_version_flag("--version", version, "Prints the version");
