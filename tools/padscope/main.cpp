@@ -6,6 +6,7 @@
 
 #include "checkcommand.h"
 #include "decodecommand.h"
+#include "diffcommand.h"
 #include "dissectorcommand.h"
 #include "infocommand.h"
 #include "plotcommands.h"
@@ -49,6 +50,7 @@ int run(int argc, char **argv)
     addCheckCommand(program, status);
     addStatsCommand(program, status);
     addRedactCommand(program, status);
+    addDiffCommand(program, status);
     addDissectorCommand(program, status);
     addPlotCommand(program, status);
     addReportCommand(program, status);

@@ -43,6 +43,25 @@ void UsageTests::usage_data()
            "The following argument was not expected: --foo");
     addRow("info in another format", QStringList{"info", "-", "--format", "csv"},
            "--format: csv is none of text, json");
+    addRow("one file to compare", QStringList{"diff", "-"}, "B is required");
+    addRow("standard input twice", QStringList{"diff", "-", "-"}, "B: standard input can't be both");
+    addRow("a kind that is not compared", QStringList{"diff", "a", "b", "--kinds", "report,mark"},
+           "--kinds: mark is none of report, call, return, hotplug");
+    addRow("a tolerance of no field", QStringList{"diff", "a", "b", "--tolerance", "yFine61=3"},
+           "--tolerance: yFine61 is no field of a report or a call");
+    addRow("a tolerance of a text", QStringList{"diff", "a", "b", "--tolerance", "characters=3"},
+           "--tolerance: characters is no number");
+    addRow("a tolerance below zero", QStringList{"diff", "a", "b", "--tolerance", "yFine60=-3"},
+           "--tolerance: yFine60=-3 is not FIELD=N with a number from 0 on");
+    addRow("a tolerance without a number", QStringList{"diff", "a", "b", "--tolerance", "yFine60"},
+           "--tolerance: yFine60 is not FIELD=N with a number from 0 on");
+    addRow("an unknown field", QStringList{"diff", "a", "b", "--ignore", "sequence"},
+           "--ignore: sequence is no field of a report or a call");
+    addRow("a board without its other", QStringList{"diff", "a", "b", "--map", "1001"},
+           "--map: 1001 is not ID=ID");
+    addRow("a board with two others", QStringList{"diff", "a", "b", "--map", "1=2", "--map", "3=2"},
+           "--map: 3=2: a board has two others");
+    addRow("times below zero", QStringList{"diff", "a", "b", "--times", "-1"}, "--times: it is below zero");
 }
 
 void UsageTests::usage()
@@ -58,7 +77,7 @@ void UsageTests::usage()
 void UsageTests::helpAndVersion_data()
 {
     addColumns<QString>("verb");
-    for (const char *verb : {"record", "info", "decode", "check", "dissector"})
+    for (const char *verb : {"record", "info", "decode", "check", "diff", "dissector"})
         addRow(verb, verb);
 }
 

@@ -1,0 +1,133 @@
+#include "editpath.h"
+
+#include <algorithm>
+#include <cstdint>
+
+namespace comparing {
+
+namespace {
+
+constexpr std::int32_t unreachable = -1;
+
+/// Diagonal k has the points (x, x - k). Each row holds, for its number of edits d, the furthest x on the
+/// diagonals -d, -d + 2, ... d.
+class Search
+{
+public:
+    Search(const Extent &searched, const std::function<bool(std::size_t, std::size_t)> &equal)
+        : extent(searched)
+        , areEqual(equal)
+        , lengthA(static_cast<std::int32_t>(searched.lengthA))
+        , lengthB(static_cast<std::int32_t>(searched.lengthB))
+    {
+    }
+
+    EditPath run(std::size_t maxEdits)
+    {
+        const auto last = static_cast<std::int32_t>(std::min(maxEdits, extent.lengthA + extent.lengthB));
+        for (std::int32_t edits = 0; edits <= last; ++edits) {
+            rows.emplace_back(static_cast<std::size_t>(edits) + 1, unreachable);
+            for (std::int32_t k = -edits; k <= edits; k += 2) {
+                const std::int32_t x = furthest(edits, k);
+                at(edits, k) = x;
+                if (x != unreachable && isGoal(x, x - k))
+                    return pathTo(edits, k, true);
+            }
+        }
+        return pathTo(last, furthestDiagonal(last), false);
+    }
+
+private:
+    std::int32_t &at(std::int32_t edits, std::int32_t k)
+    {
+        return rows[static_cast<std::size_t>(edits)][static_cast<std::size_t>((k + edits) / 2)];
+    }
+
+    std::int32_t reached(std::int32_t edits, std::int32_t k)
+    {
+        return k < -edits || k > edits ? unreachable : at(edits, k);
+    }
+
+    /// Where one more edit leads to on a diagonal: by an added one if that leads at least as far.
+    std::int32_t afterEdit(std::int32_t edits, std::int32_t k)
+    {
+        if (edits == 0)
+            return 0;
+        const std::int32_t added = reached(edits - 1, k + 1);
+        const std::int32_t removed = reached(edits - 1, k - 1);
+        const bool canAdd = added != unreachable && added - k <= lengthB;
+        const bool canRemove = removed != unreachable && removed < lengthA;
+        if (canAdd && (!canRemove || added > removed))
+            return added;
+        return canRemove ? removed + 1 : unreachable;
+    }
+
+    std::int32_t furthest(std::int32_t edits, std::int32_t k)
+    {
+        std::int32_t x = afterEdit(edits, k);
+        while (x != unreachable && x < lengthA && x - k < lengthB &&
+               areEqual(static_cast<std::size_t>(x), static_cast<std::size_t>(x - k)))
+            ++x;
+        return x;
+    }
+
+    bool isGoal(std::int32_t x, std::int32_t y) const
+    {
+        if (extent.isEndOfA && extent.isEndOfB)
+            return x == lengthA && y == lengthB;
+        return (x == lengthA && !extent.isEndOfA) || (y == lengthB && !extent.isEndOfB);
+    }
+
+    /// The one that leads through most of both.
+    std::int32_t furthestDiagonal(std::int32_t edits)
+    {
+        std::int32_t best = -edits;
+        std::int32_t bestSum = -1;
+        for (std::int32_t k = -edits; k <= edits; k += 2) {
+            const std::int32_t x = at(edits, k);
+            if (x != unreachable && 2 * x - k > bestSum) {
+                best = k;
+                bestSum = 2 * x - k;
+            }
+        }
+        return best;
+    }
+
+    EditPath pathTo(std::int32_t edits, std::int32_t k, bool reachesGoal)
+    {
+        EditPath path;
+        path.a = static_cast<std::size_t>(at(edits, k));
+        path.b = static_cast<std::size_t>(at(edits, k) - k);
+        path.edits = static_cast<std::size_t>(edits);
+        path.reachesGoal = reachesGoal;
+        for (;; --edits) {
+            const std::int32_t begin = afterEdit(edits, k);
+            const std::int32_t length = at(edits, k) - begin;
+            if (length > 0)
+                path.runs.push_back({static_cast<std::size_t>(begin), static_cast<std::size_t>(begin - k),
+                                     static_cast<std::size_t>(length)});
+            if (edits == 0)
+                break;
+            // The same choice as afterEdit() made: only an added one keeps x.
+            k += begin == reached(edits - 1, k + 1) && begin - k <= lengthB ? 1 : -1;
+        }
+        std::reverse(path.runs.begin(), path.runs.end());
+        return path;
+    }
+
+    const Extent &extent;
+    const std::function<bool(std::size_t, std::size_t)> &areEqual;
+    const std::int32_t lengthA;
+    const std::int32_t lengthB;
+    std::vector<std::vector<std::int32_t>> rows;
+};
+
+} // namespace
+
+EditPath shortestPath(const Extent &extent, const std::function<bool(std::size_t, std::size_t)> &areEqual,
+                      std::size_t maxEdits)
+{
+    return Search(extent, areEqual).run(maxEdits);
+}
+
+} // namespace comparing

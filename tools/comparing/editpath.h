@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <vector>
+
+namespace comparing {
+
+/// Neighbours in A that are equal to neighbours in B.
+struct Run
+{
+    std::size_t a = 0; ///< index of the first
+    std::size_t b = 0;
+    std::size_t length = 0;
+};
+
+/// A way from the beginnings of A and B to `a` and `b`. What lies between the runs is removed or added.
+struct EditPath
+{
+    std::vector<Run> runs; ///< in order
+    std::size_t a = 0;
+    std::size_t b = 0;
+    std::size_t edits = 0; ///< removed and added
+    bool reachesGoal = false;
+
+    std::size_t matches() const { return (a + b - edits) / 2; }
+};
+
+/// A stretch of two sequences that is looked at.
+struct Extent
+{
+    std::size_t lengthA = 0;
+    std::size_t lengthB = 0;
+    bool isEndOfA = true; ///< nothing follows
+    bool isEndOfB = true;
+};
+
+/// Finds the path with the fewest edits that leads to the ends of both, or to the edge of what is looked at
+/// where more follows. This is the greedy algorithm of Eugene W. Myers, "An O(ND) Difference Algorithm and
+/// Its Variations", Algorithmica 1 (1986). The relation needs to be neither symmetric nor transitive. \param
+/// areEqual whether an index in A and one in B hold the same \param maxEdits with more than these the path is
+/// the one with them that leads furthest. Memory grows with its
+///        square.
+EditPath shortestPath(const Extent &extent, const std::function<bool(std::size_t, std::size_t)> &areEqual,
+                      std::size_t maxEdits);
+
+} // namespace comparing
