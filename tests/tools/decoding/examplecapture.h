@@ -1,5 +1,8 @@
 #pragma once
 
+#include <QByteArray>
+#include <QList>
+
 #include "records.h"
 
 /// A small capture: one session, a second long, with every kind of packet.

@@ -1,4 +1,5 @@
 #include <QProcess>
+#include <QRegularExpression>
 
 #include "records.h"
 #include "shark.h"
