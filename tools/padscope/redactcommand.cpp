@@ -40,10 +40,8 @@ public:
             return outputFailed();
         const padscope::Status status = completeness.status(input, reader, last);
         completeness.printReasons(input);
-        if (packets == 0) {
-            padscope::printError(options.output + ": not written: no packet of a capture in " + input.name());
-            return padscope::Usage;
-        }
+        if (packets == 0)
+            return padscope::Usage; // why is told already
         if (!output->finish())
             return outputFailed();
         printSummary();
