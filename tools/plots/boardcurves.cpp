@@ -1,6 +1,7 @@
 #include "boardcurves.h"
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 
 #include "decoding.h"
@@ -47,6 +48,48 @@ std::vector<Chart> withData(std::vector<Chart> charts)
     };
     charts.erase(std::remove_if(charts.begin(), charts.end(), isEmpty), charts.end());
     return charts;
+}
+
+/// Whether curves hide each other: all together go up and down by more than half the chart's height within a
+/// column of pixels.
+bool isCrowded(const Chart &chart)
+{
+    const auto height = [&chart](const QPointF &sample) {
+        return chart.isLogarithmic ? std::log10(sample.y()) : sample.y();
+    };
+    int drawn = 0;
+    double way = 0;
+    double lowest = std::numeric_limits<double>::infinity();
+    double highest = -lowest;
+    for (const Curve &curve : chart.curves) {
+        drawn += curve.lines.empty() ? 0 : 1;
+        for (const Line &line : curve.lines) {
+            for (int i = 0; i < line.size(); ++i) {
+                lowest = std::min(lowest, height(line[i]));
+                highest = std::max(highest, height(line[i]));
+                way += i > 0 ? std::abs(height(line[i]) - height(line[i - 1])) : 0;
+            }
+        }
+    }
+    return drawn > 1 && way > 0.5 * canvasWidth * (highest - lowest);
+}
+
+/// Curves that hide each other get a chart each, in which they keep their colours.
+void appendReadable(std::vector<Chart> &charts, Chart chart)
+{
+    if (!isCrowded(chart)) {
+        charts.push_back(std::move(chart));
+        return;
+    }
+    for (std::size_t i = 0; i < chart.curves.size(); ++i) {
+        Chart single = chart;
+        for (std::size_t j = 0; j < chart.curves.size(); ++j) {
+            if (j != i)
+                single.curves[j].lines.clear();
+        }
+        single.title += QStringLiteral(", ") + chart.curves[i].name;
+        charts.push_back(std::move(single));
+    }
 }
 
 } // namespace
@@ -152,7 +195,7 @@ std::vector<Chart> BoardCurves::panelCharts(What what) const
             const Columns &columns = fields[i * maxFieldsOfPanel + j];
             chart.curves.push_back({QString::fromUtf8(panel.fields[j].name), columns.lines()});
         }
-        found.push_back(std::move(chart));
+        appendReadable(found, std::move(chart));
     }
     return withData(std::move(found));
 }
@@ -168,7 +211,10 @@ std::vector<Chart> BoardCurves::rateCharts() const
         rates.curves.push_back({name, rate.rateLines()});
         gaps.curves.push_back({name, rate.gapLines()});
     }
-    return withData({rates, gaps});
+    std::vector<Chart> found;
+    appendReadable(found, std::move(rates));
+    appendReadable(found, std::move(gaps));
+    return withData(std::move(found));
 }
 
 } // namespace plots

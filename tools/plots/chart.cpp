@@ -152,8 +152,12 @@ Axis valueAxis(const Chart &chart)
             }
         }
     }
-    return chart.isLogarithmic ? roundAxis<QwtLogScaleEngine>(lowest, highest)
-                               : roundAxis<QwtLinearScaleEngine>(lowest, highest);
+    if (chart.isLogarithmic)
+        return roundAxis<QwtLogScaleEngine>(lowest, highest);
+    // No line lies on the frame, but zero is the lowest of what is never negative.
+    const double margin = 0.04 * (highest - lowest);
+    const double below = lowest >= 0 ? std::min(margin, lowest) : margin;
+    return roundAxis<QwtLinearScaleEngine>(lowest - below, highest + margin);
 }
 
 /// What a canvas of this shape shows of a path, with a margin.
@@ -197,8 +201,12 @@ public:
         paintGrid();
         paintAxis(x, QwtScaleDraw::BottomScale, canvas.bottomLeft(), canvas.width());
         paintAxis(y, QwtScaleDraw::LeftScale, canvas.topLeft(), canvas.height());
+        for (std::size_t i = 0; i < chart.curves.size(); ++i) {
+            for (const Line &line : chart.curves[i].lines)
+                paintLine(line, QColor(styleOf(i).color));
+        }
         for (std::size_t i = 0; i < chart.curves.size(); ++i)
-            paintCurve(i);
+            paintMarkers(styleOf(i), markersOf(i));
         paintLegend();
     }
 
@@ -242,25 +250,23 @@ private:
         scale.draw(&painter, QPalette(Qt::black, Qt::white));
     }
 
-    void paintCurve(std::size_t index)
+    /// At samples, not everywhere the same for all curves.
+    QPolygonF markersOf(std::size_t curve) const
     {
-        const CurveStyle &style = styleOf(index);
         QPolygonF markers;
-        // Not all curves have theirs at the same place.
-        double nextMarker = canvas.left() + markerDistance * (0.5 + static_cast<double>(index % 4) / 4);
-        for (const Line &line : chart.curves[index].lines) {
-            paintLine(line, QColor(style.color));
+        double next = canvas.left() + markerDistance * (0.5 + static_cast<double>(curve % 4) / 4);
+        for (const Line &line : chart.curves[curve].lines) {
             for (const QPointF &sample : line) {
                 const QPointF point = QwtScaleMap::transform(xMap, yMap, sample);
-                if (chart.positions ? isNear(markers, point) : point.x() < nextMarker)
+                if (chart.positions ? isNear(markers, point) : point.x() < next)
                     continue;
                 markers.append(point);
-                nextMarker = point.x() + markerDistance;
+                next = point.x() + markerDistance;
             }
         }
-        if (markers.isEmpty() && !chart.curves[index].lines.empty())
-            markers.append(QwtScaleMap::transform(xMap, yMap, chart.curves[index].lines.front().front()));
-        paintMarkers(style, markers);
+        if (markers.isEmpty() && !chart.curves[curve].lines.empty())
+            markers.append(QwtScaleMap::transform(xMap, yMap, chart.curves[curve].lines.front().front()));
+        return markers;
     }
 
     static bool isNear(const QPolygonF &markers, const QPointF &point)

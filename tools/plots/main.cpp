@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <iterator>
 #include <QApplication>
-#include <QFile>
+#include <QFileInfo>
 #include <QLocale>
 
 #include "output.h"
@@ -69,7 +69,8 @@ int plot(const std::string &file, const WhatName &wanted, const QString &output)
     const QString what = QString::fromUtf8(wanted.name);
     if (charts.empty())
         return fail(QStringLiteral("%1: no %2 in it").arg(name, what), padscope::Failed);
-    const QByteArray bytes = pictureOf(charts, format, QStringLiteral("%1 of %2").arg(what, name));
+    const QByteArray bytes =
+        pictureOf(charts, format, QStringLiteral("%1 of %2").arg(what, QFileInfo(name).fileName()));
     if (bytes.isEmpty())
         return fail(QStringLiteral("%1: %2 pictures are too high for a PNG; .svg and .pdf have room")
                         .arg(output)

@@ -71,14 +71,14 @@ public:
     Page(const Contents &shown, const Pictures &drawn)
         : contents(shown)
         , pictures(drawn)
-        , title("Capture " + escaped(shown.name))
-        , html(title)
+        , name(escaped(shown.name.substr(shown.name.rfind('/') + 1)))
+        , html("Capture " + name)
     {
     }
 
     QByteArray write()
     {
-        html.heading(1, title);
+        html.heading(1, "Capture " + name);
         writeFile();
         const std::vector<SessionOverview> &sessions = contents.survey.overview().sessions();
         const std::size_t shown = std::min(sessions.size(), maxSessions);
@@ -106,7 +106,7 @@ private:
                                   std::to_string(skipped.otherBlocks) + " other blocks, " +
                                   std::to_string(skipped.cutHeaders) + " packets cut within their header, " +
                                   std::to_string(skipped.newVersions) + " packets of a later version"});
-        html.table({"Capture", escaped(contents.name)}, rows);
+        html.table({"Capture", name}, rows);
         html.paragraph(
             "Times are seconds since the first packet. In the pictures a line is broken where nothing "
             "came for more than a second, and every peak is shown, however short it was.");
@@ -119,12 +119,12 @@ private:
         writeBoards(session);
         writeCalls(session);
         writeMarks(session);
-        writeStatistics(session.session);
         writeBoardPictures(session);
         html.heading(3, "Losses");
         html.paragraph(session.lost == 0 ? "Nothing was lost."
                                          : std::to_string(session.lost) + " packets were lost.");
         writeCharts(pictures.lossCharts(session.session));
+        writeStatistics(session.session);
     }
 
     void writeOverview(const SessionOverview &session)
@@ -255,11 +255,11 @@ private:
                                                           {What::Quality, "Quality"},
                                                           {What::Voltage, "Voltage"},
                                                           {What::Rates, "Rates and jitter"}};
-        for (const auto &[what, name] : sections) {
+        for (const auto &[what, title] : sections) {
             const std::vector<Chart> charts = pictures.charts(board, what);
             if (charts.empty() && what == What::Voltage)
                 continue;
-            html.heading(4, name);
+            html.heading(4, title);
             if (charts.empty())
                 html.paragraph("None.");
             writeCharts(charts);
@@ -293,7 +293,7 @@ private:
 
     const Contents &contents;
     const Pictures &pictures;
-    const std::string title;
+    const std::string name; ///< without folders, which are the sender's own business
     Html html;
 };
 
