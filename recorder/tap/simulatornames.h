@@ -20,13 +20,13 @@
     X(orvexsim_fault_is_on)                                                                                  \
     X(orvexsim_trigger)                                                                                      \
     X(orvexsim_last_error)                                                                                   \
-    X(orvexsim_journal_length)                                                                               \
-    X(orvexsim_journal)                                                                                      \
-    X(orvexsim_calibration)                                                                                  \
     X(orvexsim_replay)                                                                                       \
     X(orvexsim_replay_is_on)                                                                                 \
     X(orvexsim_replay_pause)                                                                                 \
     X(orvexsim_replay_step)                                                                                  \
     X(orvexsim_replay_seek)                                                                                  \
     X(orvexsim_replay_rate)                                                                                  \
-    X(orvexsim_replay_restart)
+    X(orvexsim_replay_restart)                                                                               \
+    X(orvexsim_journal_length)                                                                               \
+    X(orvexsim_journal)                                                                                      \
+    X(orvexsim_calibration)

@@ -55,7 +55,8 @@ ORVEXSIM_EXPORT int orvexsim_unplug(int id)
 
 ORVEXSIM_EXPORT int orvexsim_set_rate(int id, int perSecond)
 {
-    return askState(-1, [&](State &now) { return now.plugged.setRate(id, perSecond) ? 0 : -1; });
+    return askState(-1,
+                    [&](State &now) { return !now.player && now.plugged.setRate(id, perSecond) ? 0 : -1; });
 }
 
 ORVEXSIM_EXPORT int orvexsim_boards(int *ids, int capacity)
@@ -82,7 +83,7 @@ ORVEXSIM_EXPORT int orvexsim_send_on(int thread, int id, const unsigned char *by
         int called = 0;
         const auto send = [&] {
             for (const auto &board : boards) {
-                if (thread == ORVEXSIM_BOARDS_THREAD)
+                if (thread == ORVEXSIM_BOARDS_THREAD && !Library::isReplaying())
                     board->post(Report(bytes, bytes + length));
                 else
                     called += board->deliver(bytes, length);

@@ -2,25 +2,30 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstring>
 #include <thread>
 
 #include "boundary.h"
 #include "calllog.h"
 #include "encoding.h"
 #include "library.h"
+#include "recordedcalls.h"
 
 namespace {
 
-/// What the binding does without an entry point: nothing is made up of what a real library would do.
+/// What was recorded, in a replay; else what the binding does without an entry point: nothing is made up of
+/// what a real library would do.
 struct Unsimulated
 {
 #define DEFINE_UNSIMULATED(name, returns, value, parameters, arguments)                                      \
     template <typename... Arguments>                                                                         \
-    static returns name(Arguments...)                                                                        \
+    static returns name(Arguments... values)                                                                 \
     {                                                                                                        \
-        return fallback::name();                                                                             \
+        return recordedcalls::answer<returns>(recordedcalls::name##Call, fallback::name, values...);         \
     }
-    ORVEX_POINTERS(DEFINE_UNSIMULATED, DEFINE_UNSIMULATED)
+#define NOTHING(name, returns, value, parameters, arguments)
+    ORVEX_POINTERS(DEFINE_UNSIMULATED, NOTHING)
+#undef NOTHING
 #undef DEFINE_UNSIMULATED
 };
 
@@ -28,6 +33,28 @@ template <typename Callback>
 Listeners::Function asFunction(Callback callback)
 {
     return reinterpret_cast<Listeners::Function>(callback);
+}
+
+bool isKind(const std::string &record, std::uint32_t kind)
+{
+    return capture::integerAt<std::uint32_t>(capture::viewOf(record), 0) == kind;
+}
+
+/// A player may wait for what was registered now.
+void tellPlayer()
+{
+    if (const auto player = Library::instance().player())
+        player->registered();
+}
+
+int sendInReplay(int device, const char *command)
+{
+    const auto isThere = [device] { return Library::instance().boardsWith(device).empty() ? -1 : 0; };
+    const auto player = Library::instance().player();
+    if (player && command)
+        player->commandSent(device, command);
+    return recordedcalls::answer<int>(
+        recordedcalls::orvexSendCommandCall, [&] { return command ? isThere() : -1; }, device, command);
 }
 
 /// The entry points that do something.
@@ -52,7 +79,10 @@ struct Simulated : Unsimulated
             if (!known || now.standing.failingIndexes.count(index) > 0 || !info ||
                 info->recordKind != deviceInfoKind)
                 return 0;
-            info->deviceId = now.plugged.all()[number].plan.id;
+            const PluggedBoards::Socket &socket = now.plugged.all()[number];
+            if (socket.record.size() == sizeof *info && isKind(socket.record, deviceInfoKind))
+                std::memcpy(info, socket.record.data(), sizeof *info);
+            info->deviceId = socket.plan.id;
             return 1;
         });
     }
@@ -61,6 +91,7 @@ struct Simulated : Unsimulated
     {
         for (const auto &board : Library::instance().boardsWith(device))
             board->addListener(asFunction(callback), context);
+        tellPlayer();
     }
 
     // The library cannot remove hot-plug callbacks by another name: this removes both sorts.
@@ -77,10 +108,13 @@ struct Simulated : Unsimulated
     {
         if (const auto attachment = Library::instance().attachment())
             attachment->addListener(asFunction(callback), context);
+        tellPlayer();
     }
 
     static int orvexSendCommand(int device, const char *command)
     {
+        if (Library::isReplaying())
+            return sendInReplay(device, command);
         if (!command)
             return -1;
         const StandingFaults wrong = Library::instance().locked([](Library::State &now) {

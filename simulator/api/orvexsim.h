@@ -11,7 +11,8 @@
 extern "C" {
 #endif
 
-// Boards.
+// Boards. In a replay, what is plugged in and out holds until the next change that was recorded, and a board
+// that was not recorded sends nothing.
 
 /// Plugs a board in; the hot-plug callbacks are then called once, on a thread of the library. A board that
 /// the scenario describes and has not plugged in comes as described, any other as the scenario `default` has
@@ -26,8 +27,9 @@ int orvexsim_unplug(int id);
 
 /// Sets how many reports a second the boards with this id send.
 /// \param perSecond 1 to 10000
-/// \return 0, or -1 when there is no such board, the rate is out of range, or all boards together would send
-///         more than 20,000 reports a second
+/// \return 0, or -1 when there is no such board, the rate is out of range, all boards together would send
+/// more
+///         than 20,000 reports a second, or the scenario is a replay
 int orvexsim_set_rate(int id, int perSecond);
 
 /// The ids of the boards that are plugged in, in the order in which they are enumerated.
@@ -50,7 +52,8 @@ enum
 };
 
 /// Does what orvexsim_send() does on the given thread. On the board's thread the bytes are only queued; with
-/// the others the callbacks have returned when this function returns.
+/// the others the callbacks have returned when this function returns. In a replay, boards have no thread: the
+/// caller's takes its place.
 /// \param bytes not null unless `length` is 0
 /// \return the number of callbacks called, 0 for the board's thread, or -1 when nobody is attached to such a
 ///         board or there is no such sort of thread
@@ -79,7 +82,8 @@ int orvexsim_scenario_count(void);
 int orvexsim_scenario(int index, char *name, unsigned int nameSize, char *title, unsigned int titleSize);
 
 /// Unplugs every board and plugs in those of another scenario. Who is attached stays so and is notified once.
-/// \param scenario name of a shipped one, or path of a file (whatever holds a '/' or ends in ".json")
+/// \param scenario name of a shipped one, or path of a file (whatever holds a '/' or ends in ".json" or
+///        ".pcapng", which is a capture that is played)
 /// \return 0, or -1 with a line in orvexsim_last_error(); then nothing has changed
 int orvexsim_choose(const char *scenario);
 
@@ -101,13 +105,69 @@ int orvexsim_fault_is_on(const char *fault);
 
 /// Lets a fault happen now, with the default amount of the table of faults in README.md: to every board, or
 /// to the first one where that table says so. A fault that lasts is switched off by being triggered again, or
-/// by another scenario. \return 0, or -1 with a line in orvexsim_last_error() when there is no such fault, or
-/// nobody is attached
+/// by another scenario. \return 0, or -1 with a line in orvexsim_last_error() when there is no such fault,
+/// nobody is attached, or the scenario is a replay
 int orvexsim_trigger(const char *fault);
 
 /// Why the last scenario or fault failed, in one line without a line feed; empty as long as none failed.
 /// \return the length of the whole
 int orvexsim_last_error(char *buffer, unsigned int size);
+
+// Replay: a scenario that is a capture. Times are nanoseconds of the capture since the first report or
+// notification that is played. A detach ends it; the next attach begins it anew.
+//
+// Where these functions are not called from within a callback, what is being delivered is over when they
+// return, unless its callback takes longer than 0.1 s.
+
+enum
+{
+    ORVEXSIM_REPLAY_WAITING = 1, ///< for callbacks, or for a command of the host
+    ORVEXSIM_REPLAY_PLAYING = 2,
+    ORVEXSIM_REPLAY_PAUSED = 3,
+    ORVEXSIM_REPLAY_ENDED = 4,
+};
+
+struct OrvexsimReplay
+{
+    int state;
+    double rate;                ///< asked for: 0.1 to 100, 0 is as fast as possible
+    double achievedRate;        ///< capture time over the time it took, without pauses; 0: not known yet
+    long long position;         ///< ns
+    long long length;           ///< ns, of one round
+    unsigned long long sent;    ///< reports, in all rounds
+    unsigned long long reports; ///< of one round
+    unsigned long long round;   ///< from 1 on
+    unsigned long long rounds;  ///< 0: without end
+    long long errorMedian;      ///< ns, of delivery against deadline, as are the next two
+    long long errorP99;
+    long long errorMax;
+};
+
+/// \param replay is filled in; not null
+/// \return 0, or -1 when the scenario in force is no replay
+int orvexsim_replay(struct OrvexsimReplay *replay);
+
+/// Whether the scenario in force is a replay: 1 or 0. Takes no lock and makes no system call.
+int orvexsim_replay_is_on(void);
+
+// The next five return 0, or -1 when the scenario in force is no replay or the value is out of range.
+
+/// \param paused 1 pauses, 0 goes on from there
+int orvexsim_replay_pause(int paused);
+
+/// Pauses, sends the next reports at once, in their order, and rests.
+/// \param reports 1 or more
+int orvexsim_replay_step(int reports);
+
+/// Goes to another place of this round. What is before it is not sent; the boards become those of the place.
+/// \param position 0 to the length, in ns
+int orvexsim_replay_seek(long long position);
+
+/// \param rate 0.1 to 100, or 0: as fast as possible
+int orvexsim_replay_rate(double rate);
+
+/// From the beginning, first round. A replay that is paused stays so.
+int orvexsim_replay_restart(void);
 
 // The call log: the last 4096 calls of entry points.
 

@@ -26,10 +26,14 @@ void Attachment::step(std::unique_lock<std::mutex> &lock)
     }
     waiting.erase(waiting.begin());
     lock.unlock();
-    if (happen(event)) {
-        listeners.call([](Listeners::Function function, void *context) {
-            reinterpret_cast<OrvexPnpCallback>(function)(context);
-        });
-    }
+    if (happen(event))
+        notifyNow();
     lock.lock();
+}
+
+void Attachment::notifyNow()
+{
+    listeners.call([](Listeners::Function function, void *context) {
+        reinterpret_cast<OrvexPnpCallback>(function)(context);
+    });
 }

@@ -25,6 +25,8 @@ public:
     void add(const std::vector<LibraryEvent> &events);
     /// Every listener is called once more.
     void notify() { add({LibraryEvent{}}); }
+    /// The same on the calling thread.
+    void notifyNow();
 
 private:
     using Clock = std::chrono::steady_clock;

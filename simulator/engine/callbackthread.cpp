@@ -29,8 +29,21 @@ void CallbackThread::addListener(Listeners::Function function, void *context)
         if (stopping)
             return;
         listeners.add(function, context);
+        registered = registered || function;
     }
     wake.notify_all();
+}
+
+bool CallbackThread::wasRegistered()
+{
+    const std::lock_guard lock(mutex);
+    return registered;
+}
+
+void CallbackThread::doNotWait()
+{
+    const std::lock_guard lock(mutex);
+    registered = true;
 }
 
 void CallbackThread::run()

@@ -21,12 +21,18 @@ public:
     std::thread stop();
 
     void addListener(Listeners::Function function, void *context);
+    /// Whether a callback was ever registered, or doNotWait() was called.
+    bool wasRegistered();
+    /// No callback is waited for any more.
+    void doNotWait();
     void removeListener(Listeners::Function function, void *context) { listeners.remove(function, context); }
 
 protected:
     /// Does the next thing that is to be done, or waits until there may be one.
     /// \param lock of `mutex`; released for what takes its time
     virtual void step(std::unique_lock<std::mutex> &lock) = 0;
+    /// Under the mutex: step() is to return.
+    bool isStopping() const { return stopping; }
 
     Listeners listeners;
     std::mutex mutex;
@@ -35,7 +41,8 @@ protected:
 private:
     void run();
 
-    bool stopping = false; ///< under the mutex, as is `thread`
+    bool stopping = false; ///< under the mutex, as are the two after
+    bool registered = false;
     std::thread thread;
 };
 

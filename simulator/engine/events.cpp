@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
 #include <utility>
 
@@ -26,16 +25,29 @@ std::optional<Scenario> load(const std::string &nameOrPath, std::string &error)
 Library::Library()
 {
     // As scenarios/default.json has it: the library works without its folder of scenarios.
-    state.scenario = {"One board", {{1001, 1001}}, {}};
+    Scenario scenario{"One board", {{1001, 1001}}, {}};
     const char *chosen = std::getenv("ORVEXSIM_SCENARIO");
     if (chosen && *chosen) {
         const auto loaded = load(chosen, state.error);
-        state.scenario = loaded.value_or(Scenario{});
+        scenario = loaded.value_or(Scenario{});
         state.scenarioName = loaded ? chosen : "";
         if (!loaded)
-            std::fputs((state.error + '\n').c_str(), stderr);
+            say(state.error);
     }
+    use(std::move(scenario));
+}
+
+/// Puts the boards of a scenario in the place of all others.
+void Library::use(Scenario scenario)
+{
+    state.scenario = std::move(scenario);
     state.plugged.use(state.scenario);
+    state.player.reset();
+    if (state.scenario.replay) {
+        state.player = std::make_shared<Player>(state.scenario.replay, *this);
+        state.plugged.arrange(state.player->boards());
+    }
+    replaying = state.player != nullptr;
 }
 
 bool Library::choose(const std::string &nameOrPath)
@@ -44,18 +56,25 @@ bool Library::choose(const std::string &nameOrPath)
     auto loaded = load(nameOrPath, error);
     if (!loaded)
         return fail(error);
+    std::shared_ptr<Player> played;
     endingThreads.end(locked([&](State &now) {
         CallbackThreads leaving = now.plugged.takeAttached();
-        now.scenario = std::move(*loaded);
+        played = now.player;
+        if (played)
+            leaving.insert(leaving.begin(), played);
+        use(std::move(*loaded));
         now.scenarioName = nameOrPath;
-        now.plugged.use(now.scenario);
         now.standing = {};
         if (now.attachment) {
             powerAll();
             now.attachment->notify();
+            if (now.player)
+                now.player->begin();
         }
         return leaving;
     }));
+    if (played)
+        played->finish();
     return true;
 }
 
@@ -124,6 +143,8 @@ bool Library::trigger(const std::string &name)
     const Fault *fault = faultNamed(name);
     if (!fault)
         return fail(name + ": there is no such fault; allowed are " + faultNames());
+    if (isReplaying())
+        return fail(name + ": nothing goes wrong in a replay but what was recorded; choose another scenario");
     const auto present = boards();
     if (!attachment() || (fault->scope != Fault::Scope::Library && present.empty()))
         return fail(name + ": nobody is attached to a board; attach first");

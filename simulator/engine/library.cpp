@@ -22,7 +22,11 @@ int Library::attach()
         state.attachment =
             std::make_shared<Attachment>([this](const LibraryEvent &event) { return happen(event); });
         state.attachment->start();
+        if (state.player)
+            state.plugged.arrange(state.player->boards());
         powerAll();
+        if (state.player)
+            state.player->begin();
         return 1;
     } catch (const std::system_error &) {
         detach();
@@ -37,19 +41,27 @@ void Library::power(Socket &socket)
             [&] { unplugFirst([&](const Socket &one) { return one.board.get() == &gone; }); });
     };
     socket.board = std::make_shared<Board>(socket.plan, tally, vanish);
-    socket.board->start();
+    if (!state.player) // which delivers what the board sends
+        socket.board->start();
     tally.count(socket.plan.id, {});
 }
 
 void Library::detach()
 {
-    endingThreads.end(locked([](State &now) {
+    std::shared_ptr<Player> played;
+    endingThreads.end(locked([&](State &now) {
         ++now.detaching;
         CallbackThreads leaving = now.plugged.takeAttached();
+        if (now.attachment && now.player) {
+            played = std::exchange(now.player, std::make_shared<Player>(now.scenario.replay, *this));
+            leaving.insert(leaving.begin(), played);
+        }
         if (now.attachment)
             leaving.insert(leaving.begin(), std::exchange(now.attachment, nullptr));
         return leaving;
     }));
+    if (played)
+        played->finish();
     std::unique_lock lock(mutex);
     --state.detaching;
     detached.notify_all();

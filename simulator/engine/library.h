@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <condition_variable>
 #include <memory>
 #include <mutex>
@@ -8,6 +9,7 @@
 
 #include "attachment.h"
 #include "faults.h"
+#include "player.h"
 #include "pluggedboards.h"
 #include "tally.h"
 
@@ -27,6 +29,7 @@ public:
         PluggedBoards plugged;
         StandingFaults standing;
         std::shared_ptr<Attachment> attachment; ///< null while nobody is attached
+        std::shared_ptr<Player> player;         ///< null unless the scenario is a replay
         unsigned lastEvent = 0;                 ///< number of the event that was scheduled last
         int detaching = 0;                      ///< detaches under way
     };
@@ -45,6 +48,12 @@ public:
     {
         return locked([](State &now) { return now.attachment; });
     }
+    std::shared_ptr<Player> player()
+    {
+        return locked([](State &now) { return now.player; });
+    }
+    /// Whether the scenario is a replay. Takes no lock.
+    static bool isReplaying() { return replaying.load(std::memory_order_relaxed); }
     /// Those that are attached.
     std::vector<std::shared_ptr<Board>> boards()
     {
@@ -67,6 +76,19 @@ public:
     bool choose(const std::string &nameOrPath);
     bool trigger(const std::string &fault);
 
+    // For a player, which may be another one than the scenario's meanwhile: then there is nothing to be done.
+
+    /// \return whether other boards are enumerated than before
+    bool arrange(const Player &player, const std::vector<BoardHistory::Present> &present);
+    /// Calls the hot-plug callbacks on the calling thread.
+    void notify(const Player &player);
+    /// The first board with this id, null when there is none.
+    std::shared_ptr<Board> boardOf(const Player &player, int id);
+    /// Those that are enumerated.
+    std::vector<std::shared_ptr<Board>> boardsOf(const Player &player);
+    /// Prints a line on standard error.
+    static void say(const std::string &line);
+
     Tally tally;
 
 private:
@@ -74,6 +96,7 @@ private:
 
     Library();
     // Under the lock.
+    void use(Scenario scenario);
     void power(Socket &socket);
     void powerAll();
     bool plugLocked(int id);
@@ -83,6 +106,8 @@ private:
     bool unplugFirst(const std::function<bool(const Socket &)> &isWanted);
     bool happen(const LibraryEvent &event);
     bool fail(const std::string &error);
+
+    static std::atomic<bool> replaying;
 
     std::mutex mutex;
     State state;

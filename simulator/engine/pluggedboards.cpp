@@ -1,10 +1,12 @@
 #include "pluggedboards.h"
 
 #include <algorithm>
+#include <iterator>
 
 void PluggedBoards::use(const Scenario &scenario)
 {
     sockets.clear();
+    gone.clear();
     for (const BoardPlan &plan : scenario.boards) {
         if (plan.plugged)
             sockets.push_back({plan, nullptr});
@@ -65,12 +67,34 @@ bool PluggedBoards::setRate(int id, int perSecond)
     return found;
 }
 
+std::vector<PluggedBoards::Socket> PluggedBoards::arrange(const std::vector<BoardHistory::Present> &present)
+{
+    std::vector<Socket> before = std::move(sockets);
+    std::move(gone.begin(), gone.end(), std::back_inserter(before));
+    sockets.clear();
+    gone.clear();
+    for (const BoardHistory::Present &one : present) {
+        const auto isIt = [&one](const Socket &socket) { return socket.plan.id == one.board->id; };
+        const auto match = std::find_if(before.begin(), before.end(), isIt);
+        Socket socket{{one.board->id, 0}, nullptr};
+        if (match != before.end()) {
+            socket = std::move(*match);
+            before.erase(match);
+        }
+        socket.record = one.board->record;
+        (one.isListed ? sockets : gone).push_back(std::move(socket));
+    }
+    return before;
+}
+
 std::vector<std::shared_ptr<Board>> PluggedBoards::attached() const
 {
     std::vector<std::shared_ptr<Board>> found;
-    for (const Socket &socket : sockets) {
-        if (socket.board)
-            found.push_back(socket.board);
+    for (const std::vector<Socket> *list : {&sockets, &gone}) {
+        for (const Socket &socket : *list) {
+            if (socket.board)
+                found.push_back(socket.board);
+        }
     }
     return found;
 }
@@ -78,9 +102,11 @@ std::vector<std::shared_ptr<Board>> PluggedBoards::attached() const
 CallbackThreads PluggedBoards::takeAttached()
 {
     CallbackThreads taken;
-    for (Socket &socket : sockets) {
-        if (socket.board)
-            taken.push_back(std::exchange(socket.board, nullptr));
+    for (std::vector<Socket> *list : {&sockets, &gone}) {
+        for (Socket &socket : *list) {
+            if (socket.board)
+                taken.push_back(std::exchange(socket.board, nullptr));
+        }
     }
     return taken;
 }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "board.h"
+#include "boardhistory.h"
 #include "scenario.h"
 
 /// Which boards are plugged in, in the order in which they are enumerated. One thread at a time.
@@ -16,6 +17,7 @@ public:
     {
         BoardPlan plan;
         std::shared_ptr<Board> board; ///< null while nobody is attached
+        std::string record{};         ///< what is known of the device record; empty: the id alone
     };
 
     /// Those that a scenario has there at first, and nothing else.
@@ -28,7 +30,13 @@ public:
     /// \return whether there is such a board, and all together don't send too many reports
     bool setRate(int id, int perSecond);
 
+    /// Makes the boards those of a replay; those that stay keep their callbacks.
+    /// \return those that are gone
+    std::vector<Socket> arrange(const std::vector<BoardHistory::Present> &present);
+
     std::vector<Socket> &all() { return sockets; }
+    /// Those of a replay that still report, and are not enumerated any more.
+    std::vector<Socket> &departed() { return gone; }
     /// Those that are attached.
     std::vector<std::shared_ptr<Board>> attached() const;
     /// Detaches all.
@@ -38,4 +46,5 @@ private:
     BoardPlan planFor(int id, const Scenario &scenario) const;
 
     std::vector<Socket> sockets;
+    std::vector<Socket> gone;
 };

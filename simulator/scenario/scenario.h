@@ -2,11 +2,13 @@
 
 #include <chrono>
 #include <functional>
+#include <memory>
 #include <set>
 #include <string>
 #include <vector>
 
 #include "boardplan.h"
+#include "replay.h"
 
 /// What is wrong with the library since a fault has happened.
 struct StandingFaults
@@ -40,4 +42,5 @@ struct Scenario
     std::string title;
     std::vector<BoardPlan> boards;
     std::vector<LibraryEvent> events;
+    std::shared_ptr<const Replay> replay{}; ///< then there is neither of the two before
 };

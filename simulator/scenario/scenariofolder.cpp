@@ -39,7 +39,8 @@ std::vector<std::string> scenarioNames()
 
 std::string scenarioFile(const std::string &nameOrPath)
 {
-    if (nameOrPath.find('/') != std::string::npos || fs::path(nameOrPath).extension() == extension)
+    const fs::path ending = fs::path(nameOrPath).extension();
+    if (nameOrPath.find('/') != std::string::npos || ending == extension || ending == captureExtension)
         return nameOrPath;
     const auto known = scenarioNames();
     if (std::find(known.begin(), known.end(), nameOrPath) == known.end())

@@ -7,6 +7,7 @@
 #include <fstream>
 
 #include "eventreader.h"
+#include "replayplanreader.h"
 
 namespace {
 
@@ -136,9 +137,23 @@ void sortByTime(std::vector<Event> &events)
                      [](const Event &a, const Event &b) { return a.at < b.at; });
 }
 
-Scenario scenarioIn(const Json &root)
+/// A capture is read when all else is right.
+Scenario replayIn(const Json &root, const std::string &folder)
 {
-    allowKeys(root, {"$schema", "title", "seed", "boards", "timeline", "faults"});
+    allowKeys(root, {"$schema", "title", "replay"});
+    Scenario scenario;
+    std::string schema;
+    take(root, "$schema", schema, text);
+    scenario.title = text(need(root, "title"));
+    scenario.replay = replayOf(need(root, "replay"), folder);
+    return scenario;
+}
+
+Scenario scenarioIn(const Json &root, const std::string &folder)
+{
+    if (root.is_object() && find(root, "replay"))
+        return replayIn(root, folder);
+    allowKeys(root, {"$schema", "title", "seed", "boards", "timeline", "faults", "replay"});
     Scenario scenario;
     std::string schema;
     std::uint32_t seed = 0;
@@ -156,12 +171,29 @@ Scenario scenarioIn(const Json &root)
     return scenario;
 }
 
+/// A capture alone, with the usual values.
+Scenario captureIn(const std::string &path)
+{
+    ReplayPlan plan;
+    plan.capture = path;
+    Scenario scenario;
+    scenario.title = "Replay of " + std::filesystem::path(path).filename().string();
+    std::string error;
+    scenario.replay = readReplay(plan, error);
+    if (!scenario.replay)
+        throw Invalid{"", error};
+    return scenario;
+}
+
 } // namespace
 
 std::optional<Scenario> readScenario(const std::string &path, std::string &error)
 {
+    const std::filesystem::path file(path);
     try {
-        return scenarioIn(parseJson(contentsOf(path)));
+        return file.extension() == captureExtension
+                   ? captureIn(path)
+                   : scenarioIn(parseJson(contentsOf(path)), file.parent_path().string());
     } catch (const Invalid &invalid) {
         error = path + ": " + invalid.where + (invalid.where.empty() ? "" : ": ") + invalid.what;
         const auto isControl = [](unsigned char character) { return character < 0x20 || character == 0x7F; };

@@ -29,6 +29,13 @@
     X(faultIsOn, orvexsim_fault_is_on)                                                                       \
     X(trigger, orvexsim_trigger)                                                                             \
     X(lastError, orvexsim_last_error)                                                                        \
+    X(replay, orvexsim_replay)                                                                               \
+    X(replayIsOn, orvexsim_replay_is_on)                                                                     \
+    X(replayPause, orvexsim_replay_pause)                                                                    \
+    X(replayStep, orvexsim_replay_step)                                                                      \
+    X(replaySeek, orvexsim_replay_seek)                                                                      \
+    X(replayRate, orvexsim_replay_rate)                                                                      \
+    X(replayRestart, orvexsim_replay_restart)                                                                \
     X(journalLength, orvexsim_journal_length)                                                                \
     X(journal, orvexsim_journal)                                                                             \
     X(calibration, orvexsim_calibration)

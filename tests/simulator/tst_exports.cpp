@@ -35,7 +35,10 @@ void tst_exports::exactlyTheEntryPointsAndTheControl()
                     "orvexsim_scenario_count", "orvexsim_scenario",         "orvexsim_last_error",
                     "orvexsim_choose",         "orvexsim_current_scenario", "orvexsim_trigger",
                     "orvexsim_fault",          "orvexsim_journal_length",   "orvexsim_journal",
-                    "orvexsim_calibration",    "orvexsim_fault_text",       "orvexsim_fault_is_on"};
+                    "orvexsim_calibration",    "orvexsim_fault_text",       "orvexsim_fault_is_on",
+                    "orvexsim_replay",         "orvexsim_replay_is_on",     "orvexsim_replay_pause",
+                    "orvexsim_replay_step",    "orvexsim_replay_seek",      "orvexsim_replay_rate",
+                    "orvexsim_replay_restart"};
     expected.sort();
 
     QStringList exported;

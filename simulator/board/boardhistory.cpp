@@ -1,0 +1,221 @@
+#include "boardhistory.h"
+
+#include <algorithm>
+
+#include "payloads.h"
+
+namespace {
+
+constexpr std::uint16_t getDeviceCountCall = 9; // numbers of the format
+constexpr std::uint16_t enumDeviceInfoCall = 10;
+constexpr std::size_t deviceIdOffset = 20; // of the device record
+
+template <typename Boards>
+auto findId(const Boards &boards, std::int32_t id)
+{
+    return std::find_if(boards.begin(), boards.end(), [id](const auto *board) { return board->id == id; });
+}
+
+} // namespace
+
+BoardHistory::BoardHistory()
+    : lists{{0, {}}}
+{
+}
+
+void BoardHistory::follow(const capture::Record &record, std::size_t position)
+{
+    const capture::Header &header = record.header;
+    switch (header.kindOf()) {
+    case capture::Kind::Report:
+        reported(header.board, position);
+        break;
+    case capture::Kind::Call:
+        called(record);
+        break;
+    case capture::Kind::Return:
+        returned(record, position);
+        break;
+    case capture::Kind::Board:
+        changed(record, position);
+        break;
+    default:
+        break;
+    }
+}
+
+void BoardHistory::called(const capture::Record &record)
+{
+    const std::uint32_t thread = record.header.thread;
+    if (record.header.call == getDeviceCountCall)
+        passes[thread].origin = lastNotification;
+    else if (record.header.call == enumDeviceInfoCall)
+        askedIndexes[thread] = capture::integerAt<std::int32_t>(record.payload, 0);
+}
+
+void BoardHistory::returned(const capture::Record &record, std::size_t position)
+{
+    const std::uint32_t thread = record.header.thread;
+    if (record.header.call == getDeviceCountCall) {
+        Pass &pass = passes.try_emplace(thread, Pass{lastNotification}).first->second;
+        pass.count = record.header.result;
+        pass.boards.clear();
+        endPass(pass, position);
+    } else if (record.header.call == enumDeviceInfoCall) {
+        Pass &pass = passes.try_emplace(thread, Pass{lastNotification}).first->second;
+        const auto asked = askedIndexes.find(thread);
+        recordReturned(pass, asked == askedIndexes.end() ? -1 : asked->second, record, position);
+    }
+}
+
+void BoardHistory::recordReturned(Pass &pass, std::int32_t index, const capture::Record &record,
+                                  std::size_t position)
+{
+    const bool continuesPass = index == static_cast<std::int32_t>(pass.boards.size()) && index < pass.count;
+    const bool isKnown = record.header.result != 0 && record.payload.size >= deviceIdOffset + 4;
+    if (!isKnown || !continuesPass)
+        pass.count = -1;
+    if (!isKnown)
+        return;
+    const auto *board = known(capture::integerAt<std::int32_t>(record.payload, deviceIdOffset),
+                              std::string(record.payload.text()));
+    add(board, pass.origin, position);
+    if (!continuesPass)
+        return;
+    pass.boards.push_back(board);
+    endPass(pass, position);
+}
+
+/// Takes over what a pass has shown, once it is complete.
+void BoardHistory::endPass(Pass &pass, std::size_t position)
+{
+    if (pass.count != static_cast<std::int32_t>(pass.boards.size()))
+        return;
+    pass.count = -1;
+    put(pass.origin, position, pass.boards);
+    settledOrigin = pass.origin;
+}
+
+/// The recorder tells of a board when it is seen for the first time, also where the enumeration itself was
+/// cut out of the file.
+void BoardHistory::changed(const capture::Record &record, std::size_t position)
+{
+    const auto change = capture::boardChangeOf(record.payload);
+    if (!change)
+        return;
+    const std::int32_t id = record.header.board;
+    if (change->state == capture::BoardState::Gone)
+        remove(id, position);
+    else if (change->index >= 0) // otherwise a report follows
+        add(known(id, std::string(change->record.text())), lastNotification, position);
+}
+
+void BoardHistory::reported(std::int32_t id, std::size_t position)
+{
+    lastReports[id] = position;
+    const Boards &now = lists.back().boards;
+    if (findId(now, id) != now.end())
+        return;
+    const auto gone = std::find_if(departures.rbegin(), departures.rend(),
+                                   [id](const Departure &one) { return one.board->id == id; });
+    if (gone == departures.rend())
+        addFromStart(id);
+    else
+        gone->until = position + 1;
+}
+
+void BoardHistory::add(const ReplayBoard *board, std::size_t origin, std::size_t position)
+{
+    Boards now = lists.back().boards;
+    if (findId(now, board->id) != now.end())
+        return;
+    now.push_back(board);
+    put(origin, position, std::move(now));
+}
+
+void BoardHistory::remove(std::int32_t id, std::size_t position)
+{
+    if (findId(lists.back().boards, id) == lists.back().boards.end()) {
+        const bool isGone = std::any_of(departures.begin(), departures.end(),
+                                        [id](const Departure &one) { return one.board->id == id; });
+        if (isGone)
+            return;
+        addFromStart(id);
+    }
+    Boards now = lists.back().boards;
+    now.erase(std::remove_if(now.begin(), now.end(), [id](const auto *board) { return board->id == id; }),
+              now.end());
+    put(lastNotification, position, std::move(now));
+}
+
+/// \param position of what was learned; it holds from the notification before it, unless that is known to
+///        have been otherwise
+void BoardHistory::put(std::size_t origin, std::size_t position, Boards now)
+{
+    List &last = lists.back();
+    if (now == last.boards)
+        return;
+    tooMany = tooMany || now.size() > maxBoards;
+    const std::size_t from = std::max(settledOrigin == origin ? position : origin, last.from);
+    for (const ReplayBoard *board : last.boards) {
+        if (findId(now, board->id) != now.end())
+            continue;
+        const auto report = lastReports.find(board->id);
+        departures.push_back({board, from, report == lastReports.end() ? from : report->second + 1});
+    }
+    if (last.from == from)
+        last.boards = std::move(now);
+    else
+        lists.push_back({from, std::move(now)});
+}
+
+/// A board of which nothing is told but that it reported, or that it is gone.
+void BoardHistory::addFromStart(std::int32_t id)
+{
+    const ReplayBoard *board = known(id, {});
+    for (List &list : lists) {
+        if (findId(list.boards, id) == list.boards.end())
+            list.boards.push_back(board);
+        tooMany = tooMany || list.boards.size() > maxBoards;
+    }
+}
+
+const ReplayBoard *BoardHistory::known(std::int32_t id, const std::string &record)
+{
+    const auto [place, isNew] = byRecord.try_emplace({id, record}, nullptr);
+    if (isNew) {
+        boards.push_back({id, record});
+        place->second = &boards.back();
+    }
+    return place->second;
+}
+
+std::vector<BoardHistory::Present> BoardHistory::at(std::size_t position) const
+{
+    const auto isBehind = [](std::size_t wanted, const List &list) { return wanted < list.from; };
+    const auto list = std::upper_bound(lists.begin(), lists.end(), position, isBehind) - 1;
+    std::vector<Present> present;
+    for (const ReplayBoard *board : list->boards)
+        present.push_back({board, true});
+    for (const Departure &gone : departures) {
+        const auto isIt = [&gone](const Present &one) { return one.board->id == gone.board->id; };
+        if (gone.from <= position && position < gone.until &&
+            std::none_of(present.begin(), present.end(), isIt))
+            present.push_back({gone.board, false});
+    }
+    return present;
+}
+
+std::size_t BoardHistory::changeAfter(std::size_t position) const
+{
+    std::size_t next = SIZE_MAX;
+    for (const List &list : lists) {
+        if (list.from > position)
+            next = std::min(next, list.from);
+    }
+    for (const Departure &gone : departures) {
+        if (gone.until > position && gone.until > gone.from)
+            next = std::min(next, gone.until);
+    }
+    return next;
+}

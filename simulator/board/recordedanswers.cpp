@@ -1,0 +1,61 @@
+#include "recordedanswers.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr std::uint16_t openSynchronousChannelCall = 15; // a number of the format
+
+std::string keyOf(unsigned call, std::string_view arguments)
+{
+    std::string key;
+    capture::append(key, static_cast<std::uint16_t>(call));
+    key += arguments;
+    return key;
+}
+
+/// A call's arguments without its listener, whose number differs from run to run.
+std::string_view argumentsOf(const capture::Record &record)
+{
+    const std::string_view all = record.payload.text();
+    return record.header.call == openSynchronousChannelCall ? all.substr(0, 4) : all;
+}
+
+} // namespace
+
+void RecordedAnswers::follow(const capture::Record &record, std::size_t position)
+{
+    const capture::Header &header = record.header;
+    if (header.kindOf() == capture::Kind::Call && !header.has(capture::PayloadCut)) {
+        open[static_cast<std::uint32_t>(header.sequence)] = keyOf(header.call, argumentsOf(record));
+    } else if (header.kindOf() == capture::Kind::Return) {
+        const auto call = open.find(header.link);
+        if (header.link == capture::lostLink || call == open.end())
+            return;
+        add(call->second, {position, header.result, header.flags, std::string(record.payload.text())});
+        open.erase(call);
+    }
+}
+
+/// An answer that equals the one before it changes nothing.
+void RecordedAnswers::add(const std::string &key, RecordedAnswer answer)
+{
+    std::vector<RecordedAnswer> &list = answers[key];
+    const auto isSame = [&answer](const RecordedAnswer &other) {
+        return other.result == answer.result && other.flags == answer.flags &&
+               other.filledIn == answer.filledIn;
+    };
+    if (list.empty() || !isSame(list.back()))
+        list.push_back(std::move(answer));
+}
+
+const RecordedAnswer *RecordedAnswers::find(unsigned call, std::string_view arguments,
+                                            std::size_t position) const
+{
+    const auto list = answers.find(keyOf(call, arguments));
+    if (list == answers.end())
+        return nullptr;
+    const auto isBehind = [](std::size_t wanted, const RecordedAnswer &one) { return wanted < one.position; };
+    const auto behind = std::upper_bound(list->second.begin(), list->second.end(), position, isBehind);
+    return behind == list->second.begin() ? &*behind : &*(behind - 1);
+}

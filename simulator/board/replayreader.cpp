@@ -1,0 +1,233 @@
+#include <algorithm>
+#include <set>
+
+#include "payloads.h"
+#include "replay.h"
+#include "severallisteners.h"
+
+namespace {
+
+constexpr std::uint16_t setCallbackCall = 4; // numbers of the format
+constexpr std::uint16_t sendCommandCall = 6;
+constexpr std::uint16_t setPnpCallbackCall = 11;
+constexpr std::int64_t maxTimeNs = INT64_MAX / 4; // 73 years, so that sums of times fit
+
+std::string sessionText(std::uint32_t session)
+{
+    char text[16];
+    std::snprintf(text, sizeof text, "%08x", session);
+    return text;
+}
+
+/// Fills in a replay packet by packet.
+class ReplayReader
+{
+public:
+    explicit ReplayReader(Replay &replay_)
+        : replay(replay_)
+        , reader(replay.file.descriptor())
+    {
+    }
+
+    /// \return why it is no capture that can be played; empty when it is
+    std::string read();
+
+private:
+    void follow(const capture::Record &record);
+    void followReport(const capture::Record &record);
+    void followHotplug(const capture::Record &record);
+    void followCall(const capture::Record &record);
+    void enter(ReplayEntry::Kind kind, const capture::Record &record, capture::ByteView bytes);
+    std::string troubleOf(capture::pcapng::Event last) const;
+    std::string sessionTrouble() const;
+    void cut();
+    void shortenGaps();
+    void shiftToFirst();
+
+    Replay &replay;
+    capture::RecordReader reader;
+    std::set<std::uint32_t> sessions;
+    std::uint64_t packets = 0;
+    std::uint64_t startNs = 0;
+    std::int64_t lastNs = 0; ///< since the start
+    SeveralListeners reports;
+    SeveralListeners notifications;
+};
+
+std::string ReplayReader::read()
+{
+    capture::pcapng::Event last = reader.next();
+    for (; last == capture::pcapng::Event::Packet && !replay.boards.hasTooMany(); last = reader.next()) {
+        sessions.insert(reader.record().header.session);
+        if (reader.record().header.session == replay.plan.session.value_or(*sessions.begin()))
+            follow(reader.record());
+    }
+    const std::string trouble = troubleOf(last);
+    if (!trouble.empty())
+        return trouble;
+    replay.answers.finish();
+    cut();
+    shortenGaps();
+    shiftToFirst();
+    return {};
+}
+
+std::string ReplayReader::troubleOf(capture::pcapng::Event last) const
+{
+    if (replay.boards.hasTooMany())
+        return "there are too many boards at once; allowed are " + std::to_string(BoardHistory::maxBoards);
+    if (last == capture::pcapng::Event::Damage)
+        return "offset " + std::to_string(reader.damage().offset) + ": " + reader.damage().reason;
+    if (reader.skipped().newVersions > 0)
+        return "offset " + std::to_string(reader.skipped().newVersionOffset) +
+               ": this was written by a later version";
+    if (sessions.empty())
+        return "there is no packet of a capture in it";
+    return sessionTrouble();
+}
+
+std::string ReplayReader::sessionTrouble() const
+{
+    if (replay.plan.session ? packets > 0 : sessions.size() == 1)
+        return {};
+    std::string list;
+    for (const std::uint32_t session : sessions)
+        list += (list.empty() ? "" : ", ") + sessionText(session);
+    if (replay.plan.session)
+        return "there is no session " + sessionText(*replay.plan.session) + "; allowed are " + list;
+    return "there are several sessions, of which one must be chosen: " + list;
+}
+
+void ReplayReader::follow(const capture::Record &record)
+{
+    if (packets++ == 0)
+        startNs = record.timeNs;
+    const std::uint64_t since = std::max(record.timeNs, startNs) - startNs;
+    lastNs = std::max(lastNs, static_cast<std::int64_t>(std::min<std::uint64_t>(since, maxTimeNs)));
+    replay.boards.follow(record, replay.entries.size());
+    replay.answers.follow(record, replay.entries.size());
+    switch (record.header.kindOf()) {
+    case capture::Kind::Report:
+        followReport(record);
+        break;
+    case capture::Kind::Hotplug:
+        followHotplug(record);
+        break;
+    case capture::Kind::Call:
+        followCall(record);
+        break;
+    default:
+        break;
+    }
+}
+
+/// Of a report that several listeners got, the one of the lowest number is played.
+void ReplayReader::followReport(const capture::Record &record)
+{
+    const SeveralListeners::Found found = reports.follow(record, replay.entries.size());
+    if (found.isSame && !found.isLower)
+        return;
+    if (found.isSame)
+        replay.entries[found.entry].kind = ReplayEntry::Nothing;
+    enter(ReplayEntry::Report, record, record.payload);
+}
+
+void ReplayReader::followHotplug(const capture::Record &record)
+{
+    if (notifications.follow(record, replay.entries.size()).isSame)
+        return;
+    enter(ReplayEntry::Notification, record, {});
+    replay.boards.notified(replay.entries.size());
+}
+
+void ReplayReader::followCall(const capture::Record &record)
+{
+    capture::PayloadReader arguments(record.payload);
+    if (record.header.call == setPnpCallbackCall) {
+        notifications.registered(arguments.number<std::uint32_t>());
+    } else if (record.header.call == setCallbackCall) {
+        arguments.number<std::int32_t>(); // the board
+        reports.registered(arguments.number<std::uint32_t>());
+    } else if (record.header.call == sendCommandCall && replay.plan.lockstep) {
+        arguments.number<std::int32_t>();
+        const auto command = arguments.text();
+        if (command && arguments.isWhole())
+            enter(ReplayEntry::Command, record, *command);
+    }
+}
+
+void ReplayReader::enter(ReplayEntry::Kind kind, const capture::Record &record, capture::ByteView bytes)
+{
+    constexpr std::size_t maxLength = (std::size_t{1} << 30) - 1;
+    const capture::ByteView block = reader.file().block();
+    ReplayEntry entry{};
+    entry.timeNs = lastNs;
+    entry.offset = bytes.size > 0 ? record.offset + static_cast<std::uint64_t>(bytes.data - block.data) : 0;
+    entry.board = record.header.board;
+    entry.length = std::min(bytes.size, maxLength) & maxLength;
+    entry.kind = kind;
+    replay.entries.push_back(entry);
+}
+
+/// Leaves out what is before `from`, or not before `to`.
+void ReplayReader::cut()
+{
+    const auto indexOf = [this](std::chrono::nanoseconds time) {
+        const auto isBefore = [](const ReplayEntry &entry, std::int64_t wanted) {
+            return entry.timeNs < wanted;
+        };
+        const auto place =
+            std::lower_bound(replay.entries.begin(), replay.entries.end(), time.count(), isBefore);
+        return static_cast<std::size_t>(place - replay.entries.begin());
+    };
+    const auto isPlayed = [this](std::size_t index) {
+        return replay.entries[index].kind != ReplayEntry::Nothing;
+    };
+    replay.first = indexOf(replay.plan.from);
+    replay.end = replay.plan.to ? std::max(replay.first, indexOf(*replay.plan.to)) : replay.entries.size();
+    while (replay.first < replay.end && !isPlayed(replay.first))
+        ++replay.first;
+    while (replay.first < replay.end && !isPlayed(replay.end - 1))
+        --replay.end;
+    replay.reports = static_cast<std::uint64_t>(
+        std::count_if(replay.entries.begin() + static_cast<std::ptrdiff_t>(replay.first),
+                      replay.entries.begin() + static_cast<std::ptrdiff_t>(replay.end),
+                      [](const ReplayEntry &entry) { return entry.kind == ReplayEntry::Report; }));
+}
+
+void ReplayReader::shortenGaps()
+{
+    if (!replay.plan.skipGaps)
+        return;
+    const std::int64_t max = replay.plan.skipGaps->count();
+    for (std::size_t i = replay.first + 1; i < replay.end; ++i) {
+        ReplayEntry &entry = replay.entries[i];
+        entry.timeNs -= replay.gapsNs;
+        const std::int64_t excess = entry.timeNs - replay.entries[i - 1].timeNs - max;
+        if (excess <= 0)
+            continue;
+        ++replay.gaps;
+        replay.gapsNs += excess;
+        entry.timeNs -= excess;
+    }
+}
+
+void ReplayReader::shiftToFirst()
+{
+    if (replay.first == replay.end)
+        return;
+    const std::int64_t begin = replay.entries[replay.first].timeNs;
+    for (std::size_t i = replay.first; i < replay.end; ++i)
+        replay.entries[i].timeNs -= begin;
+    replay.lengthNs = replay.entries[replay.end - 1].timeNs;
+}
+
+} // namespace
+
+std::shared_ptr<const Replay> readReplay(const ReplayPlan &plan, std::string &error)
+{
+    const auto replay = std::make_shared<Replay>(plan, error);
+    if (error.empty())
+        error = ReplayReader(*replay).read();
+    return error.empty() ? replay : nullptr;
+}

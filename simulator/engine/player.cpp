@@ -1,0 +1,210 @@
+#include "player.h"
+
+#include <algorithm>
+#include <sys/prctl.h>
+
+#include "library.h"
+
+using namespace std::chrono_literals;
+
+// What is played, and when.
+
+constexpr auto maxDelay = 250ms;
+constexpr auto minRound = 10ms; // a capture of one report, played without end, is no flood
+
+Player::Player(std::shared_ptr<const Replay> replay_, Library &library_)
+    : played(std::move(replay_))
+    , library(library_)
+    , bytes(played->file)
+    , clock(played->plan.rate)
+    , next(played->first)
+    , paused(played->plan.paused)
+{
+}
+
+/// Without this the kernel lets the thread sleep 50 us longer than it asks for.
+void Player::sleepPrecisely()
+{
+    if (!isPrecise)
+        prctl(PR_SET_TIMERSLACK, 1UL);
+    isPrecise = true;
+}
+
+void Player::step(Lock &lock)
+{
+    sleepPrecisely();
+    if (hasMoved) {
+        arrange(lock);
+        return;
+    }
+    if (next == played->end && !hasEnded) {
+        endRound(lock);
+        return;
+    }
+    if (isResting()) {
+        heldUpSince.reset();
+        wake.wait(lock);
+        return;
+    }
+    const ReplayEntry &entry = played->entries[next];
+    if (entry.kind == ReplayEntry::Nothing) {
+        ++next;
+        return;
+    }
+    if (!hasBegun && isHeldUp(entry, lock))
+        return;
+    hasBegun = true;
+    const auto now = Steady::now();
+    auto due = now;
+    if (steps == 0 && clock.rate() > 0) {
+        if (!clock.isRunning())
+            clock.run(clock.positionAt(now), now);
+        due = clock.dueTime(entry.timeNs);
+        if (due > now) {
+            wake.wait_until(lock, due);
+            return;
+        }
+    }
+    if (!isHeldUp(entry, lock))
+        play(entry, due, lock);
+}
+
+void Player::play(const ReplayEntry &entry, Steady::time_point due, Lock &lock)
+{
+    const auto now = Steady::now();
+    const bool isReport = entry.kind == ReplayEntry::Report;
+    if (!clock.isRunning())
+        clock.stand(entry.timeNs);
+    else if (isReport)
+        timing.addError(now - due);
+    if (clock.isRunning() && now - due > maxDelay)
+        clock.run(entry.timeNs, now);
+    timing.played(entry.timeNs, now);
+    sent += isReport ? 1 : 0;
+    steps -= isReport && steps > 0 ? 1 : 0;
+    const std::size_t position = ++next;
+    isBusy = true;
+    lock.unlock();
+    const bool isPerformed = perform(entry, position);
+    lock.lock();
+    isBusy = false;
+    settled.notify_all();
+    if (!isPerformed)
+        end(lock);
+}
+
+/// \param position behind the entry
+/// \return false when it cannot be read any more
+bool Player::perform(const ReplayEntry &entry, std::size_t position)
+{
+    const bool isNotification = entry.kind == ReplayEntry::Notification;
+    if (entry.kind == ReplayEntry::Report) {
+        const auto report = bytes.at(entry.offset, entry.length);
+        if (!report) {
+            library.say("replay: " + played->plan.capture + ": offset " + std::to_string(entry.offset) +
+                        ": it cannot be read any more");
+            return false;
+        }
+        if (const auto board = library.boardOf(*this, entry.board))
+            board->deliver(report->data, entry.length);
+    }
+    // A host that is notified sees the boards that there are from now on.
+    if (position >= nextChange) {
+        nextChange = played->boards.changeAfter(position);
+        library.arrange(*this, played->boards.at(position));
+    }
+    if (isNotification)
+        library.notify(*this);
+    return true;
+}
+
+/// The boards become those of another place.
+void Player::arrange(Lock &lock)
+{
+    hasMoved = false;
+    isBusy = true;
+    const std::size_t position = next;
+    lock.unlock();
+    nextChange = played->boards.changeAfter(position);
+    if (library.arrange(*this, played->boards.at(position)))
+        library.notify(*this);
+    lock.lock();
+    isBusy = false;
+    settled.notify_all();
+}
+
+void Player::endRound(Lock &lock)
+{
+    const bool isEmpty = played->first == played->end;
+    if (isEmpty || (played->plan.rounds != 0 && round >= played->plan.rounds)) {
+        end(lock);
+        return;
+    }
+    ++round;
+    moveTo(played->first, 0);
+    if (clock.rate() > 0 && std::chrono::nanoseconds(played->lengthNs) < minRound)
+        clock.run(0, Steady::now() + minRound);
+}
+
+void Player::end(Lock &lock)
+{
+    hasEnded = true;
+    isPrinted = true;
+    steps = 0;
+    timing.interrupt();
+    clock.stand(positionNs());
+    const std::string text = summary();
+    lock.unlock();
+    library.say(text);
+    lock.lock();
+}
+
+void Player::begin()
+{
+    {
+        const std::lock_guard lock(mutex);
+        hasThread = true;
+        hasMoved = false;
+    }
+    start();
+}
+
+void Player::finish()
+{
+    std::string text;
+    {
+        const std::lock_guard lock(mutex);
+        if (!isPrinted && hasThread)
+            text = summary();
+        isPrinted = true;
+    }
+    if (!text.empty())
+        library.say(text);
+}
+
+std::string Player::summary() const
+{
+    const auto ms = [](std::chrono::nanoseconds time) { return static_cast<double>(time.count()) * 1e-6; };
+    char text[200];
+    char rate[32] = "max";
+    if (clock.rate() > 0)
+        std::snprintf(rate, sizeof rate, "%g", clock.rate());
+    std::snprintf(text, sizeof text, "replay: asked rate %s, achieved %.3f; %llu", rate,
+                  timing.achievedRate(), static_cast<unsigned long long>(sent));
+    std::string line = text;
+    if (played->plan.rounds != 0)
+        line += " of " + std::to_string(played->reports * played->plan.rounds);
+    line += " reports";
+    if (timing.hasErrors()) {
+        std::snprintf(text, sizeof text, "; error median %.3f ms, 99 %% %.3f ms, greatest %.3f ms",
+                      ms(timing.errorOf(500)), ms(timing.errorOf(990)), ms(timing.maxError()));
+        line += text;
+    }
+    if (played->gaps > 0) {
+        std::snprintf(text, sizeof text, "\nreplay: %llu pauses were shortened, by %.3f s in all",
+                      static_cast<unsigned long long>(played->gaps),
+                      static_cast<double>(played->gapsNs) * 1e-9);
+        line += text;
+    }
+    return line;
+}
