@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cstdio>
 #include <set>
 
 #include "payloads.h"
