@@ -3,6 +3,7 @@
 #include <QTest>
 
 #include "program.h"
+#include "replayed.h"
 #include "support/tests.h"
 
 /// `padscope replay`: its options, what it refuses, what the host finds, and how it ends.
@@ -23,6 +24,8 @@ private slots:
     void endsAsItsHost();
     void passesSignalsOn_data();
     void passesSignalsOn();
+    void sendsWhatWasRecorded_data();
+    void sendsWhatWasRecorded();
 
 private:
     /// A file of two sessions, 5f0c93a1 and 00c0ffee.
@@ -199,6 +202,46 @@ void ReplayCommandTests::passesSignalsOn()
     QVERIFY(process.waitForFinished(30'000));
     QCOMPARE(process.exitStatus(), QProcess::NormalExit);
     QCOMPARE(process.exitCode(), 128 + number);
+}
+
+void ReplayCommandTests::sendsWhatWasRecorded_data()
+{
+    addColumns<QStringList, int>("arguments", "rounds");
+    addRow("once", QStringList(), 1);
+    addRow("three rounds", QStringList{"--loop", "3"}, 3);
+}
+
+/// It is recorded again meanwhile.
+void ReplayCommandTests::sendsWhatWasRecorded()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(int, rounds);
+    const auto host = [](int count) {
+        return QStringList{RECORDED_HOST, "load=liborvexboardex.so.1", "attach",
+                           QString("total=%1").arg(count), "detach"};
+    };
+    const Files own;
+    const QString first = own.path("first.pcapng");
+    const QString again = own.path("again.pcapng");
+    qputenv("LD_LIBRARY_PATH", QFileInfo(SIMULATOR_FILE).path().toUtf8());
+    qputenv("ORVEXSIM_SCENARIO", "many-boards");
+    QCOMPARE(padscope(QStringList{"record", "-o", first, "--"} + host(100)).status, 0);
+    qunsetenv("LD_LIBRARY_PATH");
+    const CapturedReports recorded = reportsOf(first);
+    QVERIFY(recorded.reports.size() >= 100);
+    QVERIFY(recorded.withoutFlag > 0);
+
+    const ProgramRun run = padscope(QStringList{"replay", first, "--rate", "max"} + arguments +
+                                    QStringList{"--", PADSCOPE_PROGRAM, "record", "-o", again, "--"} +
+                                    host(rounds * recorded.reports.size()));
+    QCOMPARE(run.status, 0);
+    QVERIFY2(run.errors.startsWith("replay: asked rate max, achieved "), run.errors);
+    const CapturedReports replayed = reportsOf(again);
+    QList<QByteArray> wanted;
+    for (int round = 0; round < rounds; ++round)
+        wanted += recorded.reports;
+    QCOMPARE(replayed.reports, wanted);
+    QCOMPARE(replayed.withoutFlag, 0);
 }
 
 PADSCOPE_TESTS(ReplayCommandTests);
