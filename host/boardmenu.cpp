@@ -38,6 +38,7 @@ BoardMenu::BoardMenu(HostWindow &window, const Simulation &simulation)
     menu->addMenu(faults);
     auto *scenarios = new ScenarioMenu(simulation_, &window);
     connect(scenarios, &ScenarioMenu::told, this, &BoardMenu::tell);
+    connect(scenarios, &ScenarioMenu::told, this, &BoardMenu::scenarioChanged);
     menu->addMenu(scenarios);
 }
 

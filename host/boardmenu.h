@@ -17,6 +17,10 @@ public:
     /// The window owns this and must have been built.
     BoardMenu(HostWindow &window, const Simulation &simulation);
 
+signals:
+    /// A scenario has begun.
+    void scenarioChanged();
+
 private:
     void plug();
     void fillUnplugMenu();

@@ -13,6 +13,7 @@
 #include "pluginloading.h"
 #include "printerror.h"
 #include "quitsignals.h"
+#include "replaymenu.h"
 #include "reportrates.h"
 #include "script.h"
 #include "simulation.h"
@@ -101,7 +102,9 @@ int runWindow(const std::vector<LoadedPlugin> &plugins, const std::optional<Simu
 {
     HostWindow window(plugins);
     if (simulation) {
-        new BoardMenu(window, *simulation);
+        const auto *boards = new BoardMenu(window, *simulation);
+        const auto *replay = new ReplayMenu(window, *simulation);
+        QObject::connect(boards, &BoardMenu::scenarioChanged, replay, &ReplayMenu::update);
         window.statusBar()->addPermanentWidget(new ReportRates(*simulation));
     }
     const QuitSignals quitSignals;

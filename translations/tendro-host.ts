@@ -161,6 +161,75 @@
     </message>
 </context>
 <context>
+    <name>Replay</name>
+    <message>
+        <source>max</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>ReplayBar</name>
+    <message>
+        <source>waiting</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>playing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>paused</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>ended</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Replay</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Position of the replay</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Time of the replay</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Rate and state of the replay</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>ReplayMenu</name>
+    <message>
+        <source>Replay</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Pause</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Step</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Faster</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>S&amp;lower</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Restart</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>ReportRates</name>
     <message>
         <source>Reports of the simulated boards</source>
@@ -186,10 +255,6 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Scenarios (*.json)</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>All files (*)</source>
         <translation type="unfinished"></translation>
     </message>
@@ -203,6 +268,10 @@
     </message>
     <message>
         <source>Scenario</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Scenarios (*.json *.pcapng)</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

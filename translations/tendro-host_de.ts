@@ -161,6 +161,75 @@
     </message>
 </context>
 <context>
+    <name>Replay</name>
+    <message>
+        <source>max</source>
+        <translation>max.</translation>
+    </message>
+</context>
+<context>
+    <name>ReplayBar</name>
+    <message>
+        <source>waiting</source>
+        <translation>wartet</translation>
+    </message>
+    <message>
+        <source>playing</source>
+        <translation>spielt</translation>
+    </message>
+    <message>
+        <source>paused</source>
+        <translation>angehalten</translation>
+    </message>
+    <message>
+        <source>ended</source>
+        <translation>zu Ende</translation>
+    </message>
+    <message>
+        <source>Replay</source>
+        <translation>Wiedergabe</translation>
+    </message>
+    <message>
+        <source>Position of the replay</source>
+        <translation>Stelle der Wiedergabe</translation>
+    </message>
+    <message>
+        <source>Time of the replay</source>
+        <translation>Zeit der Wiedergabe</translation>
+    </message>
+    <message>
+        <source>Rate and state of the replay</source>
+        <translation>Tempo und Zustand der Wiedergabe</translation>
+    </message>
+</context>
+<context>
+    <name>ReplayMenu</name>
+    <message>
+        <source>Replay</source>
+        <translation>Wiedergabe</translation>
+    </message>
+    <message>
+        <source>&amp;Pause</source>
+        <translation>&amp;Pause</translation>
+    </message>
+    <message>
+        <source>&amp;Step</source>
+        <translation>&amp;Schritt</translation>
+    </message>
+    <message>
+        <source>&amp;Faster</source>
+        <translation>Sc&amp;hneller</translation>
+    </message>
+    <message>
+        <source>S&amp;lower</source>
+        <translation>&amp;Langsamer</translation>
+    </message>
+    <message>
+        <source>&amp;Restart</source>
+        <translation>&amp;Von vorn</translation>
+    </message>
+</context>
+<context>
     <name>ReportRates</name>
     <message>
         <source>Reports of the simulated boards</source>
@@ -186,10 +255,6 @@
         <translation>Szenario öffnen</translation>
     </message>
     <message>
-        <source>Scenarios (*.json)</source>
-        <translation>Szenarien (*.json)</translation>
-    </message>
-    <message>
         <source>All files (*)</source>
         <translation>Alle Dateien (*)</translation>
     </message>
@@ -204,6 +269,10 @@
     <message>
         <source>Scenario</source>
         <translation>Szenario</translation>
+    </message>
+    <message>
+        <source>Scenarios (*.json *.pcapng)</source>
+        <translation>Szenarien (*.json *.pcapng)</translation>
     </message>
 </context>
 </TS>

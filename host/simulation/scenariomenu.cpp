@@ -39,8 +39,9 @@ void ScenarioMenu::openFile()
 {
     const QString last = ownFile_->data().toString();
     const QString folder = last.isEmpty() ? QDir::homePath() : QFileInfo(last).absolutePath();
-    auto *dialog = new QFileDialog(parentWidget(), tr("Open Scenario"), folder,
-                                   tr("Scenarios (*.json)") + QStringLiteral(";;") + tr("All files (*)"));
+    auto *dialog =
+        new QFileDialog(parentWidget(), tr("Open Scenario"), folder,
+                        tr("Scenarios (*.json *.pcapng)") + QStringLiteral(";;") + tr("All files (*)"));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setFileMode(QFileDialog::ExistingFile);
     connect(dialog, &QFileDialog::fileSelected, this, &ScenarioMenu::choose);

@@ -45,12 +45,19 @@ Simulation::Simulation(void *library)
     lookUp(library, "orvexsim_fault_is_on", faultIsOn_);
     lookUp(library, "orvexsim_trigger", trigger_);
     lookUp(library, "orvexsim_last_error", lastError_);
+    lookUp(library, "orvexsim_replay", replay_);
+    lookUp(library, "orvexsim_replay_pause", pauseReplay_);
+    lookUp(library, "orvexsim_replay_step", stepReplay_);
+    lookUp(library, "orvexsim_replay_seek", seekReplay_);
+    lookUp(library, "orvexsim_replay_rate", setReplayRate_);
+    lookUp(library, "orvexsim_replay_restart", restartReplay_);
 }
 
 bool Simulation::isComplete() const
 {
     return plug_ && unplug_ && boards_ && totals_ && scenarioCount_ && scenario_ && choose_ &&
-           currentScenario_ && fault_ && faultText_ && faultIsOn_ && trigger_ && lastError_;
+           currentScenario_ && fault_ && faultText_ && faultIsOn_ && trigger_ && lastError_ && replay_ &&
+           pauseReplay_ && stepReplay_ && seekReplay_ && setReplayRate_ && restartReplay_;
 }
 
 std::optional<Simulation> Simulation::find()
@@ -124,6 +131,12 @@ std::vector<int> Simulation::boards() const
     // One may have been unplugged meanwhile.
     ids.resize(std::min(ids.size(), static_cast<std::size_t>(count)));
     return ids;
+}
+
+std::optional<OrvexsimReplay> Simulation::replay() const
+{
+    OrvexsimReplay replay{};
+    return replay_(&replay) == 0 ? std::optional(replay) : std::nullopt;
 }
 
 Simulation::Totals Simulation::totals() const

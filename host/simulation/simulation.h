@@ -42,6 +42,16 @@ public:
     bool plug(int id) const { return plug_(id) == 0; }
     bool unplug(int id) const { return unplug_(id) == 0; }
 
+    /// Nothing when the scenario in force is no replay.
+    std::optional<OrvexsimReplay> replay() const;
+    // Without a replay these do nothing.
+    void pauseReplay(bool isPaused) const { pauseReplay_(isPaused ? 1 : 0); }
+    void stepReplay() const { stepReplay_(1); }
+    /// \param position ns
+    void seekReplay(qint64 position) const { seekReplay_(position); }
+    void setReplayRate(double rate) const { setReplayRate_(rate); }
+    void restartReplay() const { restartReplay_(); }
+
     /// Reports since the library was loaded.
     struct Totals
     {
@@ -68,6 +78,12 @@ private:
     decltype(&orvexsim_fault_is_on) faultIsOn_;
     decltype(&orvexsim_trigger) trigger_;
     decltype(&orvexsim_last_error) lastError_;
+    decltype(&orvexsim_replay) replay_;
+    decltype(&orvexsim_replay_pause) pauseReplay_;
+    decltype(&orvexsim_replay_step) stepReplay_;
+    decltype(&orvexsim_replay_seek) seekReplay_;
+    decltype(&orvexsim_replay_rate) setReplayRate_;
+    decltype(&orvexsim_replay_restart) restartReplay_;
 };
 
 /// Loads the stand-in driver library from where the build or the installation put it.

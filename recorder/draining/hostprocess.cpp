@@ -15,6 +15,10 @@ namespace recorder {
 
 namespace {
 
+constexpr int notExecutable = 126;
+constexpr int notFound = 127;
+constexpr int unknownStatus = 255;
+
 /// The environment with some variables replaced.
 std::vector<std::string> environmentWith(const HostProcess::Environment &added)
 {
@@ -55,6 +59,18 @@ sigset_t ownSignals()
 }
 
 } // namespace
+
+int statusOf(const ProcessEnd &end)
+{
+    if (!end.isKnown)
+        return unknownStatus;
+    return end.isSignal ? 128 + end.value : end.value;
+}
+
+int statusOfStartError(int error)
+{
+    return error == ENOENT ? notFound : notExecutable;
+}
 
 ProcessHandle::ProcessHandle(pid_t processId)
     : process(processId)

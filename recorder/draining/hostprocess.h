@@ -17,6 +17,11 @@ struct ProcessEnd
     int value = 0; ///< the exit status, or the signal's number
 };
 
+/// The status to end with in its place, as a shell has it.
+int statusOf(const ProcessEnd &end);
+/// The same for one that could not be started, by the error number.
+int statusOfStartError(int error);
+
 /// A process as a descriptor that becomes readable when it ends.
 class ProcessHandle
 {

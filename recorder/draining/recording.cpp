@@ -72,7 +72,7 @@ void Recording::write(const ring::Taken &taken)
     lastNs = std::max(lastNs, taken.clockNs);
     const auto kind = static_cast<capture::Kind>(taken.kind);
     if (kind == capture::Kind::Report)
-        writeChanges(enumeration.reported(taken.board), taken.clockNs);
+        writeChanges(enumeration.reported(taken.board), taken);
     const std::optional<OpenCall> returned = close(taken);
     capture::Header header = capture::newHeader(kind);
     header.flags = taken.flags;
@@ -141,26 +141,27 @@ std::optional<Recording::OpenCall> Recording::close(const ring::Taken &taken)
 void Recording::follow(const ring::Taken &taken, const OpenCall &call)
 {
     if (taken.call == getDeviceCountCall)
-        writeChanges(enumeration.countReturned(taken.result), taken.clockNs);
+        writeChanges(enumeration.countReturned(taken.result), taken);
     else if (taken.call == enumDeviceInfoCall)
         writeChanges(
             enumeration.recordReturned(call.argument, taken.result != 0 ? taken.payload : std::string()),
-            taken.clockNs);
+            taken);
 }
 
-void Recording::writeChanges(const std::vector<Enumeration::Change> &changes, std::uint64_t monotonicNs)
+/// \param cause what crossed and tells of them
+void Recording::writeChanges(const std::vector<Enumeration::Change> &changes, const ring::Taken &cause)
 {
     for (const Enumeration::Change &change : changes) {
         Board &board = boards[change.board];
         board.index = change.index < 0 ? board.index : change.index;
         capture::Header header = capture::newHeader(capture::Kind::Board);
-        header.flags = capture::BoardIsValid;
+        header.flags = capture::BoardIsValid | (cause.flags & capture::FromReplay);
         header.board = change.board;
         const capture::BoardState state =
             change.isGone ? capture::BoardState::Gone : capture::BoardState::Seen;
         writePacket(header,
                     payloadOf(capture::BoardChange{state, change.index, capture::viewOf(change.record)}),
-                    monotonicNs, {});
+                    cause.clockNs, {});
     }
 }
 

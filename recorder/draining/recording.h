@@ -81,7 +81,7 @@ private:
 
     void writePacket(capture::Header header, const std::string &payload, std::uint64_t monotonicNs,
                      const Extras &extras);
-    void writeChanges(const std::vector<Enumeration::Change> &changes, std::uint64_t monotonicNs);
+    void writeChanges(const std::vector<Enumeration::Change> &changes, const ring::Taken &cause);
     std::uint32_t interfaceOf(const capture::Header &header);
     void addInterface(std::int32_t id, Board &board);
     void open(const ring::Taken &taken);

@@ -1,6 +1,5 @@
 #include "recordrun.h"
 
-#include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <sys/random.h>
@@ -12,10 +11,6 @@
 namespace recorder {
 
 namespace {
-
-constexpr int notExecutable = 126;
-constexpr int notFound = 127;
-constexpr int unknownStatus = 255;
 
 std::uint32_t randomSession()
 {
@@ -42,13 +37,6 @@ HostProcess::Environment environmentOf(const RecordOptions &options, const Share
         environment.emplace_back("LD_LIBRARY_PATH", path && *path ? folder + ':' + path : folder);
     }
     return environment;
-}
-
-int statusOf(const ProcessEnd &end)
-{
-    if (!end.isKnown)
-        return unknownStatus;
-    return end.isSignal ? 128 + end.value : end.value;
 }
 
 std::string whyNothingWasRecorded(const RecordOptions &options, const FoundLibrary &found,
@@ -109,7 +97,7 @@ RecordResult record(const RecordOptions &options, const std::function<void(const
                 start);
     if (run.startError() != 0) {
         file.remove();
-        return {run.startError() == ENOENT ? notFound : notExecutable,
+        return {statusOfStartError(run.startError()),
                 {options.command.front() + ": " + std::strerror(run.startError())}};
     }
     const int hostStatus = statusOf(run.watch(options.note, report));

@@ -1,6 +1,7 @@
 #include <cstdio>
 #include <dlfcn.h>
 
+#include "crossingflags.h"
 #include "realcalls.h"
 #include "session.h"
 #include "simulatornames.h"
@@ -36,6 +37,7 @@ void lookUpAll()
 #define LOOK_UP(name) lookUp(simulator.name, #name);
     ORVEXSIM_NAMES(LOOK_UP)
 #undef LOOK_UP
+    tap::replayIsOn = reinterpret_cast<int (*)()>(simulator.orvexsim_replay_is_on);
     dlerror();
 }
 
@@ -91,6 +93,9 @@ __attribute__((destructor)) void closeReal()
     if (wasOpen)
         tap::noteLibraryStays();
     dlclose(handle);
+    // Not before: what its threads still delivered was told whether it is a replay's.
+    if (!wasOpen)
+        tap::replayIsOn = nullptr;
 }
 
 } // namespace

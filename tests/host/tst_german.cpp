@@ -4,6 +4,7 @@
 
 #include "boardmenu.h"
 #include "host/examplehost.h"
+#include "replaymenu.h"
 #include "simulator/simulatedlibrary.h"
 #include "support/tests.h"
 
@@ -33,13 +34,14 @@ void GermanTest::initTestCase()
     QCoreApplication::installTranslator(&german_);
     host_ = std::make_unique<ExampleHost>();
     new BoardMenu(*host_->window, *Simulation::find());
+    new ReplayMenu(*host_->window, *Simulation::find());
 }
 
 void GermanTest::namesMenus()
 {
     // "basic" is no group that the host knows
     QCOMPARE(captions(host_->window->menuBar()->actions()),
-             QStringList({"&Datei", "&Basic", "&Erweitert", "B&oard", "&Hilfe"}));
+             QStringList({"&Datei", "&Basic", "&Erweitert", "B&oard", "&Wiedergabe", "&Hilfe"}));
 }
 
 void GermanTest::namesActions()
@@ -47,7 +49,9 @@ void GermanTest::namesActions()
     QCOMPARE(captions(menu(0)->actions()), QStringList({"Werkzeug &schließen", "&Beenden"}));
     QCOMPARE(captions(menu(3)->actions()),
              QStringList({"&Einstecken", "&Ausstecken", "&Störung", "S&zenario: default"}));
-    QCOMPARE(captions(menu(4)->actions()), QStringList("Ü&ber"));
+    QCOMPARE(captions(menu(4)->actions()), QStringList({"&Pause\tSpace", "&Schritt\tRight", "Sc&hneller\tUp",
+                                                        "&Langsamer\tDown", "&Von vorn\tHome"}));
+    QCOMPARE(captions(menu(5)->actions()), QStringList("Ü&ber"));
 }
 
 void GermanTest::givesEachActionALetterOfItsOwn()

@@ -12,6 +12,7 @@
 #include "plotcommands.h"
 #include "recordcommand.h"
 #include "redactcommand.h"
+#include "replaycommand.h"
 #include "statscommand.h"
 
 namespace {
@@ -24,10 +25,11 @@ std::string usageError(const CLI::App *, const CLI::Error &error)
     return std::string("padscope: ") + error.what() + "; see --help\n";
 }
 
-/// Takes the host's command off those of `record`: it is passed on as it is.
+/// Takes the host's command off those of `record` and `replay`: it is passed on as it is.
 std::vector<std::string> takeHost(int &argc, char **argv)
 {
-    if (argc < 2 || std::string(argv[1]) != "record")
+    const std::string verb = argc < 2 ? "" : argv[1];
+    if (verb != "record" && verb != "replay")
         return {};
     char **const end = argv + argc;
     char **const mark = std::find(argv, end, std::string("--"));
@@ -45,6 +47,7 @@ int run(int argc, char **argv)
     int status = 0;
     const std::vector<std::string> host = takeHost(argc, argv);
     addRecordCommand(program, host, status);
+    addReplayCommand(program, host, status);
     addInfoCommand(program, status);
     addDecodeCommand(program, status);
     addCheckCommand(program, status);

@@ -1,5 +1,7 @@
 #include "calls.h"
 
+#include "crossingflags.h"
+
 namespace tap {
 
 namespace {
@@ -9,15 +11,13 @@ ring::Crossing crossingOf(capture::Kind kind, const CallInfo &call, std::uint8_t
 {
     ring::Crossing crossing;
     crossing.kind = static_cast<std::uint8_t>(kind);
-    crossing.flags = flags;
+    crossing.flags = flags | flagsOfCrossing();
     if (call.hasBoard)
         crossing.flags |= capture::BoardIsValid;
     if (bytes.isCut())
         crossing.flags |= capture::PayloadCut;
     if (bytes.hasUnread())
         crossing.flags |= capture::NotRead;
-    if (callDepth() > 0)
-        crossing.flags |= capture::WithinCall;
     crossing.call = call.number;
     crossing.board = call.hasBoard ? call.board : 0;
     crossing.thread = threadId();

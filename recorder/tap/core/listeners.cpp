@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <utility>
 
+#include "crossingflags.h"
 #include "header.h"
 #include "listenernumbers.h"
 #include "payloads.h"
@@ -19,17 +20,12 @@ constexpr std::size_t poolSize = 32; // of either sort
 template <typename Function>
 std::array<std::atomic<Function>, poolSize> functions{};
 
-std::uint8_t flagsOfThread()
-{
-    return callDepth() > 0 ? std::uint8_t{capture::WithinCall} : std::uint8_t{0};
-}
-
 void recordReport(ring::Control &control, std::uint32_t listener, int device, const unsigned char *data,
                   unsigned int length)
 {
     ring::Crossing crossing;
     crossing.kind = static_cast<std::uint8_t>(capture::Kind::Report);
-    crossing.flags = static_cast<std::uint8_t>(flagsOfThread() | capture::BoardIsValid);
+    crossing.flags = static_cast<std::uint8_t>(flagsOfCrossing() | capture::BoardIsValid);
     crossing.board = device;
     crossing.thread = threadId();
     crossing.link = listener;
@@ -50,7 +46,7 @@ void recordHotplug(ring::Control &control, std::uint32_t listener)
 {
     ring::Crossing crossing;
     crossing.kind = static_cast<std::uint8_t>(capture::Kind::Hotplug);
-    crossing.flags = flagsOfThread();
+    crossing.flags = flagsOfCrossing();
     crossing.thread = threadId();
     crossing.link = listener;
     ring::put(control, crossing, nullptr, 0);

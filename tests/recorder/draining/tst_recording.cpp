@@ -45,6 +45,7 @@ private slots:
     void boardsWithoutASlotAreCounted();
     void aReportThatIsNotCountedIsInTheEnd();
     void aLengthThatIsALie();
+    void aBoardOfAReplay();
 };
 
 /// There was none when its first report came.
@@ -143,6 +144,27 @@ void RecordingTests::aLengthThatIsALie()
     QCOMPARE(reader.next(), capture::pcapng::Event::Packet);
     QCOMPARE(reader.record().payloadLength, 4'294'967'295 - 40);
     close(descriptor);
+}
+
+/// It is told of with the flag of the report that tells of it.
+void RecordingTests::aBoardOfAReplay()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("x.pcapng");
+    recorder::CaptureFile file(path.toStdString());
+    recorder::Recording recording(file, 1, recorder::Clocks::now());
+    ring::Taken replayed = reportOf(7, 0);
+    replayed.flags |= 64;
+    recording.write(replayed);
+    recording.write(reportOf(8, 1));
+    recording.flush();
+    const int descriptor = open(QFile::encodeName(path), O_RDONLY);
+    capture::RecordReader reader(descriptor);
+    QList<int> flags;
+    while (reader.next() == capture::pcapng::Event::Packet)
+        flags += reader.record().header.flags;
+    close(descriptor);
+    QCOMPARE(flags, (QList<int>{65, 65, 1, 1}));
 }
 
 PADSCOPE_TESTS(RecordingTests);

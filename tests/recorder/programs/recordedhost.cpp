@@ -198,6 +198,13 @@ void waitDelivered(int count)
         std::printf("not delivered: %d\n", count);
 }
 
+/// Until so many were since the library was loaded.
+void waitTotal(int count)
+{
+    if (FIND(orvexsim_wait_delivered)(static_cast<unsigned>(count), 60'000) == 0)
+        std::printf("not delivered in all: %d\n", count);
+}
+
 void raiseSignal(int number)
 {
     std::fflush(stdout);
@@ -226,6 +233,7 @@ bool run(const std::string &step)
                                                                  {"report", report},
                                                                  {"wait", waitMs},
                                                                  {"delivered", waitDelivered},
+                                                                 {"total", waitTotal},
                                                                  {"raise", raiseSignal},
                                                                  {"exit", end},
                                                                  {"catch", catchSignal},

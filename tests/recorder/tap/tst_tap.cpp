@@ -1,5 +1,6 @@
 #include <dlfcn.h>
 #include <optional>
+#include <QRegularExpression>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -15,13 +16,13 @@ using ring::Consumer;
 
 namespace {
 
-/// A tap over the simulator. Its process maps one ring, the first.
+/// A tap over the simulator or another library. Its process maps one ring, the first.
 struct TappedLibrary
 {
-    TappedLibrary()
+    explicit TappedLibrary(const char *driver = SIMULATOR_FILE)
     {
         qputenv("PADSCOPE_RING", shared.path().c_str());
-        qputenv("PADSCOPE_DRIVER", SIMULATOR_FILE);
+        qputenv("PADSCOPE_DRIVER", driver);
         library.emplace(TAP_FILE);
         crossings();
     }
@@ -34,6 +35,13 @@ struct TappedLibrary
         while (consumer.take(taken, false) == Consumer::Step::Record)
             lines += lineOf(taken);
         return lines;
+    }
+
+    /// The same without listeners and payloads.
+    QStringList crossingsInShort()
+    {
+        static const QRegularExpression details("( listener \\d+)?:.*");
+        return crossings().replaceInStrings(details, {});
     }
 
     static QString lineOf(const ring::Taken &taken)
@@ -72,6 +80,7 @@ private slots:
     void recordsCalls();
     void recordsReportsBeforeTheyAreDelivered();
     void callbacksThatWereEqualStayEqual();
+    void tellsWhatComesFromAReplay();
     void threadsTakeNothingFromEachOther();
     void aForkedChildIsOff();
 };
@@ -175,6 +184,33 @@ void TapTests::callbacksThatWereEqualStayEqual()
     QCOMPARE(tapped.crossings().filter("call 4"), (QStringList{"call 4 board 7: 07 00 00 00 05 00 00 00",
                                                                "call 4 board 7: 07 00 00 00 06 00 00 00"}));
     library.orvexDetach();
+}
+
+/// Its flag is 64; 4 is that of what is delivered within a call.
+void TapTests::tellsWhatComesFromAReplay()
+{
+    {
+        TappedLibrary tapped(REPLAYING_LIBRARY);
+        SimulatedLibrary &library = *tapped.library;
+        library.orvexSendCommand(7, "1");
+        library.orvexSetCallback(7, ignoreReport, nullptr);
+        library.orvexSetPnpCallback(ignoreHotplug, nullptr);
+        QCOMPARE(
+            tapped.crossingsInShort(),
+            (QStringList{"call 6 board 7", "return 6 board 7 result 0 flags 64", "call 4 board 7 flags 64",
+                         "report board 7 flags 68", "return 4 board 7 flags 64", "call 11 flags 64",
+                         "hotplug flags 68", "return 11 flags 64"}));
+        library.orvexSendCommand(7, "0");
+        library.orvexSetCallback(7, ignoreReport, nullptr);
+        QCOMPARE(tapped.crossingsInShort(),
+                 (QStringList{"call 6 board 7 flags 64", "return 6 board 7 result 0", "call 4 board 7",
+                              "report board 7 flags 4", "return 4 board 7"}));
+        library.orvexSendCommand(7, "1");
+    }
+    // The next library is asked itself.
+    TappedLibrary tapped;
+    tapped.library->orvexInterface();
+    QCOMPARE(tapped.crossingsInShort().value(0), QString("call 3"));
 }
 
 /// Eight boards, while calls are made.

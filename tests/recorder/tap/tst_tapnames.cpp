@@ -59,7 +59,7 @@ void TapNamesTests::hasTheNamesOfTheSimulatorsControl()
 #define COUNT(member, name) found += dlsym(tap, #name) != nullptr ? 1 : 0;
     ORVEXSIM_FUNCTIONS(COUNT)
 #undef COUNT
-    QCOMPARE(found, 21);
+    QCOMPARE(found, 28);
     dlclose(tap);
 }
 

@@ -18,7 +18,7 @@ void UsageTests::usage_data()
 {
     addColumns<QStringList, QString>("arguments", "line");
     addRow("no verb", QStringList(), "A subcommand is required");
-    addRow("no such verb", QStringList{"replay"}, "A subcommand is required");
+    addRow("no such verb", QStringList{"rewind"}, "A subcommand is required");
     addRow("no file", QStringList{"decode"}, "FILE is required");
     addRow("no such format", QStringList{"decode", "-", "--format", "xml"},
            "--format: xml is none of csv, jsonl, rows, text");
@@ -77,7 +77,7 @@ void UsageTests::usage()
 void UsageTests::helpAndVersion_data()
 {
     addColumns<QString>("verb");
-    for (const char *verb : {"record", "info", "decode", "check", "diff", "dissector"})
+    for (const char *verb : {"record", "replay", "info", "decode", "check", "diff", "dissector"})
         addRow(verb, verb);
 }
 

@@ -1,0 +1,69 @@
+#include "replayscenario.h"
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <nlohmann/json.hpp>
+#include <sys/mman.h>
+#include <unistd.h>
+
+namespace padscope {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+Json orNull(const std::optional<double> &number)
+{
+    return number ? Json(*number) : Json();
+}
+
+Json jsonOf(const Replay &replay)
+{
+    const Json rate = replay.rate ? Json(*replay.rate) : Json("max");
+    const Json loop = replay.rounds > 0 ? Json(replay.rounds) : Json("forever");
+    const Json session = replay.session.empty() ? Json() : Json(replay.session);
+    return {{"title", "A capture that is played"},
+            {"replay",
+             {{"capture", replay.capture},
+              {"rate", rate},
+              {"loop", loop},
+              {"from", replay.from},
+              {"to", orNull(replay.to)},
+              {"skipGaps", orNull(replay.skipGaps)},
+              {"paused", replay.isPaused},
+              {"lockstep", replay.isLockstep},
+              {"session", session}}}};
+}
+
+} // namespace
+
+ReplayScenario::ReplayScenario(const Replay &replay)
+    : file(memfd_create("replay", MFD_CLOEXEC | MFD_ALLOW_SEALING))
+{
+    std::string text;
+    try {
+        text = jsonOf(replay).dump(2);
+    } catch (const Json::exception &) {
+        trouble = replay.capture + ": a path that is no UTF-8 cannot be played";
+        return;
+    }
+    const bool isWritten =
+        file >= 0 && write(file, text.data(), text.size()) == static_cast<ssize_t>(text.size());
+    constexpr int seals = F_SEAL_WRITE | F_SEAL_GROW | F_SEAL_SHRINK | F_SEAL_SEAL;
+    if (!isWritten || fcntl(file, F_ADD_SEALS, seals) != 0)
+        trouble = std::string("no memory for the scenario: ") + std::strerror(errno);
+}
+
+ReplayScenario::~ReplayScenario()
+{
+    if (file >= 0)
+        close(file);
+}
+
+std::string ReplayScenario::path() const
+{
+    return "/proc/" + std::to_string(getpid()) + "/fd/" + std::to_string(file);
+}
+
+} // namespace padscope
