@@ -206,9 +206,10 @@ void Recording::writeStatus(const Clocks &clocks, const ring::Control &control)
 
 void Recording::writeMark(const std::string &text, std::uint64_t monotonicNs)
 {
+    lastNs = std::max(lastNs, monotonicNs);
     Extras extras;
     extras.comment = text;
-    writePacket(capture::newHeader(capture::Kind::Mark), text, monotonicNs, extras);
+    writePacket(capture::newHeader(capture::Kind::Mark), text, lastNs, extras);
 }
 
 void Recording::writeEnd(capture::End end, std::uint64_t lost, const Clocks &clocks,

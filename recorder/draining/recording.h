@@ -26,13 +26,14 @@ public:
     void write(const ring::Taken &taken);
     /// \param clocks of a moment behind which nothing has been written
     void writeStatus(const Clocks &clocks, const ring::Control &control);
+    /// \param monotonicNs when it was asked for; what has been written crossed before
     void writeMark(const std::string &text, std::uint64_t monotonicNs);
     /// Writes what was collected, in one piece. To be called when nothing is to be collected for a while.
     void flush();
     /// The last packet, and the statistics of the interfaces.
     void writeEnd(capture::End end, std::uint64_t lost, const Clocks &clocks, const ring::Control &control);
 
-    /// Time of the last crossing that was written.
+    /// Time of the last crossing or mark that was written.
     std::uint64_t lastCrossingNs() const { return lastNs; }
     std::uint64_t reports() const { return reportCount; }
     std::uint64_t lost() const { return lostCount; }

@@ -105,8 +105,9 @@ RecordResult record(const RecordOptions &options, const std::function<void(const
         return {1, {options.output + ": " + file.error()}};
     }
     const FoundLibrary found = findDriverLibrary(options.command.front(), options.tap);
-    HostRun run(options.command, environmentOf(options, ring, found.path), signals, ring.control(), recording,
-                start);
+    marking::MarkInbox marks(session);
+    HostRun run(options.command, environmentOf(options, ring, found.path), signals, marks, ring.control(),
+                recording, start);
     if (run.startError() != 0) {
         file.remove();
         return {run.startError() == ENOENT ? notFound : notExecutable,

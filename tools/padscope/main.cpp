@@ -8,6 +8,7 @@
 #include "decodecommand.h"
 #include "dissectorcommand.h"
 #include "infocommand.h"
+#include "markcommand.h"
 #include "recordcommand.h"
 
 namespace {
@@ -45,6 +46,7 @@ int run(int argc, char **argv)
     addDecodeCommand(program, status);
     addCheckCommand(program, status);
     addDissectorCommand(program, status);
+    addMarkCommand(program, status);
     for (CLI::App *command : program.get_subcommands(nullptr))
         command->set_version_flag("--version", version, "Prints the version");
     try {

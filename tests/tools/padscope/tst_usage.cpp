@@ -58,7 +58,7 @@ void UsageTests::usage()
 void UsageTests::helpAndVersion_data()
 {
     addColumns<QString>("verb");
-    for (const char *verb : {"record", "info", "decode", "check", "dissector"})
+    for (const char *verb : {"record", "info", "decode", "check", "dissector", "mark"})
         addRow(verb, verb);
 }
 
