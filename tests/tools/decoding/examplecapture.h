@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QByteArrayList>
+
 #include "records.h"
 
 /// A small capture: one session, a second long, with every kind of packet.

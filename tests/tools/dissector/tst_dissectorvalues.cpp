@@ -1,6 +1,7 @@
 #include <nlohmann/json.hpp>
 #include <QFile>
 #include <QRandomGenerator>
+#include <QRegularExpression>
 
 #include "records.h"
 #include "shark.h"
