@@ -43,14 +43,6 @@ std::vector<std::string> kindNames()
     };
 }
 
-std::vector<std::string> typeNames()
-{
-    std::vector<std::string> names = decoding::reportTypes();
-    for (const std::string &name : decoding::layoutNames())
-        names.push_back(name);
-    return names;
-}
-
 template <typename Value, typename Wanted>
 bool isAmong(const std::vector<Wanted> &wanted, const Value &value)
 {
@@ -65,11 +57,10 @@ bool isOfKind(const DecodeOptions &options, const capture::Record &record)
 
 bool isOfType(const DecodeOptions &options, const capture::Record &record)
 {
-    if (options.types.empty())
-        return true;
     const bool isReport = record.header.kindOf() == capture::Kind::Report;
-    return isReport && (isAmong(options.types, decoding::reportTypeOf(record)) ||
-                        isAmong(options.types, decoding::layoutNameOf(record)));
+    const auto isItsType = [&record](const std::string &name) { return decoding::isOfType(record, name); };
+    return options.types.empty() ||
+           (isReport && std::any_of(options.types.begin(), options.types.end(), isItsType));
 }
 
 bool isOfBoard(const DecodeOptions &options, const capture::Record &record)
@@ -176,7 +167,7 @@ void addFilters(CLI::App *command, DecodeOptions &options)
     addRepeatable(command, "--type", options.types,
                   "Only reports of this type, such as SignalReport, signal1 or unknown (repeatable)")
         ->type_name("NAME")
-        ->check(padscope::oneOf(typeNames()));
+        ->check(padscope::oneOf(decoding::typeNames()));
     addRepeatable(command, "--kind", options.kinds,
                   "Only packets of this kind, such as report or call (repeatable)")
         ->type_name("NAME")
