@@ -39,7 +39,7 @@ ProcessEnd HostRun::watch(const std::string &note, const std::function<void(cons
     const ProcessHandle hostHandle(host.id());
     recording.writeStatus(started, control);
     if (!note.empty())
-        recording.writeMark(note, started.monotonicNs);
+        recording.writeMark({started.monotonicNs, note});
     for (;;) {
         const bool isEnding = isOver();
         const Clocks now = Clocks::now();
@@ -48,6 +48,8 @@ ProcessEnd HostRun::watch(const std::string &note, const std::function<void(cons
             writeMarks(now.monotonicNs);
         if (last != Step::Record)
             recording.flush();
+        if (last == Step::Empty)
+            recording.passTime(now.monotonicNs);
         keepTime(now, last == Step::Empty, report);
         if (isEnding && last != Step::Record)
             break;
@@ -126,7 +128,7 @@ void HostRun::takeMarks()
 void HostRun::writeMarks(std::uint64_t untilNs)
 {
     while (!marks.empty() && marks.front().askedNs <= untilNs) {
-        recording.writeMark(marks.front().text, marks.front().askedNs);
+        recording.writeMark(marks.front());
         marks.pop_front();
     }
 }
@@ -136,7 +138,7 @@ void HostRun::passSignals(std::uint64_t nowNs)
 {
     for (int number = signals.take(); number != 0; number = signals.take()) {
         if (number == SIGUSR2)
-            marks.push_back(markInbox.numbered(Clocks::now().monotonicNs, {}));
+            marks.push_back(markInbox.numbered({Clocks::now().monotonicNs, {}, number}));
         else if (number == SIGTERM || number == SIGHUP)
             held.emplace(number, nowNs + groupSignalNs);
         else if (host.end() && number != SIGXFSZ)

@@ -71,10 +71,10 @@ std::optional<Mark> MarkInbox::take()
     return std::nullopt;
 }
 
-Mark MarkInbox::numbered(std::uint64_t askedNs, const std::string &text)
+Mark MarkInbox::numbered(const Mark &mark)
 {
     ++count;
-    return {askedNs, text.empty() ? "mark " + std::to_string(count) : text};
+    return {mark.askedNs, mark.text.empty() ? "mark " + std::to_string(count) : mark.text, mark.signal};
 }
 
 /// Nobody of another user.
@@ -103,7 +103,7 @@ std::optional<Mark> MarkInbox::read(int connection)
         const std::string text = message.substr(timeLength);
         const auto askedNs = capture::integerAt<std::uint64_t>(capture::viewOf(message), 0);
         if (isUtf8(text))
-            mark = numbered(askedNs, text);
+            mark = numbered({askedNs, text});
     }
     if (mark) {
         std::string answer;

@@ -26,7 +26,7 @@ public:
     std::optional<Mark> take();
 
     /// Gives a mark its number, which is its text if it has none: "mark 3".
-    Mark numbered(std::uint64_t askedNs, const std::string &text);
+    Mark numbered(const Mark &mark);
 
 private:
     void admit();

@@ -18,6 +18,7 @@ struct Mark
 {
     std::uint64_t askedNs = 0; ///< when it was asked for, by the monotonic clock
     std::string text;
+    int signal = 0; ///< that has asked for it
 };
 
 struct Address

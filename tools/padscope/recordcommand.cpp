@@ -10,9 +10,11 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <poll.h>
 #include <unistd.h>
 
+#include "events.h"
 #include "options.h"
 #include "recordrun.h"
 
@@ -102,6 +104,26 @@ void occupyStandardStreams()
     }
 }
 
+/// The part of `record` that waits for events.
+struct EventOptions
+{
+    std::vector<std::string> names;
+    double before = 10;
+    double after = 5;
+};
+
+std::optional<recorder::Trigger> triggerOf(const EventOptions &options)
+{
+    if (options.names.empty())
+        return std::nullopt;
+    constexpr double nsPerSecond = 1e9;
+    recorder::Trigger trigger;
+    trigger.beforeNs = static_cast<std::uint64_t>(options.before * nsPerSecond);
+    trigger.afterNs = static_cast<std::uint64_t>(options.after * nsPerSecond);
+    trigger.isEvent = padscope::isAnyOf(options.names);
+    return trigger;
+}
+
 int run(recorder::RecordOptions options)
 {
     occupyStandardStreams();
@@ -127,6 +149,28 @@ int run(recorder::RecordOptions options)
     return result.status;
 }
 
+void addEventOptions(CLI::App *command, EventOptions &options)
+{
+    CLI::Option *on =
+        command
+            ->add_option(
+                "--on", options.names,
+                "Writes only what lies around this: mark, call:NAME, type:NAME or signal (repeatable)")
+            ->type_name("EVENT")
+            ->allow_extra_args(false)
+            ->check(padscope::eventName());
+    const auto addSeconds = [command, on](const char *name, double &seconds, const char *description) {
+        constexpr double maxSeconds = 86'400;
+        command->add_option(name, seconds, description)
+            ->type_name("S")
+            ->check(padscope::finiteNumber())
+            ->check(CLI::Range(0.0, maxSeconds))
+            ->needs(on);
+    };
+    addSeconds("--before", options.before, "Seconds before the event, up to 86400; 10 unless said otherwise");
+    addSeconds("--after", options.after, "Seconds behind the event, up to 86400; 5 unless said otherwise");
+}
+
 } // namespace
 
 void addRecordCommand(CLI::App &program, const std::vector<std::string> &host, int &status)
@@ -146,11 +190,14 @@ void addRecordCommand(CLI::App &program, const std::vector<std::string> &host, i
     command->add_option("--note", options->note, "Text that the capture begins with")
         ->type_name("TEXT")
         ->check(padscope::markText("a note"));
+    const auto events = std::make_shared<EventOptions>();
+    addEventOptions(command, *events);
     command->footer("HOST [ARGUMENT...]          The host and its arguments, behind --");
-    command->callback([options, &host, &status] {
+    command->callback([options, events, &host, &status] {
         if (host.empty())
             throw CLI::RequiredError("-- HOST");
         options->command = host;
+        options->trigger = triggerOf(*events);
         status = run(*options);
     });
 }

@@ -91,10 +91,10 @@ void MarkInboxTests::aMarkIsAnswered()
 void MarkInboxTests::marksAreNumbered()
 {
     marking::MarkInbox inbox(session);
-    QCOMPARE(inbox.numbered(7, {}).text, std::string("mark 1"));
-    QCOMPARE(inbox.numbered(8, "pen").text, std::string("pen"));
-    QCOMPARE(inbox.numbered(9, {}).text, std::string("mark 3"));
-    QCOMPARE(inbox.numbered(9, {}).askedNs, std::uint64_t{9});
+    QCOMPARE(inbox.numbered({7, {}}).text, std::string("mark 1"));
+    QCOMPARE(inbox.numbered({8, "pen"}).text, std::string("pen"));
+    QCOMPARE(inbox.numbered({9, {}}).text, std::string("mark 3"));
+    QCOMPARE(inbox.numbered({9, {}}).askedNs, std::uint64_t{9});
 }
 
 void MarkInboxTests::whatIsNoRequestIsDropped_data()
