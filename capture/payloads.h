@@ -51,6 +51,7 @@ enum class EndReason : std::uint32_t
     Exit = 1,
     Signal = 2,
     Unknown = 3,
+    Slice = 4, ///< of the file: the recording went on
 };
 
 struct End

@@ -8,9 +8,9 @@
 
 namespace recorder {
 
-CaptureFile::CaptureFile(const std::string &filePath)
-    : path(filePath)
-    , file(open(filePath.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0600))
+CaptureFile::CaptureFile(const std::string &path)
+    : filePath(path)
+    , file(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0600))
 {
     if (file < 0)
         trouble = std::strerror(errno);
@@ -68,9 +68,9 @@ void CaptureFile::remove()
     {
     };
     // The host may have put another in its place.
-    if (fstat(file, &own) == 0 && lstat(path.c_str(), &there) == 0 && own.st_ino == there.st_ino &&
+    if (fstat(file, &own) == 0 && lstat(filePath.c_str(), &there) == 0 && own.st_ino == there.st_ino &&
         own.st_dev == there.st_dev)
-        unlink(path.c_str());
+        unlink(filePath.c_str());
 }
 
 } // namespace recorder

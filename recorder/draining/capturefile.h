@@ -4,40 +4,35 @@
 #include <string>
 #include <vector>
 
+#include "output.h"
+
 namespace recorder {
 
 /// A new file that only its owner may read. It holds whole blocks whatever happens.
-class CaptureFile
+class CaptureFile : public Output
 {
 public:
     /// Overwrites nothing and follows no link in the file's place.
     explicit CaptureFile(const std::string &path);
-    ~CaptureFile();
+    ~CaptureFile() override;
 
-    CaptureFile(const CaptureFile &) = delete;
-    CaptureFile &operator=(const CaptureFile &) = delete;
-
-    /// Empty, or why the file could not be made, or not be written last.
-    const std::string &error() const { return trouble; }
+    const std::string &error() const override { return trouble; }
+    const std::string &path() const override { return filePath; }
     bool isOpen() const { return file >= 0; }
 
-    /// Writes a block whole or not at all: without room for it the file ends with the block before. Where
-    /// even that fails, nothing is written any more, and readers tell that the file ends within a block.
-    bool write(const std::string &block) { return write(block, {block.size()}) == 1; }
-    /// Writes blocks that follow each other in one piece.
-    /// \return how many of them are in the file: all, or the first ones
-    std::size_t write(const std::string &blocks, const std::vector<std::size_t> &sizes);
+    using Output::write;
+    /// Writes blocks that follow each other in one piece, each whole or not at all: without room for one the
+    /// file ends with the block before. Where even that fails, nothing is written any more, and readers tell
+    /// that the file ends within a block. \return how many of them are in the file: all, or the first ones
+    std::size_t write(const std::string &blocks, const std::vector<std::size_t> &sizes) override;
 
-    /// What was written last may fail only now, on a file system of another machine.
-    void close();
-
-    /// Removes the file, when it is of no use.
-    void remove();
+    void close() override;
+    void remove() override;
 
 private:
     bool cutBack();
 
-    std::string path;
+    std::string filePath;
     int file;
     std::uint64_t size = 0;
     bool isWhole = true;

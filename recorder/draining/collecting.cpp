@@ -55,7 +55,7 @@ void Recording::writePacket(capture::Header header, const std::string &payload, 
     append(data, header);
     data += payload;
 
-    info.timeNs = std::max(start.realNs + (monotonicNs - start.monotonicNs), lastStamp + 1);
+    info.timeNs = std::max(stampOf(monotonicNs), lastStamp + 1);
     info.originalLength = static_cast<std::uint32_t>(std::min<std::uint64_t>(
         capture::headerSize + std::uint64_t{extras.originalPayloadLength}, UINT32_MAX));
     info.flags = extras.direction;
@@ -83,7 +83,7 @@ void Recording::flush()
 {
     if (collectedBlocks.empty())
         return;
-    const std::size_t written = file.write(collected, collectedSizes);
+    const std::size_t written = output.write(collected, collectedSizes);
     for (std::size_t i = collectedBlocks.size(); i > written; --i)
         takeBack(collectedBlocks[i - 1]);
     collected.clear();

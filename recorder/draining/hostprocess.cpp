@@ -53,7 +53,7 @@ sigset_t ownSignals()
     sigset_t signals;
     sigemptyset(&signals);
     // The last one comes of a file that has reached its limit, for which the write fails as well.
-    for (const int number : {SIGTERM, SIGHUP, SIGINT, SIGQUIT, SIGXFSZ})
+    for (const int number : {SIGTERM, SIGHUP, SIGUSR2, SIGINT, SIGQUIT, SIGXFSZ})
         sigaddset(&signals, number);
     return signals;
 }

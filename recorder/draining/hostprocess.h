@@ -71,8 +71,8 @@ private:
     std::optional<ProcessEnd> ended;
 };
 
-/// While in scope, this process ignores what the terminal sends to the host as well, and gets SIGTERM and
-/// SIGHUP as numbers.
+/// While in scope, this process ignores what the terminal sends to the host as well, and gets SIGTERM,
+/// SIGHUP and SIGUSR2 as numbers.
 class SignalInbox
 {
 public:

@@ -19,13 +19,15 @@ constexpr std::uint64_t clockStepNs = 100'000'000; ///< of the wall clock, that 
 } // namespace
 
 HostRun::HostRun(const std::vector<std::string> &command, const HostProcess::Environment &environment,
-                 const SignalInbox &inbox, ring::Control &ring, Recording &capture, const Clocks &start)
+                 const SignalInbox &inbox, marking::MarkInbox &requests, ring::Control &ring,
+                 Recording &capture, const Clocks &start)
     : control(ring)
     , consumer(ring)
     , recording(capture)
     , started(start)
     , lastClocks(start)
     , signals(inbox)
+    , markInbox(requests)
     , host(command, environment, signals.previousMask())
     , lastStatusNs(start.monotonicNs)
     , lastProgressNs(start.monotonicNs)
@@ -37,19 +39,25 @@ ProcessEnd HostRun::watch(const std::string &note, const std::function<void(cons
     const ProcessHandle hostHandle(host.id());
     recording.writeStatus(started, control);
     if (!note.empty())
-        recording.writeMark(note, started.monotonicNs);
+        recording.writeMark({started.monotonicNs, note});
     for (;;) {
         const bool isEnding = isOver();
         const Clocks now = Clocks::now();
         const Step last = drain(hasOwner() && ownerHasEnded());
+        if (last == Step::Empty)
+            writeMarks(now.monotonicNs);
         if (last != Step::Record)
             recording.flush();
+        if (last == Step::Empty)
+            recording.passTime(now.monotonicNs);
         keepTime(now, last == Step::Empty, report);
         if (isEnding && last != Step::Record)
             break;
         wait(hostHandle, last == Step::Record ? 0 : drainIntervalMs);
         passSignals(now.monotonicNs);
+        takeMarks();
     }
+    writeMarks(UINT64_MAX);
     recording.writeEnd(endOfOwner(), consumer.lostAtEnd(), Clocks::now(), control);
     return *host.end();
 }
@@ -85,6 +93,7 @@ HostRun::Step HostRun::drain(bool isOwnerDead)
         const Step step = consumer.take(taken, isOwnerDead);
         if (step != Step::Record)
             return step;
+        writeMarks(taken.clockNs);
         recording.write(taken);
     }
     return Step::Record;
@@ -92,19 +101,45 @@ HostRun::Step HostRun::drain(bool isOwnerDead)
 
 void HostRun::wait(const ProcessHandle &hostHandle, int timeoutMs)
 {
-    pollfd waited[3] = {{signals.descriptor(), POLLIN, 0}, {-1, POLLIN, 0}, {-1, POLLIN, 0}};
+    pollfd waited[4] = {{signals.descriptor(), POLLIN, 0},
+                        {markInbox.descriptor(), POLLIN, 0},
+                        {-1, POLLIN, 0},
+                        {-1, POLLIN, 0}};
     if (!host.end())
-        waited[1].fd = hostHandle.descriptor();
+        waited[2].fd = hostHandle.descriptor();
     if (ownerHandle && !ownerHandle->hasEnded())
-        waited[2].fd = ownerHandle->descriptor();
-    poll(waited, 3, timeoutMs);
+        waited[3].fd = ownerHandle->descriptor();
+    poll(waited, 4, timeoutMs);
+}
+
+/// No mark is of a moment that is still to come.
+void HostRun::takeMarks()
+{
+    while (std::optional<marking::Mark> mark = markInbox.take()) {
+        mark->askedNs = std::min(mark->askedNs, Clocks::now().monotonicNs);
+        const auto place =
+            std::upper_bound(marks.begin(), marks.end(), *mark,
+                             [](const auto &one, const auto &other) { return one.askedNs < other.askedNs; });
+        marks.insert(place, std::move(*mark));
+    }
+}
+
+/// Those that come before what crosses at a time.
+void HostRun::writeMarks(std::uint64_t untilNs)
+{
+    while (!marks.empty() && marks.front().askedNs <= untilNs) {
+        recording.writeMark(marks.front());
+        marks.pop_front();
+    }
 }
 
 /// What may have been sent to the whole group waits until that has shown.
 void HostRun::passSignals(std::uint64_t nowNs)
 {
     for (int number = signals.take(); number != 0; number = signals.take()) {
-        if (number == SIGTERM || number == SIGHUP)
+        if (number == SIGUSR2)
+            marks.push_back(markInbox.numbered({Clocks::now().monotonicNs, {}, number}));
+        else if (number == SIGTERM || number == SIGHUP)
             held.emplace(number, nowNs + groupSignalNs);
         else if (host.end() && number != SIGXFSZ)
             isToldToEnd = true;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
@@ -9,6 +10,7 @@
 #include "consumer.h"
 #include "groupwitness.h"
 #include "hostprocess.h"
+#include "markinbox.h"
 #include "orphans.h"
 #include "recording.h"
 
@@ -29,7 +31,8 @@ class HostRun
 public:
     /// Starts the host.
     HostRun(const std::vector<std::string> &command, const HostProcess::Environment &environment,
-            const SignalInbox &signals, ring::Control &ring, Recording &capture, const Clocks &start);
+            const SignalInbox &signals, marking::MarkInbox &marks, ring::Control &ring, Recording &capture,
+            const Clocks &start);
 
     /// 0, or the error number of the start. Nothing else may be called then.
     int startError() const { return host.error(); }
@@ -46,6 +49,8 @@ private:
     bool isOver();
     Step drain(bool isOwnerDead);
     void wait(const ProcessHandle &hostHandle, int timeoutMs);
+    void takeMarks();
+    void writeMarks(std::uint64_t untilNs);
     void passSignals(std::uint64_t nowNs);
     void pass(int number);
     void keepTime(const Clocks &now, bool isUpToDate, const std::function<void(const Progress &)> &report);
@@ -57,6 +62,8 @@ private:
     Clocks started;
     Clocks lastClocks;
     const SignalInbox &signals;
+    marking::MarkInbox &markInbox;
+    std::deque<marking::Mark> marks;   ///< that are not written, by their times
     std::map<int, std::uint64_t> held; ///< signals, and when they are passed on
     GroupWitness witness;
     Orphans orphans;

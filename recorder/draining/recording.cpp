@@ -54,16 +54,16 @@ std::string sectionOf(const std::string &sessionText)
 
 } // namespace
 
-Recording::Recording(CaptureFile &captureFile, std::uint32_t sessionNumber, const Clocks &clocks)
-    : file(captureFile)
+Recording::Recording(Output &blocks, std::uint32_t sessionNumber, const Clocks &clocks)
+    : output(blocks)
     , session(sessionNumber)
     , start(clocks)
     , sessionText(sessionTextOf(sessionNumber))
     , interfaces(1)
     , lastNs(clocks.monotonicNs)
 {
-    if (file.write(sectionOf(sessionText)))
-        file.write(capture::pcapng::interfaceDescription("driver", "driver library, " + sessionText));
+    if (output.write(sectionOf(sessionText)))
+        output.write(capture::pcapng::interfaceDescription("driver", "driver library, " + sessionText));
 }
 
 void Recording::write(const ring::Taken &taken)
@@ -205,11 +205,20 @@ void Recording::writeStatus(const Clocks &clocks, const ring::Control &control)
     writePacket(capture::newHeader(capture::Kind::Status), payloadOf(status), clocks.monotonicNs, {});
 }
 
-void Recording::writeMark(const std::string &text, std::uint64_t monotonicNs)
+void Recording::passTime(std::uint64_t monotonicNs)
 {
+    output.passTime(stampOf(monotonicNs));
+}
+
+void Recording::writeMark(const marking::Mark &mark)
+{
+    lastNs = std::max(lastNs, mark.askedNs);
+    capture::Header header = capture::newHeader(capture::Kind::Mark);
+    header.result = mark.signal;
+    header.flags = mark.signal != 0 ? capture::ResultIsValid : 0;
     Extras extras;
-    extras.comment = text;
-    writePacket(capture::newHeader(capture::Kind::Mark), text, monotonicNs, extras);
+    extras.comment = mark.text;
+    writePacket(header, mark.text, lastNs, extras);
 }
 
 void Recording::writeEnd(capture::End end, std::uint64_t lost, const Clocks &clocks,
@@ -237,7 +246,7 @@ void Recording::writeEnd(capture::End end, std::uint64_t lost, const Clocks &clo
         statistics += block;
         sizes.push_back(block.size());
     }
-    file.write(statistics, sizes);
+    output.write(statistics, sizes);
 }
 
 } // namespace recorder

@@ -6,11 +6,12 @@
 #include <string>
 #include <vector>
 
-#include "capturefile.h"
 #include "clocks.h"
 #include "consumer.h"
 #include "enumeration.h"
 #include "header.h"
+#include "marking.h"
+#include "output.h"
 #include "payloads.h"
 
 namespace recorder {
@@ -20,19 +21,22 @@ namespace recorder {
 class Recording
 {
 public:
-    /// Writes the section and the interface of the library. The file tells when it could not.
-    Recording(CaptureFile &file, std::uint32_t session, const Clocks &start);
+    /// Writes the section and the interface of the library. The output tells when it could not.
+    Recording(Output &output, std::uint32_t session, const Clocks &start);
 
     void write(const ring::Taken &taken);
     /// \param clocks of a moment behind which nothing has been written
     void writeStatus(const Clocks &clocks, const ring::Control &control);
-    void writeMark(const std::string &text, std::uint64_t monotonicNs);
+    /// What has been written crossed before it.
+    void writeMark(const marking::Mark &mark);
     /// Writes what was collected, in one piece. To be called when nothing is to be collected for a while.
     void flush();
+    /// Nothing has crossed up to now that is not written.
+    void passTime(std::uint64_t monotonicNs);
     /// The last packet, and the statistics of the interfaces.
     void writeEnd(capture::End end, std::uint64_t lost, const Clocks &clocks, const ring::Control &control);
 
-    /// Time of the last crossing that was written.
+    /// Time of the last crossing or mark that was written.
     std::uint64_t lastCrossingNs() const { return lastNs; }
     std::uint64_t reports() const { return reportCount; }
     std::uint64_t lost() const { return lostCount; }
@@ -89,11 +93,15 @@ private:
     std::optional<OpenCall> takeOpenCall(std::uint32_t thread, std::uint64_t crossing);
     void follow(const ring::Taken &taken, const OpenCall &call);
     std::vector<capture::BoardCounts> counts(const ring::Control &control, bool isEnd) const;
+    std::uint64_t stampOf(std::uint64_t monotonicNs) const
+    {
+        return start.realNs + (monotonicNs - start.monotonicNs);
+    }
     void addLost(std::uint64_t count);
     void collect(const Block &block, const std::string &bytes);
     void takeBack(const Block &block);
 
-    CaptureFile &file;
+    Output &output;
     std::uint32_t session;
     Clocks start;
     std::string sessionText;

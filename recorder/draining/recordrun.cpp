@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <sys/random.h>
 
 #include "capturefile.h"
@@ -37,6 +38,13 @@ HostProcess::Environment environmentOf(const RecordOptions &options, const Share
         environment.emplace_back("LD_LIBRARY_PATH", path && *path ? folder + ':' + path : folder);
     }
     return environment;
+}
+
+std::unique_ptr<Output> outputOf(const RecordOptions &options)
+{
+    if (options.trigger)
+        return std::make_unique<Slices>(options.output, *options.trigger, !options.note.empty());
+    return std::make_unique<CaptureFile>(options.output);
 }
 
 std::string whyNothingWasRecorded(const RecordOptions &options, const FoundLibrary &found,
@@ -83,35 +91,38 @@ RecordResult record(const RecordOptions &options, const std::function<void(const
     SharedRing ring(options.ringSize, session);
     if (!ring.error().empty())
         return {1, {ring.error()}};
-    CaptureFile file(options.output);
-    if (!file.isOpen())
-        return {1, {options.output + ": " + file.error()}};
+    const std::unique_ptr<Output> output = outputOf(options);
+    if (!output->error().empty())
+        return {1, {output->path() + ": " + output->error()}};
     const Clocks start = Clocks::now();
-    Recording recording(file, session, start);
-    if (!file.error().empty()) {
-        file.remove();
-        return {1, {options.output + ": " + file.error()}};
+    Recording recording(*output, session, start);
+    if (!output->error().empty()) {
+        output->remove();
+        return {1, {output->path() + ": " + output->error()}};
     }
     const FoundLibrary found = findDriverLibrary(options.command.front(), options.tap);
-    HostRun run(options.command, environmentOf(options, ring, found.path), signals, ring.control(), recording,
-                start);
+    marking::MarkInbox marks(session);
+    HostRun run(options.command, environmentOf(options, ring, found.path), signals, marks, ring.control(),
+                recording, start);
     if (run.startError() != 0) {
-        file.remove();
+        output->remove();
         return {statusOfStartError(run.startError()),
                 {options.command.front() + ": " + std::strerror(run.startError())}};
     }
     const int hostStatus = statusOf(run.watch(options.note, report));
     RecordResult result{hostStatus == 0 ? 1 : hostStatus, {}};
     if (!run.hasOwner())
-        file.remove();
-    file.close();
+        output->remove();
+    output->close();
     if (!run.hasOwner()) {
         result.lines.push_back(whyNothingWasRecorded(options, found, ring.control()));
-    } else if (!file.error().empty()) {
-        result.lines.push_back(options.output + ": " + file.error());
+    } else if (!output->error().empty()) {
+        result.lines.push_back(output->path() + ": " + output->error());
     } else {
         result.status = hostStatus;
     }
+    for (const std::string &line : output->remarks())
+        result.lines.push_back(line);
     for (const std::string &line : remarks(ring.control(), recording.lost()))
         result.lines.push_back(line);
     return result;

@@ -1,11 +1,13 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "hostrun.h"
 #include "sharedring.h"
+#include "slices.h"
 
 namespace recorder {
 
@@ -16,6 +18,7 @@ struct RecordOptions
     std::string tap;                  ///< path of the tap's exports
     std::string driver; ///< absolute path of the real library; empty for the host's or the loader's
     std::string note;
+    std::optional<Trigger> trigger; ///< keeps what lies around an event, and nothing else
     std::size_t ringSize = defaultRingSize;
 };
 

@@ -102,7 +102,7 @@ void addPayloadFields(Index &index)
         const std::string name = field.name;
         FieldInfo info{name, field.type, field.bits, labelOf(name.substr(name.find('.') + 1))};
         info.unit = field.unit;
-        for (std::int64_t value = 1; value <= 3 && field.valueNames[value - 1]; ++value)
+        for (std::int64_t value = 1; value <= 4 && field.valueNames[value - 1]; ++value)
             info.names.emplace_back(value, field.valueNames[value - 1]);
         index.fields.push_back(std::move(info));
     }

@@ -43,7 +43,7 @@ struct PayloadField
     FieldType type;
     unsigned bits;
     const char *unit = "";
-    const char *valueNames[3] = {}; ///< of 1, 2 and 3
+    const char *valueNames[4] = {}; ///< of 1 to 4
 };
 
 inline constexpr PayloadField payloadFields[] = {
@@ -53,7 +53,7 @@ inline constexpr PayloadField payloadFields[] = {
     {capture::Kind::Status, "status.localOffset", FieldType::Signed, 32, "s"},
     {capture::Kind::Board, "change.state", FieldType::Unsigned, 32, "", {"seen", "gone"}},
     {capture::Kind::Board, "change.index", FieldType::Signed, 32},
-    {capture::Kind::End, "end.reason", FieldType::Unsigned, 32, "", {"exit", "signal", "unknown"}},
+    {capture::Kind::End, "end.reason", FieldType::Unsigned, 32, "", {"exit", "signal", "unknown", "slice"}},
     {capture::Kind::End, "end.value", FieldType::Signed, 32},
 };
 

@@ -4,6 +4,7 @@
 
 #include "decoding.h"
 #include "fields.h"
+#include "recordtext.h"
 
 namespace decoding {
 
@@ -31,13 +32,18 @@ std::string_view layoutNameOf(const capture::Record &report)
     return layout ? std::string_view(names.at(layout)) : std::string_view();
 }
 
-std::vector<std::string> layoutNames()
+std::vector<std::string> typeNames()
 {
-    std::vector<std::string> names;
+    std::vector<std::string> names = reportTypes();
     for (const reports::Layout *layout : reports::layouts)
         names.push_back(prefixOf(*layout));
     names.emplace_back(textName);
     return names;
+}
+
+bool isOfType(const capture::Record &report, std::string_view name)
+{
+    return name == reportTypeOf(report) || name == layoutNameOf(report);
 }
 
 } // namespace decoding

@@ -12,7 +12,10 @@ namespace decoding {
 /// shown as raw bytes.
 std::string_view layoutNameOf(const capture::Record &report);
 
-/// All that layoutNameOf() gives.
-std::vector<std::string> layoutNames();
+/// All names by which reports are chosen: of types, of layouts, and "unknown".
+std::vector<std::string> typeNames();
+
+/// \param name one of these
+bool isOfType(const capture::Record &report, std::string_view name);
 
 } // namespace decoding

@@ -83,6 +83,13 @@ void appendLatin1(std::string &line, const std::string &text)
     }
 }
 
+bool isEndOfSession(const capture::Record &record)
+{
+    const bool isEnd = record.header.kindOf() == capture::Kind::End;
+    const auto end = isEnd ? capture::endOf(record.payload) : std::nullopt;
+    return isEnd && !(end && end->reason == capture::EndReason::Slice);
+}
+
 } // namespace
 
 void MonitorRows::follow(const capture::Record &record, Lines &lines)
@@ -94,7 +101,7 @@ void MonitorRows::follow(const capture::Record &record, Lines &lines)
     followThread(record, lines);
     if (!isWithinCall && !pendingText.empty() && record.timeNs >= flushStampNs)
         flushText(lines);
-    hasEnded = record.header.kindOf() == capture::Kind::End;
+    hasEnded = isEndOfSession(record);
     if (record.header.call != 0)
         followCall(record);
 }

@@ -77,6 +77,11 @@ void followReturn(SessionOverview &session, const capture::Record &record)
 
 } // namespace
 
+bool SessionOverview::hasNeverReturned(const Call &call) const
+{
+    return end && end->reason != capture::EndReason::Slice && call.gaps == gaps;
+}
+
 double SessionOverview::rateOf(const Board &board)
 {
     if (board.lastNs <= board.firstNs)
@@ -93,6 +98,8 @@ std::string SessionOverview::endText(bool isCutOff) const
         return "clean, exit status " + std::to_string(end->value);
     case capture::EndReason::Signal:
         return "signal " + std::to_string(end->value);
+    case capture::EndReason::Slice:
+        return "a slice";
     default:
         return "unknown"; // of a process that was no child of the recorder
     }

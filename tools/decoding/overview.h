@@ -47,10 +47,10 @@ struct SessionOverview
     std::vector<std::string> notes;
 
     /// Whether it is certain of an open call: nothing is missing behind it up to the end.
-    bool hasNeverReturned(const Call &call) const { return end && call.gaps == gaps; }
+    bool hasNeverReturned(const Call &call) const;
     /// Reports a second between the first and the last; 0 for fewer than two.
     static double rateOf(const Board &board);
-    /// "clean, exit status 0", "signal 9", "unknown", "cut off" or "no clean end".
+    /// "clean, exit status 0", "signal 9", "unknown", "a slice", "cut off" or "no clean end".
     /// \param isCutOff whether the file ends within a block
     std::string endText(bool isCutOff) const;
 };

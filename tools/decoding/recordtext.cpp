@@ -116,6 +116,8 @@ std::string endText(const capture::Record &record)
         return "end: exit status " + value + countsText(end->boards);
     case capture::EndReason::Signal:
         return "end: signal " + value + countsText(end->boards);
+    case capture::EndReason::Slice:
+        return "end: slice" + countsText(end->boards);
     default:
         return "end: unknown" + countsText(end->boards);
     }

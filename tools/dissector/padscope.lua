@@ -148,7 +148,7 @@ local fieldList = {
     {"status.localOffset", "signed", 32, "Local offset", unit = "s"},
     {"change.state", "unsigned", 32, "State", names = {[1] = "seen", [2] = "gone", }},
     {"change.index", "signed", 32, "Index"},
-    {"end.reason", "unsigned", 32, "Reason", names = {[1] = "exit", [2] = "signal", [3] = "unknown", }},
+    {"end.reason", "unsigned", 32, "Reason", names = {[1] = "exit", [2] = "signal", [3] = "unknown", [4] = "slice", }},
     {"end.value", "signed", 32, "Value"},
     {"mark", "text", 0, "Mark"},
 }
@@ -760,6 +760,8 @@ local function addCounts(packet, root, payload, index)
     end
 end
 
+local sliceEnd = 4 -- the recording went on
+
 local rows = {
     [kinds.Report] = reportRow,
     [kinds.Call] = callRow,
@@ -790,6 +792,7 @@ local rows = {
         local reason, value = unsignedAt(payload, 0, 4), decimal(signedAt(payload, 4))
         local text = reason == 1 and "end: exit status " .. value
             or reason == 2 and "end: signal " .. value
+            or reason == sliceEnd and "end: slice"
             or "end: unknown"
         return withCounts(text, payload, endCountsIndex)
     end,
@@ -825,14 +828,14 @@ end
 forgetCalls()
 padscope.init = forgetCalls
 
-local function pairUp(packet, frame)
+local function pairUp(packet, payload, frame)
     local session = sessions[packet.session] or {openCalls = {}, lastLoss = 0}
     sessions[packet.session] = session
     local open = session.openCalls
     if packet.lost > 0 then
         session.lastLoss = frame
     end
-    session.hasEnd = session.hasEnd or packet.kind == kinds.End
+    session.hasEnd = session.hasEnd or (packet.kind == kinds.End and unsignedAt(payload, 0, 4) ~= sliceEnd)
     if packet.kind == kinds.Call then
         open[packet.sequence] = frame
     elseif packet.kind == kinds.Return and packet.link ~= lostLink and open[packet.link] then
@@ -946,7 +949,7 @@ function padscope.dissector(tvb, pinfo, tree)
         root:add_proto_expert_info(experts.lost, decimal(packet.lost) .. " lost before this packet")
     end
     if not pinfo.visited then
-        pairUp(packet, pinfo.number)
+        pairUp(packet, payload, pinfo.number)
     end
     addPair(packet, root, pinfo)
     if #payload > 0 and addPayload[packet.kind] then

@@ -20,14 +20,6 @@ std::vector<std::string> kindNames()
     };
 }
 
-std::vector<std::string> typeNames()
-{
-    std::vector<std::string> names = decoding::reportTypes();
-    for (const std::string &name : decoding::layoutNames())
-        names.push_back(name);
-    return names;
-}
-
 template <typename Value, typename Wanted>
 bool isAmong(const std::vector<Wanted> &wanted, const Value &value)
 {
@@ -42,11 +34,10 @@ bool isOfKind(const Filters &filters, const capture::Record &record)
 
 bool isOfType(const Filters &filters, const capture::Record &record)
 {
-    if (filters.types.empty())
-        return true;
     const bool isReport = record.header.kindOf() == capture::Kind::Report;
-    return isReport && (isAmong(filters.types, decoding::reportTypeOf(record)) ||
-                        isAmong(filters.types, decoding::layoutNameOf(record)));
+    const auto isItsType = [&record](const std::string &name) { return decoding::isOfType(record, name); };
+    return filters.types.empty() ||
+           (isReport && std::any_of(filters.types.begin(), filters.types.end(), isItsType));
 }
 
 bool isOfBoard(const Filters &filters, const capture::Record &record)
@@ -77,7 +68,7 @@ void addFilters(CLI::App *command, Filters &filters)
     addRepeatable(command, "--type", filters.types,
                   "Only reports of this type, such as SignalReport, signal1 or unknown (repeatable)")
         ->type_name("NAME")
-        ->check(oneOf(typeNames()));
+        ->check(oneOf(decoding::typeNames()));
     command->add_option("--from", filters.from, "From this second on, counted from the first packet")
         ->type_name("S")
         ->check(finiteNumber());

@@ -9,6 +9,7 @@
 #include "diffcommand.h"
 #include "dissectorcommand.h"
 #include "infocommand.h"
+#include "markcommand.h"
 #include "plotcommands.h"
 #include "recordcommand.h"
 #include "redactcommand.h"
@@ -57,6 +58,7 @@ int run(int argc, char **argv)
     addDissectorCommand(program, status);
     addPlotCommand(program, status);
     addReportCommand(program, status);
+    addMarkCommand(program, status);
     for (CLI::App *command : program.get_subcommands(nullptr))
         command->set_version_flag("--version", version, "Prints the version");
     try {

@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "payloads.h"
+#include "utf8.h"
+
 namespace padscope {
 
 CLI::Validator oneOf(const std::vector<std::string> &names)
@@ -22,6 +25,16 @@ CLI::Validator wholeNumber()
         // With a zero in front it would be octal.
         text.erase(0, std::min(text.find_first_not_of('0'), text.size() - 1));
         return {};
+    };
+    return {check, ""};
+}
+
+CLI::Validator markText(const std::string &what)
+{
+    const auto check = [what](const std::string &text) {
+        if (text.size() > capture::maxReportLength)
+            return what + " has at most " + std::to_string(capture::maxReportLength) + " bytes";
+        return marking::isUtf8(text) ? std::string() : what + " is UTF-8";
     };
     return {check, ""};
 }

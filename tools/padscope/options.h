@@ -27,6 +27,10 @@ void addNamed(CLI::App *command, const char *option, Enum &value,
 /// From 0 on, in decimal.
 CLI::Validator wholeNumber();
 
+/// UTF-8, at most as long as a packet holds.
+/// \param what it is: "a note"
+CLI::Validator markText(const std::string &what);
+
 /// With or without a fraction.
 CLI::Validator finiteNumber();
 

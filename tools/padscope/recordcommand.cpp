@@ -10,10 +10,12 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <poll.h>
 #include <unistd.h>
 
-#include "payloads.h"
+#include "events.h"
+#include "options.h"
 #include "recordrun.h"
 
 namespace {
@@ -102,40 +104,24 @@ void occupyStandardStreams()
     }
 }
 
-/// Number of bytes of the character at an index; 0 where there is no UTF-8.
-std::size_t utf8Length(const std::string &text, std::size_t index)
+/// The part of `record` that waits for events.
+struct EventOptions
 {
-    const auto byteAt = [&text](std::size_t at) {
-        return at < text.size() ? static_cast<unsigned char>(text[at]) : 0U;
-    };
-    const unsigned lead = byteAt(index);
-    if (lead < 0x80)
-        return 1;
-    const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-    unsigned code = lead & (0x7FU >> length);
-    for (std::size_t i = 1; i < length; ++i) {
-        if ((byteAt(index + i) & 0xC0) != 0x80)
-            return 0;
-        code = code << 6 | (byteAt(index + i) & 0x3F);
-    }
-    constexpr unsigned first[] = {0, 0, 0x80, 0x800, 0x10000};
-    const bool isCharacter = lead >= 0xC0 && lead < 0xF8 && code >= first[length] && code <= 0x10FFFF &&
-                             (code < 0xD800 || code > 0xDFFF);
-    return isCharacter ? length : 0;
-}
+    std::vector<std::string> names;
+    double before = 10;
+    double after = 5;
+};
 
-/// A mark holds it whole. \return what is wrong
-std::string checkNote(const std::string &text)
+std::optional<recorder::Trigger> triggerOf(const EventOptions &options)
 {
-    if (text.size() > capture::maxReportLength)
-        return "a note has at most 65495 bytes";
-    for (std::size_t i = 0; i < text.size();) {
-        const std::size_t length = utf8Length(text, i);
-        if (length == 0)
-            return "a note is UTF-8";
-        i += length;
-    }
-    return {};
+    if (options.names.empty())
+        return std::nullopt;
+    constexpr double nsPerSecond = 1e9;
+    recorder::Trigger trigger;
+    trigger.beforeNs = static_cast<std::uint64_t>(options.before * nsPerSecond);
+    trigger.afterNs = static_cast<std::uint64_t>(options.after * nsPerSecond);
+    trigger.isEvent = padscope::isAnyOf(options.names);
+    return trigger;
 }
 
 int run(recorder::RecordOptions options)
@@ -163,6 +149,28 @@ int run(recorder::RecordOptions options)
     return result.status;
 }
 
+void addEventOptions(CLI::App *command, EventOptions &options)
+{
+    CLI::Option *on =
+        command
+            ->add_option(
+                "--on", options.names,
+                "Writes only what lies around this: mark, call:NAME, type:NAME or signal (repeatable)")
+            ->type_name("EVENT")
+            ->allow_extra_args(false)
+            ->check(padscope::eventName());
+    const auto addSeconds = [command, on](const char *name, double &seconds, const char *description) {
+        constexpr double maxSeconds = 86'400;
+        command->add_option(name, seconds, description)
+            ->type_name("S")
+            ->check(padscope::finiteNumber())
+            ->check(CLI::Range(0.0, maxSeconds))
+            ->needs(on);
+    };
+    addSeconds("--before", options.before, "Seconds before the event, up to 86400; 10 unless said otherwise");
+    addSeconds("--after", options.after, "Seconds behind the event, up to 86400; 5 unless said otherwise");
+}
+
 } // namespace
 
 void addRecordCommand(CLI::App &program, const std::vector<std::string> &host, int &status)
@@ -181,12 +189,15 @@ void addRecordCommand(CLI::App &program, const std::vector<std::string> &host, i
         ->check(CLI::Range(recorder::minRingSize, recorder::maxRingSize));
     command->add_option("--note", options->note, "Text that the capture begins with")
         ->type_name("TEXT")
-        ->check(CLI::Validator(checkNote, {}));
+        ->check(padscope::markText("a note"));
+    const auto events = std::make_shared<EventOptions>();
+    addEventOptions(command, *events);
     command->footer("HOST [ARGUMENT...]          The host and its arguments, behind --");
-    command->callback([options, &host, &status] {
+    command->callback([options, events, &host, &status] {
         if (host.empty())
             throw CLI::RequiredError("-- HOST");
         options->command = host;
+        options->trigger = triggerOf(*events);
         status = run(*options);
     });
 }

@@ -4,6 +4,7 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
+#include "capturefile.h"
 #include "producer.h"
 #include "recordedrun.h"
 #include "recording.h"

@@ -30,6 +30,7 @@ QByteArray packetFrom(const QByteArray &what)
         {"detached", packetBytes(3, 0, 2, 0, 0, noPayload)},
         {"closing", packetBytes(2, 1, 32, 7, 0, hex("07000000 01000000 ffffffff"))},
         {"status", packetBytes(5, 0, 0, 0, 0, noPayload)},
+        {"slice-end", packetBytes(8, 0, 0, 0, 0, hex("04000000 00000000 00000000"))},
         {"end", packetBytes(8, 0, 0, 0, 0, noPayload)},
     };
     if (what.startsWith('~'))

@@ -157,6 +157,9 @@ void DissectorTests::expertItems()
              (QList<QStringList>{{"The return was not recorded"},
                                  {"1 lost before this packet,A call that never returned"},
                                  {""}}));
+    const QByteArray sliceEnd = packetBytes(8, 0, 0, 0, 0, hex("040000000000000000000000"), 0, 0, 6);
+    shark.write({call(5), sliceEnd});
+    QCOMPARE(shark.fields(messages, {"-2"}), (QList<QStringList>{{"The return was not recorded"}, {""}}));
     shark.write({call(5)});
     QCOMPARE(shark.fields(messages, {"-2"}), (QList<QStringList>{{"The return was not recorded"}}));
 }

@@ -107,6 +107,7 @@ void DissectorFieldTests::namesOfValues()
                              "end.reason\t1\texit",
                              "end.reason\t2\tsignal",
                              "end.reason\t3\tunknown",
+                             "end.reason\t4\tslice",
                              "kind\t1\treport",
                              "kind\t2\tcall",
                              "kind\t3\treturn",

@@ -126,6 +126,7 @@ void InfoTests::ends_data()
     };
     addRow("a signal", ended("02000000 09000000 00000000"), "signal 9");
     addRow("unknown", ended("03000000 00000000 00000000"), "unknown");
+    addRow("a slice", ended("04000000 00000000 00000000"), "a slice");
 }
 
 void InfoTests::ends()
@@ -275,7 +276,10 @@ void InfoTests::returnsThatWereNotRecorded()
     const QByteArray end = packetBytes(8, 0, 0, 0, 0, QByteArray(12, '\0'), 0, 0, 3);
     const QList<QByteArray> slice{attach};
     const QList<QByteArray> losses{attach, otherThread, end};
-    for (const QList<QByteArray> &packets : {slice, losses}) {
+    const QByteArray sliceEnd =
+        packetBytes(8, 0, 0, 0, 0, QByteArray::fromHex("040000000000000000000000"), 0, 0, 1);
+    const QList<QByteArray> endedSlice{attach, sliceEnd};
+    for (const QList<QByteArray> &packets : {slice, losses, endedSlice}) {
         QCOMPARE(linesOf("    return not recorded: ", packets), QList<QByteArray>{"orvexAttach()"});
         QCOMPARE(linesOf("    never returned: ", packets), QList<QByteArray>());
     }

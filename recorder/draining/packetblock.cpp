@@ -1,0 +1,36 @@
+#include "packetblock.h"
+
+#include "pcapng.h"
+
+namespace recorder {
+
+namespace {
+
+// Of an enhanced packet.
+constexpr std::size_t interfaceOffset = 8;
+constexpr std::size_t highTimeOffset = 12;
+constexpr std::size_t lowTimeOffset = 16;
+constexpr std::size_t lengthOffset = 20;
+constexpr std::size_t dataOffset = 28;
+
+} // namespace
+
+std::uint32_t typeOf(capture::ByteView block)
+{
+    return capture::integerAt<std::uint32_t>(block, 0);
+}
+
+std::optional<PacketBlock> packetOf(capture::ByteView block)
+{
+    if (typeOf(block) != capture::pcapng::EnhancedPacket)
+        return std::nullopt;
+    const auto numberAt = [block](std::size_t offset) {
+        return capture::integerAt<std::uint32_t>(block, offset);
+    };
+    const capture::ByteView data = block.from(dataOffset).first(numberAt(lengthOffset));
+    return PacketBlock{numberAt(interfaceOffset),
+                       std::uint64_t{numberAt(highTimeOffset)} << 32 | numberAt(lowTimeOffset),
+                       capture::headerOf(data), data.from(capture::headerSize)};
+}
+
+} // namespace recorder
