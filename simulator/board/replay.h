@@ -21,7 +21,7 @@ struct ReplayEntry
         Nothing,      ///< a report in whose place another one is played
     };
 
-    std::int64_t timeNs;  ///< since the first entry that is played; not below that of the entry before
+    std::int64_t timeNs;  ///< since the clock's start; not below that of the entry before
     std::uint64_t offset; ///< of the bytes in the file
     std::int32_t board;
     std::uint32_t length : 30; ///< of the bytes
@@ -43,7 +43,7 @@ struct Replay
     std::deque<ReplayEntry> entries; ///< of the whole capture
     std::size_t first = 0;           ///< of those that are played
     std::size_t end = 0;             ///< behind them
-    std::int64_t lengthNs = 0;       ///< from the first to the last
+    std::int64_t lengthNs = 0;       ///< from the clock's start to the last
     std::uint64_t reports = 0;       ///< that are played
     std::uint64_t gaps = 0;          ///< that were shortened
     std::int64_t gapsNs = 0;         ///< by so much in all

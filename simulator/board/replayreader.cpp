@@ -42,15 +42,17 @@ private:
     std::string troubleOf(capture::pcapng::Event last) const;
     std::string sessionTrouble() const;
     void cut();
-    void shortenGaps();
-    void shiftToFirst();
+    std::int64_t beginNs() const;
+    void shortenGaps(std::int64_t begin);
+    void shift(std::int64_t begin);
 
     Replay &replay;
     capture::RecordReader reader;
     std::set<std::uint32_t> sessions;
     std::uint64_t packets = 0;
     std::uint64_t startNs = 0;
-    std::int64_t lastNs = 0; ///< since the start
+    std::int64_t lastNs = 0;          ///< since the start
+    std::int64_t registrationNs = -1; ///< of the last callback that was registered before the first entry
     SeveralListeners reports;
     SeveralListeners notifications;
 };
@@ -68,8 +70,11 @@ std::string ReplayReader::read()
         return trouble;
     replay.answers.finish();
     cut();
-    shortenGaps();
-    shiftToFirst();
+    if (replay.first < replay.end) {
+        const std::int64_t begin = beginNs();
+        shortenGaps(begin);
+        shift(begin);
+    }
     return {};
 }
 
@@ -116,6 +121,10 @@ void ReplayReader::follow(const capture::Record &record)
         break;
     case capture::Kind::Call:
         followCall(record);
+        break;
+    case capture::Kind::Return:
+        if (record.header.call == setCallbackCall && replay.entries.empty())
+            registrationNs = lastNs;
         break;
     default:
         break;
@@ -196,28 +205,36 @@ void ReplayReader::cut()
                       [](const ReplayEntry &entry) { return entry.kind == ReplayEntry::Report; }));
 }
 
-void ReplayReader::shortenGaps()
+/// The clock starts when the last callback of the start is registered; where the capture tells when that was,
+/// the first entry keeps its distance from it.
+std::int64_t ReplayReader::beginNs() const
+{
+    const bool isKnown =
+        registrationNs >= replay.plan.from.count() && registrationNs >= 0 && replay.first == 0;
+    return isKnown ? registrationNs : replay.entries[replay.first].timeNs;
+}
+
+void ReplayReader::shortenGaps(std::int64_t begin)
 {
     if (!replay.plan.skipGaps)
         return;
     const std::int64_t max = replay.plan.skipGaps->count();
-    for (std::size_t i = replay.first + 1; i < replay.end; ++i) {
+    std::int64_t before = begin;
+    for (std::size_t i = replay.first; i < replay.end; ++i) {
         ReplayEntry &entry = replay.entries[i];
         entry.timeNs -= replay.gapsNs;
-        const std::int64_t excess = entry.timeNs - replay.entries[i - 1].timeNs - max;
-        if (excess <= 0)
-            continue;
-        ++replay.gaps;
-        replay.gapsNs += excess;
-        entry.timeNs -= excess;
+        const std::int64_t excess = entry.timeNs - before - max;
+        if (excess > 0) {
+            ++replay.gaps;
+            replay.gapsNs += excess;
+            entry.timeNs -= excess;
+        }
+        before = entry.timeNs;
     }
 }
 
-void ReplayReader::shiftToFirst()
+void ReplayReader::shift(std::int64_t begin)
 {
-    if (replay.first == replay.end)
-        return;
-    const std::int64_t begin = replay.entries[replay.first].timeNs;
     for (std::size_t i = replay.first; i < replay.end; ++i)
         replay.entries[i].timeNs -= begin;
     replay.lengthNs = replay.entries[replay.end - 1].timeNs;

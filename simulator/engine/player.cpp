@@ -189,9 +189,12 @@ std::string Player::summary() const
     char rate[32] = "max";
     if (clock.rate() > 0)
         std::snprintf(rate, sizeof rate, "%g", clock.rate());
-    std::snprintf(text, sizeof text, "replay: asked rate %s, achieved %.3f; %llu", rate,
-                  timing.achievedRate(), static_cast<unsigned long long>(sent));
-    std::string line = text;
+    std::string line = std::string("replay: asked rate ") + rate;
+    if (timing.achievedRate() > 0) {
+        std::snprintf(text, sizeof text, ", achieved %.3f", timing.achievedRate());
+        line += text;
+    }
+    line += "; " + std::to_string(sent);
     if (played->plan.rounds != 0)
         line += " of " + std::to_string(played->reports * played->plan.rounds);
     line += " reports";

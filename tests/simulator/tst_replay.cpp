@@ -14,6 +14,7 @@ private slots:
     void theOrderIsTheCapturesAcrossAllBoards();
     void notificationsKeepTheirPlace();
     void roundsAreRepeated();
+    void theFirstReportKeepsItsDistanceFromTheRegistration();
     void fromAndTo();
     void longPausesAreShortened();
     void theClockStartsWhenAllBoardsHaveCallbacks();
@@ -82,6 +83,27 @@ void tst_replay::roundsAreRepeated()
     QCOMPARE(replayOf(playing.library).round, 3ULL);
     QCOMPARE(replayOf(playing.library).rounds, 3ULL);
     QCOMPARE(replayOf(playing.library).reports, 10ULL);
+}
+
+void tst_replay::theFirstReportKeepsItsDistanceFromTheRegistration()
+{
+    const QByteArray arguments = blocks::number(1001, 4) + blocks::number(1, 4);
+    ReplayCapture capture;
+    capture.call(1000 * ms, 4, 1001, arguments, 0);
+    capture.call(2000 * ms, 4, 1001, arguments, 0);
+    capture.report(2300 * ms, 1001, "04c800");
+    capture.call(2301 * ms, 4, 1001, arguments, 0);
+    capture.report(2310 * ms, 1001, "04c801");
+    QElapsedTimer timer;
+    timer.start();
+    Playing playing(capture.file());
+    QVERIFY(playing.hears(1));
+    QVERIFY2(timer.elapsed() >= 300, QByteArray::number(timer.elapsed()));
+    QCOMPARE(replayOf(playing.library).length, 310'000'000LL);
+    playing.library.choose(capture.scenario("\"from\": 1.1").constData());
+    QCOMPARE(replayOf(playing.library).length, 10'000'000LL);
+    playing.library.choose(capture.scenario("\"skipGaps\": 0.02").constData());
+    QCOMPARE(replayOf(playing.library).length, 30'000'000LL);
 }
 
 void tst_replay::fromAndTo()
