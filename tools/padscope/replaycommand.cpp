@@ -38,7 +38,7 @@ std::string simulatorFolder()
     const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
     std::string places;
     for (const char *folder : {SIMULATOR_DIR, "../../simulator"}) {
-        const std::string path = std::filesystem::weakly_canonical(program.parent_path() / folder, error);
+        std::string path = std::filesystem::weakly_canonical(program.parent_path() / folder, error);
         if (std::filesystem::exists(path + '/' + library, error))
             return path;
         places += (places.empty() ? "" : " and ") + path;

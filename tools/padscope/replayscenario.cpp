@@ -13,6 +13,13 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
+/// The menu of scenarios shows it.
+std::string fileNameOf(const std::string &path)
+{
+    constexpr std::size_t maxLength = 249; // of the name of a file in memory
+    return path.substr(path.rfind('/') + 1, maxLength);
+}
+
 Json orNull(const std::optional<double> &number)
 {
     return number ? Json(*number) : Json();
@@ -39,7 +46,7 @@ Json jsonOf(const Replay &replay)
 } // namespace
 
 ReplayScenario::ReplayScenario(const Replay &replay)
-    : file(memfd_create("replay", MFD_CLOEXEC | MFD_ALLOW_SEALING))
+    : file(memfd_create(fileNameOf(replay.capture).c_str(), MFD_CLOEXEC | MFD_ALLOW_SEALING))
 {
     std::string text;
     try {
