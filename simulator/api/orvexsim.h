@@ -147,7 +147,8 @@ struct OrvexsimReplay
 /// \return 0, or -1 when the scenario in force is no replay
 int orvexsim_replay(struct OrvexsimReplay *replay);
 
-/// Whether the scenario in force is a replay: 1 or 0. Takes no lock and makes no system call.
+/// Whether the scenario in force is a replay: 1 or 0. Takes no lock and makes no system call, unless it is
+/// the first call of the library, which reads the scenario.
 int orvexsim_replay_is_on(void);
 
 // The next five return 0, or -1 when the scenario in force is no replay or the value is out of range.

@@ -1,5 +1,3 @@
-#include <cstdlib>
-
 #include "boundary.h"
 #include "library.h"
 #include "orvexsim.h"
@@ -15,17 +13,6 @@ int control(Action action) noexcept
                        const auto player = Library::instance().player();
                        return player && action(*player) ? 0 : -1;
                    });
-}
-
-/// Whoever asks for the first packet's flag finds the scenario read.
-__attribute__((constructor)) void readChosenScenario()
-{
-    guarded([] { return 0; },
-            [] {
-                if (std::getenv("ORVEXSIM_SCENARIO"))
-                    Library::instance();
-                return 0;
-            });
 }
 
 } // namespace
@@ -55,7 +42,11 @@ ORVEXSIM_EXPORT int orvexsim_replay(OrvexsimReplay *replay)
 
 ORVEXSIM_EXPORT int orvexsim_replay_is_on()
 {
-    return Library::isReplaying() ? 1 : 0;
+    return guarded([] { return 0; },
+                   [] {
+                       Library::instance(); // reads the scenario of the environment
+                       return Library::isReplaying() ? 1 : 0;
+                   });
 }
 
 ORVEXSIM_EXPORT int orvexsim_replay_pause(int paused)

@@ -116,12 +116,11 @@ void BoardHistory::reported(std::int32_t id, std::size_t position)
     const Boards &now = lists.back().boards;
     if (findId(now, id) != now.end())
         return;
-    const auto gone = std::find_if(departures.rbegin(), departures.rend(),
-                                   [id](const Departure &one) { return one.board->id == id; });
-    if (gone == departures.rend())
+    const auto gone = lastDepartures.find(id);
+    if (gone == lastDepartures.end())
         addFromStart(id);
     else
-        gone->until = position + 1;
+        departures[gone->second].until = position + 1;
 }
 
 void BoardHistory::add(const ReplayBoard *board, std::size_t origin, std::size_t position)
@@ -136,9 +135,7 @@ void BoardHistory::add(const ReplayBoard *board, std::size_t origin, std::size_t
 void BoardHistory::remove(std::int32_t id, std::size_t position)
 {
     if (findId(lists.back().boards, id) == lists.back().boards.end()) {
-        const bool isGone = std::any_of(departures.begin(), departures.end(),
-                                        [id](const Departure &one) { return one.board->id == id; });
-        if (isGone)
+        if (lastDepartures.count(id) > 0)
             return;
         addFromStart(id);
     }
@@ -161,6 +158,7 @@ void BoardHistory::put(std::size_t origin, std::size_t position, Boards now)
         if (findId(now, board->id) != now.end())
             continue;
         const auto report = lastReports.find(board->id);
+        lastDepartures[board->id] = departures.size();
         departures.push_back({board, from, report == lastReports.end() ? from : report->second + 1});
     }
     if (last.from == from)

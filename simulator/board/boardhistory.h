@@ -82,6 +82,7 @@ private:
     std::map<std::pair<std::int32_t, std::string>, const ReplayBoard *> byRecord;
     std::vector<List> lists; ///< in the order of `from`, of which the first is 0
     std::vector<Departure> departures;
+    std::unordered_map<std::int32_t, std::size_t> lastDepartures; ///< indexes, by id
     std::unordered_map<std::int32_t, std::size_t> lastReports;
     std::size_t lastNotification = 0;
     std::size_t settledOrigin = SIZE_MAX; ///< an enumeration has shown all that holds from there

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+constexpr std::size_t maxListeners = 256; // at once, in a capture
+
 SeveralListeners::Found SeveralListeners::follow(const capture::Record &record, std::size_t entry)
 {
     ++packets;
@@ -28,7 +30,7 @@ SeveralListeners::Found SeveralListeners::follow(const capture::Record &record, 
 bool SeveralListeners::has(const Group &group, const capture::Record &record) const
 {
     const std::uint32_t link = record.header.link;
-    if (group.begin == 0 || group.bytes != record.payload.text() ||
+    if (group.begin == 0 || group.links.size() == maxListeners || group.bytes != record.payload.text() ||
         std::find(group.links.begin(), group.links.end(), link) != group.links.end())
         return false;
     const auto registration = registrations.find(link);

@@ -55,6 +55,7 @@ private slots:
     void theExampleIsAScenario();
     void theExampleHasEveryEvent();
     void defaultsOfABoard();
+    void defaultsOfAReplay();
     void defaultWeights();
     void kindsOfTheSchema();
     void allKinds();
@@ -158,6 +159,23 @@ void tst_readme::defaultsOfABoard()
         {"unknowns", word(plan.unknowns)},    {"pen", plan.pen.away ? "\"away\"" : "\"writing\""}};
     for (const auto &[key, value] : defaults)
         QCOMPARE(rows.filter(QString("| `%1` | `%2` |").arg(key, value)).size(), 1);
+}
+
+void tst_readme::defaultsOfAReplay()
+{
+    const QStringList rows = rowsOf(scenarioPage, "A capture that is played");
+    const QJsonValue replay =
+        QJsonDocument::fromJson(contentsOf(SCENARIO_FOLDER "/schema.json").toUtf8())["properties"]["replay"];
+    QStringList keys = replay["properties"].toObject().keys();
+    keys.sort();
+    QCOMPARE(namesIn(rows), keys);
+    const ReplayPlan plan;
+    QCOMPARE(plan.rate, 1.0);
+    QCOMPARE(plan.rounds, 1U);
+    QVERIFY(plan.from.count() == 0 && !plan.to && !plan.skipGaps && !plan.paused && !plan.lockstep);
+    QCOMPARE(rows.filter(QRegularExpression("^\\| `(rate|loop)` \\| `1` ")).size(), 2);
+    QCOMPARE(rows.filter(QRegularExpression("^\\| `(paused|lockstep)` \\| `false` ")).size(), 2);
+    QCOMPARE(rows.filter(QRegularExpression("^\\| `(to|skipGaps|session)` \\| `null` ")).size(), 3);
 }
 
 void tst_readme::defaultWeights()

@@ -207,8 +207,8 @@ void tst_replayreading::aCaptureIsAScenario()
     addTen(capture);
     qputenv("ORVEXSIM_SCENARIO", capture.file());
     SimulatedLibrary library;
-    qunsetenv("ORVEXSIM_SCENARIO");
     QCOMPARE(library.replayIsOn(), 1); // before anything else is called
+    qunsetenv("ORVEXSIM_SCENARIO");
     QCOMPARE(library.boardIds(), (std::vector<int>{1002, 1001}));
     char name[300];
     library.currentScenario(name, sizeof name);
