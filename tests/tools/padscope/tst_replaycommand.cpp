@@ -118,8 +118,7 @@ void ReplayCommandTests::refusesAPathThatIsNoUtf8()
     const QString script = "name=\"$1$(printf '\\377')\"; cp \"$1\" \"$name\"; "
                            "exec \"$2\" replay \"$name\" -- echo started";
     const ProgramRun run = runProgram("sh", {"-c", script, "sh", one, PADSCOPE_PROGRAM});
-    QCOMPARE(run.errors,
-             "padscope: " + one.toUtf8() + "\xff: a path that is no UTF-8 cannot be played\n");
+    QCOMPARE(run.errors, "padscope: " + one.toUtf8() + "\xff: a path that is no UTF-8 cannot be played\n");
     QCOMPARE(run.output, QByteArray());
     QCOMPARE(run.status, 2);
 }
@@ -249,8 +248,8 @@ void ReplayCommandTests::sendsWhatWasRecorded()
     const QStringList record{PADSCOPE_PROGRAM, "record", "-o", again, "--"};
     const QStringList replay =
         QStringList{PADSCOPE_PROGRAM, "replay", first, "--rate", "max"} + arguments + QStringList{"--"};
-    const QStringList command = (isRecordedInside ? replay + record : record + replay) +
-                                host(rounds * recorded.reports.size());
+    const QStringList command =
+        (isRecordedInside ? replay + record : record + replay) + host(rounds * recorded.reports.size());
     const ProgramRun run = padscope(command.mid(1));
     QCOMPARE(run.status, 0);
     QVERIFY2(run.errors.startsWith("replay: asked rate max, achieved "), run.errors);
