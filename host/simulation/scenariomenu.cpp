@@ -6,8 +6,22 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
+#include <QRegularExpression>
 
 #include "captions.h"
+
+namespace {
+
+/// That of a file in memory is told by the link in /proc that leads to it.
+QString fileNameOf(const QString &scenario)
+{
+    static const QRegularExpression inMemory(QStringLiteral("^/memfd:(.*) \\(deleted\\)$"));
+    const QFileInfo file(scenario);
+    const auto match = inMemory.match(file.symLinkTarget());
+    return match.hasMatch() ? match.captured(1) : file.fileName();
+}
+
+} // namespace
 
 ScenarioMenu::ScenarioMenu(const Simulation &simulation, QWidget *parent)
     : QMenu(parent)
@@ -65,7 +79,7 @@ QAction *ScenarioMenu::actionOf(const QString &scenario)
                                     [&](const QAction *action) { return action->data() == scenario; });
     if (found != actions.end())
         return *found;
-    ownFile_->setText(asCaption(QFileInfo(scenario).fileName()));
+    ownFile_->setText(asCaption(fileNameOf(scenario)));
     ownFile_->setStatusTip(scenario);
     ownFile_->setData(scenario);
     ownFile_->setVisible(true);
@@ -75,7 +89,7 @@ QAction *ScenarioMenu::actionOf(const QString &scenario)
 void ScenarioMenu::markCurrent()
 {
     const QString current = simulation_.currentScenario();
-    setTitle(tr("&Scenario: %1").arg(asCaption(QFileInfo(current).fileName())));
+    setTitle(tr("&Scenario: %1").arg(asCaption(fileNameOf(current))));
     actionOf(current)->setChecked(true);
 }
 

@@ -38,7 +38,7 @@ std::string simulatorFolder()
     const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
     std::string places;
     for (const char *folder : {SIMULATOR_DIR, "../../simulator"}) {
-        const std::string path = std::filesystem::weakly_canonical(program.parent_path() / folder, error);
+        std::string path = std::filesystem::weakly_canonical(program.parent_path() / folder, error);
         if (std::filesystem::exists(path + '/' + library, error))
             return path;
         places += (places.empty() ? "" : " and ") + path;
@@ -102,20 +102,37 @@ CLI::Validator sessionValue()
     });
 }
 
+/// Where this is recorded itself, the recorder's tap stays in front, and finds the simulator behind it.
+recorder::HostProcess::Environment environmentOf(const std::string &scenario, const std::string &folder)
+{
+    std::string path = withFirst(folder, std::getenv("LD_LIBRARY_PATH"));
+    recorder::HostProcess::Environment environment{{"ORVEXSIM_SCENARIO", scenario}};
+    if (const char *tap = std::getenv("PADSCOPE_TAP"); tap && *tap) {
+        environment.emplace_back("PADSCOPE_DRIVER", folder + '/' + library);
+        path = withFirst(std::filesystem::path(tap).parent_path(), path.c_str());
+    }
+    environment.emplace_back("LD_LIBRARY_PATH", path);
+    return environment;
+}
+
 /// Runs the host with the scenario in force.
 int play(const Replay &replay, const std::vector<std::string> &host)
 {
+    const std::optional<std::string> text = padscope::scenarioText(replay);
+    if (!text) {
+        padscope::printError(replay.capture + ": a path that is no UTF-8 cannot be played");
+        return padscope::Usage;
+    }
     const std::string folder = simulatorFolder();
     if (folder.empty())
         return padscope::Failed;
-    const padscope::ReplayScenario scenario(replay);
+    const padscope::ReplayScenario scenario(std::filesystem::path(replay.capture).filename(), *text);
     if (!scenario.error().empty()) {
         padscope::printError(scenario.error());
         return padscope::Failed;
     }
     const recorder::PlainRunResult result =
-        recorder::runPlainly(host, {{"ORVEXSIM_SCENARIO", scenario.path()},
-                                    {"LD_LIBRARY_PATH", withFirst(folder, std::getenv("LD_LIBRARY_PATH"))}});
+        recorder::runPlainly(host, environmentOf(scenario.path(), folder));
     if (result.startError != 0)
         padscope::printError(host.front() + ": " + std::strerror(result.startError));
     return result.status;

@@ -13,6 +13,8 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
+constexpr std::size_t maxNameLength = 249; // of a file in memory
+
 Json orNull(const std::optional<double> &number)
 {
     return number ? Json(*number) : Json();
@@ -38,16 +40,18 @@ Json jsonOf(const Replay &replay)
 
 } // namespace
 
-ReplayScenario::ReplayScenario(const Replay &replay)
-    : file(memfd_create("replay", MFD_CLOEXEC | MFD_ALLOW_SEALING))
+std::optional<std::string> scenarioText(const Replay &replay)
 {
-    std::string text;
     try {
-        text = jsonOf(replay).dump(2);
+        return jsonOf(replay).dump(2);
     } catch (const Json::exception &) {
-        trouble = replay.capture + ": a path that is no UTF-8 cannot be played";
-        return;
+        return std::nullopt;
     }
+}
+
+ReplayScenario::ReplayScenario(const std::string &name, const std::string &text)
+    : file(memfd_create(name.substr(0, maxNameLength).c_str(), MFD_CLOEXEC | MFD_ALLOW_SEALING))
+{
     const bool isWritten =
         file >= 0 && write(file, text.data(), text.size()) == static_cast<ssize_t>(text.size());
     constexpr int seals = F_SEAL_WRITE | F_SEAL_GROW | F_SEAL_SHRINK | F_SEAL_SEAL;

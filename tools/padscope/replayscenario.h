@@ -20,12 +20,16 @@ struct Replay
     std::string session;            ///< eight hexadecimal digits; empty for the only one
 };
 
+/// What a scenario's file holds; nothing when the capture's path is no UTF-8.
+std::optional<std::string> scenarioText(const Replay &replay);
+
 /// A scenario of the simulator in memory, which a process of the same user reads as long as this lives, and
 /// nobody can change.
 class ReplayScenario
 {
 public:
-    explicit ReplayScenario(const Replay &replay);
+    /// \param name is shown by menus
+    ReplayScenario(const std::string &name, const std::string &text);
     ~ReplayScenario();
     ReplayScenario(const ReplayScenario &) = delete;
     ReplayScenario &operator=(const ReplayScenario &) = delete;

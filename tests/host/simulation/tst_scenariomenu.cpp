@@ -2,6 +2,8 @@
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QSignalSpy>
+#include <sys/mman.h>
+#include <unistd.h>
 
 #include "host/examplehost.h"
 #include "scenariomenu.h"
@@ -20,6 +22,7 @@ private slots:
     void opensAFileOfTheUsersOwn();
     void opensDialogWhereTheLastFileWas();
     void reloads();
+    void namesAFileInMemory();
     void showsWhyAScenarioIsRejected();
 
 private:
@@ -116,6 +119,20 @@ void ScenarioMenuTest::reloads()
     writeScenario(8);
     action("&Reload")->trigger();
     QCOMPARE(simulation_.boards(), std::vector<int>({8}));
+}
+
+/// As `padscope replay` hands one over.
+void ScenarioMenuTest::namesAFileInMemory()
+{
+    const int file = memfd_create("field & desk.pcapng", MFD_CLOEXEC);
+    const QByteArray scenario = R"({"title": "x", "boards": [{"id": 7}]})";
+    QCOMPARE(write(file, scenario.constData(), std::size_t(scenario.size())), ssize_t(scenario.size()));
+    QCOMPARE(simulation_.choose(QString("/proc/%1/fd/%2").arg(getpid()).arg(file)), QString());
+    action("&Reload")->trigger();
+    QCOMPARE(menu_->title(), QString("&Scenario: field && desk.pcapng"));
+    QVERIFY(action("field && desk.pcapng")->isChecked());
+    QCOMPARE(simulation_.boards(), std::vector<int>({7}));
+    close(file);
 }
 
 void ScenarioMenuTest::showsWhyAScenarioIsRejected()

@@ -16,6 +16,7 @@ private slots:
     void options();
     void refusesWhatCannotBePlayed_data();
     void refusesWhatCannotBePlayed();
+    void refusesAPathThatIsNoUtf8();
     void hasTheHostReadTheScenario_data();
     void hasTheHostReadTheScenario();
     void nobodyChangesTheScenario();
@@ -107,6 +108,17 @@ void ReplayCommandTests::refusesWhatCannotBePlayed()
     const ProgramRun run =
         padscope(QStringList{"replay", file} + arguments + QStringList{"--", "echo", "started"});
     QCOMPARE(QString(run.errors), "padscope: " + line + "\n");
+    QCOMPARE(run.output, QByteArray());
+    QCOMPARE(run.status, 2);
+}
+
+/// Scenarios are UTF-8.
+void ReplayCommandTests::refusesAPathThatIsNoUtf8()
+{
+    const QString script = "name=\"$1$(printf '\\377')\"; cp \"$1\" \"$name\"; "
+                           "exec \"$2\" replay \"$name\" -- echo started";
+    const ProgramRun run = runProgram("sh", {"-c", script, "sh", one, PADSCOPE_PROGRAM});
+    QCOMPARE(run.errors, "padscope: " + one.toUtf8() + "\xff: a path that is no UTF-8 cannot be played\n");
     QCOMPARE(run.output, QByteArray());
     QCOMPARE(run.status, 2);
 }
@@ -206,9 +218,10 @@ void ReplayCommandTests::passesSignalsOn()
 
 void ReplayCommandTests::sendsWhatWasRecorded_data()
 {
-    addColumns<QStringList, int>("arguments", "rounds");
-    addRow("once", QStringList(), 1);
-    addRow("three rounds", QStringList{"--loop", "3"}, 3);
+    addColumns<QStringList, int, bool>("arguments", "rounds", "isRecordedInside");
+    addRow("once", QStringList(), 1, true);
+    addRow("three rounds", QStringList{"--loop", "3"}, 3, true);
+    addRow("recorded from outside", QStringList(), 1, false);
 }
 
 /// It is recorded again meanwhile.
@@ -216,6 +229,7 @@ void ReplayCommandTests::sendsWhatWasRecorded()
 {
     QFETCH(QStringList, arguments);
     QFETCH(int, rounds);
+    QFETCH(bool, isRecordedInside);
     const auto host = [](int count) {
         return QStringList{RECORDED_HOST, "load=liborvexboardex.so.1", "attach",
                            QString("total=%1").arg(count), "detach"};
@@ -231,9 +245,12 @@ void ReplayCommandTests::sendsWhatWasRecorded()
     QVERIFY(recorded.reports.size() >= 100);
     QVERIFY(recorded.withoutFlag > 0);
 
-    const ProgramRun run = padscope(QStringList{"replay", first, "--rate", "max"} + arguments +
-                                    QStringList{"--", PADSCOPE_PROGRAM, "record", "-o", again, "--"} +
-                                    host(rounds * recorded.reports.size()));
+    const QStringList record{PADSCOPE_PROGRAM, "record", "-o", again, "--"};
+    const QStringList replay =
+        QStringList{PADSCOPE_PROGRAM, "replay", first, "--rate", "max"} + arguments + QStringList{"--"};
+    const QStringList command =
+        (isRecordedInside ? replay + record : record + replay) + host(rounds * recorded.reports.size());
+    const ProgramRun run = padscope(command.mid(1));
     QCOMPARE(run.status, 0);
     QVERIFY2(run.errors.startsWith("replay: asked rate max, achieved "), run.errors);
     const CapturedReports replayed = reportsOf(again);
