@@ -151,8 +151,10 @@ bool Alignment::followPath(std::size_t size)
     const Extent extent{std::min(a.packets.size(), size), std::min(b.packets.size(), size),
                         a.hasEnded && a.packets.size() <= size, b.hasEnded && b.packets.size() <= size};
     const auto equal = [this](std::size_t indexA, std::size_t indexB) { return isEqualAt(indexA, indexB); };
-    EditPath path = shortestPath(extent, equal, maxEdits);
-    if (path.reachesGoal && extent.isEndOfA && extent.isEndOfB) {
+    const bool areWhole = extent.isEndOfA && extent.isEndOfB;
+    EditPath path =
+        shortestPath(extent, equal, areWhole ? maxEdits : std::min(maxEdits, size / minMatchesPerEdit));
+    if (path.reachesGoal && areWhole) {
         follow(path);
         edit(a.packets.size(), b.packets.size());
         return true;
