@@ -12,13 +12,16 @@ namespace comparing {
 
 namespace {
 
+constexpr std::size_t smallWindowPackets = 256; ///< suffices for most edits, and takes least time
 constexpr std::size_t windowPackets = 4096;
 constexpr std::size_t maxWindowPackets = 262'144;
 constexpr std::size_t windowGrowth = 8;
 constexpr std::size_t maxWindowBytes = 64 * 1024 * 1024;
 constexpr std::size_t maxEdits = 512;
+/// With less in common, reports that repeat may hide that a long gap lies between the two.
+constexpr std::size_t minMatchesPerEdit = 3;
 /// Removed and added packets that are paired at a time; the time for it grows with the square.
-constexpr std::size_t maxPaired = 64;
+constexpr std::size_t maxPaired = 32;
 /// Equal packets that are looked back at.
 constexpr std::size_t maxHeld = 1024;
 /// Bytes that tell which of two packets resembles a third more.
@@ -41,11 +44,12 @@ std::vector<std::string> typesOf(const std::deque<Packet> &packets, std::size_t 
     return types;
 }
 
-std::vector<std::uint64_t> hashesOf(const std::deque<Packet> &packets)
+/// Of the first packets.
+std::vector<std::uint64_t> hashesOf(const std::deque<Packet> &packets, std::size_t count)
 {
     std::vector<std::uint64_t> hashes;
-    for (const Packet &packet : packets)
-        hashes.push_back(packet.hash);
+    for (std::size_t i = 0; i < std::min(count, packets.size()); ++i)
+        hashes.push_back(packets[i].hash);
     return hashes;
 }
 
@@ -123,26 +127,45 @@ void Alignment::release()
 /// Goes on behind the first difference. \pre the first packets differ
 void Alignment::advance()
 {
-    a.fill(windowPackets);
-    b.fill(windowPackets);
-    const Extent extent{std::min(a.packets.size(), windowPackets), std::min(b.packets.size(), windowPackets),
-                        a.hasEnded && a.packets.size() <= windowPackets,
-                        b.hasEnded && b.packets.size() <= windowPackets};
+    if (followPath(smallWindowPackets) || goToAnchor(smallWindowPackets) || followPath(windowPackets))
+        return;
+    for (std::size_t size = windowPackets; size <= maxWindowPackets; size *= windowGrowth) {
+        if (goToAnchor(size))
+            return;
+    }
+    // What is left of one that has ended may be found later in the other.
+    const bool haveBothEnded = a.hasEnded && b.hasEnded;
+    const auto part = [haveBothEnded](const Window &window) {
+        if (haveBothEnded)
+            return window.packets.size();
+        return window.hasEnded ? 0 : (window.packets.size() + 1) / 2;
+    };
+    edit(part(a), part(b));
+}
+
+/// \return false when too much differs for the path to be the right one
+bool Alignment::followPath(std::size_t size)
+{
+    a.fill(size);
+    b.fill(size);
+    const Extent extent{std::min(a.packets.size(), size), std::min(b.packets.size(), size),
+                        a.hasEnded && a.packets.size() <= size, b.hasEnded && b.packets.size() <= size};
     const auto equal = [this](std::size_t indexA, std::size_t indexB) { return isEqualAt(indexA, indexB); };
-    const EditPath path = shortestPath(extent, equal, maxEdits);
-    if (path.reachesGoal && extent.isEndOfA && extent.isEndOfB) {
+    const bool areWhole = extent.isEndOfA && extent.isEndOfB;
+    EditPath path =
+        shortestPath(extent, equal, areWhole ? maxEdits : std::min(maxEdits, size / minMatchesPerEdit));
+    if (path.reachesGoal && areWhole) {
         follow(path);
         edit(a.packets.size(), b.packets.size());
-    } else if (!path.runs.empty() && (path.reachesGoal || path.matches() >= path.edits)) {
-        // What follows the window may change the path near the window's end.
-        EditPath firstHalf = path;
-        const auto isBehindHalf = [&path](const Run &run) { return run.a + run.b > (path.a + path.b) / 2; };
-        const auto end = std::find_if(path.runs.begin() + 1, path.runs.end(), isBehindHalf);
-        firstHalf.runs.assign(path.runs.begin(), end);
-        follow(firstHalf);
-    } else {
-        resynchronise();
+        return true;
     }
+    if (path.matches() < minMatchesPerEdit * path.edits)
+        return false;
+    // What follows the window may change the path near the window's end.
+    const auto isBehindHalf = [&path](const Run &run) { return run.a + run.b > (path.a + path.b) / 2; };
+    path.runs.erase(std::find_if(path.runs.begin() + 1, path.runs.end(), isBehindHalf), path.runs.end());
+    follow(path);
+    return true;
 }
 
 /// To the end of the last run.
@@ -158,33 +181,17 @@ void Alignment::follow(const EditPath &path)
     }
 }
 
-void Alignment::resynchronise()
+/// \return false when there is none
+bool Alignment::goToAnchor(std::size_t size)
 {
-    if (const std::optional<Anchor> anchor = findAnchor()) {
-        edit(anchor->a, anchor->b);
-        return;
-    }
-    // What is left of one that has ended may be found later in the other.
-    const bool haveBothEnded = a.hasEnded && b.hasEnded;
-    const auto part = [haveBothEnded](const Window &window) {
-        if (haveBothEnded)
-            return window.packets.size();
-        return window.hasEnded ? 0 : (window.packets.size() + 1) / 2;
-    };
-    edit(part(a), part(b));
-}
-
-std::optional<Anchor> Alignment::findAnchor()
-{
+    a.fill(size);
+    b.fill(size);
     const auto equal = [this](std::size_t indexA, std::size_t indexB) { return isEqualAt(indexA, indexB); };
-    for (std::size_t size = windowPackets; size <= maxWindowPackets; size *= windowGrowth) {
-        a.fill(size);
-        b.fill(size);
-        const std::optional<Anchor> anchor = nearestAnchor(hashesOf(a.packets), hashesOf(b.packets), equal);
-        if (anchor || (a.hasEnded && b.hasEnded))
-            return anchor;
-    }
-    return std::nullopt;
+    const std::optional<Anchor> anchor =
+        nearestAnchor(hashesOf(a.packets, size), hashesOf(b.packets, size), equal);
+    if (anchor)
+        edit(anchor->a, anchor->b);
+    return anchor.has_value();
 }
 
 /// The first packets of both have no place in the other.

@@ -11,8 +11,6 @@
 
 namespace comparing {
 
-struct Anchor;
-
 /// Takes what an alignment finds, in order.
 class AlignmentListener
 {
@@ -56,9 +54,9 @@ private:
     bool isEqualAt(std::size_t indexA, std::size_t indexB) const;
     void passEqual(std::size_t count);
     void advance();
+    bool followPath(std::size_t size);
     void follow(const EditPath &path);
-    void resynchronise();
-    std::optional<Anchor> findAnchor();
+    bool goToAnchor(std::size_t size);
     void releaseFirst();
     void release();
     void edit(std::size_t countA, std::size_t countB);

@@ -55,14 +55,14 @@ public:
 
     void pair(const Packet &packetA, const Packet &packetB) override
     {
-        std::string text = differencesOf(packetA, packetB, owner.selection.rules);
-        appendTimes(text, packetA, packetB);
-        if (text.empty())
+        const bool isOnTime = areTimesAlike(packetA, packetB);
+        if (isOnTime && areEqual(packetA, packetB, owner.selection.rules)) {
             ++counts.equal;
-        else
+        } else {
             ++counts.changed;
-        if (!text.empty())
-            describe(packetA, text);
+            if (owner.onDifference)
+                describe(packetA, changesOf(packetA, packetB, isOnTime));
+        }
         countPackets(2);
     }
 
@@ -91,17 +91,22 @@ private:
             owner.onProgress(static_cast<double>(owner.done) / static_cast<double>(owner.total));
     }
 
-    void appendTimes(std::string &text, const Packet &packetA, const Packet &packetB) const
+    bool areTimesAlike(const Packet &packetA, const Packet &packetB) const
     {
-        if (!owner.maxTimeDifferenceMs)
-            return;
-        const double timeA = nanosecondsBehind(owner.a, packetA);
-        const double timeB = nanosecondsBehind(owner.b, packetB);
-        if (std::abs(timeB - timeA) <= *owner.maxTimeDifferenceMs * 1e6)
-            return;
+        return !owner.maxTimeDifferenceMs ||
+               std::abs(nanosecondsBehind(owner.b, packetB) - nanosecondsBehind(owner.a, packetA)) <=
+                   *owner.maxTimeDifferenceMs * 1e6;
+    }
+
+    std::string changesOf(const Packet &packetA, const Packet &packetB, bool isOnTime) const
+    {
+        std::string text = differencesOf(packetA, packetB, owner.selection.rules);
+        if (isOnTime)
+            return text;
         if (!text.empty())
             text += ", ";
-        text += "time " + preciseSecondsText(timeA) + " -> " + preciseSecondsText(timeB);
+        return text + "time " + preciseSecondsText(nanosecondsBehind(owner.a, packetA)) + " -> " +
+               preciseSecondsText(nanosecondsBehind(owner.b, packetB));
     }
 
     void describe(const Packet &packet, const std::string &what) const

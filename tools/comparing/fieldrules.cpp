@@ -22,14 +22,14 @@ bool isNumeric(decoding::FieldType type)
 /// The fields that a name stands for.
 std::vector<std::size_t> fieldsNamed(const std::string &name)
 {
-    const std::vector<std::string> layouts = decoding::layoutNames();
+    const std::vector<std::string> names = decoding::typeNames();
     std::vector<std::size_t> found;
     for (std::size_t i = 0; i < decoding::allFields().size(); ++i) {
         const std::string &full = decoding::allFields()[i].name;
         const std::size_t dot = full.find('.');
         const std::string prefix = dot == std::string::npos ? std::string() : full.substr(0, dot);
         const bool isCompared = full == "result" || prefix == "call" ||
-                                std::find(layouts.begin(), layouts.end(), prefix) != layouts.end();
+                                std::find(names.begin(), names.end(), prefix) != names.end();
         if (isCompared && (full == name || (!prefix.empty() && full.substr(dot + 1) == name)))
             found.push_back(i);
     }

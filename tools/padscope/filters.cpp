@@ -5,7 +5,6 @@
 
 #include "layoutnames.h"
 #include "options.h"
-#include "recordtext.h"
 
 namespace padscope {
 

@@ -1,3 +1,5 @@
+#include <random>
+
 #include "alignment.h"
 #include "support/tests.h"
 
@@ -58,6 +60,21 @@ Listener aligned(const std::vector<Packet> &a, const std::vector<Packet> &b)
     return listener;
 }
 
+/// By the table of all pairs of beginnings.
+std::size_t mostInCommon(const std::vector<Packet> &a, const std::vector<Packet> &b)
+{
+    std::vector<std::size_t> row(b.size() + 1);
+    for (const Packet &packet : a) {
+        std::size_t before = 0; // in the row above, one to the left
+        for (std::size_t i = 1; i <= b.size(); ++i) {
+            const std::size_t above = row[i];
+            row[i] = packet.payload == b[i - 1].payload ? before + 1 : std::max(above, row[i - 1]);
+            before = above;
+        }
+    }
+    return row.back();
+}
+
 } // namespace
 
 class AlignmentTests : public QObject
@@ -67,6 +84,8 @@ class AlignmentTests : public QObject
 private slots:
     void namesWhatDiffers_data();
     void namesWhatDiffers();
+    void leavesOverAsFewAsTheTableSays_data();
+    void leavesOverAsFewAsTheTableSays();
     void findsEditsBeyondItsWindow();
     void goesOnBehindALongGap_data();
     void goesOnBehindALongGap();
@@ -105,6 +124,38 @@ void AlignmentTests::namesWhatDiffers()
         return found;
     };
     QTEST(aligned(packets(a), packets(b)).differences, "differences");
+}
+
+void AlignmentTests::leavesOverAsFewAsTheTableSays_data()
+{
+    addColumns<int, int>("different", "perThousand");
+    addRow("few edits", 100'000, 10);
+    addRow("more", 100'000, 50);
+    addRow("reports that repeat", 20, 10);
+}
+
+void AlignmentTests::leavesOverAsFewAsTheTableSays()
+{
+    QFETCH(int, different);
+    QFETCH(int, perThousand);
+    std::mt19937 random(1);
+    for (int round = 0; round < 3; ++round) {
+        std::vector<Packet> a;
+        std::vector<Packet> b;
+        const auto draw = [&random](int count) {
+            return std::uniform_int_distribution(0, count - 1)(random);
+        };
+        for (int i = 0; i < 1000; ++i) {
+            a.push_back(packetWith(draw(different)));
+            const int kind = draw(1000) < perThousand ? draw(3) : 3;
+            if (kind != 0)
+                b.push_back(kind == 1 ? packetWith(draw(different)) : a.back());
+            if (kind == 2)
+                b.push_back(packetWith(draw(different)));
+        }
+        const Listener listener = aligned(a, b);
+        QCOMPARE(std::size_t(listener.equal), mostInCommon(a, b));
+    }
 }
 
 void AlignmentTests::findsEditsBeyondItsWindow()
