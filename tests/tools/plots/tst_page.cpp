@@ -211,7 +211,8 @@ void PageTests::extremeValues_data()
     addColumns<quint64, quint64>("first", "last");
     const quint64 max = ~quint64{0};
     addRow("hundreds of years", quint64(0), max / 2);
-    addRow("more than can be told", quint64(0), max);
+    addRow("more than can be told", quint64(0), max / 4 * 3);
+    addRow("from end to end", quint64(0), max);
     addRow("backwards", max, quint64(0));
     addRow("a moment", quint64(5), quint64(5));
 }
@@ -231,6 +232,7 @@ void PageTests::extremeValues()
     QVERIFY(
         rows(text).contains(QStringLiteral("1001 | position.x |  | 2 | -2.14748e+09 | -0.5 | 2.14748e+09")));
     QVERIFY(text.contains(QStringLiteral(">Board 1001: the pen's path<")));
+    QVERIFY(text.contains(QStringLiteral(">Board 1001: reports a second<")));
 }
 
 /// 150 sessions: the first hundred are shown.
