@@ -50,8 +50,8 @@ std::vector<Chart> withData(std::vector<Chart> charts)
     return charts;
 }
 
-/// Whether curves hide each other: all together go up and down by more than half the chart's height within a
-/// column of pixels.
+/// Whether curves hide each other: all together go up and down by more than a quarter of the chart's height
+/// within a column of pixels.
 bool isCrowded(const Chart &chart)
 {
     const auto height = [&chart](const QPointF &sample) {
@@ -71,7 +71,7 @@ bool isCrowded(const Chart &chart)
             }
         }
     }
-    return drawn > 1 && way > 0.5 * canvasWidth * (highest - lowest);
+    return drawn > 1 && way > 0.25 * canvasWidth * (highest - lowest);
 }
 
 /// Curves that hide each other get a chart each, in which they keep their colours.

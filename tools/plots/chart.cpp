@@ -7,10 +7,10 @@
 #include <qwt_plot_curve.h>
 #include <qwt_plot_grid.h>
 #include <qwt_scale_draw.h>
-#include <qwt_scale_engine.h>
 #include <qwt_scale_map.h>
 #include <qwt_symbol.h>
-#include <qwt_transform.h>
+
+#include "axes.h"
 
 namespace plots {
 
@@ -115,62 +115,6 @@ QRectF canvasOf(const Chart &chart)
     return {left, titleHeight + legendHeight + 4, double{canvasWidth}, canvasHeight(chart)};
 }
 
-struct Axis
-{
-    QwtScaleDiv ticks;
-    bool isLogarithmic = false;
-
-    QwtTransform *newTransform() const { return isLogarithmic ? new QwtLogTransform : nullptr; }
-};
-
-/// Ends where the values end.
-Axis exactAxis(double first, double last, int steps)
-{
-    return {QwtLinearScaleEngine().divideScale(first, last, steps, 5)};
-}
-
-/// Ends at round values.
-template <typename Engine>
-Axis roundAxis(double lowest, double highest)
-{
-    constexpr int steps = 6;
-    const Engine engine;
-    double step = 0;
-    engine.autoScale(steps, lowest, highest, step);
-    return {engine.divideScale(lowest, highest, steps, 5, step), std::is_same_v<Engine, QwtLogScaleEngine>};
-}
-
-Axis valueAxis(const Chart &chart)
-{
-    double lowest = std::numeric_limits<double>::infinity();
-    double highest = -lowest;
-    for (const Curve &curve : chart.curves) {
-        for (const Line &line : curve.lines) {
-            for (const QPointF &sample : line) {
-                lowest = std::min(lowest, sample.y());
-                highest = std::max(highest, sample.y());
-            }
-        }
-    }
-    if (chart.isLogarithmic)
-        return roundAxis<QwtLogScaleEngine>(lowest, highest);
-    // No line lies on the frame, but zero is the lowest of what is never negative.
-    const double margin = 0.04 * (highest - lowest);
-    const double below = lowest >= 0 ? std::min(margin, lowest) : margin;
-    return roundAxis<QwtLinearScaleEngine>(lowest - below, highest + margin);
-}
-
-/// What a canvas of this shape shows of a path, with a margin.
-QRectF shownPositions(const QRectF &positions, const QSizeF &canvas)
-{
-    constexpr double margin = 1.06;
-    const double scale =
-        margin * std::max({positions.width() / canvas.width(), positions.height() / canvas.height(), 1e-2});
-    QRectF shown(QPointF(), canvas * scale);
-    shown.moveCenter(positions.center());
-    return shown;
-}
-
 class Painting
 {
 public:
@@ -178,15 +122,10 @@ public:
         : painter(target)
         , chart(painted)
         , canvas(canvasOf(painted))
+        , axes(axesOf(painted, canvas.size()))
     {
-        if (chart.positions) {
-            const QRectF shown = shownPositions(*chart.positions, canvas.size());
-            x = exactAxis(shown.left(), shown.right(), 10);
-            y = exactAxis(shown.bottom(), shown.top(), 6);
-        } else {
-            x = exactAxis(chart.span.first, chart.span.last, 10);
-            y = valueAxis(chart);
-        }
+        const Axis &x = axes.x;
+        const Axis &y = axes.y;
         xMap.setScaleInterval(x.ticks.lowerBound(), x.ticks.upperBound());
         xMap.setPaintInterval(canvas.left(), canvas.right());
         yMap.setTransformation(y.newTransform());
@@ -199,8 +138,8 @@ public:
         painter.setRenderHint(QPainter::Antialiasing);
         paintTitles();
         paintGrid();
-        paintAxis(x, QwtScaleDraw::BottomScale, canvas.bottomLeft(), canvas.width());
-        paintAxis(y, QwtScaleDraw::LeftScale, canvas.topLeft(), canvas.height());
+        paintAxis(axes.x, QwtScaleDraw::BottomScale, canvas.bottomLeft(), canvas.width());
+        paintAxis(axes.y, QwtScaleDraw::LeftScale, canvas.topLeft(), canvas.height());
         for (std::size_t i = 0; i < chart.curves.size(); ++i) {
             for (const Line &line : chart.curves[i].lines)
                 paintLine(line, QColor(styleOf(i).color));
@@ -232,8 +171,8 @@ private:
     void paintGrid()
     {
         QwtPlotGrid grid;
-        grid.setXDiv(x.ticks);
-        grid.setYDiv(y.ticks);
+        grid.setXDiv(axes.x.ticks);
+        grid.setYDiv(axes.y.ticks);
         grid.setMajorPen(QColor(0xD8, 0xD8, 0xD8), 1);
         grid.draw(&painter, xMap, yMap, canvas);
     }
@@ -322,7 +261,7 @@ private:
     QPainter &painter;
     const Chart &chart;
     QRectF canvas;
-    Axis x, y;
+    const Axes axes;
     QwtScaleMap xMap, yMap;
 };
 

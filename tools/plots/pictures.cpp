@@ -11,12 +11,12 @@ QString nameOf(const std::optional<std::int32_t> &board)
     return board ? QStringLiteral("Board %1").arg(*board) : QStringLiteral("No board");
 }
 
-/// A session of a single moment has some width, too.
+/// A session of a single moment has some width, too, and one whose stamps are further apart than can be told.
 Span spanOf(const decoding::SessionOverview &session, const Survey &survey)
 {
     const Span span{survey.secondsOf(session.firstNs), survey.secondsOf(session.lastNs)};
     constexpr double minHalf = 0.05;
-    return span.last > span.first ? span : Span{span.first - minHalf, span.last + minHalf};
+    return span.last > span.first ? span : Span{span.first - minHalf, span.first + minHalf};
 }
 
 } // namespace

@@ -91,7 +91,7 @@ void ColumnsTests::coversWhatAllSamplesCover_data()
     addRow("many a column", 4u, 50'000);
 }
 
-/// A line through the decimated samples beside one through all: the same in each column, to the last bit.
+/// A line through the decimated samples beside one through all: the same in each column.
 void ColumnsTests::coversWhatAllSamplesCover()
 {
     QFETCH(unsigned, seed);

@@ -69,7 +69,10 @@ private slots:
     void hostileTexts_data();
     void hostileTexts();
     void needsNothingElse();
+    void extremeValues_data();
+    void extremeValues();
     void manyBoards();
+    void manySessions();
     void manyMarks();
 
 private:
@@ -201,6 +204,49 @@ void PageTests::needsNothingElse()
     for (const char *part :
          {"<script", "<link", "<img", "<iframe", "<object", "<image", "src=", "href=", "url("})
         QVERIFY2(!text.contains(QString::fromUtf8(part)), part);
+}
+
+void PageTests::extremeValues_data()
+{
+    addColumns<quint64, quint64>("first", "last");
+    const quint64 max = ~quint64{0};
+    addRow("hundreds of years", quint64(0), max / 2);
+    addRow("more than can be told", quint64(0), max / 4 * 3);
+    addRow("from end to end", quint64(0), max);
+    addRow("backwards", max, quint64(0));
+    addRow("a moment", quint64(5), quint64(5));
+}
+
+/// Positions at both ends of 32 bits, at any times.
+void PageTests::extremeValues()
+{
+    QFETCH(quint64, first);
+    QFETCH(quint64, last);
+    const auto position = [](quint64 time, const char *digits) {
+        const QByteArray report = QByteArray("1fa40000000000") + digits + digits;
+        return blocks::packet(time, packetBytes(1, 1, 0, 1001, 0, QByteArray::fromHex(report), 1));
+    };
+    const QByteArray name = QByteArray("extreme ") + QTest::currentDataTag();
+    const QString text =
+        page(name.constData(), start() + position(first, "00000080") + position(last, "ffffff7f"), 3);
+    QVERIFY(
+        rows(text).contains(QStringLiteral("1001 | position.x |  | 2 | -2.14748e+09 | -0.5 | 2.14748e+09")));
+    QVERIFY(text.contains(QStringLiteral(">Board 1001: the pen's path<")));
+    QVERIFY(text.contains(QStringLiteral(">Board 1001: reports a second<")));
+}
+
+/// 150 sessions: the first hundred are shown.
+void PageTests::manySessions()
+{
+    QByteArray bytes = start();
+    for (int i = 0; i < 150; ++i) {
+        QByteArray packet = packetBytes(6, 0, 0, 0, 0, "x");
+        packet.replace(24, 4, blocks::number(quint64(i), 4));
+        bytes += blocks::packet(quint64(i + 1), packet);
+    }
+    const QString text = page("manysessions", bytes, 3);
+    QCOMPARE(texts(text, "h2").size(), 100);
+    QVERIFY(text.contains(QStringLiteral("<p>50 more sessions are not shown.</p>")));
 }
 
 /// 40 boards: all are counted, 32 are drawn.
