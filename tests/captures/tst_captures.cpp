@@ -1,4 +1,7 @@
 #include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -45,6 +48,8 @@ private slots:
     void everyFileHasItsCapture();
     void output_data();
     void output();
+    void replay_data();
+    void replay();
 };
 
 void CaptureTests::everyFileHasItsCapture()
@@ -87,6 +92,47 @@ void CaptureTests::output()
         QVERIFY2(actual[i] == expected[i],
                  qPrintable(QString("%1:%2: ").arg(file).arg(i + 1) + QString::fromUtf8(actual[i])));
     QCOMPARE(actual.size(), expected.size());
+}
+
+/// Each session, with the number of its reports.
+void CaptureTests::replay_data()
+{
+    addColumns<QString, QString, int>("capture", "session", "reports");
+    for (const QString &name : namesOf("*.pcapng")) {
+        const QJsonArray sessions =
+            QJsonDocument::fromJson(contentOf(name + ".json")).array().at(0)["sessions"].toArray();
+        for (const QJsonValue &session : sessions) {
+            const QString number = session["session"].toString();
+            addRow(qPrintable(name + ' ' + number), name + ".pcapng", number,
+                   session["kinds"]["report"].toInt());
+        }
+    }
+}
+
+/// The tool gets all of its reports from the simulator.
+void CaptureTests::replay()
+{
+    QFETCH(QString, capture);
+    QFETCH(QString, session);
+    QFETCH(int, reports);
+    const QTemporaryDir folder;
+    QFile scenario(folder.filePath("replay.json"));
+    QVERIFY(scenario.open(QFile::WriteOnly));
+    const QJsonObject replay{
+        {"capture", QDir(TEST_FOLDER).filePath(capture)}, {"rate", "max"}, {"session", session}};
+    scenario.write(QJsonDocument(QJsonObject{{"title", capture}, {"replay", replay}}).toJson());
+    scenario.close();
+    QProcess host;
+    host.start(HOST_PROGRAM,
+               {"--plugins", PADSCOPE_PLUGIN_FOLDER, "--simulate", scenario.fileName(), "--type", "?"});
+    QByteArray printed;
+    const auto hasEnded = [&] { return (printed += host.readAllStandardError()).contains(" reports\n"); };
+    QTRY_VERIFY2_WITH_TIMEOUT(hasEnded(), printed, 60'000);
+    host.terminate();
+    QVERIFY(host.waitForFinished(30'000));
+    const QByteArray expected =
+        QByteArray::number(reports) + " of " + QByteArray::number(reports) + " reports\n";
+    QVERIFY2(printed.contains("; " + expected), printed);
 }
 
 PADSCOPE_TESTS(CaptureTests);

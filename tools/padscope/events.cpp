@@ -100,9 +100,9 @@ CLI::Validator eventName()
 
 IsEvent isAnyOf(const std::vector<std::string> &names)
 {
-    std::vector<IsEvent> events;
-    for (const std::string &name : names)
-        events.push_back(isEventOf(EventName(name)));
+    std::vector<IsEvent> events(names.size());
+    std::transform(names.begin(), names.end(), events.begin(),
+                   [](const std::string &name) { return isEventOf(EventName(name)); });
     return [events](const capture::Header &header, capture::ByteView payload) {
         return std::any_of(events.begin(), events.end(),
                            [&](const IsEvent &isEvent) { return isEvent(header, payload); });
