@@ -4,8 +4,8 @@
 #include "comparison.h"
 #include "fuzz/fuzzing.h"
 
-// Two captures of any bytes, which lie behind the length of the first: each packet is told once, and a capture does not
-// differ from itself.
+// Two captures of any bytes, which lie behind the length of the first: each packet is told once, and a
+// capture does not differ from itself.
 
 namespace {
 

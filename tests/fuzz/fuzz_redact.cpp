@@ -3,7 +3,7 @@
 
 #include "collector.h"
 #include "fuzz/fuzzing.h"
-#include "packetblock.h"
+#include "redactedblock.h"
 #include "redactor.h"
 
 // A capture of any bytes is redacted and counted: lengths stay, a redacted packet has nothing more to blank,

@@ -5,8 +5,8 @@
 
 #include "capturefiles.h"
 #include "newfile.h"
-#include "packetblock.h"
 #include "progress.h"
+#include "redactedblock.h"
 #include "redactor.h"
 
 namespace {

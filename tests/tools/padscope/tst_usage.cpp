@@ -77,7 +77,8 @@ void UsageTests::usage()
 void UsageTests::helpAndVersion_data()
 {
     addColumns<QString>("verb");
-    for (const char *verb : {"record", "replay", "mark", "info", "decode", "check", "stats", "diff", "redact", "plot", "report", "dissector"})
+    for (const char *verb : {"record", "replay", "mark", "info", "decode", "check", "stats", "diff", "redact",
+                             "plot", "report", "dissector"})
         addRow(verb, verb);
 }
 

@@ -1,4 +1,4 @@
-#include "packetblock.h"
+#include "redactedblock.h"
 
 #include "pcapng.h"
 

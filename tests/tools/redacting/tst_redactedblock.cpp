@@ -1,9 +1,9 @@
 #include "capture/blocks.h"
-#include "packetblock.h"
+#include "redactedblock.h"
 #include "support/tests.h"
 
 /// A packet's block with other data.
-class PacketBlockTests : public QObject
+class RedactedBlockTests : public QObject
 {
     Q_OBJECT
 
@@ -24,14 +24,14 @@ QByteArray rewritten(const QByteArray &block, const QByteArray &data, bool isBig
 
 } // namespace
 
-void PacketBlockTests::options_data()
+void RedactedBlockTests::options_data()
 {
     addColumns<bool>("isBigEndian");
     addRow("little-endian", false);
     addRow("big-endian", true);
 }
 
-void PacketBlockTests::options()
+void RedactedBlockTests::options()
 {
     QFETCH(bool, isBigEndian);
     const auto option = [isBigEndian](quint16 code, const QByteArray &value) {
@@ -56,7 +56,7 @@ void PacketBlockTests::options()
 }
 
 /// The older sort of packet has the same places.
-void PacketBlockTests::obsoletePackets()
+void RedactedBlockTests::obsoletePackets()
 {
     using blocks::number;
     const auto packet = [](const QByteArray &data, const QByteArray &padding) {
@@ -66,5 +66,5 @@ void PacketBlockTests::obsoletePackets()
     QCOMPARE(rewritten(packet("12345", "abc"), "54321"), packet("54321", QByteArray(3, '\0')));
 }
 
-PADSCOPE_TESTS(PacketBlockTests);
-#include "tst_packetblock.moc"
+PADSCOPE_TESTS(RedactedBlockTests);
+#include "tst_redactedblock.moc"
