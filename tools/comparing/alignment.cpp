@@ -6,7 +6,7 @@
 
 #include "anchor.h"
 #include "differences.h"
-#include "pairing.h"
+#include "editpath.h"
 
 namespace comparing {
 
@@ -22,10 +22,18 @@ constexpr std::size_t maxEdits = 512;
 constexpr std::size_t minMatchesPerEdit = 3;
 /// Removed and added packets that are paired at a time; the time for it grows with the square.
 constexpr std::size_t maxPaired = 32;
-/// Equal packets that are looked back at.
-constexpr std::size_t maxHeld = 1024;
+/// Steps that are held back, and the bytes of their payloads.
+constexpr std::size_t maxHeld = 16'384;
+constexpr std::size_t maxHeldBytes = 16 * 1024 * 1024;
+/// Steps are taken back until as many pairs of packets are looked at.
+constexpr std::size_t maxLookedAt = 16'384;
 /// Bytes that tell which of two packets resembles a third more.
-constexpr std::size_t maxResemblingBytes = 1024;
+constexpr std::size_t maxResemblingBytes = 64;
+// What a pair costs, each below 2: that it is not identical, that bytes differ, that times differ.
+constexpr double onlyWithinTolerance = 0.5;
+constexpr double perByte = 1.0 / maxResemblingBytes;
+constexpr double halfMisfitNs =
+    1e6; ///< times that differ by so much cost half of those that don't fit at all
 
 int differingBytes(const Packet &a, const Packet &b)
 {
@@ -42,6 +50,11 @@ std::vector<std::string> typesOf(const std::deque<Packet> &packets, std::size_t 
     for (std::size_t i = 0; i < count; ++i)
         types.push_back(typeOf(packets[i]));
     return types;
+}
+
+double nanosecondsBetween(const Packet &a, const Packet &b)
+{
+    return static_cast<double>(b.timeNs) - static_cast<double>(a.timeNs);
 }
 
 /// Of the first packets.
@@ -83,6 +96,12 @@ Packet Alignment::Window::takeFirst()
     return packet;
 }
 
+void Alignment::Window::putBack(Packet packet)
+{
+    bytes += packet.payload.size();
+    packets.push_front(std::move(packet));
+}
+
 void Alignment::run()
 {
     for (;;) {
@@ -91,11 +110,12 @@ void Alignment::run()
         if (a.packets.empty() && b.packets.empty())
             break;
         if (!a.packets.empty() && !b.packets.empty() && isEqualAt(0, 0))
-            passEqual(1);
+            take({true, true});
         else
             advance();
     }
-    release();
+    while (!held.empty())
+        releaseFirst();
 }
 
 bool Alignment::isEqualAt(std::size_t indexA, std::size_t indexB) const
@@ -103,25 +123,33 @@ bool Alignment::isEqualAt(std::size_t indexA, std::size_t indexB) const
     return areEqual(a.packets[indexA], b.packets[indexB], rules);
 }
 
-void Alignment::passEqual(std::size_t count)
+/// Takes the first packets as a step.
+void Alignment::take(const PairingStep &taken)
 {
-    for (; count > 0; --count) {
-        held.emplace_back(a.takeFirst(), b.takeFirst());
-        if (held.size() > maxHeld)
-            releaseFirst();
-    }
+    Step step;
+    if (taken.takesA)
+        step.a = a.takeFirst();
+    if (taken.takesB)
+        step.b = b.takeFirst();
+    heldBytes += step.bytes();
+    held.push_back(std::move(step));
+    while (held.size() > maxHeld || heldBytes > maxHeldBytes)
+        releaseFirst();
 }
 
 void Alignment::releaseFirst()
 {
-    listener.pair(held.front().first, held.front().second);
+    const Step step = std::move(held.front());
     held.pop_front();
-}
-
-void Alignment::release()
-{
-    while (!held.empty())
-        releaseFirst();
+    heldBytes -= step.bytes();
+    if (step.a && step.b) {
+        lastOffsetNs = nanosecondsBetween(*step.a, *step.b);
+        listener.pair(*step.a, *step.b);
+    } else if (step.a) {
+        listener.onlyInA(*step.a);
+    } else {
+        listener.onlyInB(*step.b);
+    }
 }
 
 /// Goes on behind the first difference. \pre the first packets differ
@@ -148,37 +176,20 @@ bool Alignment::followPath(std::size_t size)
 {
     a.fill(size);
     b.fill(size);
-    const Extent extent{std::min(a.packets.size(), size), std::min(b.packets.size(), size),
-                        a.hasEnded && a.packets.size() <= size, b.hasEnded && b.packets.size() <= size};
+    const std::size_t lengthA = std::min(a.packets.size(), size);
+    const std::size_t lengthB = std::min(b.packets.size(), size);
+    const bool areWhole =
+        a.hasEnded && b.hasEnded && a.packets.size() == lengthA && b.packets.size() == lengthB;
     const auto equal = [this](std::size_t indexA, std::size_t indexB) { return isEqualAt(indexA, indexB); };
-    const bool areWhole = extent.isEndOfA && extent.isEndOfB;
-    EditPath path =
-        shortestPath(extent, equal, areWhole ? maxEdits : std::min(maxEdits, size / minMatchesPerEdit));
-    if (path.reachesGoal && areWhole) {
-        follow(path);
-        edit(a.packets.size(), b.packets.size());
-        return true;
-    }
-    if (path.matches() < minMatchesPerEdit * path.edits)
+    const EditPath path = shortestPath(lengthA, lengthB, equal,
+                                       areWhole ? maxEdits : std::min(maxEdits, size / minMatchesPerEdit));
+    const bool isAll = areWhole && path.reachesGoal;
+    if (!isAll && path.matches() < minMatchesPerEdit * path.edits)
         return false;
     // What follows the window may change the path near the window's end.
-    const auto isBehindHalf = [&path](const Run &run) { return run.a + run.b > (path.a + path.b) / 2; };
-    path.runs.erase(std::find_if(path.runs.begin() + 1, path.runs.end(), isBehindHalf), path.runs.end());
-    follow(path);
+    const std::size_t end = path.a + path.b;
+    align({path.a, path.b, path.a - path.matches(), path.b - path.matches()}, isAll ? 0 : end / 2);
     return true;
-}
-
-/// To the end of the last run.
-void Alignment::follow(const EditPath &path)
-{
-    std::size_t atA = 0;
-    std::size_t atB = 0;
-    for (const Run &run : path.runs) {
-        edit(run.a - atA, run.b - atB);
-        passEqual(run.length);
-        atA = run.a + run.length;
-        atB = run.b + run.length;
-    }
 }
 
 /// \return false when there is none
@@ -197,110 +208,90 @@ bool Alignment::goToAnchor(std::size_t size)
 /// The first packets of both have no place in the other.
 void Alignment::edit(std::size_t countA, std::size_t countB)
 {
-    if (countA > 0 && countB > 0)
-        release();
     while (countA > 0 && countB > 0) {
         const std::size_t partA = std::min(countA, maxPaired);
         const std::size_t partB = std::min(countB, maxPaired);
-        editPart(partA, partB);
+        align({partA, partB, partA, partB}, 0);
         countA -= partA;
         countB -= partB;
     }
-    if (countA > 0)
-        takeOut<true>(countA);
-    if (countB > 0)
-        takeOut<false>(countB);
+    const std::size_t left = countA + countB;
+    if (left > 0 && left <= maxEdits)
+        align({countA, countB, countA, countB}, 0);
+    for (std::size_t i = 0; left > maxEdits && i < left; ++i)
+        take({countA > 0, countB > 0});
 }
 
-/// The first packets of one sequence, or as many behind others that equal those, have no place in the other
-/// one.
-template <bool isInA>
-void Alignment::takeOut(std::size_t count)
+/// Takes the best steps through the first packets, and those before that these may change.
+/// \param kept packets at the end, of both together, that wait for what follows
+void Alignment::align(Stretch stretch, std::size_t kept)
 {
-    const std::size_t steps = stepsBack<isInA>(count);
-    while (held.size() > steps)
-        releaseFirst();
-    std::deque<Packet> longer;
-    std::deque<Packet> shorter;
-    for (auto &[packetA, packetB] : held) {
-        longer.push_back(std::move(isInA ? packetA : packetB));
-        shorter.push_back(std::move(isInA ? packetB : packetA));
-    }
-    held.clear();
-    Window &window = isInA ? a : b;
-    for (std::size_t i = 0; i < count; ++i) {
-        longer.push_back(window.takeFirst());
-        if constexpr (isInA)
-            listener.onlyInA(longer.front());
-        else
-            listener.onlyInB(longer.front());
-        longer.pop_front();
-    }
-    for (std::size_t i = 0; i < steps; ++i) {
-        if constexpr (isInA)
-            held.emplace_back(std::move(longer[i]), std::move(shorter[i]));
-        else
-            held.emplace_back(std::move(shorter[i]), std::move(longer[i]));
+    takeBack(stretch);
+    std::size_t left = stretch.lengthA + stretch.lengthB;
+    for (const PairingStep &step : bestSteps(stretch)) {
+        if (left <= kept)
+            break;
+        left -= (step.takesA ? 1 : 0) + (step.takesB ? 1 : 0);
+        take(step);
     }
 }
 
-/// How many equal ones are better paired anew, before which the edit then comes.
-template <bool isInA>
-std::size_t Alignment::stepsBack(std::size_t count) const
+/// Steps before the stretch join it while the edits in it may as well lie there.
+void Alignment::takeBack(Stretch &stretch)
 {
-    const std::deque<Packet> &following = isInA ? a.packets : b.packets;
-    const auto longer = [&](std::size_t i) -> const Packet & {
-        if (i >= held.size())
-            return following[i - held.size()];
-        return isInA ? held[i].first : held[i].second;
-    };
-    const auto shorter = [&](std::size_t i) -> const Packet & {
-        return isInA ? held[i].second : held[i].first;
-    };
-    const auto isEqual = [&](const Packet &inLonger, const Packet &inShorter) {
-        return isInA ? areEqual(inLonger, inShorter, rules) : areEqual(inShorter, inLonger, rules);
-    };
-    const auto timeBetween = [](const Packet &one, const Packet &other) {
-        return static_cast<double>(one.timeNs) - static_cast<double>(other.timeNs);
-    };
-    const double offsetNs = held.empty() ? 0 : timeBetween(longer(0), shorter(0));
-    using Fit = std::pair<int, double>; // identical pairs, then times that are alike
-    const auto fitOf = [&](const Packet &inLonger, const Packet &inShorter) {
-        return Fit(areIdentical(inLonger, inShorter) ? 1 : 0,
-                   -std::abs(timeBetween(inLonger, inShorter) - offsetNs));
-    };
-    Fit gain;
-    Fit bestGain;
-    std::size_t best = 0;
-    for (std::size_t i = held.size(); i-- > 0 && isEqual(longer(i + count), shorter(i));) {
-        const Fit before = fitOf(longer(i), shorter(i));
-        const Fit after = fitOf(longer(i + count), shorter(i));
-        gain = {gain.first + after.first - before.first, gain.second + after.second - before.second};
-        if (gain > bestGain) {
-            bestGain = gain;
-            best = held.size() - i;
+    while (!held.empty() && (stretch.lengthA + 1) * (stretch.editsInA + stretch.editsInB + 1) < maxLookedAt) {
+        Step step = std::move(held.back());
+        held.pop_back();
+        heldBytes -= step.bytes();
+        const bool isEqual = step.a && step.b && areEqual(*step.a, *step.b, rules);
+        if (step.a) {
+            a.putBack(std::move(*step.a));
+            ++stretch.lengthA;
+            stretch.editsInA += isEqual ? 0 : 1;
         }
+        if (step.b) {
+            b.putBack(std::move(*step.b));
+            ++stretch.lengthB;
+            stretch.editsInB += isEqual ? 0 : 1;
+        }
+        if (isEqual && !isAmbiguous(stretch))
+            break;
     }
-    return best;
 }
 
-void Alignment::editPart(std::size_t countA, std::size_t countB)
+/// Whether one of the first packets equals another one than that.
+bool Alignment::isAmbiguous(const Stretch &stretch) const
 {
-    const std::vector<std::string> typesA = typesOf(a.packets, countA);
-    const std::vector<std::string> typesB = typesOf(b.packets, countB);
-    const auto cost = [&](std::size_t indexA, std::size_t indexB) {
+    for (std::size_t i = 1; i <= stretch.editsInA && i < stretch.lengthA; ++i) {
+        if (isEqualAt(i, 0))
+            return true;
+    }
+    for (std::size_t i = 1; i <= stretch.editsInB && i < stretch.lengthB; ++i) {
+        if (isEqualAt(0, i))
+            return true;
+    }
+    return false;
+}
+
+std::vector<PairingStep> Alignment::bestSteps(const Stretch &stretch) const
+{
+    const std::vector<std::string> typesA = typesOf(a.packets, stretch.lengthA);
+    const std::vector<std::string> typesB = typesOf(b.packets, stretch.lengthB);
+    const auto lastPair =
+        std::find_if(held.rbegin(), held.rend(), [](const Step &step) { return step.a && step.b; });
+    const double offsetNs =
+        lastPair == held.rend() ? lastOffsetNs : nanosecondsBetween(*lastPair->a, *lastPair->b);
+    return pairInOrder(stretch, [&](std::size_t indexA, std::size_t indexB) {
+        const Packet &inA = a.packets[indexA];
+        const Packet &inB = b.packets[indexB];
+        const double misfitNs = std::abs(nanosecondsBetween(inA, inB) - offsetNs);
+        const double misfit = misfitNs / (misfitNs + halfMisfitNs);
+        if (isEqualAt(indexA, indexB))
+            return misfit + (areIdentical(inA, inB) ? 0 : onlyWithinTolerance);
         if (typesA[indexA] != typesB[indexB])
             return noPair;
-        return isEqualAt(indexA, indexB) ? 0 : 1 + differingBytes(a.packets[indexA], b.packets[indexB]);
-    };
-    for (const PairingStep &step : pairInOrder(countA, countB, cost)) {
-        if (step.takesA && step.takesB)
-            listener.pair(a.takeFirst(), b.takeFirst());
-        else if (step.takesA)
-            listener.onlyInA(a.takeFirst());
-        else
-            listener.onlyInB(b.takeFirst());
-    }
+        return changedPair + misfit + perByte * differingBytes(inA, inB);
+    });
 }
 
 } // namespace comparing

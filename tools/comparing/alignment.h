@@ -4,10 +4,10 @@
 #include <deque>
 #include <functional>
 #include <optional>
-#include <utility>
+#include <vector>
 
-#include "editpath.h"
 #include "packet.h"
+#include "pairing.h"
 
 namespace comparing {
 
@@ -26,9 +26,10 @@ public:
 /// which the shortest edit path is found. Where the path has too many edits, it goes on at the nearest place
 /// from which on both are alike again, up to 262,144 packets ahead.
 ///
-/// Of packets that were removed or added among equal ones, those are told whose neighbours are identical, and
-/// whose times fit best. Of what was removed and added in one place, packets of one type are paired as
-/// changed, as many as possible, and those that differ least.
+/// Among packets that equal their neighbours there are many shortest paths. The one is taken that pairs what
+/// was removed and added as changed, if both are of one type, and by which times fit best and most pairs are
+/// identical. Therefore steps are held back: a later edit may show that an earlier one is better told at
+/// another place.
 class Alignment
 {
 public:
@@ -49,28 +50,37 @@ private:
 
         void fill(std::size_t count);
         Packet takeFirst();
+        void putBack(Packet packet);
+    };
+
+    /// A pair, or a packet that the other sequence does not have.
+    struct Step
+    {
+        std::optional<Packet> a = {};
+        std::optional<Packet> b = {};
+
+        std::size_t bytes() const { return (a ? a->payload.size() : 0) + (b ? b->payload.size() : 0); }
     };
 
     bool isEqualAt(std::size_t indexA, std::size_t indexB) const;
-    void passEqual(std::size_t count);
+    bool isAmbiguous(const Stretch &stretch) const;
     void advance();
     bool followPath(std::size_t size);
-    void follow(const EditPath &path);
     bool goToAnchor(std::size_t size);
-    void releaseFirst();
-    void release();
     void edit(std::size_t countA, std::size_t countB);
-    template <bool isInA>
-    void takeOut(std::size_t count);
-    template <bool isInA>
-    std::size_t stepsBack(std::size_t count) const;
-    void editPart(std::size_t countA, std::size_t countB);
+    void align(Stretch stretch, std::size_t kept);
+    void takeBack(Stretch &stretch);
+    std::vector<PairingStep> bestSteps(const Stretch &stretch) const;
+    void take(const PairingStep &taken);
+    void releaseFirst();
 
     const FieldRules &rules;
     AlignmentListener &listener;
     Window a;
     Window b;
-    std::deque<std::pair<Packet, Packet>> held; ///< equal ones that the next edit may pair anew
+    std::deque<Step> held; ///< may be taken back
+    std::size_t heldBytes = 0;
+    double lastOffsetNs = 0; ///< between the times of a pair that was released
 };
 
 } // namespace comparing

@@ -14,23 +14,23 @@ constexpr std::int32_t unreachable = -1;
 class Search
 {
 public:
-    Search(const Extent &searched, const std::function<bool(std::size_t, std::size_t)> &equal)
-        : extent(searched)
-        , areEqual(equal)
-        , lengthA(static_cast<std::int32_t>(searched.lengthA))
-        , lengthB(static_cast<std::int32_t>(searched.lengthB))
+    Search(std::size_t countInA, std::size_t countInB,
+           const std::function<bool(std::size_t, std::size_t)> &equal)
+        : areEqual(equal)
+        , lengthA(static_cast<std::int32_t>(countInA))
+        , lengthB(static_cast<std::int32_t>(countInB))
     {
     }
 
     EditPath run(std::size_t maxEdits)
     {
-        const auto last = static_cast<std::int32_t>(std::min(maxEdits, extent.lengthA + extent.lengthB));
+        const std::int32_t last = std::min(static_cast<std::int32_t>(maxEdits), lengthA + lengthB);
         for (std::int32_t edits = 0; edits <= last; ++edits) {
             rows.emplace_back(static_cast<std::size_t>(edits) + 1, unreachable);
             for (std::int32_t k = -edits; k <= edits; k += 2) {
                 const std::int32_t x = furthest(edits, k);
                 at(edits, k) = x;
-                if (x != unreachable && isGoal(x, x - k))
+                if (x == lengthA && x - k == lengthB)
                     return pathTo(edits, k, true);
             }
         }
@@ -71,13 +71,6 @@ private:
         return x;
     }
 
-    bool isGoal(std::int32_t x, std::int32_t y) const
-    {
-        if (extent.isEndOfA && extent.isEndOfB)
-            return x == lengthA && y == lengthB;
-        return (x == lengthA && !extent.isEndOfA) || (y == lengthB && !extent.isEndOfB);
-    }
-
     /// The one that leads through most of both.
     std::int32_t furthestDiagonal(std::int32_t edits)
     {
@@ -115,7 +108,6 @@ private:
         return path;
     }
 
-    const Extent &extent;
     const std::function<bool(std::size_t, std::size_t)> &areEqual;
     const std::int32_t lengthA;
     const std::int32_t lengthB;
@@ -124,10 +116,10 @@ private:
 
 } // namespace
 
-EditPath shortestPath(const Extent &extent, const std::function<bool(std::size_t, std::size_t)> &areEqual,
-                      std::size_t maxEdits)
+EditPath shortestPath(std::size_t lengthA, std::size_t lengthB,
+                      const std::function<bool(std::size_t, std::size_t)> &areEqual, std::size_t maxEdits)
 {
-    return Search(extent, areEqual).run(maxEdits);
+    return Search(lengthA, lengthB, areEqual).run(maxEdits);
 }
 
 } // namespace comparing

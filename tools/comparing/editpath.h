@@ -26,22 +26,13 @@ struct EditPath
     std::size_t matches() const { return (a + b - edits) / 2; }
 };
 
-/// A stretch of two sequences that is looked at.
-struct Extent
-{
-    std::size_t lengthA = 0;
-    std::size_t lengthB = 0;
-    bool isEndOfA = true; ///< nothing follows
-    bool isEndOfB = true;
-};
-
-/// Finds the path with the fewest edits that leads to the ends of both, or to the edge of what is looked at
-/// where more follows. This is the greedy algorithm of Eugene W. Myers, "An O(ND) Difference Algorithm and
-/// Its Variations", Algorithmica 1 (1986). The relation needs to be neither symmetric nor transitive. \param
-/// areEqual whether an index in A and one in B hold the same \param maxEdits with more than these the path is
-/// the one with them that leads furthest. Memory grows with its
-///        square.
-EditPath shortestPath(const Extent &extent, const std::function<bool(std::size_t, std::size_t)> &areEqual,
-                      std::size_t maxEdits);
+/// Finds the path with the fewest edits that leads to the ends of both. This is the greedy algorithm of
+/// Eugene W. Myers, "An O(ND) Difference Algorithm and Its Variations", Algorithmica 1 (1986). The relation
+/// needs to be neither symmetric nor transitive.
+/// \param areEqual whether an index in A and one in B hold the same
+/// \param maxEdits with more than these the path is the one with them that leads furthest. Memory grows with
+///        its square.
+EditPath shortestPath(std::size_t lengthA, std::size_t lengthB,
+                      const std::function<bool(std::size_t, std::size_t)> &areEqual, std::size_t maxEdits);
 
 } // namespace comparing

@@ -1,59 +1,73 @@
 #include "pairing.h"
 
 #include <algorithm>
-#include <cstdint>
+#include <limits>
 
 namespace comparing {
 
 namespace {
 
-constexpr std::int64_t unpaired = std::int64_t{1} << 24; ///< more than all pairs of a table cost
+/// A changed pair and some pairs that fit ill cost less than two that are left over.
+constexpr double leftOver = changedPair / 2 + 4;
+constexpr double unreachable = std::numeric_limits<double>::infinity();
 
-/// Costs from each pair of indices to the ends.
+/// Costs from each pair of indices to the ends, on the diagonals that the edits suffice for.
 class Table
 {
 public:
-    Table(std::size_t lengthA, std::size_t lengthB)
-        : width(lengthB + 1)
-        , costs((lengthA + 1) * width)
+    explicit Table(const Stretch &of)
+        : stretch(of)
+        , width(of.editsInA + of.editsInB + 1)
+        , costs((of.lengthA + 1) * width, unreachable)
     {
     }
 
-    std::int64_t &at(std::size_t a, std::size_t b) { return costs[a * width + b]; }
+    bool has(std::size_t a, std::size_t b) const
+    {
+        return a <= stretch.lengthA && b <= stretch.lengthB && a <= b + stretch.editsInA &&
+               b <= a + stretch.editsInB;
+    }
+    double at(std::size_t a, std::size_t b) const { return has(a, b) ? costs[indexOf(a, b)] : unreachable; }
+    void set(std::size_t a, std::size_t b, double cost) { costs[indexOf(a, b)] = cost; }
+
+    std::size_t firstB(std::size_t a) const { return a > stretch.editsInA ? a - stretch.editsInA : 0; }
+    std::size_t endB(std::size_t a) const { return std::min(stretch.lengthB, a + stretch.editsInB) + 1; }
 
 private:
+    std::size_t indexOf(std::size_t a, std::size_t b) const { return a * width + (b + stretch.editsInA - a); }
+
+    const Stretch &stretch;
     std::size_t width;
-    std::vector<std::int64_t> costs;
+    std::vector<double> costs;
 };
 
 } // namespace
 
-std::vector<PairingStep> pairInOrder(std::size_t lengthA, std::size_t lengthB,
-                                     const std::function<int(std::size_t, std::size_t)> &cost)
+std::vector<PairingStep> pairInOrder(const Stretch &stretch,
+                                     const std::function<double(std::size_t, std::size_t)> &cost)
 {
-    Table rest(lengthA, lengthB);
-    Table pairs(lengthA, lengthB);
-    for (std::size_t a = lengthA + 1; a-- > 0;) {
-        for (std::size_t b = lengthB + 1; b-- > 0;) {
-            if (a == lengthA || b == lengthB) {
-                rest.at(a, b) = static_cast<std::int64_t>(lengthA - a + lengthB - b) * unpaired;
+    Table rest(stretch);
+    const auto throughPair = [&](std::size_t a, std::size_t b) {
+        if (a == stretch.lengthA || b == stretch.lengthB || rest.at(a + 1, b + 1) == unreachable)
+            return unreachable;
+        const double ofPair = cost(a, b);
+        return ofPair == noPair ? unreachable : ofPair + rest.at(a + 1, b + 1);
+    };
+    rest.set(stretch.lengthA, stretch.lengthB, 0);
+    for (std::size_t a = stretch.lengthA + 1; a-- > 0;) {
+        for (std::size_t b = rest.endB(a); b-- > rest.firstB(a);) {
+            if (a == stretch.lengthA && b == stretch.lengthB)
                 continue;
-            }
-            pairs.at(a, b) = cost(a, b);
-            rest.at(a, b) = unpaired + std::min(rest.at(a + 1, b), rest.at(a, b + 1));
-            if (pairs.at(a, b) != noPair)
-                rest.at(a, b) = std::min(rest.at(a, b), pairs.at(a, b) + rest.at(a + 1, b + 1));
+            const double unpaired = leftOver + std::min(rest.at(a + 1, b), rest.at(a, b + 1));
+            rest.set(a, b, std::min(throughPair(a, b), unpaired));
         }
     }
     std::vector<PairingStep> steps;
     std::size_t a = 0;
     std::size_t b = 0;
-    while (a < lengthA || b < lengthB) {
-        const bool hasBoth = a < lengthA && b < lengthB;
-        const bool isPair =
-            hasBoth && pairs.at(a, b) != noPair && rest.at(a, b) == pairs.at(a, b) + rest.at(a + 1, b + 1);
-        const bool takesA =
-            isPair || b == lengthB || (hasBoth && rest.at(a, b) == unpaired + rest.at(a + 1, b));
+    while (a < stretch.lengthA || b < stretch.lengthB) {
+        const bool isPair = rest.at(a, b) == throughPair(a, b);
+        const bool takesA = isPair || rest.at(a, b) == leftOver + rest.at(a + 1, b);
         steps.push_back({takesA, isPair || !takesA});
         a += steps.back().takesA ? 1 : 0;
         b += steps.back().takesB ? 1 : 0;

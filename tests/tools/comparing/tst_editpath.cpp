@@ -4,7 +4,6 @@
 #include "support/tests.h"
 
 using comparing::EditPath;
-using comparing::Extent;
 
 namespace {
 
@@ -71,7 +70,6 @@ class EditPathTests : public QObject
 private slots:
     void isAsShortAsTheTableSays_data();
     void isAsShortAsTheTableSays();
-    void endsAtTheEdgeWhereMoreFollows();
     void leadsFurthestWithTooManyEdits();
 };
 
@@ -98,8 +96,7 @@ void EditPathTests::isAsShortAsTheTableSays()
         const auto areEqual = [&, tolerance = tolerance](std::size_t i, std::size_t j) {
             return std::abs(a[i] - b[j]) <= tolerance;
         };
-        const EditPath path =
-            comparing::shortestPath({a.size(), b.size(), true, true}, areEqual, a.size() + b.size());
+        const EditPath path = comparing::shortestPath(a.size(), b.size(), areEqual, a.size() + b.size());
         QVERIFY(path.reachesGoal);
         QCOMPARE(path.a, a.size());
         QCOMPARE(path.b, b.size());
@@ -108,29 +105,12 @@ void EditPathTests::isAsShortAsTheTableSays()
     }
 }
 
-/// What is left of the other belongs to what follows.
-void EditPathTests::endsAtTheEdgeWhereMoreFollows()
-{
-    const std::string a = "abcdef";
-    const std::string b = "abXcd";
-    const auto areEqual = [&](std::size_t i, std::size_t j) { return a[i] == b[j]; };
-    const EditPath path = comparing::shortestPath({6, 5, false, false}, areEqual, 20);
-    QVERIFY(path.reachesGoal);
-    QCOMPARE(path.edits, std::size_t{1});
-    QCOMPARE(path.a, std::size_t{4});
-    QCOMPARE(path.b, std::size_t{5});
-    QCOMPARE(path.runs.size(), std::size_t{2});
-    QCOMPARE(path.runs[1].a, std::size_t{2});
-    QCOMPARE(path.runs[1].b, std::size_t{3});
-    QCOMPARE(path.runs[1].length, std::size_t{2});
-}
-
 void EditPathTests::leadsFurthestWithTooManyEdits()
 {
     const std::string a = "abcd1234";
     const std::string b = "abcd5678";
     const auto areEqual = [&](std::size_t i, std::size_t j) { return a[i] == b[j]; };
-    const EditPath path = comparing::shortestPath({8, 8, true, true}, areEqual, 2);
+    const EditPath path = comparing::shortestPath(8, 8, areEqual, 2);
     QVERIFY(!path.reachesGoal);
     QCOMPARE(path.edits, std::size_t{2});
     QCOMPARE(path.matches(), std::size_t{4});
