@@ -28,8 +28,8 @@ enum Outcome
 };
 
 constexpr std::size_t pieceSize = 64 * 1024;
-const std::map<std::string, Kind> comparedKinds{
-    {"report", Kind::Report}, {"call", Kind::Call}, {"return", Kind::Return}, {"hotplug", Kind::Hotplug}};
+const std::map<std::string, std::set<Kind>> comparedKinds{
+    {"report", {Kind::Report}}, {"call", {Kind::Call, Kind::Return}}, {"hotplug", {Kind::Hotplug}}};
 
 struct DiffOptions
 {
@@ -260,7 +260,7 @@ Outcome run(const DiffOptions &options)
     comparing::Selection selection;
     selection.kinds.clear();
     for (const std::string &kind : options.kinds)
-        selection.kinds.insert(comparedKinds.at(kind));
+        selection.kinds.merge(std::set(comparedKinds.at(kind)));
     for (const std::string &text : options.maps)
         addMap(selection.boardsInB, text);
     for (const std::string &field : options.ignored)
@@ -287,11 +287,11 @@ void addDiffCommand(CLI::App &program, int &status)
     const auto options = std::make_shared<DiffOptions>();
     command->add_option("A", options->fileA, "A capture; - is standard input")->type_name("")->required();
     command->add_option("B", options->fileB, "Another one")->type_name("")->required();
-    command->add_option("--kinds", options->kinds, "What is compared: report, call, return, hotplug")
+    command->add_option("--kinds", options->kinds, "What is compared: report, call, hotplug")
         ->type_name("NAME,...")
         ->delimiter(',')
         ->allow_extra_args(false)
-        ->check(padscope::oneOf({"report", "call", "return", "hotplug"}));
+        ->check(padscope::oneOf({"report", "call", "hotplug"}));
     command->add_option("--times", options->timesMs, "Times may differ by at most this much")
         ->type_name("MS")
         ->check(padscope::finiteNumber());

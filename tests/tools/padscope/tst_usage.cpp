@@ -46,7 +46,7 @@ void UsageTests::usage_data()
     addRow("one file to compare", QStringList{"diff", "-"}, "B is required");
     addRow("standard input twice", QStringList{"diff", "-", "-"}, "B: standard input can't be both");
     addRow("a kind that is not compared", QStringList{"diff", "a", "b", "--kinds", "report,mark"},
-           "--kinds: mark is none of report, call, return, hotplug");
+           "--kinds: mark is none of report, call, hotplug");
     addRow("a tolerance of no field", QStringList{"diff", "a", "b", "--tolerance", "yFine61=3"},
            "--tolerance: yFine61 is no field of a report or a call");
     addRow("a tolerance of a text", QStringList{"diff", "a", "b", "--tolerance", "characters=3"},
