@@ -77,8 +77,6 @@ private:
 
     void compareReports()
     {
-        if (a.length != b.length)
-            add("length", std::to_string(a.length), std::to_string(b.length));
         const reports::Bytes bytesA = bytesOf(a);
         const reports::Bytes bytesB = bytesOf(b);
         const reports::Layout *layout = reports::layoutOf(bytesA);
@@ -86,17 +84,30 @@ private:
             layout = nullptr;
         const bool isText =
             reports::formOf(bytesA) == reports::Form::Text && reports::formOf(bytesB) == reports::Form::Text;
+        if (a.length != b.length && !(isText && isWhole(a) && isWhole(b)))
+            add("length", std::to_string(a.length), std::to_string(b.length));
         if (layout)
             compareFields(*layout, bytesA, bytesB);
         if (isText)
             compareCharacters();
         const std::size_t textBegin = isText ? reports::textOffset : std::string::npos;
         const std::size_t end = std::min({a.payload.size(), b.payload.size(), textBegin});
-        for (std::size_t i = 0; i < end && !isDone(); ++i) {
+        for (std::size_t i = followsFromLength(bytesA.at(0), bytesB.at(0)) ? 1 : 0; i < end && !isDone();
+             ++i) {
             const int differing = bytesA.at(i) ^ bytesB.at(i);
             if (differing != 0 && (!layout || (differing & ~coveredBits(*layout, i)) != 0))
                 addByte("byte ", i, bytesA.at(i), bytesB.at(i));
         }
+    }
+
+    /// The characters of such a text tell its length.
+    static bool isWhole(const Packet &packet) { return packet.length == packet.payload.size(); }
+
+    /// \param first, second the bytes that reports begin with, which hold their lengths
+    bool followsFromLength(int first, int second) const
+    {
+        return a.length != b.length &&
+               std::int64_t{a.length} - std::int64_t{b.length} == std::int64_t{first} - second;
     }
 
     void compareFields(const reports::Layout &layout, const reports::Bytes &bytesA,
@@ -108,10 +119,34 @@ private:
             const std::size_t end = field.offset + reports::widthInBytes(field);
             const bool isInA = end <= bytesA.length;
             const bool isInB = end <= bytesB.length;
+            const reports::Field *twin = twinOf(layout, field);
+            if (twin && (field.scale ||
+                         doesNotCount(*twin, first + std::size_t(twin - layout.fields), bytesA, bytesB)))
+                continue;
             if (isInA || isInB)
                 compareField(first + i, isInA ? valueOf(field, bytesA, first + i) : FieldValue(),
                              isInB ? valueOf(field, bytesB, first + i) : FieldValue(), isInA, isInB);
         }
+    }
+
+    /// The field that shows the same bits scaled, or as they are. They are told once, as they are.
+    static const reports::Field *twinOf(const reports::Layout &layout, const reports::Field &field)
+    {
+        const auto isTwin = [&field](const reports::Field &other) {
+            return other.offset == field.offset && other.mask == field.mask &&
+                   (other.scale != nullptr) != (field.scale != nullptr);
+        };
+        const reports::Field *end = layout.fields + layout.fieldCount;
+        const reports::Field *twin = std::find_if(layout.fields, end, isTwin);
+        return twin == end ? nullptr : twin;
+    }
+
+    bool doesNotCount(const reports::Field &scaled, std::size_t index, const reports::Bytes &bytesA,
+                      const reports::Bytes &bytesB) const
+    {
+        return rules.isIgnored(index) ||
+               (rules.hasRule(index) && rules.areEqual(index, valueOf(scaled, bytesA, index).decimal,
+                                                       valueOf(scaled, bytesB, index).decimal));
     }
 
     static FieldValue valueOf(const reports::Field &field, const reports::Bytes &bytes, std::size_t index)
@@ -220,10 +255,12 @@ private:
     static std::string printed(const FieldValue &value)
     {
         std::string shown;
-        if (decoding::allFields()[value.index].type == FieldType::Text)
-            return '"' + value.text + '"';
         decoding::appendPrinted(shown, value);
-        return shown;
+        if (decoding::allFields()[value.index].type != FieldType::Text)
+            return shown;
+        for (std::size_t at = shown.find('"'); at != std::string::npos; at = shown.find('"', at + 2))
+            shown.insert(at, 1, '\\');
+        return '"' + shown + '"';
     }
 
     void compareBytes(const std::string &name, std::string_view bytesA, std::string_view bytesB)

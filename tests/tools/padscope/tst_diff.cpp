@@ -46,6 +46,8 @@ class DiffTests : public QObject
 private slots:
     void namesWhatDiffers_data();
     void namesWhatDiffers();
+    void tellsADifferenceOnce_data();
+    void tellsADifferenceOnce();
     void recordingDoesNotCount();
     void tolerances_data();
     void tolerances();
@@ -123,6 +125,40 @@ void DiffTests::namesWhatDiffers()
     QCOMPARE(run.status, run.output.isEmpty() ? 0 : 1);
 }
 
+void DiffTests::tellsADifferenceOnce_data()
+{
+    addColumns<QByteArray, QByteArray, QStringList, QString>("a", "b", "options", "difference");
+    const QByteArray reading = QByteArray::fromHex("34770c3e01");      // 318
+    const QByteArray otherReading = QByteArray::fromHex("34770c4101"); // 321, 14.64 mV more
+    const QByteArray text("\x06\x32high");
+    const QByteArray shorter("\x05\x32hi!");
+    addRow("a field and the same scaled", reading, otherReading, QStringList{},
+           "AdcReport adcRaw 318 -> 321");
+    addRow("within the tolerance", reading, otherReading, QStringList{"--tolerance", "adcRaw=3"}, "");
+    addRow("beyond it", reading, otherReading, QStringList{"--tolerance", "adcRaw=2"},
+           "AdcReport adcRaw 318 -> 321");
+    addRow("within the scaled one's", reading, otherReading, QStringList{"--tolerance", "volts=0.015"}, "");
+    addRow("beyond the scaled one's", reading, otherReading, QStringList{"--tolerance", "volts=0.014"},
+           "AdcReport adcRaw 318 -> 321");
+    addRow("a text and its length", text, shorter, QStringList{}, R"(TextReport characters "high" -> "hi!")");
+    addRow("a length and the byte with it", QByteArray::fromHex("022100"), QByteArray::fromHex("0121"),
+           QStringList{}, "unknown length 3 -> 2");
+    addRow("another first byte", QByteArray::fromHex("022100"), QByteArray::fromHex("0521"), QStringList{},
+           "unknown length 3 -> 2, byte 0 02 -> 05");
+}
+
+void DiffTests::tellsADifferenceOnce()
+{
+    QFETCH(QByteArray, a);
+    QFETCH(QByteArray, b);
+    QFETCH(QStringList, options);
+    QFETCH(QString, difference);
+    const ProgramRun run = diff({reportAt(0, a)}, {reportAt(0, b)}, options);
+    QCOMPARE(QString(run.output),
+             difference.isEmpty() ? QString() : "+0.000 s board 1001 " + difference + '\n');
+    QCOMPARE(run.status, difference.isEmpty() ? 0 : 1);
+}
+
 /// Times, sequence, session, thread, listener, losses, status, marks, and flags of a replay and of an edit.
 void DiffTests::recordingDoesNotCount()
 {
@@ -191,8 +227,10 @@ void DiffTests::ignoredFields_data()
     addRow("a field", signalReport(1), signalReport(2), "yFine60", 0);
     addRow("another one", signalReport(1), signalReport(2), "yFine0", 1);
     addRow("a text", QByteArray("\x04\x32hi"), QByteArray("\x05\x32hey"), "characters", 0);
-    addRow("two fields in one place, one of them", QByteArray::fromHex("34770c0100"),
-           QByteArray::fromHex("34770c0200"), "volts", 1);
+    const QByteArray reading = QByteArray::fromHex("34770c0100");
+    const QByteArray otherReading = QByteArray::fromHex("34770c0200");
+    addRow("two fields of the same bits, the raw one", reading, otherReading, "adcRaw", 0);
+    addRow("two fields of the same bits, the scaled one", reading, otherReading, "volts", 0);
 }
 
 void DiffTests::ignoredFields()
@@ -272,6 +310,7 @@ void DiffTests::callsByTheirArguments_data()
     const QByteArray board = number(1001, 4);
     const auto text = [](const QByteArray &bytes) { return number(quint64(bytes.size()), 4) + bytes; };
     addRow("a text", board + text("?\r"), board + text("!\r"), R"(command "?\r" -> "!\r")");
+    addRow("quotes", board + text("say \"\""), board + text("\\"), R"(command "say \"\"" -> "\\")");
     addRow("null", board + text("a"), board + number(0xFFFFFFFF, 4), R"(command "a" -> none)");
     addRow("bytes behind", board + text("a"), board + text("a") + "x", "length 9 -> 10");
 }
