@@ -1,7 +1,9 @@
 #include "editpath.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
+#include <vector>
 
 namespace comparing {
 
@@ -26,7 +28,7 @@ public:
     {
         const std::int32_t last = std::min(static_cast<std::int32_t>(maxEdits), lengthA + lengthB);
         for (std::int32_t edits = 0; edits <= last; ++edits) {
-            rows.emplace_back(static_cast<std::size_t>(edits) + 1, unreachable);
+            rowOf(edits).assign(static_cast<std::size_t>(edits) + 1, unreachable);
             for (std::int32_t k = -edits; k <= edits; k += 2) {
                 const std::int32_t x = furthest(edits, k);
                 at(edits, k) = x;
@@ -40,8 +42,10 @@ public:
 private:
     std::int32_t &at(std::int32_t edits, std::int32_t k)
     {
-        return rows[static_cast<std::size_t>(edits)][static_cast<std::size_t>((k + edits) / 2)];
+        return rowOf(edits)[static_cast<std::size_t>((k + edits) / 2)];
     }
+
+    std::vector<std::int32_t> &rowOf(std::int32_t edits) { return rows[static_cast<std::size_t>(edits % 2)]; }
 
     std::int32_t reached(std::int32_t edits, std::int32_t k)
     {
@@ -93,25 +97,13 @@ private:
         path.b = static_cast<std::size_t>(at(edits, k) - k);
         path.edits = static_cast<std::size_t>(edits);
         path.reachesGoal = reachesGoal;
-        for (;; --edits) {
-            const std::int32_t begin = afterEdit(edits, k);
-            const std::int32_t length = at(edits, k) - begin;
-            if (length > 0)
-                path.runs.push_back({static_cast<std::size_t>(begin), static_cast<std::size_t>(begin - k),
-                                     static_cast<std::size_t>(length)});
-            if (edits == 0)
-                break;
-            // The same choice as afterEdit() made: only an added one keeps x.
-            k += begin == reached(edits - 1, k + 1) && begin - k <= lengthB ? 1 : -1;
-        }
-        std::reverse(path.runs.begin(), path.runs.end());
         return path;
     }
 
     const std::function<bool(std::size_t, std::size_t)> &areEqual;
     const std::int32_t lengthA;
     const std::int32_t lengthB;
-    std::vector<std::vector<std::int32_t>> rows;
+    std::array<std::vector<std::int32_t>, 2> rows; ///< this one, and the one before
 };
 
 } // namespace

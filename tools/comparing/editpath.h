@@ -2,22 +2,12 @@
 
 #include <cstddef>
 #include <functional>
-#include <vector>
 
 namespace comparing {
 
-/// Neighbours in A that are equal to neighbours in B.
-struct Run
-{
-    std::size_t a = 0; ///< index of the first
-    std::size_t b = 0;
-    std::size_t length = 0;
-};
-
-/// A way from the beginnings of A and B to `a` and `b`. What lies between the runs is removed or added.
+/// A way from the beginnings of A and B to `a` and `b`.
 struct EditPath
 {
-    std::vector<Run> runs; ///< in order
     std::size_t a = 0;
     std::size_t b = 0;
     std::size_t edits = 0; ///< removed and added
@@ -30,8 +20,7 @@ struct EditPath
 /// Eugene W. Myers, "An O(ND) Difference Algorithm and Its Variations", Algorithmica 1 (1986). The relation
 /// needs to be neither symmetric nor transitive.
 /// \param areEqual whether an index in A and one in B hold the same
-/// \param maxEdits with more than these the path is the one with them that leads furthest. Memory grows with
-///        its square.
+/// \param maxEdits with more than these the path is the one with them that leads furthest
 EditPath shortestPath(std::size_t lengthA, std::size_t lengthB,
                       const std::function<bool(std::size_t, std::size_t)> &areEqual, std::size_t maxEdits);
 
