@@ -11,7 +11,8 @@ constexpr std::string_view lineEnds{"\n!"};
 constexpr std::string_view frequencyLabel{" F: "}; ///< "\nO F: 07d0": behind the proximity
 constexpr std::size_t labelIndex = 2;              ///< from the line feed
 constexpr std::size_t frequencyEnd = 10;
-constexpr std::ptrdiff_t minOtherLetters = 2;
+constexpr std::size_t wordDigits = 4;
+constexpr std::size_t minOtherLetters = 2;
 
 bool isDigit(char character)
 {
@@ -30,24 +31,13 @@ bool isAlphanumeric(char character)
            (character >= 'A' && character <= 'Z');
 }
 
+/// Of a damaged word of four digits as well.
 bool mayBeNumber(std::string_view word)
 {
-    const std::ptrdiff_t hexDigits = std::count_if(word.begin(), word.end(), isHexDigit);
-    const auto otherLetters = static_cast<std::ptrdiff_t>(word.size()) - hexDigits;
-    return hexDigits > 0 &&
-           (otherLetters < minOtherLetters || std::any_of(word.begin(), word.end(), isDigit));
-}
-
-bool mayHaveNumber(std::string_view text)
-{
-    while (!text.empty()) {
-        const auto size = static_cast<std::size_t>(
-            std::find_if_not(text.begin(), text.end(), isAlphanumeric) - text.begin());
-        if (mayBeNumber(text.substr(0, size)))
-            return true;
-        text.remove_prefix(std::min(size + 1, text.size()));
-    }
-    return false;
+    const auto otherLetters =
+        word.size() - static_cast<std::size_t>(std::count_if(word.begin(), word.end(), isHexDigit));
+    return word.size() <= wordDigits || otherLetters < minOtherLetters ||
+           std::any_of(word.begin(), word.end(), isDigit);
 }
 
 bool isOfFrequency(std::string_view text, std::size_t index)
@@ -77,13 +67,11 @@ bool TextLines::blank(std::string &text)
     std::string all = before + text;
     bool isAnyBlanked = false;
     for (std::size_t first = begin; first < all.size();) {
-        const std::size_t end = std::min(all.find_first_of(lineEnds, first), all.size());
-        hasNumber = hasNumber || mayHaveNumber(std::string_view(all).substr(first, end - first));
-        if (hasNumber)
-            isAnyBlanked = blankDigits(all, first, end) || isAnyBlanked;
-        if (end < all.size())
-            hasNumber = false;
-        first = end + 1;
+        const auto word = all.begin() + static_cast<std::ptrdiff_t>(first);
+        const auto size = static_cast<std::size_t>(std::find_if_not(word, all.end(), isAlphanumeric) - word);
+        if (mayBeNumber(std::string_view(all).substr(first, size)))
+            isAnyBlanked = blankDigits(all, first, first + size) || isAnyBlanked;
+        first += size + 1;
     }
     text = all.substr(begin);
     before = all.substr(all.size() - std::min(all.size(), frequencyEnd));

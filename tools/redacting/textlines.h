@@ -7,9 +7,8 @@ namespace redacting {
 /// The text that a board sends, of which a line may span reports.
 ///
 /// A line with the phase components of the signals has twelve hexadecimal words, but part of it may be lost
-/// or damaged. So a line loses all its hexadecimal digits from the first report on that has one of these in
-/// the line: a decimal digit, or a word of letters with "a" to "f" of which not two are others. What stays is
-/// a frequency behind its label. A line ends at a line feed or an exclamation mark.
+/// or damaged. So digits of every word are blanked, unless it has more than four letters, none but letters,
+/// and two that are no hexadecimal digits, as "ready". A frequency behind its label is left.
 class TextLines
 {
 public:
@@ -18,8 +17,7 @@ public:
     bool blank(std::string &text);
 
 private:
-    std::string before;     ///< end of what the last reports left, for a label that spans reports
-    bool hasNumber = false; ///< the line so far
+    std::string before; ///< end of what the last reports left, for a label that spans reports
 };
 
 } // namespace redacting
