@@ -23,6 +23,7 @@ private slots:
     void badInput_data();
     void badInput();
     void overwritesNothing();
+    void permissions();
     void noFolder();
     void noRoom();
     void interrupted();
@@ -146,8 +147,6 @@ void RedactTests::example()
     QTEST(Files::read(out), "redacted");
     QTEST(run.errors, "errors");
     QTEST(run.status, "status");
-    QCOMPARE(QFile::permissions(out),
-             QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser);
     const QString second = out + " again";
     QTEST(padscope({"redact", files.write("in", bytes), "--output", second}).status, "status");
     QTEST(Files::read(second), "redacted");
@@ -293,6 +292,21 @@ void RedactTests::overwritesNothing()
     QVERIFY(QFile::link("nowhere", folder.path("link")));
     QCOMPARE(padscope({"redact", path, "-o", folder.path("link")}).status, 2);
     QCOMPARE(folder.names(), (QStringList{"input", "link"}));
+}
+
+/// It is made to be passed on: the user's umask decides.
+void RedactTests::permissions()
+{
+    const QString path = files.write("permissions", whole());
+    const QList<QPair<QByteArray, QFile::Permissions>> masks{
+        {"022", QFile::ReadGroup | QFile::ReadOther}, {"027", QFile::ReadGroup}, {"077", {}}};
+    for (const auto &[mask, others] : masks) {
+        const QString out = files.path("masked " + mask);
+        runProgram("/bin/sh", {"-c", "umask " + mask + "; exec \"$0\" redact \"$1\" -o \"$2\"",
+                               PADSCOPE_PROGRAM, path, out});
+        QCOMPARE(QFile::permissions(out),
+                 QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser | others);
+    }
 }
 
 void RedactTests::noFolder()
