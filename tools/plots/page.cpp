@@ -269,6 +269,8 @@ private:
     {
         auto left = std::count_if(session.boards.begin(), session.boards.end(),
                                   [](const auto &entry) { return entry.second.reports > 0; });
+        if (left == 0)
+            writePictures({session.session, std::nullopt});
         for (const BoardKey &board : contents.survey.boards()) {
             if (board.session != session.session)
                 continue;
