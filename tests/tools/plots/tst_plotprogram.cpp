@@ -42,7 +42,9 @@ void PlotProgramTests::svg_data()
     addRow("signals", QString("signals"), 15, QStringList{"Signal (counts)", "Frequency (Hz)", "120°"});
     addRow("quality", QString("quality"), 5, QStringList{"Quality (counts)", "average"});
     addRow("voltage", QString("voltage"), 1, QStringList{"Voltage (V)", "Time (s)"});
-    addRow("rates", QString("rates"), 2, QStringList{"Reports a second (1/s)", "Time between (ms)"});
+    addRow("rates", QString("rates"), 2,
+           QStringList{"Reports a second (1/s)", "Time between (ms)",
+                       "Board 1001: jitter, the time from one report of a type to the next"});
 }
 
 void PlotProgramTests::svg()
