@@ -10,6 +10,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "escaping.h"
+
 namespace padscope {
 
 namespace {
@@ -137,7 +139,9 @@ void printErrorAt(const InputFile &input, std::uint64_t offset, const std::strin
 
 void printError(const std::string &line)
 {
-    std::fprintf(stderr, "padscope: %s\n", line.c_str());
+    std::string shown;
+    decoding::appendEscaped(shown, line);
+    std::fprintf(stderr, "padscope: %s\n", shown.c_str());
 }
 
 void ignoreBrokenPipes()

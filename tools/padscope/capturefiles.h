@@ -48,6 +48,7 @@ class Completeness
 {
 public:
     void follow(const capture::Record &record);
+    bool hasPackets() const { return !sessions.empty(); }
     bool hasEnded() const;   ///< every session
     bool isComplete() const; ///< and nothing is lost
     /// Prints to standard error what it is that a session lacks.
@@ -80,7 +81,7 @@ std::string sessionName(std::uint32_t session);
 /// Prints a line that names file and place to standard error.
 void printErrorAt(const InputFile &input, std::uint64_t offset, const std::string &what);
 
-/// Prints a line to standard error.
+/// Prints a line to standard error, without control characters that a name in it may have.
 void printError(const std::string &line);
 
 /// A reader of standard output that ends, such as head, then makes writing fail instead of ending the

@@ -8,6 +8,7 @@
 #include "decodecommand.h"
 #include "diffcommand.h"
 #include "dissectorcommand.h"
+#include "escaping.h"
 #include "infocommand.h"
 #include "markcommand.h"
 #include "plotcommands.h"
@@ -23,7 +24,9 @@ constexpr char version[] = "padscope " PADSCOPE_VERSION;
 
 std::string usageError(const CLI::App *, const CLI::Error &error)
 {
-    return std::string("padscope: ") + error.what() + "; see --help\n";
+    std::string line = "padscope: ";
+    decoding::appendEscaped(line, error.what());
+    return line + "; see --help\n";
 }
 
 /// Takes the host's command off those of `record` and `replay`: it is passed on as it is.

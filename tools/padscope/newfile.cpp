@@ -51,6 +51,14 @@ bool exists(const std::string &path)
     return lstat(path.c_str(), &info) == 0;
 }
 
+/// As of any new file, by the user's umask.
+void setPermissions(int file)
+{
+    const mode_t mask = umask(0);
+    umask(mask);
+    fchmod(file, 0666 & ~mask);
+}
+
 /// Replaces nothing. Where the file system can't rename like that, it can link.
 bool renameWithoutReplacing(const std::string &from, const std::string &to)
 {
@@ -76,6 +84,7 @@ NewFile::NewFile(const std::string &filePath)
         return;
     }
     temporary = name;
+    setPermissions(file);
     std::copy(name.c_str(), name.c_str() + name.size() + 1, nameToRemove);
     handleSignals(removeOnSignal);
     std::signal(SIGXFSZ, SIG_IGN); // a limit of a file's size is an error of writing

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 
 #include "payloads.h"
 #include "utf8.h"
@@ -35,6 +36,22 @@ CLI::Validator markText(const std::string &what)
         if (text.size() > capture::maxReportLength)
             return what + " has at most " + std::to_string(capture::maxReportLength) + " bytes";
         return marking::isUtf8(text) ? std::string() : what + " is UTF-8";
+    };
+    return {check, ""};
+}
+
+CLI::Validator newFile(const std::vector<std::string> &extensions)
+{
+    const auto check = [extensions](const std::string &name) {
+        const std::filesystem::path path = name;
+        const bool isKnown = extensions.empty() || std::find(extensions.begin(), extensions.end(),
+                                                             path.extension().string()) != extensions.end();
+        std::error_code error;
+        if (!isKnown)
+            return name + " ends in none of " + CLI::detail::join(extensions, ", ");
+        if (std::filesystem::exists(std::filesystem::symlink_status(path, error)))
+            return name + " exists, and is not overwritten";
+        return std::string();
     };
     return {check, ""};
 }

@@ -31,6 +31,10 @@ CLI::Validator wholeNumber();
 /// \param what it is: "a note"
 CLI::Validator markText(const std::string &what);
 
+/// The name of a file that is not there.
+/// \param extensions one of which it ends in; any for none
+CLI::Validator newFile(const std::vector<std::string> &extensions = {});
+
 /// With or without a fraction.
 CLI::Validator finiteNumber();
 

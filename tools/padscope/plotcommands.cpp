@@ -19,23 +19,6 @@ struct PlotOptions
     std::string output;
 };
 
-/// A name that ends in one of these, and that no file has.
-CLI::Validator newFile(const std::vector<std::string> &extensions)
-{
-    const auto check = [extensions](const std::string &name) {
-        const std::filesystem::path path = name;
-        const bool isKnown =
-            std::find(extensions.begin(), extensions.end(), path.extension().string()) != extensions.end();
-        std::error_code error;
-        if (!isKnown)
-            return name + " ends in none of " + CLI::detail::join(extensions, ", ");
-        if (std::filesystem::exists(std::filesystem::symlink_status(path, error)))
-            return name + " exists, and is not overwritten";
-        return std::string();
-    };
-    return {check, ""};
-}
-
 /// Goes on as the program that draws. \return only when it can't be started
 int start(std::vector<std::string> arguments)
 {
@@ -60,7 +43,7 @@ void addFiles(CLI::App *command, PlotOptions &options, const std::vector<std::st
                      "The file to write, " + CLI::detail::join(extensions, ", ") + "; overwrites nothing")
         ->type_name("OUT")
         ->required()
-        ->check(newFile(extensions));
+        ->check(padscope::newFile(extensions));
 }
 
 } // namespace

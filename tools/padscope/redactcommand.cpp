@@ -5,6 +5,7 @@
 
 #include "capturefiles.h"
 #include "newfile.h"
+#include "options.h"
 #include "progress.h"
 #include "redactedblock.h"
 #include "redactor.h"
@@ -39,7 +40,6 @@ public:
         if (!output->error().empty())
             return outputFailed();
         const padscope::Status status = completeness.status(input, reader, last);
-        completeness.printReasons(input);
         if (packets == 0)
             return padscope::Usage; // why is told already
         if (!output->finish())
@@ -138,7 +138,8 @@ void addRedactCommand(CLI::App &program, int &status)
     command->add_option("FILE", options->file, "A capture; - is standard input")->type_name("")->required();
     command->add_option("-o,--output", options->output, "The new capture; overwrites nothing")
         ->type_name("OUT")
-        ->required();
+        ->required()
+        ->check(padscope::newFile());
     command->callback([options, &status] {
         padscope::ignoreBrokenPipes();
         status = Redaction(*options).run();

@@ -142,7 +142,10 @@ ordered_json jsonOf(const BoardStatistics &board)
 
 ordered_json jsonOf(const CallStatistics &call)
 {
-    return {{"call", call.name}, {"count", call.count}, {"durationsNs", jsonOf(call.durations)}};
+    return {{"call", call.name},
+            {"count", call.count},
+            {"returned", call.durations.count},
+            {"durationsNs", jsonOf(call.durations)}};
 }
 
 ordered_json jsonOf(const SessionStatistics &session)
@@ -183,8 +186,10 @@ int run(const StatsOptions &options)
         collector.follow(record, options.filters.take(record, times.secondsOf(record)));
     }
     progress.clear();
-    print(options, input.name(), collector.take());
     const padscope::Status status = completeness.status(input, reader, last);
+    if (!completeness.hasPackets())
+        return padscope::Usage; // why is told already
+    print(options, input.name(), collector.take());
     if (std::fflush(stdout) != 0 || std::ferror(stdout))
         return padscope::statusOfOutputError();
     return status == padscope::Failed ? padscope::Usage : status;

@@ -203,7 +203,7 @@ std::vector<Chart> BoardCurves::panelCharts(What what) const
 std::vector<Chart> BoardCurves::rateCharts() const
 {
     Chart rates = newChart(QStringLiteral("reports a second"), QStringLiteral("Reports a second (1/s)"));
-    Chart gaps = newChart(QStringLiteral("time from one report of a type to the next"),
+    Chart gaps = newChart(QStringLiteral("jitter, the time from one report of a type to the next"),
                           QStringLiteral("Time between (ms)"));
     gaps.isLogarithmic = true;
     for (const auto &[type, rate] : types) {

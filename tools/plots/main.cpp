@@ -1,9 +1,10 @@
 #include <algorithm>
 #include <iterator>
 #include <QApplication>
-#include <QFileInfo>
+#include <QFile>
 #include <QLocale>
 
+#include "escaping.h"
 #include "output.h"
 #include "page.h"
 
@@ -47,6 +48,14 @@ int report(const std::string &file, const QString &output)
     return save(output, pageOf(contents, pictures), status);
 }
 
+/// Without folders and control characters.
+QString titleOf(const WhatName &wanted, const std::string &name)
+{
+    std::string title = std::string(wanted.name) + " of ";
+    decoding::appendEscaped(title, name.substr(name.rfind('/') + 1));
+    return QString::fromStdString(title);
+}
+
 plots::Format formatOf(const QString &output)
 {
     if (output.endsWith(QStringLiteral(".png")))
@@ -69,8 +78,7 @@ int plot(const std::string &file, const WhatName &wanted, const QString &output)
     const QString what = QString::fromUtf8(wanted.name);
     if (charts.empty())
         return fail(QStringLiteral("%1: no %2 in it").arg(name, what), padscope::Failed);
-    const QByteArray bytes =
-        pictureOf(charts, format, QStringLiteral("%1 of %2").arg(what, QFileInfo(name).fileName()));
+    const QByteArray bytes = pictureOf(charts, format, titleOf(wanted, contents.name));
     if (bytes.isEmpty())
         return fail(QStringLiteral("%1: %2 pictures are too high for a PNG; .svg and .pdf have room")
                         .arg(output)

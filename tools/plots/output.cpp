@@ -42,7 +42,7 @@ QByteArray svgOf(const std::vector<Chart> &charts, const QString &title)
     QBuffer buffer(&bytes);
     QSvgGenerator generator;
     generator.setOutputDevice(&buffer);
-    generator.setTitle(title);
+    generator.setTitle(title.toHtmlEscaped()); // which it does not do itself
     generator.setDescription(QStringLiteral("Drawn by padscope"));
     const QSize size(chartWidth, static_cast<int>(std::ceil(heightOf(charts))));
     generator.setSize(size);

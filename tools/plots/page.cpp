@@ -64,6 +64,20 @@ std::string writerOf(const capture::pcapng::Section &section)
     return escaped(text);
 }
 
+/// Rows of a table. Those that are not shown are counted, and not made.
+struct Listing
+{
+    Rows rows;
+    std::uint64_t count = 0;
+
+    template <typename MakeRow>
+    void add(MakeRow makeRow)
+    {
+        if (count++ < maxListed)
+            rows.push_back(makeRow());
+    }
+};
+
 /// One page of a capture.
 class Page
 {
@@ -142,15 +156,18 @@ private:
 
     void writeBoards(const SessionOverview &session)
     {
-        Rows rows;
-        for (const auto &[id, board] : session.boards) {
-            rows.push_back({boardName(id), "all", std::to_string(board.reports),
-                            printed("%.1f", SessionOverview::rateOf(board)), std::to_string(board.lost)});
-            for (const auto &[type, count] : board.types)
-                rows.push_back({"", type, std::to_string(count), "", ""});
+        Listing listing;
+        for (const auto &entry : session.boards) {
+            const SessionOverview::Board &board = entry.second;
+            listing.add([&] {
+                return Row{boardName(entry.first), "all", std::to_string(board.reports),
+                           printed("%.1f", SessionOverview::rateOf(board)), std::to_string(board.lost)};
+            });
+            for (const auto &type : board.types)
+                listing.add([&] { return Row{"", type.first, std::to_string(type.second), "", ""}; });
         }
         html.heading(3, "Boards");
-        writeTable({"Board", "Reports", "Count", "A second", "Lost"}, rows, "boards");
+        writeTable({"Board", "Reports", "Count", "A second", "Lost"}, listing, "boards");
     }
 
     void writeCalls(const SessionOverview &session)
@@ -163,15 +180,18 @@ private:
         html.heading(3, "Calls that failed");
         html.paragraph("Their result is negative, or 0 of orvexAttach and orvexEnumDeviceInfo.");
         const std::uint64_t count = contents.survey.failedCalls().countOf(session.session);
-        writeTable({"Time (s)", "Call"}, failed, "calls", count);
+        writeTable({"Time (s)", "Call"}, {failed, count}, "calls");
         html.heading(3, "Calls that never returned");
-        Rows open;
+        Listing open;
         for (const bool hasNeverReturned : {true, false}) {
             for (const auto &[thread, calls] : session.openCalls) {
                 for (const SessionOverview::Call &call : calls) {
+                    const auto makeRow = [&, number = thread] {
+                        return Row{hasNeverReturned ? "never returned" : "return not recorded",
+                                   std::to_string(number), call.text};
+                    };
                     if (session.hasNeverReturned(call) == hasNeverReturned)
-                        open.push_back({hasNeverReturned ? "never returned" : "return not recorded",
-                                        std::to_string(thread), call.text});
+                        open.add(makeRow);
                 }
             }
         }
@@ -186,7 +206,7 @@ private:
                 rows.push_back({seconds(mark.seconds), escaped(mark.text)});
         }
         html.heading(3, "Marks");
-        writeTable({"Time (s)", "Text"}, rows, "marks", session.notes.size());
+        writeTable({"Time (s)", "Text"}, {rows, session.notes.size()}, "marks");
     }
 
     void writeStatistics(std::uint32_t session)
@@ -198,19 +218,30 @@ private:
             html.paragraph("None.");
             return;
         }
-        Rows gaps;
-        Rows fields;
+        Listing gaps;
+        Listing fields;
         for (const statistics::BoardStatistics &board : found->boards) {
             for (const statistics::TypeStatistics &type : board.types) {
-                gaps.push_back({boardName(board.board), type.type, std::to_string(type.count),
-                                printed("%.1f", type.perSecond), milliseconds(type.gaps.minNs),
-                                milliseconds(type.gaps.medianNs), milliseconds(type.gaps.p99Ns),
-                                milliseconds(type.gaps.maxNs), milliseconds(type.jitter.medianNs),
-                                milliseconds(type.jitter.p99Ns), milliseconds(type.jitter.maxNs)});
+                gaps.add([&] {
+                    return Row{boardName(board.board),
+                               type.type,
+                               std::to_string(type.count),
+                               printed("%.1f", type.perSecond),
+                               milliseconds(type.gaps.minNs),
+                               milliseconds(type.gaps.medianNs),
+                               milliseconds(type.gaps.p99Ns),
+                               milliseconds(type.gaps.maxNs),
+                               milliseconds(type.jitter.medianNs),
+                               milliseconds(type.jitter.p99Ns),
+                               milliseconds(type.jitter.maxNs)};
+                });
                 for (const statistics::FieldStatistics &field : type.fields)
-                    fields.push_back({boardName(board.board), field.field->name, field.field->unit,
-                                      std::to_string(field.count), printed("%.6g", field.min),
-                                      printed("%.6g", field.mean), printed("%.6g", field.max)});
+                    fields.add([&] {
+                        return Row{boardName(board.board),     field.field->name,
+                                   field.field->unit,          std::to_string(field.count),
+                                   printed("%.6g", field.min), printed("%.6g", field.mean),
+                                   printed("%.6g", field.max)};
+                    });
             }
         }
         html.heading(4, "Time between reports of a type, and jitter: its difference from the median (ms)");
@@ -230,13 +261,16 @@ private:
                             milliseconds(call.durations.minNs), milliseconds(call.durations.medianNs),
                             milliseconds(call.durations.p99Ns), milliseconds(call.durations.maxNs)});
         html.heading(4, "Durations of calls (ms)");
-        writeTable({"Call", "Count", "Returned", "Min", "Median", "99 %", "Max"}, rows, "calls");
+        writeTable({"Call", "Count", "Returned", "Min", "Median", "99 %", "Max"}, {rows, rows.size()},
+                   "calls");
     }
 
     void writeBoardPictures(const SessionOverview &session)
     {
         auto left = std::count_if(session.boards.begin(), session.boards.end(),
                                   [](const auto &entry) { return entry.second.reports > 0; });
+        if (left == 0)
+            writePictures({session.session, std::nullopt});
         for (const BoardKey &board : contents.survey.boards()) {
             if (board.session != session.session)
                 continue;
@@ -272,17 +306,13 @@ private:
             html.picture(svgOf(chart));
     }
 
-    /// \param count how many there are, if more than the rows
-    void writeTable(const Row &head, Rows rows, const std::string &what, std::uint64_t count = 0)
+    void writeTable(const Row &head, const Listing &listing, const std::string &what)
     {
-        count = std::max<std::uint64_t>(count, rows.size());
-        if (rows.size() > maxListed)
-            rows.resize(maxListed);
-        if (rows.empty() && count == 0)
+        if (listing.count == 0)
             html.paragraph("None.");
-        if (!rows.empty())
-            html.table(head, rows);
-        writeRest(what, count - rows.size());
+        if (!listing.rows.empty())
+            html.table(head, listing.rows);
+        writeRest(what, listing.count - listing.rows.size());
     }
 
     void writeRest(const std::string &what, std::uint64_t count)

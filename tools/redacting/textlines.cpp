@@ -3,15 +3,16 @@
 #include <algorithm>
 #include <string_view>
 
-#include "signalline.h"
-
 namespace redacting {
 
 namespace {
 
-constexpr std::string_view lineEnds{"\r\n!"};
+constexpr std::string_view lineEnds{"\n!"};
+constexpr std::string_view frequencyLabel{" F: "}; ///< "\nO F: 07d0": behind the proximity
+constexpr std::size_t labelIndex = 2;              ///< from the line feed
+constexpr std::size_t frequencyEnd = 10;
 constexpr std::size_t wordDigits = 4;
-constexpr std::ptrdiff_t fewWords = 3;
+constexpr std::size_t minOtherLetters = 2;
 
 bool isDigit(char character)
 {
@@ -30,48 +31,31 @@ bool isAlphanumeric(char character)
            (character >= 'A' && character <= 'Z');
 }
 
-/// What scanning for hexadecimal numbers passes over.
-bool isBetweenWords(char character)
+/// Of a damaged word of four digits as well.
+bool mayBeNumber(std::string_view word)
 {
-    return std::string_view(" \t\v\f*+-xX").find(character) != std::string_view::npos;
+    const auto otherLetters =
+        word.size() - static_cast<std::size_t>(std::count_if(word.begin(), word.end(), isHexDigit));
+    return word.size() <= wordDigits || otherLetters < minOtherLetters ||
+           std::any_of(word.begin(), word.end(), isDigit);
 }
 
-/// `use(first, last)` for each run of letters and digits.
-template <typename Iterator, typename Use>
-void forEachRun(Iterator first, Iterator last, Use use)
+bool isOfFrequency(std::string_view text, std::size_t index)
 {
-    for (;;) {
-        first = std::find_if(first, last, isAlphanumeric);
-        if (first == last)
-            return;
-        const Iterator end = std::find_if_not(first, last, isAlphanumeric);
-        use(first, end);
-        first = end;
-    }
+    const std::size_t lineFeed = text.find_last_of(lineEnds, index);
+    return lineFeed != std::string_view::npos && text[lineFeed] == '\n' && index - lineFeed < frequencyEnd &&
+           text.substr(lineFeed + labelIndex, frequencyLabel.size()) == frequencyLabel;
 }
 
-bool isOfWords(const std::string &line)
-{
-    if (std::all_of(line.begin(), line.end(), [](char c) { return isHexDigit(c) || isBetweenWords(c); }))
-        return true;
-    std::ptrdiff_t words = 0;
-    forEachRun(line.begin(), line.end(), [&words](auto first, auto last) {
-        words += last - first == wordDigits && std::all_of(first, last, isHexDigit) ? 1 : 0;
-    });
-    return words >= fewWords;
-}
-
-bool blankWords(std::string::iterator from, std::string::iterator to)
+bool blankDigits(std::string &text, std::size_t first, std::size_t end)
 {
     bool isAnyBlanked = false;
-    forEachRun(from, to, [&isAnyBlanked](auto first, auto last) {
-        const bool isWord =
-            std::all_of(first, last, [](char c) { return isHexDigit(c) || isBetweenWords(c); });
-        if (!isWord)
-            return;
-        isAnyBlanked = isAnyBlanked || std::any_of(first, last, isHexDigit);
-        std::replace_if(first, last, isHexDigit, '0');
-    });
+    for (std::size_t i = first; i < end; ++i) {
+        if (!isHexDigit(text[i]) || isOfFrequency(text, i))
+            continue;
+        text[i] = '0';
+        isAnyBlanked = true;
+    }
     return isAnyBlanked;
 }
 
@@ -79,20 +63,18 @@ bool blankWords(std::string::iterator from, std::string::iterator to)
 
 bool TextLines::blank(std::string &text)
 {
+    const std::size_t begin = before.size();
+    std::string all = before + text;
     bool isAnyBlanked = false;
-    auto first = text.begin();
-    while (first != text.end()) {
-        const auto end = std::find_first_of(first, text.end(), lineEnds.begin(), lineEnds.end());
-        begun.append(first, end);
-        if (isOfWords(begun))
-            isAnyBlanked = blankWords(first, end) || isAnyBlanked;
-        if (end == text.end())
-            break;
-        begun.clear();
-        first = end + 1;
+    for (std::size_t first = begin; first < all.size();) {
+        const auto word = all.begin() + static_cast<std::ptrdiff_t>(first);
+        const auto size = static_cast<std::size_t>(std::find_if_not(word, all.end(), isAlphanumeric) - word);
+        if (mayBeNumber(std::string_view(all).substr(first, size)))
+            isAnyBlanked = blankDigits(all, first, first + size) || isAnyBlanked;
+        first += size + 1;
     }
-    if (begun.size() > reports::signalLineLength)
-        begun.erase(0, begun.size() - reports::signalLineLength);
+    text = all.substr(begin);
+    before = all.substr(all.size() - std::min(all.size(), frequencyEnd));
     return isAnyBlanked;
 }
 

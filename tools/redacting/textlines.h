@@ -6,19 +6,18 @@ namespace redacting {
 
 /// The text that a board sends, of which a line may span reports.
 ///
-/// A line with the phase components of the signals has twelve hexadecimal words. Any line is taken for one
-/// that has nothing but hexadecimal digits, blanks, signs and asterisks, as the rest of a line has whose
-/// beginning is not there, or at least three words of four digits. A line ends at a carriage return, a line
-/// feed or an exclamation mark.
+/// A line with the phase components of the signals has twelve hexadecimal words, but part of it may be lost
+/// or damaged. So digits of every word are blanked, unless it has more than four letters, none but letters,
+/// and two that are no hexadecimal digits, as "ready". A frequency behind its label is left.
 class TextLines
 {
 public:
-    /// Replaces the digits of words by zeros.
+    /// Replaces digits by zeros. What was blanked stays as it is when it is blanked again.
     /// \return whether there were any
     bool blank(std::string &text);
 
 private:
-    std::string begun; ///< what the last reports have of the line, as it came
+    std::string before; ///< end of what the last reports left, for a label that spans reports
 };
 
 } // namespace redacting

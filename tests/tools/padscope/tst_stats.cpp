@@ -24,6 +24,8 @@ private slots:
     void statuses();
     void badInput_data();
     void badInput();
+    void noPackets_data();
+    void noPackets();
     void fullOutput();
 
 private:
@@ -111,11 +113,11 @@ void StatsTests::json()
             "calls": [{
                 "call": "orvexAttach",
                 "count": 1,
-                "durationsNs": {"count": 1, "least": 1000000, "median": 1000000, "p99": 1000000, "greatest": 1000000}
+                "returned": 1, "durationsNs": {"count": 1, "least": 1000000, "median": 1000000, "p99": 1000000, "greatest": 1000000}
             }, {
                 "call": "orvexSendCommand",
                 "count": 1,
-                "durationsNs": null
+                "returned": 0, "durationsNs": null
             }]
         }]
     })json");
@@ -223,6 +225,25 @@ void StatsTests::badInput()
     QCOMPARE(missing.errors, "padscope: " + files.path("missing").toUtf8() + ": No such file or directory\n");
     QCOMPARE(missing.output, QByteArray());
     QCOMPARE(missing.status, 2);
+}
+
+void StatsTests::noPackets_data()
+{
+    addColumns<QByteArray, QByteArray>("bytes", "error");
+    addRow("empty", QByteArray(), QByteArray("byte 0: it is empty"));
+    addRow("no capture", QByteArray("a letter\n\n\n\n"),
+           QByteArray("byte 0: no pcapng file: it does not begin with a section header"));
+    addRow("no packets", start(), QByteArray("no packet of a capture in it"));
+}
+
+void StatsTests::noPackets()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(QByteArray, error);
+    const ProgramRun run = padscope({"stats", "-"}, bytes);
+    QCOMPARE(run.output, QByteArray());
+    QCOMPARE(run.errors, "padscope: standard input: " + error + "\n");
+    QCOMPARE(run.status, 2);
 }
 
 void StatsTests::fullOutput()

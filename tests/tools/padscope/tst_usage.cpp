@@ -9,6 +9,7 @@ class UsageTests : public QObject
 private slots:
     void usage_data();
     void usage();
+    void namesInErrors();
     void helpAndVersion_data();
     void helpAndVersion();
     void needsNoWindow();
@@ -72,6 +73,21 @@ void UsageTests::usage()
     QCOMPARE(run.output, QByteArray());
     QTEST(QString(run.errors).remove("padscope: ").remove("; see --help\n"), "line");
     QCOMPARE(run.errors.count('\n'), 1);
+}
+
+/// Whatever a file is called, it is one line without control characters.
+void UsageTests::namesInErrors()
+{
+    const QString file = "/no/\x1b[31m\n.pcapng";
+    for (const QStringList &verb :
+         {QStringList{"info"}, QStringList{"decode"}, QStringList{"check"}, QStringList{"stats"},
+          QStringList{"redact", "-o", "/no/out"}, QStringList{"report", "-o", "/no/a.html"},
+          QStringList{"plot", "--what", "path", "-o", "/no/a.svg"}}) {
+        QCOMPARE(padscope(verb + QStringList{file}).errors,
+                 QByteArray("padscope: /no/\\x1b[31m\\n.pcapng: No such file or directory\n"));
+    }
+    QCOMPARE(padscope({"report", "-", "-o", file}).errors,
+             QByteArray("padscope: --output: /no/\\x1b[31m\\n.pcapng ends in none of .html; see --help\n"));
 }
 
 void UsageTests::helpAndVersion_data()

@@ -61,6 +61,7 @@ class PageTests : public QObject
     Q_OBJECT
 
 private slots:
+    void noReports();
     void sections();
     void tables();
     void severalSessions();
@@ -272,6 +273,18 @@ void PageTests::manyMarks()
     QVERIFY(rows(text).contains(QStringLiteral("0.000001 | m999")));
     QVERIFY(!text.contains(QStringLiteral("m1000")));
     QVERIFY(text.contains(QStringLiteral("<p>500 more marks are not shown.</p>")));
+}
+
+/// Every section is there, and says that it has nothing.
+void PageTests::noReports()
+{
+    const QString page = files.path("no-reports.html");
+    QCOMPARE(padscope({"report", "-", "-o", page}, start() + mark("alone")).status, 3);
+    const QString text = QString::fromUtf8(Files::read(page));
+    for (const char *section : {"The pen's path", "Signals", "Quality", "Rates and jitter"}) {
+        const QString lines = QStringLiteral("<h4>%1</h4>\n<p>None.</p>\n").arg(QString::fromUtf8(section));
+        QVERIFY2(text.contains(lines), section);
+    }
 }
 
 PADSCOPE_TESTS(PageTests);

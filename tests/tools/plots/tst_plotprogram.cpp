@@ -16,6 +16,7 @@ class PlotProgramTests : public QObject
 private slots:
     void svg_data();
     void svg();
+    void titles();
     void png();
     void pdf();
     void standardInput();
@@ -41,7 +42,9 @@ void PlotProgramTests::svg_data()
     addRow("signals", QString("signals"), 15, QStringList{"Signal (counts)", "Frequency (Hz)", "120°"});
     addRow("quality", QString("quality"), 5, QStringList{"Quality (counts)", "average"});
     addRow("voltage", QString("voltage"), 1, QStringList{"Voltage (V)", "Time (s)"});
-    addRow("rates", QString("rates"), 2, QStringList{"Reports a second (1/s)", "Time between (ms)"});
+    addRow("rates", QString("rates"), 2,
+           QStringList{"Reports a second (1/s)", "Time between (ms)",
+                       "Board 1001: jitter, the time from one report of a type to the next"});
 }
 
 void PlotProgramTests::svg()
@@ -63,6 +66,22 @@ void PlotProgramTests::svg()
     QCOMPARE(found.filter(QRegularExpression("^Board 1001: ")).size(), pictures);
     for (const QString &text : texts)
         QVERIFY2(found.contains(text), qPrintable(text));
+}
+
+/// Of a file whose name is no markup.
+void PlotProgramTests::titles()
+{
+    const QString file = files.write("R&D <b>\"\x1b.pcapng", Files::read(EXAMPLE_CAPTURE));
+    const QString output = files.path("title.svg");
+    QCOMPARE(padscope({"plot", file, "--what", "path", "-o", output}).status, 0);
+    QXmlStreamReader reader(Files::read(output));
+    QString title;
+    while (!reader.atEnd()) {
+        if (reader.readNext() == QXmlStreamReader::StartElement && reader.name() == QStringLiteral("title"))
+            title += reader.readElementText();
+    }
+    QVERIFY2(!reader.hasError(), qPrintable(reader.errorString()));
+    QCOMPARE(title, QString("path of R&D <b>\"\\x1b.pcapng"));
 }
 
 /// The pixels of the curves, in their colours.

@@ -11,10 +11,10 @@ private slots:
     void lines_data();
     void lines();
     void linesThatSpanReports();
+    void damagedLines();
     void linesWithoutTheirBeginning();
     void linesBehindALoss();
     void textsOfSeveralBoards();
-    void linesWithoutEnd();
 };
 
 namespace {
@@ -44,13 +44,25 @@ void TextWordsTests::lines_data()
     addColumns<QByteArray, QByteArray>("text", "left");
     addRow("a line", line, blankedLine);
     addRow("two lines", line + line, blankedLine + blankedLine);
-    addRow("behind other text", "board 1001 ready!" + line, "board 1001 ready!" + blankedLine);
+    addRow("behind other text", "board ready!" + line, "board ready!" + blankedLine);
     addRow("short words", QByteArray("bb8 5dc -1 +2 0x3 *1a\r"), QByteArray("000 000 -0 +0 0x0 *00\r"));
-    addRow("three words behind something", QByteArray(">0bb8 05dc fa24 12 ok"),
-           QByteArray(">0000 0000 0000 00 ok"));
-    addRow("two words behind something", QByteArray(">0bb8 05dc ok"), QByteArray(">0bb8 05dc ok"));
-    addRow("text", QByteArray("Padscope 2.1, build 1234 of 2026-11-22\r\nbad feed\n"),
-           QByteArray("Padscope 2.1, build 1234 of 2026-11-22\r\n000 0000\n"));
+    addRow("one word behind something", QByteArray(">0bb8 ok"), QByteArray(">0000 ok"));
+    addRow("words beside other characters",
+           QByteArray("bb8z 5dc,fa24\xE9"
+                      "12345678_fg"),
+           QByteArray("000z 000,0000\xE9"
+                      "00000000_0g"));
+    addRow("cut by a letter, a line feed behind it", QByteArray("0bb8 05dc zz  \r\nO F: 07d0  !"),
+           QByteArray("0000 0000 zz  \r\nO F: 07d0  !"));
+    addRow("line feeds between words", QByteArray("0bb8\n05dc\r\nfa24\n"),
+           QByteArray("0000\n0000\r\n0000\n"));
+    addRow("no label of a frequency", QByteArray("\nO F; 07d0\nO: 07d0\nO F: 07d01234"),
+           QByteArray("\nO 0; 0000\nO: 0000\nO F: 07d00000"));
+    addRow("a line that ends behind the label", QByteArray("\nO F: !0bb8"), QByteArray("\nO F: !0000"));
+    addRow("words", QByteArray("Hello board, ready\r\n"), QByteArray("Hello board, ready\r\n"));
+    addRow("words and a number", QByteArray("board 1001 ready!"), QByteArray("board 0000 ready!"));
+    addRow("letters of numbers", QByteArray("bad feed\nfzzf face faceface\nfacex facexy face1yz\n"),
+           QByteArray("000 0000\n0zz0 0000 00000000\n0000x facexy 00000yz\n"));
     addRow("numbers", QByteArray("17\r\n4711!"), QByteArray("00\r\n0000!"));
     addRow("nothing", QByteArray(), QByteArray());
 }
@@ -58,39 +70,66 @@ void TextWordsTests::lines_data()
 void TextWordsTests::lines()
 {
     QFETCH(QByteArray, text);
-    QTEST(blanked(text), "left");
+    const QByteArray found = blanked(text);
+    QTEST(found, "left");
+    QCOMPARE(blanked(found), found);
 }
 
 void TextWordsTests::linesThatSpanReports()
 {
+    // Cut behind the "F", the label is not known.
+    const int label = line.indexOf('F') + 1;
+    const auto cutsLabel = [label](int index) { return index >= label && index < label + 2; };
+    QByteArray withoutLabel = blankedLine;
+    withoutLabel.replace("F: 07d0", "0: 0000");
     for (int first = 0; first <= line.size(); ++first) {
         for (int second = first; second <= line.size(); ++second) {
             redacting::TextLines lines;
             QByteArray left = blanked(lines, line.left(first));
             left += blanked(lines, line.mid(first, second - first));
             left += blanked(lines, line.mid(second));
-            QCOMPARE(left, blankedLine);
+            QCOMPARE(left, cutsLabel(first) || cutsLabel(second) ? withoutLabel : blankedLine);
+        }
+    }
+}
+
+/// Wherever a character is another one: no digit of a word is left.
+void TextWordsTests::damagedLines()
+{
+    const int end = line.indexOf('\r');
+    for (int index = 0; index < end; ++index) {
+        for (const char other : {'z', '>', '\0', '\xE9', '\n', '!'}) {
+            for (int cut = 0; cut <= end; ++cut) {
+                QByteArray damaged = line;
+                damaged[index] = other;
+                redacting::TextLines lines;
+                QByteArray left = blanked(lines, damaged.left(cut));
+                left += blanked(lines, damaged.mid(cut));
+                QByteArray expected = blankedLine;
+                expected[index] = other;
+                QCOMPARE(left, expected);
+            }
         }
     }
 }
 
 void TextWordsTests::linesWithoutTheirBeginning()
 {
-    const int label = line.indexOf(':');
-    for (int first = 0; first <= label; ++first)
+    const int lineFeed = line.indexOf('\n');
+    for (int first = 0; first <= lineFeed; ++first)
         QCOMPARE(blanked(line.mid(first)), blankedLine.mid(first));
     // Nobody knows that this is a frequency.
-    QCOMPARE(blanked(line.mid(label + 1)), QByteArray(" 0000  !"));
+    QCOMPARE(blanked(line.mid(lineFeed + 1)), QByteArray("O 0: 0000  !"));
 }
 
 /// What comes behind it is not taken for the end of the line before.
 void TextWordsTests::linesBehindALoss()
 {
     redacting::Redactor redactor;
-    const QByteArray header = fromHex("0b32");
-    QCOMPARE(redacted(redactor, report(header + "Hello", 0)).payload, header + "Hello");
-    QCOMPARE(redacted(redactor, report(header + "1a2b 3c4d", 1)).payload, header + "1a2b 3c4d");
-    QCOMPARE(redacted(redactor, report(header + "1a2b 3c4d", 3)).payload, header + "0000 0000");
+    const QByteArray header = fromHex("0832");
+    QCOMPARE(redacted(redactor, report(header + "\nO F: ", 0)).payload, header + "\nO F: ");
+    QCOMPARE(redacted(redactor, report(header + "1a", 1)).payload, header + "1a");
+    QCOMPARE(redacted(redactor, report(header + "2b", 3)).payload, header + "00");
 }
 
 void TextWordsTests::textsOfSeveralBoards()
@@ -98,19 +137,10 @@ void TextWordsTests::textsOfSeveralBoards()
     redacting::Redactor redactor;
     const QByteArray header = fromHex("0632");
     const QByteArray otherType = fromHex("0677");
-    QCOMPARE(redacted(redactor, report(header + "Hell", 0)).payload, header + "Hell");
-    QCOMPARE(redacted(redactor, report(header + "1a2b", 1, 1002)).payload, header + "0000");
-    QCOMPARE(redacted(redactor, report(otherType + "1a2b", 2)).payload, otherType + "0000");
-    QCOMPARE(redacted(redactor, report(header + "1a2b", 3)).payload, header + "1a2b");
-}
-
-/// Of a line that goes on and on the last 74 characters decide.
-void TextWordsTests::linesWithoutEnd()
-{
-    redacting::TextLines lines;
-    blanked(lines, "Hello");
-    QCOMPARE(blanked(lines, QByteArray(74, ' ')), QByteArray(74, ' '));
-    QCOMPARE(blanked(lines, "1a2b"), QByteArray("0000"));
+    QCOMPARE(redacted(redactor, report(header + "\nO F: ", 0)).payload, header + "\nO F: ");
+    QCOMPARE(redacted(redactor, report(header + "1a", 1, 1002)).payload, header + "00");
+    QCOMPARE(redacted(redactor, report(otherType + "1a", 2)).payload, otherType + "00");
+    QCOMPARE(redacted(redactor, report(header + "1a", 3)).payload, header + "1a");
 }
 
 PADSCOPE_TESTS(TextWordsTests);
