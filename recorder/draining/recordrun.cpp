@@ -40,10 +40,10 @@ HostProcess::Environment environmentOf(const RecordOptions &options, const Share
     return environment;
 }
 
-std::unique_ptr<Output> outputOf(const RecordOptions &options)
+std::unique_ptr<Output> outputOf(const RecordOptions &options, const ring::Control &control)
 {
     if (options.trigger)
-        return std::make_unique<Slices>(options.output, *options.trigger, !options.note.empty());
+        return std::make_unique<Slices>(options.output, *options.trigger, !options.note.empty(), control);
     return std::make_unique<CaptureFile>(options.output);
 }
 
@@ -91,7 +91,7 @@ RecordResult record(const RecordOptions &options, const std::function<void(const
     SharedRing ring(options.ringSize, session);
     if (!ring.error().empty())
         return {1, {ring.error()}};
-    const std::unique_ptr<Output> output = outputOf(options);
+    const std::unique_ptr<Output> output = outputOf(options, ring.control());
     if (!output->error().empty())
         return {1, {output->path() + ": " + output->error()}};
     const Clocks start = Clocks::now();

@@ -7,10 +7,11 @@
 
 namespace recorder {
 
-Slices::Slices(const std::string &path, const Trigger &chosen, bool isNoted)
+Slices::Slices(const std::string &path, const Trigger &chosen, bool isNoted, const ring::Control &control)
     : firstPath(path)
     , trigger(chosen)
     , hasNote(isNoted)
+    , losses(control)
     , troublePath(path)
 {
     CaptureFile attempt(path);
@@ -51,6 +52,11 @@ void Slices::take(const std::string &block)
 void Slices::takePacket(const std::string &block, const PacketBlock &packet)
 {
     passTime(packet.stampNs - 1);
+    for (const BoardLoss &loss : losses.before(packet.header)) {
+        told.lose(loss);
+        keptLosses.push_back(loss);
+        keptBytes += sizeof(BoardLoss);
+    }
     keep(block, packet);
     told.follow(packet, isNote(packet));
     const bool isEvent = !isNote(packet) && trigger.isEvent(packet.header, packet.payload);
@@ -74,10 +80,21 @@ void Slices::keep(const std::string &block, const PacketBlock &packet)
 void Slices::forgetFirst()
 {
     const std::string &block = kept.front().block;
-    if (const std::optional<PacketBlock> packet = packetOf(capture::viewOf(block)))
+    if (const std::optional<PacketBlock> packet = packetOf(capture::viewOf(block))) {
+        forgetLosses(packet->header.sequence);
         forgotten.follow(*packet, isNote(*packet));
+    }
     keptBytes -= block.size() + sizeof(Kept);
     kept.pop_front();
+}
+
+/// Those right before a packet.
+void Slices::forgetLosses(std::uint64_t sequence)
+{
+    for (; !keptLosses.empty() && keptLosses.front().sequence <= sequence; keptLosses.pop_front()) {
+        forgotten.lose(keptLosses.front());
+        keptBytes -= sizeof(BoardLoss);
+    }
 }
 
 /// The first packet is a status.

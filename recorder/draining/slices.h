@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "losses.h"
 #include "output.h"
 #include "slicefile.h"
 #include "streamstate.h"
@@ -31,7 +32,7 @@ class Slices : public Output
 public:
     /// Finds out whether there can be a file, and leaves none.
     /// \param hasNote the recording's second packet is a note that stands in each file
-    Slices(const std::string &path, const Trigger &trigger, bool hasNote);
+    Slices(const std::string &path, const Trigger &trigger, bool hasNote, const ring::Control &control);
     ~Slices() override;
 
     using Output::write;
@@ -56,6 +57,7 @@ private:
     void takePacket(const std::string &block, const PacketBlock &packet);
     void keep(const std::string &block, const PacketBlock &packet);
     void forgetFirst();
+    void forgetLosses(std::uint64_t sequence);
     bool isNote(const PacketBlock &packet) const;
     void begin(std::uint64_t eventNs);
     void finish();
@@ -66,7 +68,9 @@ private:
     const bool hasNote;
     std::string preamble; ///< the section's block
     std::vector<std::string> interfaces;
+    Losses losses;
     std::deque<Kept> kept;
+    std::deque<BoardLoss> keptLosses; ///< before these packets
     std::size_t keptBytes = 0;
     StreamState forgotten; ///< before the first that is kept
     StreamState told;      ///< behind the last

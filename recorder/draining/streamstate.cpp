@@ -62,8 +62,6 @@ void StreamState::followStatus(const PacketBlock &packet)
     const auto status = capture::statusOf(packet.payload);
     if (!status)
         return;
-    for (const capture::BoardCounts &told : status->boards)
-        reports[told.board].lost = told.lost;
     statusStampNs = packet.stampNs;
     lastStatus = *status;
 }

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "losses.h"
 #include "packetblock.h"
 #include "payloads.h"
 
@@ -17,6 +18,9 @@ class StreamState
 public:
     /// \param isNote it is what the whole recording begins with
     void follow(const PacketBlock &packet, bool isNote);
+
+    /// To be told before the packet.
+    void lose(const BoardLoss &loss) { reports[loss.board].lost += loss.count; }
 
     /// Whether nothing was told.
     bool isEmpty() const { return !hasPackets; }

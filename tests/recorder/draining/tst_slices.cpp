@@ -6,6 +6,7 @@
 
 #include "filelimit.h"
 #include "pcapngreader.h"
+#include "producer.h"
 #include "recordedrun.h"
 #include "recording.h"
 #include "recordreader.h"
@@ -70,6 +71,18 @@ capture::Status statusIn(const QString &path)
     return status.value_or(capture::Status());
 }
 
+QStringList countsOf(const std::vector<capture::BoardCounts> &boards)
+{
+    QStringList lines;
+    for (const capture::BoardCounts &counts : boards)
+        lines += QString("%1: %2 delivered, %3 recorded, %4 lost")
+                     .arg(counts.board)
+                     .arg(counts.delivered)
+                     .arg(counts.recorded)
+                     .arg(counts.lost);
+    return lines;
+}
+
 } // namespace
 
 /// Of a recording only what lies around events is written.
@@ -83,6 +96,7 @@ private slots:
     void fromTheStartOfAYoungRecording();
     void boardsThatAreKnown();
     void lossesAreThoseWithin();
+    void lossesOfEachBoard();
     void aSecondEventExtends();
     void aLaterEventGetsAFileOfItsOwn();
     void time();
@@ -103,6 +117,18 @@ private:
     }
     QStringList files() const { return QDir(folder->path()).entryList(QDir::Files, QDir::Name); }
     QString path(const char *name = "x.pcapng") const { return folder->filePath(name); }
+    /// The ring has counted them so far.
+    void countLost(std::int32_t board, std::uint64_t count)
+    {
+        ring::slotOf(*control, board).lost = count;
+    }
+    void reportBehind(std::uint32_t lost, std::uint64_t ms)
+    {
+        ring::Taken taken = reportAt(ms);
+        taken.lost = lost;
+        recording->write(taken);
+        recording->flush();
+    }
     QByteArray checked(const char *name = "x.pcapng") const
     {
         return outputOf(PADSCOPE_FILE, {"check", path(name)});
@@ -111,13 +137,14 @@ private:
     std::unique_ptr<QTemporaryDir> folder;
     std::unique_ptr<recorder::Slices> slices;
     std::unique_ptr<recorder::Recording> recording;
-    const std::unique_ptr<ring::Control> control = std::make_unique<ring::Control>();
+    std::unique_ptr<ring::Control> control;
 };
 
 void SlicesTests::init()
 {
     recording.reset();
     slices.reset();
+    control = std::make_unique<ring::Control>();
     folder = std::make_unique<QTemporaryDir>();
 }
 
@@ -130,7 +157,7 @@ void SlicesTests::begin(std::uint64_t beforeMs, std::uint64_t afterMs, const std
     };
     slices = std::make_unique<recorder::Slices>(
         path().toStdString(), Trigger{beforeMs * nsPerMs, afterMs * nsPerMs, isMark, maxBytes},
-        !note.empty());
+        !note.empty(), *control);
     recording = std::make_unique<recorder::Recording>(*slices, 1, start);
     recording->writeStatus(start, *control);
     if (!note.empty())
@@ -228,6 +255,31 @@ void SlicesTests::lossesAreThoseWithin()
                                              "12 400 mark now", "13 450 end"}));
     QCOMPARE(factsOf(path()).lost, std::uint64_t{2});
     QCOMPARE(checked(), "3\npadscope: " + path().toUtf8() + ": session 00000001: 2 lost\n");
+}
+
+/// The ring's counts are ahead of the packets, and tell in which proportion the boards lose.
+void SlicesTests::lossesOfEachBoard()
+{
+    begin(100, 50);
+    report(10);
+    countLost(7, 3);
+    reportBehind(3, 20);
+    countLost(7, 3 + 40);
+    countLost(8, 20);
+    reportBehind(6, 310); // 4 of the 40, and 2 of the 20
+    recording->writeStatus(start.at(monotonicAt(390)), *control);
+    mark(400);
+    reportBehind(54, 460);
+    recording->flush();
+    QCOMPARE(countsOf(statusIn(path()).boards), QStringList{"7: 5 delivered, 2 recorded, 3 lost"});
+    QCOMPARE(countsOf(factsOf(path()).end->boards),
+             (QStringList{"7: 10 delivered, 3 recorded, 7 lost", "8: 2 delivered, 0 recorded, 2 lost"}));
+    mark(600);
+    recording->flush();
+    recording->passTime(monotonicAt(650));
+    QCOMPARE(countsOf(factsOf(path("x-2.pcapng")).end->boards),
+             (QStringList{"7: 47 delivered, 4 recorded, 43 lost", "8: 20 delivered, 0 recorded, 20 lost"}));
+    QCOMPARE(checked("x-2.pcapng"), QByteArray("0\n"));
 }
 
 void SlicesTests::aSecondEventExtends()
@@ -334,11 +386,11 @@ void SlicesTests::aFullDisk()
 
 void SlicesTests::noRoomForAFile()
 {
-    const recorder::Slices elsewhere("/no-such-folder/x.pcapng", {}, false);
+    const recorder::Slices elsewhere("/no-such-folder/x.pcapng", {}, false, *control);
     QCOMPARE(elsewhere.error(), std::string("No such file or directory"));
     QCOMPARE(elsewhere.path(), std::string("/no-such-folder/x.pcapng"));
     QVERIFY(QFile(path()).open(QFile::WriteOnly));
-    const recorder::Slices there(path().toStdString(), {}, false);
+    const recorder::Slices there(path().toStdString(), {}, false, *control);
     QCOMPARE(there.error(), std::string("File exists"));
 }
 
