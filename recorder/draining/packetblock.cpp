@@ -33,4 +33,13 @@ std::optional<PacketBlock> packetOf(capture::ByteView block)
                        capture::headerOf(data), data.from(capture::headerSize)};
 }
 
+std::string withLink(std::string block, std::uint32_t link)
+{
+    capture::Header header = capture::headerOf(capture::viewOf(block).from(dataOffset));
+    header.link = link;
+    std::string bytes;
+    append(bytes, header);
+    return block.replace(dataOffset, bytes.size(), bytes);
+}
+
 } // namespace recorder

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 
 #include "header.h"
 
@@ -19,6 +20,9 @@ struct PacketBlock
 /// \param block that this recorder has written
 /// \return nothing for one that is no packet
 std::optional<PacketBlock> packetOf(capture::ByteView block);
+
+/// The block with another link in its packet's header. \pre packetOf(block)
+std::string withLink(std::string block, std::uint32_t link);
 
 /// Of what this recorder has written.
 std::uint32_t typeOf(capture::ByteView block);

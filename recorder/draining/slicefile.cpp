@@ -19,9 +19,10 @@ void SliceFile::add(const std::string &block)
         return;
     if (typeOf(capture::viewOf(block)) == capture::pcapng::InterfaceDescription)
         interfaces.emplace_back();
-    if (const std::optional<PacketBlock> packet = packetOf(capture::viewOf(block)))
+    const std::optional<PacketBlock> packet = packetOf(capture::viewOf(block));
+    if (packet)
         count(*packet);
-    blocks += block;
+    blocks += packet && isCallElsewhere(packet->header) ? withLink(block, capture::lostLink) : block;
     sizes.push_back(block.size());
     if (blocks.size() >= maxCollected)
         flush();
@@ -35,6 +36,14 @@ void SliceFile::count(const PacketBlock &packet)
     InterfaceCounts &counts = interfaces.at(packet.interface);
     ++counts.received;
     counts.dropped += packet.header.lost;
+}
+
+/// Of a return. A link is the low half of a sequence.
+bool SliceFile::isCallElsewhere(const capture::Header &header) const
+{
+    const std::uint32_t distance = static_cast<std::uint32_t>(header.sequence) - header.link;
+    return header.kindOf() == capture::Kind::Return && header.link != capture::lostLink &&
+           header.sequence - distance < firstSequence;
 }
 
 void SliceFile::flush()

@@ -13,12 +13,15 @@ namespace recorder {
 class SliceFile
 {
 public:
-    explicit SliceFile(const std::string &path)
+    /// \param sequence first one of the recording's packets in it
+    SliceFile(const std::string &path, std::uint64_t sequence)
         : file(path)
+        , firstSequence(sequence)
     {
     }
 
-    /// Behind an error, nothing else is written.
+    /// Behind an error, nothing else is written. A return whose call is not in the file says that it was
+    /// lost.
     void add(const std::string &block);
     /// Writes what was added.
     void flush();
@@ -36,8 +39,10 @@ private:
     };
 
     void count(const PacketBlock &packet);
+    bool isCallElsewhere(const capture::Header &header) const;
 
     CaptureFile file;
+    const std::uint64_t firstSequence;
     std::string blocks; ///< that are not written
     std::vector<std::size_t> sizes;
     std::vector<InterfaceCounts> interfaces;

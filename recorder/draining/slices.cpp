@@ -112,7 +112,7 @@ void Slices::begin(std::uint64_t eventNs)
         ++shortCount;
     }
     lastPath = nextPath();
-    file = std::make_unique<SliceFile>(lastPath);
+    file = std::make_unique<SliceFile>(lastPath, kept.front().sequence);
     ++fileCount;
     file->add(preamble);
     for (const std::string &block : interfaces)

@@ -38,6 +38,27 @@ ring::Taken reportAt(std::uint64_t ms, const std::string &payload = "report")
     return taken;
 }
 
+/// By a thread of its own.
+ring::Taken callAt(std::uint64_t ms, std::uint32_t crossing)
+{
+    ring::Taken taken;
+    taken.kind = 2;
+    taken.call = 13;
+    taken.crossing = crossing;
+    taken.thread = crossing;
+    taken.clockNs = monotonicAt(ms);
+    return taken;
+}
+
+ring::Taken returnAt(std::uint64_t ms, std::uint32_t call)
+{
+    ring::Taken taken = callAt(ms, call);
+    taken.kind = 3;
+    taken.crossing = 100 + call;
+    taken.link = call;
+    return taken;
+}
+
 /// A file's packets: sequence, milliseconds since the recording's start, kind, and what was lost or is told.
 QStringList packetsOf(const QString &path)
 {
@@ -52,6 +73,8 @@ QStringList packetsOf(const QString &path)
             QString("%1 %2 %3").arg(record.header.sequence).arg(ms).arg(nameOf(record.header.kindOf()));
         if (record.header.kindOf() == capture::Kind::Mark || record.header.kindOf() == capture::Kind::Report)
             line += ' ' + QString::fromStdString(std::string(record.payload.text()));
+        if (record.header.kindOf() == capture::Kind::Return)
+            line += QString(" of %1").arg(record.header.link);
         if (record.header.lost > 0)
             line += QString(" lost %1").arg(record.header.lost);
         packets += line;
@@ -97,6 +120,7 @@ private slots:
     void boardsThatAreKnown();
     void lossesAreThoseWithin();
     void lossesOfEachBoard();
+    void returnsOfCallsThatAreLeftOut();
     void aSecondEventExtends();
     void aLaterEventGetsAFileOfItsOwn();
     void time();
@@ -280,6 +304,27 @@ void SlicesTests::lossesOfEachBoard()
     QCOMPARE(countsOf(factsOf(path("x-2.pcapng")).end->boards),
              (QStringList{"7: 47 delivered, 4 recorded, 43 lost", "8: 20 delivered, 0 recorded, 20 lost"}));
     QCOMPARE(checked("x-2.pcapng"), QByteArray("0\n"));
+}
+
+/// Made-up packets have their sequences.
+void SlicesTests::returnsOfCallsThatAreLeftOut()
+{
+    begin(100, 50);
+    report(10);
+    recording->write(callAt(20, 2));
+    recording->write(callAt(30, 3));
+    recording->write(callAt(350, 4));
+    recording->write(returnAt(360, 4));
+    recording->write(returnAt(370, 2));
+    mark(400);
+    recording->write(returnAt(410, 3));
+    recording->flush();
+    recording->passTime(monotonicAt(450));
+    // The calls have the sequences 3, 4 and 5.
+    QCOMPARE(packetsOf(path()), (QStringList{"3 300 status", "4 300 board", "5 350 call", "6 360 return of 5",
+                                             "7 370 return of 4294967295", "8 400 mark now",
+                                             "9 410 return of 4294967295", "10 450 end"}));
+    QCOMPARE(checked(), QByteArray("0\n"));
 }
 
 void SlicesTests::aSecondEventExtends()
