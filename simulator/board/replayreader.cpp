@@ -20,6 +20,19 @@ std::string sessionText(std::uint32_t session)
     return text;
 }
 
+std::string listOf(const std::set<std::uint32_t> &sessions)
+{
+    constexpr std::size_t maxListed = 20;
+    std::string list;
+    std::size_t listed = 0;
+    for (const std::uint32_t session : sessions) {
+        if (++listed > maxListed)
+            return list + " and " + std::to_string(sessions.size() - maxListed) + " more";
+        list += (list.empty() ? "" : ", ") + sessionText(session);
+    }
+    return list;
+}
+
 /// Fills in a replay packet by packet.
 class ReplayReader
 {
@@ -96,9 +109,7 @@ std::string ReplayReader::sessionTrouble() const
 {
     if (replay.plan.session ? packets > 0 : sessions.size() == 1)
         return {};
-    std::string list;
-    for (const std::uint32_t session : sessions)
-        list += (list.empty() ? "" : ", ") + sessionText(session);
+    const std::string list = listOf(sessions);
     if (replay.plan.session)
         return "there is no session " + sessionText(*replay.plan.session) + "; allowed are " + list;
     return "there are several sessions, of which one must be chosen: " + list;

@@ -107,6 +107,16 @@ void tst_replayreading::filesThatAreNot_data()
     addRow<QByteArray, QByteArray>("of two sessions", whole + blocks::packet(startNs, other),
                                    ": there are several sessions, of which one must be chosen: 000000ab, "
                                    "5f0c93a1");
+    QByteArray sessions = whole;
+    for (quint64 i = 1; i <= 21; ++i) {
+        other.replace(24, 4, blocks::number(i, 4));
+        sessions += blocks::packet(startNs, other);
+    }
+    addRow<QByteArray, QByteArray>("of 22 sessions", sessions,
+                                   ": there are several sessions, of which one must be chosen: 00000001, "
+                                   "00000002, 00000003, 00000004, 00000005, 00000006, 00000007, 00000008, "
+                                   "00000009, 0000000a, 0000000b, 0000000c, 0000000d, 0000000e, 0000000f, "
+                                   "00000010, 00000011, 00000012, 00000013, 00000014 and 2 more");
     QByteArray many = blocks::section() + blocks::interface("driver");
     for (quint64 i = 0; i < 257; ++i)
         many += blocks::packet(startNs + i, packetBytes(1, 1, 0, int(i), 0, "a", 1));
