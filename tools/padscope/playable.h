@@ -1,17 +1,13 @@
 #pragma once
 
-#include <cstdint>
-#include <optional>
 #include <string>
+
+#include "replayscenario.h"
 
 namespace padscope {
 
-/// "5f0c93a1"
-std::string sessionText(std::uint32_t session);
-
-/// Whether a file is a capture of which one session can be played: reads it to its end, and prints a line
-/// when it is not.
-/// \param session the one that is asked for; nothing for the only one
-bool isPlayable(const std::string &path, const std::optional<std::uint32_t> &session);
+/// Whether a capture can be played as it is asked for: reads it as the simulator will, and prints a line when
+/// it cannot. \param path as it is to be printed
+bool isPlayable(const std::string &path, const Replay &replay);
 
 } // namespace padscope

@@ -140,19 +140,14 @@ int play(const Replay &replay, const std::vector<std::string> &host)
 
 int run(const ReplayOptions &options, const std::vector<std::string> &host)
 {
-    std::optional<std::uint32_t> session;
-    if (!options.session.empty())
-        session = static_cast<std::uint32_t>(std::stoul(options.session, nullptr, 16));
-    if (!padscope::isPlayable(options.file, session))
-        return padscope::Usage;
     Replay replay = options.replay;
     std::error_code error;
     replay.capture = std::filesystem::absolute(options.file, error);
     replay.rate = numberOf(options.rate, minRate, maxRate);
     replay.rounds = roundsOf(options.loop).value_or(0);
-    if (session)
-        replay.session = padscope::sessionText(*session);
-    return play(replay, host);
+    if (!options.session.empty())
+        replay.session = static_cast<std::uint32_t>(std::stoul(options.session, nullptr, 16));
+    return padscope::isPlayable(options.file, replay) ? play(replay, host) : padscope::Usage;
 }
 
 } // namespace

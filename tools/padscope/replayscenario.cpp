@@ -1,6 +1,7 @@
 #include "replayscenario.h"
 
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <fcntl.h>
 #include <nlohmann/json.hpp>
@@ -20,11 +21,18 @@ Json orNull(const std::optional<double> &number)
     return number ? Json(*number) : Json();
 }
 
+std::string sessionText(std::uint32_t session)
+{
+    char text[16];
+    std::snprintf(text, sizeof text, "%08x", session);
+    return text;
+}
+
 Json jsonOf(const Replay &replay)
 {
     const Json rate = replay.rate ? Json(*replay.rate) : Json("max");
     const Json loop = replay.rounds > 0 ? Json(replay.rounds) : Json("forever");
-    const Json session = replay.session.empty() ? Json() : Json(replay.session);
+    const Json session = replay.session ? Json(sessionText(*replay.session)) : Json();
     return {{"title", "A capture that is played"},
             {"replay",
              {{"capture", replay.capture},

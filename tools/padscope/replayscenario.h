@@ -14,10 +14,10 @@ struct Replay
     std::uint64_t rounds = 1;   ///< 0: without end
     double from = 0;
     std::optional<double> to;
-    std::optional<double> skipGaps; ///< longer pauses are shortened to this
-    bool isPaused = false;          ///< at first
-    bool isLockstep = false;        ///< waits for the host at each recorded command
-    std::string session;            ///< eight hexadecimal digits; empty for the only one
+    std::optional<double> skipGaps;       ///< longer pauses are shortened to this
+    bool isPaused = false;                ///< at first
+    bool isLockstep = false;              ///< waits for the host at each recorded command
+    std::optional<std::uint32_t> session; ///< nothing: the only one
 };
 
 /// What a scenario's file holds; nothing when the capture's path is no UTF-8.

@@ -6,6 +6,19 @@
 #include "replayed.h"
 #include "support/tests.h"
 
+namespace {
+
+QByteArray reportsOfBoards(int count)
+{
+    QByteArray file = examplecapture::start();
+    for (int i = 0; i < count; ++i)
+        file += blocks::packet(examplecapture::startNs + quint64(i),
+                               packetBytes(1, 1, 0, 1000 + i, 0, "a", 1, 0, quint64(i)));
+    return file;
+}
+
+} // namespace
+
 /// `padscope replay`: its options, what it refuses, what the host finds, and how it ends.
 class ReplayCommandTests : public QObject
 {
@@ -16,6 +29,7 @@ private slots:
     void options();
     void refusesWhatCannotBePlayed_data();
     void refusesWhatCannotBePlayed();
+    void asManyBoardsAsThereMayBe();
     void refusesAPathThatIsNoUtf8();
     void hasTheHostReadTheScenario_data();
     void hasTheHostReadTheScenario();
@@ -83,21 +97,23 @@ void ReplayCommandTests::refusesWhatCannotBePlayed_data()
     const QByteArray whole = examplecapture::whole();
     addColumns<QString, QStringList, QString>("file", "arguments", "line");
     addRow("none", files.path("none"), QStringList(), files.path("none") + ": No such file or directory");
-    addRow("folder", files.path("."), QStringList(), files.path(".") + ": a replay needs a regular file");
-    addRow("standard input", QString("-"), QStringList(), QString("-: a replay needs a regular file"));
+    addRow("folder", files.path("."), QStringList(), files.path(".") + ": it is not a regular file");
+    addRow("standard input", QString("-"), QStringList(), QString("-: No such file or directory"));
     const QString text = files.write("text", "text");
     addRow("text", text, QStringList(),
-           text + ": byte 0: no pcapng file: it does not begin with a section header");
+           text + ": offset 0: no pcapng file: it does not begin with a section header");
     const QString nothing = files.write("nothing.pcapng", examplecapture::start());
-    addRow("no packet", nothing, QStringList(), nothing + ": no packet of a capture in it");
+    addRow("no packet", nothing, QStringList(), nothing + ": there is no packet of a capture in it");
     const QString damaged = files.write("damaged.pcapng", whole + "damage in place of a block");
     addRow("damaged", damaged, QStringList(),
-           damaged + QString(": byte %1: ").arg(whole.size()) + "a block length of 1763730791");
+           damaged + QString(": offset %1: ").arg(whole.size()) + "a block length of 1763730791");
     const QString two = twoSessions();
     addRow("two sessions", two, QStringList(),
-           two + ": several sessions are in it, of which --session takes one: 00c0ffee, 5f0c93a1");
+           two + ": there are several sessions, of which one must be chosen: 00c0ffee, 5f0c93a1");
     addRow("another session", two, QStringList{"--session", "C0FFED"},
-           two + ": no session 00c0ffed in it; there is 00c0ffee, 5f0c93a1");
+           two + ": there is no session 00c0ffed; allowed are 00c0ffee, 5f0c93a1");
+    const QString many = files.write("many.pcapng", reportsOfBoards(257));
+    addRow("257 boards", many, QStringList(), many + ": there are too many boards at once; allowed are 256");
 }
 
 void ReplayCommandTests::refusesWhatCannotBePlayed()
@@ -110,6 +126,12 @@ void ReplayCommandTests::refusesWhatCannotBePlayed()
     QCOMPARE(QString(run.errors), "padscope: " + line + "\n");
     QCOMPARE(run.output, QByteArray());
     QCOMPARE(run.status, 2);
+}
+
+void ReplayCommandTests::asManyBoardsAsThereMayBe()
+{
+    const QString many = files.write("many.pcapng", reportsOfBoards(256));
+    QCOMPARE(padscope({"replay", many, "--", "echo", "started"}).output, QByteArray("started\n"));
 }
 
 /// Scenarios are UTF-8.
