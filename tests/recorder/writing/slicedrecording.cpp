@@ -4,7 +4,7 @@
 #include <QDir>
 #include <unistd.h>
 
-#include "recordedrun.h"
+#include "recorder/draining/recordedrun.h"
 #include "recordreader.h"
 
 namespace {

@@ -1,5 +1,5 @@
-#include "filelimit.h"
-#include "recordedrun.h"
+#include "recorder/draining/filelimit.h"
+#include "recorder/draining/recordedrun.h"
 #include "slicedrecording.h"
 #include "support/tests.h"
 

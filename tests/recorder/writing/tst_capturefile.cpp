@@ -4,7 +4,7 @@
 #include <sys/stat.h>
 
 #include "capturefile.h"
-#include "filelimit.h"
+#include "recorder/draining/filelimit.h"
 #include "support/tests.h"
 
 using recorder::CaptureFile;
