@@ -140,7 +140,7 @@ void ReplayCommandTests::refusesAPathThatIsNoUtf8()
     const QString script = "name=\"$1$(printf '\\377')\"; cp \"$1\" \"$name\"; "
                            "exec \"$2\" replay \"$name\" -- echo started";
     const ProgramRun run = runProgram("sh", {"-c", script, "sh", one, PADSCOPE_PROGRAM});
-    QCOMPARE(run.errors, "padscope: " + one.toUtf8() + "\xff: a path that is no UTF-8 cannot be played\n");
+    QCOMPARE(run.errors, "padscope: " + one.toUtf8() + "\\xff: a path that is no UTF-8 cannot be played\n");
     QCOMPARE(run.output, QByteArray());
     QCOMPARE(run.status, 2);
 }
