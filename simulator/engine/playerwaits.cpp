@@ -75,13 +75,14 @@ bool Player::isHeldUp(const ReplayEntry &entry, Lock &lock)
         clock.stand(entry.timeNs);
         timing.interrupt();
     }
-    const auto now = Steady::now();
-    if (!heldUpSince || !wanted.hasLimit)
-        heldUpSince = now;
     if (!wanted.hasLimit) {
+        heldUpSince.reset();
         wake.wait(lock);
         return true;
     }
+    const auto now = Steady::now();
+    if (!heldUpSince)
+        heldUpSince = now;
     if (now < *heldUpSince + maxWait) {
         wake.wait_until(lock, Steady::time_point(*heldUpSince + maxWait));
         return true;

@@ -1,0 +1,51 @@
+#include <QElapsedTimer>
+
+#include "simulator/replaycapture.h"
+#include "support/tests.h"
+
+/// What a replay waits for, and for how long.
+class tst_replaywaits : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void theFiveSecondsCountFromTheFirstCallback();
+};
+
+namespace {
+
+/// Attached, without a callback yet.
+struct Attached
+{
+    explicit Attached(const QByteArray &path)
+    {
+        if (library.choose(path.constData()) != 0)
+            qFatal("%s", library.error().c_str());
+        library.orvexAttach();
+    }
+    void listen(int board) { library.orvexSetCallback(board, Recorder::data, &recorder); }
+
+    Recorder recorder; // it outlives the library
+    SimulatedLibrary library;
+};
+
+} // namespace
+
+/// The time without any callback, which has no limit, does not count.
+void tst_replaywaits::theFiveSecondsCountFromTheFirstCallback()
+{
+    ReplayCapture capture;
+    addTen(capture);
+    const StandardError errors;
+    Attached host(capture.file());
+    QTest::qWait(5500);
+    host.listen(1001);
+    QTest::qWait(200);
+    QCOMPARE(errors.text(), QByteArray());
+    host.listen(1002);
+    QVERIFY(ends(host.library));
+    QCOMPARE(heard(host.recorder), ten);
+}
+
+PADSCOPE_TESTS(tst_replaywaits);
+#include "tst_replaywaits.moc"
