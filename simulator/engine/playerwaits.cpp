@@ -125,12 +125,8 @@ Player::Missing Player::missingAtStart()
 
 Player::Missing Player::missingCallback(const ReplayEntry &entry)
 {
-    if (entry.kind == ReplayEntry::Notification) {
-        const auto attachment = library.attachment();
-        if (attachment && !attachment->wasRegistered())
-            return {"no hot-plug callback", true, {attachment}};
+    if (entry.kind != ReplayEntry::Report)
         return {};
-    }
     const auto board = library.boardOf(*this, entry.board);
     if (board && !board->wasRegistered())
         return {"no callback for board " + std::to_string(entry.board), true, {board}};

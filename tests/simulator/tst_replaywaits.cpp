@@ -10,6 +10,7 @@ class tst_replaywaits : public QObject
 
 private slots:
     void theFiveSecondsCountFromTheFirstCallback();
+    void aNotificationWaitsForNothing();
 };
 
 namespace {
@@ -45,6 +46,20 @@ void tst_replaywaits::theFiveSecondsCountFromTheFirstCallback()
     host.listen(1002);
     QVERIFY(ends(host.library));
     QCOMPARE(heard(host.recorder), ten);
+}
+
+void tst_replaywaits::aNotificationWaitsForNothing()
+{
+    ReplayCapture capture;
+    capture.report(0, 1001, "04c800");
+    capture.hotplug(1);
+    capture.report(2, 1001, "04c801");
+    const StandardError errors;
+    Attached host(capture.file());
+    host.listen(1001);
+    QVERIFY(ends(host.library));
+    QVERIFY2(errors.text().startsWith("replay: asked rate 1, "), errors.text());
+    QCOMPARE(heard(host.recorder), (QList<QByteArray>{"1001:04c800", "1001:04c801"}));
 }
 
 PADSCOPE_TESTS(tst_replaywaits);
