@@ -134,6 +134,7 @@ void ReplayReader::follow(const capture::Record &record)
 /// Of a report that several listeners got, the one of the lowest number is played.
 void ReplayReader::followReport(const capture::Record &record)
 {
+    replay.listened.insert(record.header.board);
     const SeveralListeners::Found found = reports.follow(record, replay.entries.size());
     if (found.isSame && !found.isLower)
         return;
@@ -156,8 +157,11 @@ void ReplayReader::followCall(const capture::Record &record)
     if (record.header.call == setPnpCallbackCall) {
         notifications.registered(arguments.number<std::uint32_t>());
     } else if (record.header.call == setCallbackCall) {
-        arguments.number<std::int32_t>(); // the board
-        reports.registered(arguments.number<std::uint32_t>());
+        const auto board = arguments.number<std::int32_t>();
+        const auto listener = arguments.number<std::uint32_t>();
+        if (listener != 0) // null
+            replay.listened.insert(board);
+        reports.registered(listener);
     } else if (record.header.call == sendCommandCall && replay.plan.lockstep) {
         arguments.number<std::int32_t>();
         const auto command = arguments.text();

@@ -108,18 +108,20 @@ Player::Missing Player::missing(const ReplayEntry &entry, Lock &lock)
 }
 
 /// Hosts attach long before they register anything, some of them. Once one board has a callback, the others
-/// are to follow.
+/// that had one when it was recorded are to follow.
 Player::Missing Player::missingAtStart()
 {
     Missing found;
-    const auto boards = library.boardsOf(*this);
-    for (const auto &board : boards) {
-        if (board->wasRegistered())
-            continue;
-        found.what += (found.silent.empty() ? "no callback for board " : ", ") + std::to_string(board->id());
-        found.silent.push_back(board);
+    found.hasLimit = false;
+    for (const auto &board : library.boardsOf(*this)) {
+        if (board->wasRegistered()) {
+            found.hasLimit = true;
+        } else if (played->listened.count(board->id()) > 0) {
+            found.what +=
+                (found.silent.empty() ? "no callback for board " : ", ") + std::to_string(board->id());
+            found.silent.push_back(board);
+        }
     }
-    found.hasLimit = found.silent.size() < boards.size();
     return found;
 }
 
