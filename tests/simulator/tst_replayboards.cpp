@@ -12,6 +12,7 @@ private slots:
     void aLaterEnumerationWithoutANotificationHoldsFromItsOwnPlace();
     void anEnumerationThatBeganBeforeTheNotification();
     void reportsOfABoardThatIsGoneStillCome();
+    void reportsOfABoardThatWasGoneBeforeTheBeginStillCome();
     void boardsOfASlice();
     void boardsThatAreOnlyToldByTheRecorder();
     void boardsWithEqualIds();
@@ -113,6 +114,23 @@ void tst_replayboards::reportsOfABoardThatIsGoneStillCome()
     QCOMPARE(idsAfter(playing, 2), QList<int>{1});
     QCOMPARE(idsAfter(playing, 1), QList<int>{1});
     QCOMPARE(heard(playing.recorder), (QList<QByteArray>{"1:04c800", "2:04c801", "1:04c802"}));
+}
+
+void tst_replayboards::reportsOfABoardThatWasGoneBeforeTheBeginStillCome()
+{
+    ReplayCapture capture;
+    capture.enumeration(0, {1, 2});
+    capture.report(1, 1, "04c800");
+    capture.hotplug(2);
+    capture.enumeration(3, {2});
+    capture.gone(3, 1);
+    capture.report(5, 1, "04c801");
+    Playing playing(capture.scenario("\"from\": 0.004"));
+    QCOMPARE(playing.ids(), QList<int>{2});
+    QTRY_COMPARE(replayOf(playing.library).state, int{ORVEXSIM_REPLAY_WAITING});
+    playing.listen(1);
+    QVERIFY(ends(playing.library));
+    QCOMPARE(heard(playing.recorder), QList<QByteArray>{"1:04c801"});
 }
 
 void tst_replayboards::boardsOfASlice()
