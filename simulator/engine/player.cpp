@@ -79,7 +79,8 @@ void Player::play(const ReplayEntry &entry, Steady::time_point due, Lock &lock)
         timing.addError(now - due);
     if (clock.isRunning() && now - due > maxDelay)
         clock.run(entry.timeNs, now);
-    timing.played(entry.timeNs, now);
+    if (steps == 0)
+        timing.played(entry.timeNs, now);
     sent += isReport ? 1 : 0;
     steps -= isReport && steps > 0 ? 1 : 0;
     const std::size_t position = ++next;

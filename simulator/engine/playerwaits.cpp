@@ -71,10 +71,9 @@ bool Player::isHeldUp(const ReplayEntry &entry, Lock &lock)
         heldUpSince.reset();
         return false;
     }
-    if (clock.isRunning()) {
+    if (clock.isRunning())
         clock.stand(entry.timeNs);
-        timing.interrupt();
-    }
+    timing.interrupt();
     if (!wanted.hasLimit) {
         heldUpSince.reset();
         wake.wait(lock);
