@@ -88,8 +88,7 @@ void Player::play(const ReplayEntry &entry, Steady::time_point due, Lock &lock)
     lock.unlock();
     const bool isPerformed = perform(entry, position);
     lock.lock();
-    isBusy = false;
-    settled.notify_all();
+    performed();
     if (!isPerformed)
         end(lock);
 }
@@ -130,7 +129,14 @@ void Player::arrange(Lock &lock)
     if (library.arrange(*this, played->boards.at(position)))
         library.notify(*this);
     lock.lock();
+    performed();
+}
+
+/// What was under way is over.
+void Player::performed()
+{
     isBusy = false;
+    ++done;
     settled.notify_all();
 }
 
@@ -154,6 +160,7 @@ void Player::end(Lock &lock)
     steps = 0;
     timing.interrupt();
     clock.stand(positionNs());
+    settled.notify_all();
     const std::string text = summary();
     lock.unlock();
     library.say(text);

@@ -1,6 +1,8 @@
+#include <atomic>
 #include <cmath>
 #include <QElapsedTimer>
 #include <QRegularExpression>
+#include <QThread>
 
 #include "simulator/replaycapture.h"
 #include "support/tests.h"
@@ -20,6 +22,7 @@ private slots:
     void seekBackFromTheEnd();
     void restartBeginsTheFirstRound();
     void theRateChangesAtOnce();
+    void whatIsUnderWayIsOverWhenTheRateChanges();
     void whatIsOutOfRangeIsRefused();
     void withinACallback();
     void theEndIsTold();
@@ -169,6 +172,25 @@ void tst_replaycontrol::theRateChangesAtOnce()
     QVERIFY(ends(playing.library));
     QCOMPARE(playing.recorder.count(), std::size_t{3});
     QCOMPARE(replayOf(playing.library).rate, 0.0);
+}
+
+void tst_replaycontrol::whatIsUnderWayIsOverWhenTheRateChanges()
+{
+    ReplayCapture capture;
+    capture.report(0, 1001, "04c800");
+    capture.report(100'000, 1001, "04c801");
+    Playing playing(capture.scenario("\"paused\": true"));
+    std::atomic<int> begun{0};
+    std::atomic<int> returned{0};
+    playing.recorder.action = [&](int) {
+        ++begun;
+        QThread::msleep(50);
+        ++returned;
+    };
+    playing.library.replayPause(0);
+    QTRY_COMPARE(begun.load(), 1);
+    QCOMPARE(playing.library.replayRate(2), 0);
+    QCOMPARE(returned.load(), 1);
 }
 
 void tst_replaycontrol::whatIsOutOfRangeIsRefused()

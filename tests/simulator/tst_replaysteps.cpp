@@ -1,3 +1,6 @@
+#include <QElapsedTimer>
+#include <QThread>
+
 #include "simulator/replaycapture.h"
 #include "support/tests.h"
 
@@ -8,6 +11,10 @@ class tst_replaysteps : public QObject
 
 private slots:
     void stepsTakeNoTimeOfTheCapture();
+    void theReportsAreDeliveredWhenItReturns();
+    void aPauseBehindItTakesNothingBack();
+    void withinACallbackItReturnsAtOnce();
+    void aStepThatMustWaitReturns();
 };
 
 namespace {
@@ -35,6 +42,61 @@ void tst_replaysteps::stepsTakeNoTimeOfTheCapture()
     QVERIFY(ends(playing.library));
     const double achieved = replayOf(playing.library).achievedRate; // of the last 200 ms
     QVERIFY2(achieved > 0.1 && achieved < 2, QByteArray::number(achieved));
+}
+
+void tst_replaysteps::theReportsAreDeliveredWhenItReturns()
+{
+    ReplayCapture capture;
+    addTen(capture);
+    Playing playing(paused(capture));
+    playing.recorder.action = [](int) { QThread::msleep(20); };
+    playing.library.replayStep(3);
+    QCOMPARE(heard(playing.recorder), ten.mid(0, 3));
+    QCOMPARE(replayOf(playing.library).sent, 3ULL);
+}
+
+void tst_replaysteps::aPauseBehindItTakesNothingBack()
+{
+    ReplayCapture capture;
+    addTen(capture);
+    Playing playing(paused(capture));
+    for (int i = 0; i < 3; ++i) {
+        playing.library.replayStep(3);
+        playing.library.replayPause(1);
+    }
+    QCOMPARE(heard(playing.recorder), ten.mid(0, 9));
+}
+
+void tst_replaysteps::withinACallbackItReturnsAtOnce()
+{
+    ReplayCapture capture;
+    addTen(capture);
+    Playing playing(paused(capture));
+    std::size_t countWithin = 0;
+    playing.recorder.action = [&](int) {
+        if (playing.recorder.count() > 1)
+            return;
+        playing.library.replayStep(2);
+        countWithin = playing.recorder.count();
+    };
+    playing.library.replayStep(1);
+    QVERIFY(playing.hears(3));
+    QCOMPARE(countWithin, std::size_t{1});
+    QCOMPARE(heard(playing.recorder), ten.mid(0, 3));
+}
+
+void tst_replaysteps::aStepThatMustWaitReturns()
+{
+    ReplayCapture capture;
+    addTen(capture);
+    SimulatedLibrary library;
+    QCOMPARE(library.choose(paused(capture).constData()), 0);
+    library.orvexAttach();
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(library.replayStep(1), 0); // there is no callback
+    QVERIFY2(timer.elapsed() < 2000, QByteArray::number(timer.elapsed()));
+    QCOMPARE(replayOf(library).sent, 0ULL);
 }
 
 PADSCOPE_TESTS(tst_replaysteps);
