@@ -149,8 +149,12 @@ void Player::endRound(Lock &lock)
     }
     ++round;
     moveTo(played->first, 0);
-    if (clock.rate() > 0 && std::chrono::nanoseconds(played->lengthNs) < minRound)
-        clock.run(0, Steady::now() + minRound);
+    if (played->plan.rounds != 0 || clock.rate() == unlimitedReplayRate)
+        return;
+    const auto length = std::chrono::nanoseconds(
+        static_cast<std::int64_t>(static_cast<double>(played->lengthNs) / clock.rate()));
+    if (length < minRound)
+        clock.run(0, Steady::now() + minRound - length);
 }
 
 void Player::end(Lock &lock)

@@ -14,6 +14,7 @@ private slots:
     void theOrderIsTheCapturesAcrossAllBoards();
     void notificationsKeepTheirPlace();
     void roundsAreRepeated();
+    void shortRoundsFollowAtOnceUnlessTheyHaveNoEnd();
     void theFirstReportKeepsItsDistanceFromTheRegistration();
     void fromAndTo();
     void longPausesAreShortened();
@@ -83,6 +84,23 @@ void tst_replay::roundsAreRepeated()
     QCOMPARE(replayOf(playing.library).round, 3ULL);
     QCOMPARE(replayOf(playing.library).rounds, 3ULL);
     QCOMPARE(replayOf(playing.library).reports, 10ULL);
+}
+
+void tst_replay::shortRoundsFollowAtOnceUnlessTheyHaveNoEnd()
+{
+    ReplayCapture capture;
+    capture.report(0, 1001, "04c800");
+    QElapsedTimer timer;
+    timer.start();
+    Playing playing(capture.scenario("\"loop\": 200"));
+    QVERIFY(ends(playing.library));
+    QVERIFY2(timer.elapsed() < 1900, QByteArray::number(timer.elapsed()));
+    QCOMPARE(playing.recorder.count(), std::size_t{200});
+    playing.library.choose(capture.scenario("\"loop\": \"forever\"").constData());
+    timer.restart();
+    playing.listen(1001);
+    QVERIFY(playing.hears(210));
+    QVERIFY2(timer.elapsed() >= 90, QByteArray::number(timer.elapsed()));
 }
 
 void tst_replay::theFirstReportKeepsItsDistanceFromTheRegistration()
