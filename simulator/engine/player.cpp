@@ -37,13 +37,13 @@ void Player::step(Lock &lock)
         arrange(lock);
         return;
     }
-    if (next == played->end && !hasEnded) {
-        endRound(lock);
-        return;
-    }
     if (isResting()) {
         heldUpSince.reset();
         wake.wait(lock);
+        return;
+    }
+    if (next == played->end) {
+        endRound(lock);
         return;
     }
     const ReplayEntry &entry = played->entries[next];
@@ -207,7 +207,7 @@ std::string Player::summary() const
         line += text;
     }
     line += "; " + std::to_string(sent);
-    if (played->plan.rounds != 0)
+    if (played->plan.rounds != 0 && !hasSought)
         line += " of " + std::to_string(played->reports * played->plan.rounds);
     line += " reports";
     if (timing.hasErrors()) {

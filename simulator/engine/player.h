@@ -130,6 +130,7 @@ private:
     bool hasEnded = false;
     bool isPrinted = false;
     bool hasThread = false;
+    bool hasSought = false; ///< so more or fewer reports are sent than the rounds have
     bool hasBegun = false;  ///< the boards of the start have callbacks
     bool hasMoved = false;  ///< the boards are not those of this place yet
     bool isBusy = false;    ///< something is being delivered

@@ -113,6 +113,7 @@ bool Player::seek(std::int64_t positionNs)
         std::lower_bound(begin + static_cast<std::ptrdiff_t>(played->first),
                          begin + static_cast<std::ptrdiff_t>(played->end), positionNs, isBefore);
     moveTo(static_cast<std::size_t>(place - begin), positionNs);
+    hasSought = true;
     steps = 0;
     changed(lock);
     return true;
@@ -137,6 +138,7 @@ void Player::restart()
     moveTo(played->first, 0);
     round = 1;
     sent = 0;
+    hasSought = false;
     steps = 0;
     timing = ReplayTiming();
     changed(lock);

@@ -15,6 +15,9 @@ private slots:
     void aPauseBehindItTakesNothingBack();
     void withinACallbackItReturnsAtOnce();
     void aStepThatMustWaitReturns();
+    void behindTheLastReportItRests();
+    void behindARoundItRests();
+    void aSeekLeavesOutOfHowMany();
 };
 
 namespace {
@@ -97,6 +100,50 @@ void tst_replaysteps::aStepThatMustWaitReturns()
     QCOMPARE(library.replayStep(1), 0); // there is no callback
     QVERIFY2(timer.elapsed() < 2000, QByteArray::number(timer.elapsed()));
     QCOMPARE(replayOf(library).sent, 0ULL);
+}
+
+void tst_replaysteps::behindTheLastReportItRests()
+{
+    ReplayCapture capture;
+    addTen(capture);
+    const StandardError errors;
+    Playing playing(paused(capture));
+    playing.library.replayStep(10);
+    QCOMPARE(heard(playing.recorder), ten);
+    QTest::qWait(50);
+    QCOMPARE(replayOf(playing.library).state, int{ORVEXSIM_REPLAY_PAUSED});
+    QCOMPARE(replayOf(playing.library).position, 45'000'000LL);
+    QCOMPARE(errors.text(), QByteArray());
+    playing.library.replayPause(0);
+    QVERIFY(ends(playing.library));
+    QTRY_COMPARE(errors.text(), QByteArray("replay: asked rate 1; 10 of 10 reports\n"));
+}
+
+void tst_replaysteps::behindARoundItRests()
+{
+    ReplayCapture capture;
+    addTen(capture);
+    Playing playing(capture.scenario("\"paused\": true, \"loop\": 2"));
+    playing.library.replayStep(10);
+    QTest::qWait(50);
+    QCOMPARE(replayOf(playing.library).round, 1ULL);
+    playing.library.replayStep(1);
+    QCOMPARE(replayOf(playing.library).round, 2ULL);
+    QCOMPARE(replayOf(playing.library).position, 0LL);
+    QCOMPARE(heard(playing.recorder), ten + ten.mid(0, 1));
+}
+
+void tst_replaysteps::aSeekLeavesOutOfHowMany()
+{
+    ReplayCapture capture;
+    addTen(capture);
+    const StandardError errors;
+    Playing playing(paused(capture));
+    playing.library.replayStep(10);
+    QCOMPARE(playing.library.replaySeek(0), 0);
+    playing.library.replayStep(10);
+    playing.library.orvexDetach();
+    QCOMPARE(errors.text(), QByteArray("replay: asked rate 1; 20 reports\n"));
 }
 
 PADSCOPE_TESTS(tst_replaysteps);
