@@ -48,7 +48,7 @@ void BoardHistory::called(const capture::Record &record)
 {
     const std::uint32_t thread = record.header.thread;
     if (record.header.call == getDeviceCountCall)
-        passes[thread].origin = lastNotification;
+        passes[thread].origin = origin();
     else if (record.header.call == enumDeviceInfoCall)
         askedIndexes[thread] = capture::integerAt<std::int32_t>(record.payload, 0);
 }
@@ -57,12 +57,12 @@ void BoardHistory::returned(const capture::Record &record, std::size_t position)
 {
     const std::uint32_t thread = record.header.thread;
     if (record.header.call == getDeviceCountCall) {
-        Pass &pass = passes.try_emplace(thread, Pass{lastNotification}).first->second;
+        Pass &pass = passes.try_emplace(thread, Pass{origin()}).first->second;
         pass.count = record.header.result;
         pass.boards.clear();
         endPass(pass, position);
     } else if (record.header.call == enumDeviceInfoCall) {
-        Pass &pass = passes.try_emplace(thread, Pass{lastNotification}).first->second;
+        Pass &pass = passes.try_emplace(thread, Pass{origin()}).first->second;
         const auto asked = askedIndexes.find(thread);
         recordReturned(pass, asked == askedIndexes.end() ? -1 : asked->second, record, position);
     }
@@ -94,6 +94,7 @@ void BoardHistory::endPass(Pass &pass, std::size_t position)
     pass.count = -1;
     put(pass.origin, position, pass.boards);
     settledOrigin = pass.origin;
+    isTold = true;
 }
 
 /// The recorder tells of a board when it is seen for the first time, also where the enumeration itself was
@@ -107,11 +108,13 @@ void BoardHistory::changed(const capture::Record &record, std::size_t position)
     if (change->state == capture::BoardState::Gone)
         remove(id, position);
     else if (change->index >= 0) // otherwise a report follows
-        add(known(id, std::string(change->record.text())), lastNotification, position);
+        add(known(id, std::string(change->record.text())), origin(), position);
+    isTold = true;
 }
 
 void BoardHistory::reported(std::int32_t id, std::size_t position)
 {
+    isTold = true; // the first enumeration was cut out
     lastReports[id] = position;
     const Boards &now = lists.back().boards;
     if (findId(now, id) != now.end())

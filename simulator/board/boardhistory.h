@@ -17,7 +17,8 @@ struct ReplayBoard
 
 /// Which boards there were in a capture, so that a host that asks sooner or later than the recorded one sees
 /// the same. What an enumeration showed holds from the hot-plug notification before it, and what the first
-/// showed from the start. Built packet by packet; then any thread may look.
+/// showed from the start, unless something has told of boards before. Built packet by packet; then any thread
+/// may look.
 ///
 /// Positions are indexes of the entry that comes next.
 class BoardHistory
@@ -61,11 +62,12 @@ private:
     /// An enumeration by one thread, as long as no record is missing.
     struct Pass
     {
-        std::size_t origin = 0; ///< the notification before it
+        std::size_t origin = 0; ///< what it shows holds from there
         std::int32_t count = -1;
         Boards boards{};
     };
 
+    std::size_t origin() const { return isTold ? lastNotification : 0; }
     void called(const capture::Record &record);
     void returned(const capture::Record &record, std::size_t position);
     void recordReturned(Pass &pass, std::int32_t index, const capture::Record &record, std::size_t position);
@@ -85,6 +87,7 @@ private:
     std::unordered_map<std::int32_t, std::size_t> lastDepartures; ///< indexes, by id
     std::unordered_map<std::int32_t, std::size_t> lastReports;
     std::size_t lastNotification = 0;
+    bool isTold = false;                  ///< which boards there are
     std::size_t settledOrigin = SIZE_MAX; ///< an enumeration has shown all that holds from there
     std::map<std::uint32_t, Pass> passes; ///< by thread
     std::map<std::uint32_t, std::int32_t> askedIndexes; ///< of open calls, by thread

@@ -8,6 +8,10 @@ class tst_replayboards : public QObject
 
 private slots:
     void whatTheFirstEnumerationShowedIsThereFromTheStart();
+    void whatTheFirstShowedIsThereAlsoBeforeANotification();
+    void anEmptyFirstEnumerationIsTheFirst();
+    void whatTheRecorderToldBeforeTheFirstEnumerationHolds();
+    void whatReportedBeforeTheFirstEnumerationWasThere();
     void whatAnEnumerationShowedHoldsFromTheNotificationBeforeIt();
     void aLaterEnumerationWithoutANotificationHoldsFromItsOwnPlace();
     void anEnumerationThatBeganBeforeTheNotification();
@@ -51,6 +55,64 @@ void tst_replayboards::whatTheFirstEnumerationShowedIsThereFromTheStart()
     Playing playing(paused(capture));
     QCOMPARE(playing.ids(), (QList<int>{1, 2}));
     QCOMPARE(playing.recorder.notifications(), std::size_t{0});
+}
+
+void tst_replayboards::whatTheFirstShowedIsThereAlsoBeforeANotification()
+{
+    ReplayCapture capture;
+    capture.hotplug(500);
+    capture.enumeration(1000, {1, 2});
+    capture.seen(1000, 1, 0);
+    capture.seen(1000, 2, 1);
+    capture.hotplug(1100);
+    capture.enumeration(1101, {2});
+    capture.report(1200, 2, "04c800");
+    Playing playing(paused(capture));
+    QCOMPARE(playing.ids(), (QList<int>{1, 2}));
+    QCOMPARE(playing.library.replaySeek(300'000'000), 0);
+    QCOMPARE(playing.ids(), (QList<int>{1, 2}));
+    QCOMPARE(idsAfter(playing, 1), QList<int>{2});
+    QCOMPARE(playing.recorder.notifications(), std::size_t{1});
+}
+
+void tst_replayboards::anEmptyFirstEnumerationIsTheFirst()
+{
+    ReplayCapture capture;
+    capture.enumeration(0, {});
+    capture.hotplug(500);
+    capture.enumeration(1000, {1});
+    capture.report(1200, 1, "04c800");
+    Playing playing(paused(capture));
+    QCOMPARE(playing.ids(), QList<int>{});
+    QCOMPARE(playing.library.replaySeek(300'000'000), 0);
+    QCOMPARE(playing.ids(), QList<int>{1});
+}
+
+void tst_replayboards::whatTheRecorderToldBeforeTheFirstEnumerationHolds()
+{
+    ReplayCapture capture;
+    capture.seen(0, 1, 0); // as at the begin of a slice
+    capture.report(1, 1, "04c800");
+    capture.hotplug(2);
+    capture.enumeration(3, {1, 2});
+    capture.report(4, 1, "04c801");
+    Playing playing(paused(capture));
+    QCOMPARE(playing.ids(), QList<int>{1});
+    QCOMPARE(idsAfter(playing, 2), (QList<int>{1, 2}));
+}
+
+void tst_replayboards::whatReportedBeforeTheFirstEnumerationWasThere()
+{
+    ReplayCapture capture;
+    capture.report(0, 5, "04c800");
+    capture.hotplug(1);
+    capture.enumeration(2, {6});
+    capture.report(3, 6, "04c801");
+    Playing playing(paused(capture));
+    QCOMPARE(playing.ids(), QList<int>{5});
+    QCOMPARE(idsAfter(playing, 1), QList<int>{5});
+    QCOMPARE(playing.library.replaySeek(3'000'000), 0);
+    QCOMPARE(playing.ids(), QList<int>{6});
 }
 
 void tst_replayboards::whatAnEnumerationShowedHoldsFromTheNotificationBeforeIt()
