@@ -79,7 +79,7 @@ void BoardHistory::recordReturned(Pass &pass, std::int32_t index, const capture:
         return;
     const auto *board = known(capture::integerAt<std::int32_t>(record.payload, deviceIdOffset),
                               std::string(record.payload.text()));
-    add(board, pass.origin, position);
+    add(board, SIZE_MAX, pass.origin, position);
     if (!continuesPass)
         return;
     pass.boards.push_back(board);
@@ -105,11 +105,26 @@ void BoardHistory::changed(const capture::Record &record, std::size_t position)
     if (!change)
         return;
     const std::int32_t id = record.header.board;
-    if (change->state == capture::BoardState::Gone)
+    if (change->state == capture::BoardState::Gone) {
         remove(id, position);
-    else if (change->index >= 0) // otherwise a report follows
-        add(known(id, std::string(change->record.text())), origin(), position);
+    } else if (change->index >= 0) { // otherwise a report follows
+        add(known(id, std::string(change->record.text())), placeOf(change->index), origin(), position);
+        toldIndexes[id] = change->index;
+    }
     isTold = true;
+}
+
+/// Boards are told of in any order.
+/// \return index in the list as it is now
+std::size_t BoardHistory::placeOf(std::int32_t index) const
+{
+    const auto isBehind = [&](const ReplayBoard *board) {
+        const auto told = toldIndexes.find(board->id);
+        return told != toldIndexes.end() && told->second > index;
+    };
+    const Boards &now = lists.back().boards;
+    const auto place = std::find_if(now.begin(), now.end(), isBehind) - now.begin();
+    return std::min(static_cast<std::size_t>(place), static_cast<std::size_t>(index));
 }
 
 void BoardHistory::reported(std::int32_t id, std::size_t position)
@@ -126,12 +141,13 @@ void BoardHistory::reported(std::int32_t id, std::size_t position)
         departures[gone->second].until = position + 1;
 }
 
-void BoardHistory::add(const ReplayBoard *board, std::size_t origin, std::size_t position)
+/// \param place index that it gets at most
+void BoardHistory::add(const ReplayBoard *board, std::size_t place, std::size_t origin, std::size_t position)
 {
     Boards now = lists.back().boards;
     if (findId(now, board->id) != now.end())
         return;
-    now.push_back(board);
+    now.insert(now.begin() + static_cast<std::ptrdiff_t>(std::min(place, now.size())), board);
     put(origin, position, std::move(now));
 }
 
@@ -142,6 +158,7 @@ void BoardHistory::remove(std::int32_t id, std::size_t position)
             return;
         addFromStart(id);
     }
+    toldIndexes.clear();
     Boards now = lists.back().boards;
     now.erase(std::remove_if(now.begin(), now.end(), [id](const auto *board) { return board->id == id; }),
               now.end());

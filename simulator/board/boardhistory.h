@@ -37,7 +37,11 @@ public:
     /// Follows what tells of boards: reports, calls and returns of the enumeration, and boards seen or gone.
     void follow(const capture::Record &record, std::size_t position);
     /// A notification was entered before `position`.
-    void notified(std::size_t position) { lastNotification = position; }
+    void notified(std::size_t position)
+    {
+        lastNotification = position;
+        toldIndexes.clear();
+    }
     bool hasTooMany() const { return tooMany; }
 
     std::vector<Present> at(std::size_t position) const;
@@ -73,7 +77,8 @@ private:
     void recordReturned(Pass &pass, std::int32_t index, const capture::Record &record, std::size_t position);
     void changed(const capture::Record &record, std::size_t position);
     void reported(std::int32_t id, std::size_t position);
-    void add(const ReplayBoard *board, std::size_t origin, std::size_t position);
+    void add(const ReplayBoard *board, std::size_t place, std::size_t origin, std::size_t position);
+    std::size_t placeOf(std::int32_t index) const;
     void remove(std::int32_t id, std::size_t position);
     void endPass(Pass &pass, std::size_t position);
     void put(std::size_t origin, std::size_t position, Boards boards);
@@ -86,6 +91,7 @@ private:
     std::vector<Departure> departures;
     std::unordered_map<std::int32_t, std::size_t> lastDepartures; ///< indexes, by id
     std::unordered_map<std::int32_t, std::size_t> lastReports;
+    std::unordered_map<std::int32_t, std::int32_t> toldIndexes; ///< since the last change, by id
     std::size_t lastNotification = 0;
     bool isTold = false;                  ///< which boards there are
     std::size_t settledOrigin = SIZE_MAX; ///< an enumeration has shown all that holds from there

@@ -19,6 +19,7 @@ private slots:
     void reportsOfABoardThatWasGoneBeforeTheBeginStillCome();
     void boardsOfASlice();
     void boardsThatAreOnlyToldByTheRecorder();
+    void boardsAreInTheOrderThatTheRecorderTold();
     void boardsWithEqualIds();
     void anEnumerationThatFailsHalfway();
     void theNextRoundBeginsWithTheBoardsOfTheStart();
@@ -220,6 +221,24 @@ void tst_replayboards::boardsThatAreOnlyToldByTheRecorder()
     QCOMPARE(playing.ids(), QList<int>{4});
     QCOMPARE(playing.library.replaySeek(3'000'000), 0);
     QCOMPARE(playing.ids(), QList<int>{5});
+}
+
+void tst_replayboards::boardsAreInTheOrderThatTheRecorderTold()
+{
+    ReplayCapture capture; // a slice tells of them in the order of their ids
+    capture.seen(0, 1, 3);
+    capture.seen(0, 2, 2);
+    capture.seen(0, 3, 0);
+    capture.seen(0, 4, 1);
+    capture.report(1, 1, "04c800");
+    capture.hotplug(2);
+    capture.gone(3, 3);
+    capture.seen(3, 5, 1);
+    capture.report(4, 1, "04c801");
+    Playing playing(paused(capture));
+    QCOMPARE(playing.ids(), (QList<int>{3, 4, 2, 1}));
+    QCOMPARE(playing.library.replaySeek(3'000'000), 0);
+    QCOMPARE(playing.ids(), (QList<int>{4, 5, 2, 1}));
 }
 
 void tst_replayboards::boardsWithEqualIds()
