@@ -208,32 +208,40 @@ const ReplayBoard *BoardHistory::known(std::int32_t id, const std::string &recor
     return place->second;
 }
 
+/// Most boards that go have no reports to come.
+void BoardHistory::finish()
+{
+    const auto isEmpty = [](const Departure &gone) { return gone.until <= gone.from; };
+    departures.erase(std::remove_if(departures.begin(), departures.end(), isEmpty), departures.end());
+    std::size_t maxUntil = 0;
+    for (Departure &gone : departures) {
+        maxUntil = std::max(maxUntil, gone.until);
+        gone.maxUntil = maxUntil;
+        changes.push_back(gone.until);
+    }
+    for (const List &list : lists)
+        changes.push_back(list.from);
+    std::sort(changes.begin(), changes.end());
+}
+
 std::vector<BoardHistory::Present> BoardHistory::at(std::size_t position) const
 {
-    const auto isBehind = [](std::size_t wanted, const List &list) { return wanted < list.from; };
+    const auto isBehind = [](std::size_t wanted, const auto &one) { return wanted < one.from; };
     const auto list = std::upper_bound(lists.begin(), lists.end(), position, isBehind) - 1;
     std::vector<Present> present;
     for (const ReplayBoard *board : list->boards)
         present.push_back({board, true});
-    for (const Departure &gone : departures) {
-        const auto isIt = [&gone](const Present &one) { return one.board->id == gone.board->id; };
-        if (gone.from <= position && position < gone.until &&
-            std::none_of(present.begin(), present.end(), isIt))
-            present.push_back({gone.board, false});
+    auto gone = std::upper_bound(departures.begin(), departures.end(), position, isBehind);
+    while (gone != departures.begin() && (--gone)->maxUntil > position) {
+        const auto isIt = [&gone](const Present &one) { return one.board->id == gone->board->id; };
+        if (position < gone->until && std::none_of(present.begin(), present.end(), isIt))
+            present.push_back({gone->board, false});
     }
     return present;
 }
 
 std::size_t BoardHistory::changeAfter(std::size_t position) const
 {
-    std::size_t next = SIZE_MAX;
-    for (const List &list : lists) {
-        if (list.from > position)
-            next = std::min(next, list.from);
-    }
-    for (const Departure &gone : departures) {
-        if (gone.until > position && gone.until > gone.from)
-            next = std::min(next, gone.until);
-    }
-    return next;
+    const auto next = std::upper_bound(changes.begin(), changes.end(), position);
+    return next == changes.end() ? SIZE_MAX : *next;
 }

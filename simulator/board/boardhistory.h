@@ -43,6 +43,10 @@ public:
         toldIndexes.clear();
     }
     bool hasTooMany() const { return tooMany; }
+    /// The last packet has been followed.
+    void finish();
+
+    // After finish().
 
     std::vector<Present> at(std::size_t position) const;
     /// The next position behind this one at which something changes; SIZE_MAX when there is none.
@@ -62,6 +66,7 @@ private:
         const ReplayBoard *board;
         std::size_t from;
         std::size_t until;
+        std::size_t maxUntil = 0; ///< of this one and those before it
     };
     /// An enumeration by one thread, as long as no record is missing.
     struct Pass
@@ -87,8 +92,9 @@ private:
 
     std::deque<ReplayBoard> boards; ///< each with each of its records
     std::map<std::pair<std::int32_t, std::string>, const ReplayBoard *> byRecord;
-    std::vector<List> lists; ///< in the order of `from`, of which the first is 0
-    std::vector<Departure> departures;
+    std::vector<List> lists;            ///< in the order of `from`, of which the first is 0
+    std::vector<Departure> departures;  ///< in the order of `from`
+    std::vector<std::size_t> changes{}; ///< positions at which something changes, in order
     std::unordered_map<std::int32_t, std::size_t> lastDepartures; ///< indexes, by id
     std::unordered_map<std::int32_t, std::size_t> lastReports;
     std::unordered_map<std::int32_t, std::int32_t> toldIndexes; ///< since the last change, by id

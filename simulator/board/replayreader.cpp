@@ -69,6 +69,7 @@ std::string ReplayReader::read()
     if (!trouble.empty())
         return trouble;
     replay.answers.finish();
+    replay.boards.finish();
     cut();
     if (replay.first < replay.end) {
         const std::int64_t begin = beginNs();
