@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <set>
+#include <vector>
 
 #include "payloads.h"
 #include "replay.h"
@@ -44,7 +45,16 @@ private:
     void cut();
     std::int64_t beginNs() const;
     void shortenGaps(std::int64_t begin);
-    void shift(std::int64_t begin);
+    void setTimes(std::int64_t begin);
+    std::int64_t playedNs(std::int64_t recordedNs) const;
+
+    /// What is left out of a long pause, in recorded time.
+    struct LeftOut
+    {
+        std::int64_t begin;
+        std::int64_t end;
+        std::int64_t before; ///< what is left out before it
+    };
 
     Replay &replay;
     capture::RecordReader reader;
@@ -55,6 +65,7 @@ private:
     std::int64_t registrationNs = -1; ///< of the last callback that was registered before the first entry
     SeveralListeners reports;
     SeveralListeners notifications;
+    std::vector<LeftOut> leftOut; ///< in order
 };
 
 std::string ReplayReader::read()
@@ -74,7 +85,7 @@ std::string ReplayReader::read()
     if (replay.first < replay.end) {
         const std::int64_t begin = beginNs();
         shortenGaps(begin);
-        shift(begin);
+        setTimes(begin);
     }
     return {};
 }
@@ -219,6 +230,7 @@ std::int64_t ReplayReader::beginNs() const
     return isKnown ? registrationNs : replay.entries[replay.first].timeNs;
 }
 
+/// A pause ends with a report; what else happened in it is no end.
 void ReplayReader::shortenGaps(std::int64_t begin)
 {
     if (!replay.plan.skipGaps)
@@ -226,22 +238,34 @@ void ReplayReader::shortenGaps(std::int64_t begin)
     const std::int64_t max = replay.plan.skipGaps->count();
     std::int64_t before = begin;
     for (std::size_t i = replay.first; i < replay.end; ++i) {
-        ReplayEntry &entry = replay.entries[i];
-        entry.timeNs -= replay.gapsNs;
+        const ReplayEntry &entry = replay.entries[i];
+        if (entry.kind != ReplayEntry::Report && i + 1 < replay.end)
+            continue;
         const std::int64_t excess = entry.timeNs - before - max;
         if (excess > 0) {
+            leftOut.push_back({before + max, entry.timeNs, replay.gapsNs});
             ++replay.gaps;
             replay.gapsNs += excess;
-            entry.timeNs -= excess;
         }
         before = entry.timeNs;
     }
 }
 
-void ReplayReader::shift(std::int64_t begin)
+/// Where nothing is left out, time goes on as it was recorded.
+std::int64_t ReplayReader::playedNs(std::int64_t recordedNs) const
+{
+    const auto isBehind = [](std::int64_t wanted, const LeftOut &pause) { return wanted < pause.begin; };
+    const auto behind = std::upper_bound(leftOut.begin(), leftOut.end(), recordedNs, isBehind);
+    if (behind == leftOut.begin())
+        return recordedNs;
+    const LeftOut &pause = *(behind - 1);
+    return recordedNs - pause.before - (std::min(recordedNs, pause.end) - pause.begin);
+}
+
+void ReplayReader::setTimes(std::int64_t begin)
 {
     for (std::size_t i = replay.first; i < replay.end; ++i)
-        replay.entries[i].timeNs -= begin;
+        replay.entries[i].timeNs = playedNs(replay.entries[i].timeNs) - begin;
     replay.lengthNs = replay.entries[replay.end - 1].timeNs;
 }
 

@@ -215,10 +215,11 @@ std::string Player::summary() const
                       ms(timing.errorOf(500)), ms(timing.errorOf(990)), ms(timing.maxError()));
         line += text;
     }
-    if (played->gaps > 0) {
-        std::snprintf(text, sizeof text, "\nreplay: %llu pauses were shortened, by %.3f s in all",
-                      static_cast<unsigned long long>(played->gaps),
-                      static_cast<double>(played->gapsNs) * 1e-9);
+    if (played->gaps > 0 && sent > 0) {
+        std::snprintf(
+            text, sizeof text, "\nreplay: %llu %s shortened, by %.3f s in all%s",
+            static_cast<unsigned long long>(played->gaps), played->gaps == 1 ? "pause was" : "pauses were",
+            static_cast<double>(played->gapsNs) * 1e-9, played->plan.rounds == 1 ? "" : ", in each round");
         line += text;
     }
     return line;

@@ -17,7 +17,6 @@ private slots:
     void shortRoundsFollowAtOnceUnlessTheyHaveNoEnd();
     void theFirstReportKeepsItsDistanceFromTheRegistration();
     void fromAndTo();
-    void longPausesAreShortened();
     void theClockStartsWhenAllBoardsHaveCallbacks();
     void aReportWaitsForTheCallbackOfItsBoard();
     void boardsWithoutACallbackAreWaitedForFiveSeconds();
@@ -133,19 +132,6 @@ void tst_replay::fromAndTo()
     QVERIFY(ends(playing.library));
     QCOMPARE(heard(playing.recorder), ten.mid(2, 3));
     QCOMPARE(replayOf(playing.library).length, 10'000'000LL);
-}
-
-void tst_replay::longPausesAreShortened()
-{
-    ReplayCapture capture;
-    capture.report(0, 1001, "04c800");
-    capture.report(20'000 * ms, 1001, "04c801");
-    capture.report(20'010 * ms, 1001, "04c802");
-    capture.report(90'000 * ms, 1001, "04c803");
-    Playing playing(capture.scenario("\"skipGaps\": 0.05"));
-    QVERIFY(ends(playing.library));
-    QCOMPARE(playing.recorder.count(), std::size_t{4});
-    QCOMPARE(replayOf(playing.library).length, 110'000'000LL); // 50 + 10 + 50 ms
 }
 
 void tst_replay::theClockStartsWhenAllBoardsHaveCallbacks()

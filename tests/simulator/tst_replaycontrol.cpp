@@ -27,7 +27,6 @@ private slots:
     void withinACallback();
     void theEndIsTold();
     void theDetachBeforeTheEndIsTold();
-    void shortenedPausesAreTold();
 };
 
 void tst_replaycontrol::stepsSendTheNextReportsAndRest()
@@ -262,18 +261,6 @@ void tst_replaycontrol::theDetachBeforeTheEndIsTold()
     QCOMPARE(errors.text(), QByteArray("replay: asked rate max; 1 of 10 reports\n"));
     playing.library.orvexDetach();
     QCOMPARE(errors.text().count('\n'), 1);
-}
-
-void tst_replaycontrol::shortenedPausesAreTold()
-{
-    ReplayCapture capture;
-    capture.report(0, 1001, "04c800");
-    capture.report(2'000, 1001, "04c801");
-    capture.report(4'010, 1001, "04c802");
-    const StandardError errors;
-    Playing playing(capture.scenario("\"skipGaps\": 0.01"));
-    QVERIFY(ends(playing.library));
-    QTRY_VERIFY(errors.text().endsWith("\nreplay: 2 pauses were shortened, by 3.990 s in all\n"));
 }
 
 PADSCOPE_TESTS(tst_replaycontrol);
