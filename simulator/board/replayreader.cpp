@@ -45,7 +45,7 @@ private:
     void cut();
     std::int64_t beginNs() const;
     void shortenGaps(std::int64_t begin);
-    void setTimes(std::int64_t begin);
+    void setTimes();
     std::int64_t playedNs(std::int64_t recordedNs) const;
 
     /// What is left out of a long pause, in recorded time.
@@ -79,14 +79,9 @@ std::string ReplayReader::read()
     const std::string trouble = troubleOf(last);
     if (!trouble.empty())
         return trouble;
-    replay.answers.finish();
     replay.boards.finish();
     cut();
-    if (replay.first < replay.end) {
-        const std::int64_t begin = beginNs();
-        shortenGaps(begin);
-        setTimes(begin);
-    }
+    setTimes();
     return {};
 }
 
@@ -123,7 +118,7 @@ void ReplayReader::follow(const capture::Record &record)
     const std::uint64_t since = std::max(record.timeNs, startNs) - startNs;
     lastNs = std::max(lastNs, static_cast<std::int64_t>(std::min<std::uint64_t>(since, maxTimeNs)));
     replay.boards.follow(record, replay.entries.size());
-    replay.answers.follow(record, replay.entries.size());
+    replay.answers.follow(record, replay.entries.size(), lastNs);
     switch (record.header.kindOf()) {
     case capture::Kind::Report:
         followReport(record);
@@ -225,6 +220,8 @@ void ReplayReader::cut()
 /// the first entry keeps its distance from it.
 std::int64_t ReplayReader::beginNs() const
 {
+    if (replay.first == replay.end)
+        return replay.plan.from.count();
     const bool isKnown =
         registrationNs >= replay.plan.from.count() && registrationNs >= 0 && replay.first == 0;
     return isKnown ? registrationNs : replay.entries[replay.first].timeNs;
@@ -262,11 +259,16 @@ std::int64_t ReplayReader::playedNs(std::int64_t recordedNs) const
     return recordedNs - pause.before - (std::min(recordedNs, pause.end) - pause.begin);
 }
 
-void ReplayReader::setTimes(std::int64_t begin)
+/// Recorded times become those of the clock.
+void ReplayReader::setTimes()
 {
+    const std::int64_t begin = beginNs();
+    shortenGaps(begin);
     for (std::size_t i = replay.first; i < replay.end; ++i)
         replay.entries[i].timeNs = playedNs(replay.entries[i].timeNs) - begin;
-    replay.lengthNs = replay.entries[replay.end - 1].timeNs;
+    if (replay.first < replay.end)
+        replay.lengthNs = replay.entries[replay.end - 1].timeNs;
+    replay.answers.finish([&](std::int64_t recordedNs) { return playedNs(recordedNs) - begin; });
 }
 
 } // namespace

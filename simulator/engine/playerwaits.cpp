@@ -55,7 +55,7 @@ void Player::commandSent(int board, const std::string &text)
 std::optional<RecordedAnswer> Player::answer(unsigned call, std::string_view arguments)
 {
     const std::lock_guard lock(mutex);
-    const RecordedAnswer *found = played->answers.find(call, arguments, next);
+    const RecordedAnswer *found = played->answers.find(call, arguments, next, positionNs());
     return found ? std::optional(*found) : std::nullopt;
 }
 
