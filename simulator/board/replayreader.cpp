@@ -42,6 +42,7 @@ private:
     void enter(ReplayEntry::Kind kind, const capture::Record &record, capture::ByteView bytes);
     std::string troubleOf(capture::pcapng::Event last) const;
     std::string sessionTrouble() const;
+    std::string beginTrouble() const;
     void cut();
     std::int64_t beginNs() const;
     void shortenGaps(std::int64_t begin);
@@ -82,7 +83,7 @@ std::string ReplayReader::read()
     replay.boards.finish();
     cut();
     setTimes();
-    return {};
+    return beginTrouble();
 }
 
 std::string ReplayReader::troubleOf(capture::pcapng::Event last) const
@@ -109,6 +110,19 @@ std::string ReplayReader::sessionTrouble() const
     if (replay.plan.session)
         return "there is no session " + sessionText(*replay.plan.session) + "; allowed are " + list;
     return "there are several sessions, of which one must be chosen: " + list;
+}
+
+std::string ReplayReader::beginTrouble() const
+{
+    const std::int64_t from = replay.plan.from.count();
+    if (from == 0 || replay.first < replay.entries.size())
+        return {};
+    const auto seconds = [](std::int64_t ns) { return static_cast<double>(ns) * 1e-9; };
+    char text[160];
+    std::snprintf(text, sizeof text,
+                  "there is no report from %.9g s on; the session ends %.9g s after its first packet",
+                  seconds(from), seconds(lastNs));
+    return text;
 }
 
 void ReplayReader::follow(const capture::Record &record)

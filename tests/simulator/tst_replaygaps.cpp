@@ -7,6 +7,8 @@ class tst_replaygaps : public QObject
     Q_OBJECT
 
 private slots:
+    void theSecondDay();
+    void aBeginBehindTheEndIsRefused();
     void longPausesAreShortened();
     void onlyAReportEndsAPause_data();
     void onlyAReportEndsAPause();
@@ -25,6 +27,29 @@ QByteArray command()
 }
 
 } // namespace
+
+void tst_replaygaps::theSecondDay()
+{
+    ReplayCapture capture;
+    capture.report(0, 1001, "04c800");
+    capture.report(90'000'000, 1001, "04c801"); // 25 hours
+    Playing playing(capture.scenario("\"from\": 86401, \"to\": 90001, \"skipGaps\": 100000"));
+    QVERIFY(ends(playing.library));
+    QCOMPARE(heard(playing.recorder), QList<QByteArray>{"1001:04c801"});
+}
+
+void tst_replaygaps::aBeginBehindTheEndIsRefused()
+{
+    ReplayCapture capture;
+    addTen(capture);
+    SimulatedLibrary library;
+    QCOMPARE(library.choose(capture.scenario("\"from\": 0.045").constData()), 0); // the last one's time
+    QCOMPARE(library.choose(capture.scenario("\"from\": 0.0451").constData()), -1);
+    const std::string end =
+        ": there is no report from 0.0451 s on; the session ends 0.045 s after its first packet";
+    const std::string error = library.error();
+    QVERIFY2(error.size() > end.size() && error.substr(error.size() - end.size()) == end, error.c_str());
+}
 
 void tst_replaygaps::longPausesAreShortened()
 {
