@@ -22,6 +22,7 @@ private slots:
     void boardsWithoutACallbackAreWaitedForFiveSeconds();
     void everyCallbackOfTheBoardIsCalled();
     void ofSeveralListenersTheLowestNumberIsPlayed();
+    void listenersWithoutANumberGetNoOtherReport();
     void whatIsLateByMoreThanAQuarterOfASecondStretchesTime();
     void lockstepWaitsForTheHostsCommands();
     void lockstepGoesOnAfterFiveSeconds();
@@ -225,6 +226,23 @@ void tst_replay::ofSeveralListenersTheLowestNumberIsPlayed()
     QCOMPARE(heard(playing.recorder),
              (QList<QByteArray>{"1001:04c800", "1001:04c800", "1002:04c800", "1001:04c801", "1001:04c801"}));
     QCOMPARE(replayOf(playing.library).length, 6'000'000LL); // from the first that is played
+}
+
+void tst_replay::listenersWithoutANumberGetNoOtherReport()
+{
+    constexpr quint32 none = 0xFFFFFFFF;
+    ReplayCapture capture;
+    capture.report(0, 1001, "04c800", 1);
+    capture.report(1 * ms, 1001, "04c800", none);
+    capture.report(2 * ms, 1001, "04c800", none);
+    capture.report(3 * ms, 1001, "04c801", none); // here nobody has a number, so these may be two
+    capture.report(4 * ms, 1001, "04c801", none);
+    capture.report(5 * ms, 1001, "04c800", none);
+    capture.report(6 * ms, 1001, "04c800", 1);
+    Playing playing(capture.file());
+    QVERIFY(ends(playing.library));
+    QCOMPARE(heard(playing.recorder),
+             (QList<QByteArray>{"1001:04c800", "1001:04c801", "1001:04c801", "1001:04c800"}));
 }
 
 void tst_replay::whatIsLateByMoreThanAQuarterOfASecondStretchesTime()
