@@ -114,8 +114,9 @@ int orvexsim_trigger(const char *fault);
 int orvexsim_last_error(char *buffer, unsigned int size);
 
 // Replay: a scenario that is a capture. Times are nanoseconds of the capture since the last callback was
-// registered before the first report or notification, or, where that is not recorded, since the latter. A
-// detach ends the replay; the next attach begins it anew.
+// registered before the first report or notification that is played; where that is not recorded, or is not
+// played, since the last attach before it, or else since itself. A detach ends the replay; the next attach
+// begins it anew.
 //
 // Where these functions are not called from within a callback, what is being delivered is over when they
 // return, unless its callback takes longer than 0.1 s. From within a callback they return at once.

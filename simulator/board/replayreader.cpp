@@ -9,7 +9,8 @@
 
 namespace {
 
-constexpr std::uint16_t setCallbackCall = 4; // numbers of the format
+constexpr std::uint16_t attachCall = 1; // numbers of the format
+constexpr std::uint16_t setCallbackCall = 4;
 constexpr std::uint16_t sendCommandCall = 6;
 constexpr std::uint16_t setPnpCallbackCall = 11;
 constexpr std::int64_t maxTimeNs = INT64_MAX / 4; // 73 years, so that sums of times fit
@@ -39,11 +40,13 @@ private:
     void followReport(const capture::Record &record);
     void followHotplug(const capture::Record &record);
     void followCall(const capture::Record &record);
+    void followReturn(const capture::Header &header);
     void enter(ReplayEntry::Kind kind, const capture::Record &record, capture::ByteView bytes);
     std::string troubleOf(capture::pcapng::Event last) const;
     std::string sessionTrouble() const;
     std::string beginTrouble() const;
     void cut();
+    bool isAwaited() const;
     std::int64_t beginNs() const;
     void shortenGaps(std::int64_t begin);
     void setTimes();
@@ -64,6 +67,7 @@ private:
     std::uint64_t startNs = 0;
     std::int64_t lastNs = 0;          ///< since the start
     std::int64_t registrationNs = -1; ///< of the last callback that was registered before the first entry
+    std::int64_t attachNs = -1;       ///< of the last attach before it
     SeveralListeners reports;
     SeveralListeners notifications;
     std::vector<LeftOut> leftOut; ///< in order
@@ -144,8 +148,7 @@ void ReplayReader::follow(const capture::Record &record)
         followCall(record);
         break;
     case capture::Kind::Return:
-        if (record.header.call == setCallbackCall && replay.entries.empty())
-            registrationNs = lastNs;
+        followReturn(record.header);
         break;
     default:
         break;
@@ -191,6 +194,16 @@ void ReplayReader::followCall(const capture::Record &record)
     }
 }
 
+void ReplayReader::followReturn(const capture::Header &header)
+{
+    if (!replay.entries.empty())
+        return;
+    if (header.call == setCallbackCall)
+        registrationNs = lastNs;
+    else if (header.call == attachCall)
+        attachNs = lastNs;
+}
+
 void ReplayReader::enter(ReplayEntry::Kind kind, const capture::Record &record, capture::ByteView bytes)
 {
     constexpr std::size_t maxLength = (std::size_t{1} << 30) - 1;
@@ -230,15 +243,24 @@ void ReplayReader::cut()
                       [](const ReplayEntry &entry) { return entry.kind == ReplayEntry::Report; }));
 }
 
-/// The clock starts when the last callback of the start is registered; where the capture tells when that was,
-/// the first entry keeps its distance from it.
+/// Whether the clock will not start at the attach.
+bool ReplayReader::isAwaited() const
+{
+    const auto present = replay.boards.at(0);
+    return std::any_of(present.begin(), present.end(), [this](const BoardHistory::Present &one) {
+        return one.isListed && replay.listened.count(one.board->id) > 0;
+    });
+}
+
+/// The clock starts when the last callback of the start is registered, or without any at the attach; where
+/// the capture tells when that was, the first entry keeps its distance from it.
 std::int64_t ReplayReader::beginNs() const
 {
     if (replay.first == replay.end)
         return replay.plan.from.count();
-    const bool isKnown =
-        registrationNs >= replay.plan.from.count() && registrationNs >= 0 && replay.first == 0;
-    return isKnown ? registrationNs : replay.entries[replay.first].timeNs;
+    const std::int64_t start = registrationNs < 0 && !isAwaited() ? attachNs : registrationNs;
+    const bool isKnown = start >= replay.plan.from.count() && replay.first == 0;
+    return isKnown ? start : replay.entries[replay.first].timeNs;
 }
 
 /// A pause ends with a report; what else happened in it is no end.

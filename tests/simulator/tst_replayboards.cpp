@@ -10,6 +10,7 @@ private slots:
     void whatTheFirstEnumerationShowedIsThereFromTheStart();
     void whatTheFirstShowedIsThereAlsoBeforeANotification();
     void anEmptyFirstEnumerationIsTheFirst();
+    void withoutBoardsTheClockStartsAtTheAttach();
     void whatTheRecorderToldBeforeTheFirstEnumerationHolds();
     void whatReportedBeforeTheFirstEnumerationWasThere();
     void whatAnEnumerationShowedHoldsFromTheNotificationBeforeIt();
@@ -87,6 +88,22 @@ void tst_replayboards::anEmptyFirstEnumerationIsTheFirst()
     QCOMPARE(playing.ids(), QList<int>{});
     QCOMPARE(playing.library.replaySeek(300'000'000), 0);
     QCOMPARE(playing.ids(), QList<int>{1});
+}
+
+void tst_replayboards::withoutBoardsTheClockStartsAtTheAttach()
+{
+    ReplayCapture capture;
+    capture.call(0, 1, 0, {}, 1);
+    capture.enumeration(1, {});
+    capture.hotplug(300); // a host needs time to register for it
+    capture.enumeration(310, {7});
+    capture.report(400, 7, "04c800");
+    Playing playing(capture.file());
+    QTRY_COMPARE(playing.ids(), QList<int>{7});
+    playing.listen(7);
+    QVERIFY(ends(playing.library));
+    QCOMPARE(playing.recorder.notifications(), std::size_t{1});
+    QCOMPARE(replayOf(playing.library).length, 400'000'000LL);
 }
 
 void tst_replayboards::whatTheRecorderToldBeforeTheFirstEnumerationHolds()
