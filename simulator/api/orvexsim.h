@@ -113,10 +113,10 @@ int orvexsim_trigger(const char *fault);
 /// \return the length of the whole
 int orvexsim_last_error(char *buffer, unsigned int size);
 
-// Replay: a scenario that is a capture. Times are nanoseconds of the capture since the last callback was
-// registered before the first report or notification that is played; where that is not recorded, or is not
-// played, since the last attach before it, or else since itself. A detach ends the replay; the next attach
-// begins it anew.
+// Replay: a scenario that is a capture. Times are nanoseconds of the capture since the clock's start: where
+// the last callback was registered before the first report or notification, or, where the recorded host
+// listened to no board of the start, the last attach. Where that was not recorded, or is not played, the first
+// report or notification that is played is at 0. A detach ends the replay; the next attach begins it anew.
 //
 // Where these functions are not called from within a callback, what is being delivered is over when they
 // return, unless its callback takes longer than 0.1 s. From within a callback they return at once.
