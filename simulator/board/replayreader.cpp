@@ -81,7 +81,7 @@ std::string ReplayReader::read()
         if (reader.record().header.session == replay.plan.session.value_or(*sessions.begin()))
             follow(reader.record());
     }
-    const std::string trouble = troubleOf(last);
+    std::string trouble = troubleOf(last);
     if (!trouble.empty())
         return trouble;
     replay.boards.finish();
