@@ -113,12 +113,13 @@ int orvexsim_trigger(const char *fault);
 /// \return the length of the whole
 int orvexsim_last_error(char *buffer, unsigned int size);
 
-// Replay: a scenario that is a capture. Times are nanoseconds of the capture since the last callback was
-// registered before the first report or notification, or, where that is not recorded, since the latter. A
-// detach ends the replay; the next attach begins it anew.
+// Replay: a scenario that is a capture. Times are nanoseconds of the capture since the clock's start: where
+// the last callback was registered before the first report or notification, or, where the recorded host
+// listened to no board of the start, the last attach. Where that was not recorded, or is not played, the first
+// report or notification that is played is at 0. A detach ends the replay; the next attach begins it anew.
 //
 // Where these functions are not called from within a callback, what is being delivered is over when they
-// return, unless its callback takes longer than 0.1 s.
+// return, unless its callback takes longer than 0.1 s. From within a callback they return at once.
 
 enum
 {
@@ -157,8 +158,10 @@ int orvexsim_replay_is_on(void);
 /// \param paused 1 pauses, 0 goes on from there
 int orvexsim_replay_pause(int paused);
 
-/// Pauses, sends the next reports at once, in their order, and rests.
-/// \param reports 1 or more
+/// Pauses, sends the next reports at once, in their order, and rests. Returns when they are delivered, or
+/// when none was for 0.1 s, as while the host is waited for. From within a callback it returns before they
+/// are sent, and orvexsim_replay_pause(), orvexsim_replay_seek() and orvexsim_replay_restart() take back what
+/// is still to be sent. \param reports 1 or more
 int orvexsim_replay_step(int reports);
 
 /// Goes to another place of this round. What is before it is not sent; the boards become those of the place.

@@ -48,7 +48,7 @@ void BoardHistory::called(const capture::Record &record)
 {
     const std::uint32_t thread = record.header.thread;
     if (record.header.call == getDeviceCountCall)
-        passes[thread].origin = lastNotification;
+        passes[thread].origin = origin();
     else if (record.header.call == enumDeviceInfoCall)
         askedIndexes[thread] = capture::integerAt<std::int32_t>(record.payload, 0);
 }
@@ -57,12 +57,12 @@ void BoardHistory::returned(const capture::Record &record, std::size_t position)
 {
     const std::uint32_t thread = record.header.thread;
     if (record.header.call == getDeviceCountCall) {
-        Pass &pass = passes.try_emplace(thread, Pass{lastNotification}).first->second;
+        Pass &pass = passes.try_emplace(thread, Pass{origin()}).first->second;
         pass.count = record.header.result;
         pass.boards.clear();
         endPass(pass, position);
     } else if (record.header.call == enumDeviceInfoCall) {
-        Pass &pass = passes.try_emplace(thread, Pass{lastNotification}).first->second;
+        Pass &pass = passes.try_emplace(thread, Pass{origin()}).first->second;
         const auto asked = askedIndexes.find(thread);
         recordReturned(pass, asked == askedIndexes.end() ? -1 : asked->second, record, position);
     }
@@ -79,7 +79,7 @@ void BoardHistory::recordReturned(Pass &pass, std::int32_t index, const capture:
         return;
     const auto *board = known(capture::integerAt<std::int32_t>(record.payload, deviceIdOffset),
                               std::string(record.payload.text()));
-    add(board, pass.origin, position);
+    add(board, SIZE_MAX, pass.origin, position);
     if (!continuesPass)
         return;
     pass.boards.push_back(board);
@@ -94,6 +94,7 @@ void BoardHistory::endPass(Pass &pass, std::size_t position)
     pass.count = -1;
     put(pass.origin, position, pass.boards);
     settledOrigin = pass.origin;
+    isTold = true;
 }
 
 /// The recorder tells of a board when it is seen for the first time, also where the enumeration itself was
@@ -104,14 +105,31 @@ void BoardHistory::changed(const capture::Record &record, std::size_t position)
     if (!change)
         return;
     const std::int32_t id = record.header.board;
-    if (change->state == capture::BoardState::Gone)
+    if (change->state == capture::BoardState::Gone) {
         remove(id, position);
-    else if (change->index >= 0) // otherwise a report follows
-        add(known(id, std::string(change->record.text())), lastNotification, position);
+    } else if (change->index >= 0) { // otherwise a report follows
+        add(known(id, std::string(change->record.text())), placeOf(change->index), origin(), position);
+        toldIndexes[id] = change->index;
+    }
+    isTold = true;
+}
+
+/// Boards are told of in any order.
+/// \return index in the list as it is now
+std::size_t BoardHistory::placeOf(std::int32_t index) const
+{
+    const auto isBehind = [&](const ReplayBoard *board) {
+        const auto told = toldIndexes.find(board->id);
+        return told != toldIndexes.end() && told->second > index;
+    };
+    const Boards &now = lists.back().boards;
+    const auto place = std::find_if(now.begin(), now.end(), isBehind) - now.begin();
+    return std::min(static_cast<std::size_t>(place), static_cast<std::size_t>(index));
 }
 
 void BoardHistory::reported(std::int32_t id, std::size_t position)
 {
+    isTold = true; // the first enumeration was cut out
     lastReports[id] = position;
     const Boards &now = lists.back().boards;
     if (findId(now, id) != now.end())
@@ -123,12 +141,13 @@ void BoardHistory::reported(std::int32_t id, std::size_t position)
         departures[gone->second].until = position + 1;
 }
 
-void BoardHistory::add(const ReplayBoard *board, std::size_t origin, std::size_t position)
+/// \param place index that it gets at most
+void BoardHistory::add(const ReplayBoard *board, std::size_t place, std::size_t origin, std::size_t position)
 {
     Boards now = lists.back().boards;
     if (findId(now, board->id) != now.end())
         return;
-    now.push_back(board);
+    now.insert(now.begin() + static_cast<std::ptrdiff_t>(std::min(place, now.size())), board);
     put(origin, position, std::move(now));
 }
 
@@ -139,6 +158,7 @@ void BoardHistory::remove(std::int32_t id, std::size_t position)
             return;
         addFromStart(id);
     }
+    toldIndexes.clear();
     Boards now = lists.back().boards;
     now.erase(std::remove_if(now.begin(), now.end(), [id](const auto *board) { return board->id == id; }),
               now.end());
@@ -188,32 +208,40 @@ const ReplayBoard *BoardHistory::known(std::int32_t id, const std::string &recor
     return place->second;
 }
 
+/// Most boards that go have no reports to come.
+void BoardHistory::finish()
+{
+    const auto isEmpty = [](const Departure &gone) { return gone.until <= gone.from; };
+    departures.erase(std::remove_if(departures.begin(), departures.end(), isEmpty), departures.end());
+    std::size_t maxUntil = 0;
+    for (Departure &gone : departures) {
+        maxUntil = std::max(maxUntil, gone.until);
+        gone.maxUntil = maxUntil;
+        changes.push_back(gone.until);
+    }
+    for (const List &list : lists)
+        changes.push_back(list.from);
+    std::sort(changes.begin(), changes.end());
+}
+
 std::vector<BoardHistory::Present> BoardHistory::at(std::size_t position) const
 {
-    const auto isBehind = [](std::size_t wanted, const List &list) { return wanted < list.from; };
+    const auto isBehind = [](std::size_t wanted, const auto &one) { return wanted < one.from; };
     const auto list = std::upper_bound(lists.begin(), lists.end(), position, isBehind) - 1;
     std::vector<Present> present;
     for (const ReplayBoard *board : list->boards)
         present.push_back({board, true});
-    for (const Departure &gone : departures) {
-        const auto isIt = [&gone](const Present &one) { return one.board->id == gone.board->id; };
-        if (gone.from <= position && position < gone.until &&
-            std::none_of(present.begin(), present.end(), isIt))
-            present.push_back({gone.board, false});
+    auto gone = std::upper_bound(departures.begin(), departures.end(), position, isBehind);
+    while (gone != departures.begin() && (--gone)->maxUntil > position) {
+        const auto isIt = [&gone](const Present &one) { return one.board->id == gone->board->id; };
+        if (position < gone->until && std::none_of(present.begin(), present.end(), isIt))
+            present.push_back({gone->board, false});
     }
     return present;
 }
 
 std::size_t BoardHistory::changeAfter(std::size_t position) const
 {
-    std::size_t next = SIZE_MAX;
-    for (const List &list : lists) {
-        if (list.from > position)
-            next = std::min(next, list.from);
-    }
-    for (const Departure &gone : departures) {
-        if (gone.until > position && gone.until > gone.from)
-            next = std::min(next, gone.until);
-    }
-    return next;
+    const auto next = std::upper_bound(changes.begin(), changes.end(), position);
+    return next == changes.end() ? SIZE_MAX : *next;
 }

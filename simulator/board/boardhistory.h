@@ -17,7 +17,8 @@ struct ReplayBoard
 
 /// Which boards there were in a capture, so that a host that asks sooner or later than the recorded one sees
 /// the same. What an enumeration showed holds from the hot-plug notification before it, and what the first
-/// showed from the start. Built packet by packet; then any thread may look.
+/// showed from the start, unless something has told of boards before. Built packet by packet; then any thread
+/// may look.
 ///
 /// Positions are indexes of the entry that comes next.
 class BoardHistory
@@ -36,8 +37,16 @@ public:
     /// Follows what tells of boards: reports, calls and returns of the enumeration, and boards seen or gone.
     void follow(const capture::Record &record, std::size_t position);
     /// A notification was entered before `position`.
-    void notified(std::size_t position) { lastNotification = position; }
+    void notified(std::size_t position)
+    {
+        lastNotification = position;
+        toldIndexes.clear();
+    }
     bool hasTooMany() const { return tooMany; }
+    /// The last packet has been followed.
+    void finish();
+
+    // After finish().
 
     std::vector<Present> at(std::size_t position) const;
     /// The next position behind this one at which something changes; SIZE_MAX when there is none.
@@ -57,21 +66,24 @@ private:
         const ReplayBoard *board;
         std::size_t from;
         std::size_t until;
+        std::size_t maxUntil = 0; ///< of this one and those before it
     };
     /// An enumeration by one thread, as long as no record is missing.
     struct Pass
     {
-        std::size_t origin = 0; ///< the notification before it
+        std::size_t origin = 0; ///< what it shows holds from there
         std::int32_t count = -1;
         Boards boards{};
     };
 
+    std::size_t origin() const { return isTold ? lastNotification : 0; }
     void called(const capture::Record &record);
     void returned(const capture::Record &record, std::size_t position);
     void recordReturned(Pass &pass, std::int32_t index, const capture::Record &record, std::size_t position);
     void changed(const capture::Record &record, std::size_t position);
     void reported(std::int32_t id, std::size_t position);
-    void add(const ReplayBoard *board, std::size_t origin, std::size_t position);
+    void add(const ReplayBoard *board, std::size_t place, std::size_t origin, std::size_t position);
+    std::size_t placeOf(std::int32_t index) const;
     void remove(std::int32_t id, std::size_t position);
     void endPass(Pass &pass, std::size_t position);
     void put(std::size_t origin, std::size_t position, Boards boards);
@@ -80,11 +92,14 @@ private:
 
     std::deque<ReplayBoard> boards; ///< each with each of its records
     std::map<std::pair<std::int32_t, std::string>, const ReplayBoard *> byRecord;
-    std::vector<List> lists; ///< in the order of `from`, of which the first is 0
-    std::vector<Departure> departures;
+    std::vector<List> lists;            ///< in the order of `from`, of which the first is 0
+    std::vector<Departure> departures;  ///< in the order of `from`
+    std::vector<std::size_t> changes{}; ///< positions at which something changes, in order
     std::unordered_map<std::int32_t, std::size_t> lastDepartures; ///< indexes, by id
     std::unordered_map<std::int32_t, std::size_t> lastReports;
+    std::unordered_map<std::int32_t, std::int32_t> toldIndexes; ///< since the last change, by id
     std::size_t lastNotification = 0;
+    bool isTold = false;                  ///< which boards there are
     std::size_t settledOrigin = SIZE_MAX; ///< an enumeration has shown all that holds from there
     std::map<std::uint32_t, Pass> passes; ///< by thread
     std::map<std::uint32_t, std::int32_t> askedIndexes; ///< of open calls, by thread

@@ -23,7 +23,7 @@ std::string_view argumentsOf(const capture::Record &record)
 
 } // namespace
 
-void RecordedAnswers::follow(const capture::Record &record, std::size_t position)
+void RecordedAnswers::follow(const capture::Record &record, std::size_t position, std::int64_t timeNs)
 {
     const capture::Header &header = record.header;
     if (header.kindOf() == capture::Kind::Call && !header.has(capture::PayloadCut)) {
@@ -32,7 +32,8 @@ void RecordedAnswers::follow(const capture::Record &record, std::size_t position
         const auto call = open.find(header.link);
         if (header.link == capture::lostLink || call == open.end())
             return;
-        add(call->second, {position, header.result, header.flags, std::string(record.payload.text())});
+        add(call->second,
+            {position, timeNs, header.result, header.flags, std::string(record.payload.text())});
         open.erase(call);
     }
 }
@@ -49,13 +50,26 @@ void RecordedAnswers::add(const std::string &key, RecordedAnswer answer)
         list.push_back(std::move(answer));
 }
 
-const RecordedAnswer *RecordedAnswers::find(unsigned call, std::string_view arguments,
-                                            std::size_t position) const
+void RecordedAnswers::finish(const std::function<std::int64_t(std::int64_t recordedNs)> &playedNs)
+{
+    open.clear();
+    for (auto &[key, list] : answers) {
+        for (RecordedAnswer &answer : list)
+            answer.timeNs = playedNs(answer.timeNs);
+    }
+}
+
+const RecordedAnswer *RecordedAnswers::find(unsigned call, std::string_view arguments, std::size_t position,
+                                            std::int64_t timeNs) const
 {
     const auto list = answers.find(keyOf(call, arguments));
     if (list == answers.end())
         return nullptr;
-    const auto isBehind = [](std::size_t wanted, const RecordedAnswer &one) { return wanted < one.position; };
-    const auto behind = std::upper_bound(list->second.begin(), list->second.end(), position, isBehind);
+    using Place = std::pair<std::size_t, std::int64_t>;
+    const auto isBehind = [](const Place &place, const RecordedAnswer &one) {
+        return place < Place(one.position, one.timeNs);
+    };
+    const auto behind =
+        std::upper_bound(list->second.begin(), list->second.end(), Place(position, timeNs), isBehind);
     return behind == list->second.begin() ? &*behind : &*(behind - 1);
 }

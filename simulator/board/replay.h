@@ -4,6 +4,7 @@
 #include <deque>
 #include <memory>
 #include <string>
+#include <unordered_set>
 
 #include "boardhistory.h"
 #include "recordedanswers.h"
@@ -48,6 +49,7 @@ struct Replay
     std::uint64_t gaps = 0;          ///< that were shortened
     std::int64_t gapsNs = 0;         ///< by so much in all
     BoardHistory boards;
+    std::unordered_set<std::int32_t> listened; ///< boards that had a callback when it was recorded
     RecordedAnswers answers;
 };
 

@@ -9,6 +9,7 @@ inline constexpr double minReplayRate = 0.1;
 inline constexpr double maxReplayRate = 100;
 inline constexpr double unlimitedReplayRate = 0; ///< as fast as possible
 inline constexpr std::int64_t maxReplayRounds = 1'000'000;
+inline constexpr double maxReplaySeconds = 1e9; ///< 31 years
 
 /// What a scenario says of the capture that is played. Times count from the session's first packet.
 struct ReplayPlan

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <set>
+#include <vector>
 
 #include "payloads.h"
 #include "replay.h"
@@ -8,7 +9,8 @@
 
 namespace {
 
-constexpr std::uint16_t setCallbackCall = 4; // numbers of the format
+constexpr std::uint16_t attachCall = 1; // numbers of the format
+constexpr std::uint16_t setCallbackCall = 4;
 constexpr std::uint16_t sendCommandCall = 6;
 constexpr std::uint16_t setPnpCallbackCall = 11;
 constexpr std::int64_t maxTimeNs = INT64_MAX / 4; // 73 years, so that sums of times fit
@@ -51,13 +53,25 @@ private:
     void followReport(const capture::Record &record);
     void followHotplug(const capture::Record &record);
     void followCall(const capture::Record &record);
+    void followReturn(const capture::Header &header);
     void enter(ReplayEntry::Kind kind, const capture::Record &record, capture::ByteView bytes);
     std::string troubleOf(capture::pcapng::Event last) const;
     std::string sessionTrouble() const;
+    std::string beginTrouble() const;
     void cut();
+    bool isAwaited() const;
     std::int64_t beginNs() const;
     void shortenGaps(std::int64_t begin);
-    void shift(std::int64_t begin);
+    void setTimes();
+    std::int64_t playedNs(std::int64_t recordedNs) const;
+
+    /// What is left out of a long pause, in recorded time.
+    struct LeftOut
+    {
+        std::int64_t begin;
+        std::int64_t end;
+        std::int64_t before; ///< what is left out before it
+    };
 
     Replay &replay;
     capture::RecordReader reader;
@@ -66,8 +80,10 @@ private:
     std::uint64_t startNs = 0;
     std::int64_t lastNs = 0;          ///< since the start
     std::int64_t registrationNs = -1; ///< of the last callback that was registered before the first entry
+    std::int64_t attachNs = -1;       ///< of the last attach before it
     SeveralListeners reports;
     SeveralListeners notifications;
+    std::vector<LeftOut> leftOut; ///< in order
 };
 
 std::string ReplayReader::read()
@@ -78,17 +94,13 @@ std::string ReplayReader::read()
         if (reader.record().header.session == replay.plan.session.value_or(*sessions.begin()))
             follow(reader.record());
     }
-    const std::string trouble = troubleOf(last);
+    std::string trouble = troubleOf(last);
     if (!trouble.empty())
         return trouble;
-    replay.answers.finish();
+    replay.boards.finish();
     cut();
-    if (replay.first < replay.end) {
-        const std::int64_t begin = beginNs();
-        shortenGaps(begin);
-        shift(begin);
-    }
-    return {};
+    setTimes();
+    return beginTrouble();
 }
 
 std::string ReplayReader::troubleOf(capture::pcapng::Event last) const
@@ -115,6 +127,19 @@ std::string ReplayReader::sessionTrouble() const
     return "there are several sessions, of which one must be chosen: " + list;
 }
 
+std::string ReplayReader::beginTrouble() const
+{
+    const std::int64_t from = replay.plan.from.count();
+    if (from == 0 || replay.first < replay.entries.size())
+        return {};
+    const auto seconds = [](std::int64_t ns) { return static_cast<double>(ns) * 1e-9; };
+    char text[160];
+    std::snprintf(text, sizeof text,
+                  "there is no report from %.9g s on; the session ends %.9g s after its first packet",
+                  seconds(from), seconds(lastNs));
+    return text;
+}
+
 void ReplayReader::follow(const capture::Record &record)
 {
     if (packets++ == 0)
@@ -122,7 +147,7 @@ void ReplayReader::follow(const capture::Record &record)
     const std::uint64_t since = std::max(record.timeNs, startNs) - startNs;
     lastNs = std::max(lastNs, static_cast<std::int64_t>(std::min<std::uint64_t>(since, maxTimeNs)));
     replay.boards.follow(record, replay.entries.size());
-    replay.answers.follow(record, replay.entries.size());
+    replay.answers.follow(record, replay.entries.size(), lastNs);
     switch (record.header.kindOf()) {
     case capture::Kind::Report:
         followReport(record);
@@ -134,8 +159,7 @@ void ReplayReader::follow(const capture::Record &record)
         followCall(record);
         break;
     case capture::Kind::Return:
-        if (record.header.call == setCallbackCall && replay.entries.empty())
-            registrationNs = lastNs;
+        followReturn(record.header);
         break;
     default:
         break;
@@ -145,6 +169,7 @@ void ReplayReader::follow(const capture::Record &record)
 /// Of a report that several listeners got, the one of the lowest number is played.
 void ReplayReader::followReport(const capture::Record &record)
 {
+    replay.listened.insert(record.header.board);
     const SeveralListeners::Found found = reports.follow(record, replay.entries.size());
     if (found.isSame && !found.isLower)
         return;
@@ -167,14 +192,27 @@ void ReplayReader::followCall(const capture::Record &record)
     if (record.header.call == setPnpCallbackCall) {
         notifications.registered(arguments.number<std::uint32_t>());
     } else if (record.header.call == setCallbackCall) {
-        arguments.number<std::int32_t>(); // the board
-        reports.registered(arguments.number<std::uint32_t>());
+        const auto board = arguments.number<std::int32_t>();
+        const auto listener = arguments.number<std::uint32_t>();
+        if (listener != 0) // null
+            replay.listened.insert(board);
+        reports.registered(listener);
     } else if (record.header.call == sendCommandCall && replay.plan.lockstep) {
         arguments.number<std::int32_t>();
         const auto command = arguments.text();
         if (command && arguments.isWhole())
             enter(ReplayEntry::Command, record, *command);
     }
+}
+
+void ReplayReader::followReturn(const capture::Header &header)
+{
+    if (!replay.entries.empty())
+        return;
+    if (header.call == setCallbackCall)
+        registrationNs = lastNs;
+    else if (header.call == attachCall)
+        attachNs = lastNs;
 }
 
 void ReplayReader::enter(ReplayEntry::Kind kind, const capture::Record &record, capture::ByteView bytes)
@@ -216,15 +254,27 @@ void ReplayReader::cut()
                       [](const ReplayEntry &entry) { return entry.kind == ReplayEntry::Report; }));
 }
 
-/// The clock starts when the last callback of the start is registered; where the capture tells when that was,
-/// the first entry keeps its distance from it.
-std::int64_t ReplayReader::beginNs() const
+/// Whether the clock will not start at the attach.
+bool ReplayReader::isAwaited() const
 {
-    const bool isKnown =
-        registrationNs >= replay.plan.from.count() && registrationNs >= 0 && replay.first == 0;
-    return isKnown ? registrationNs : replay.entries[replay.first].timeNs;
+    const auto present = replay.boards.at(0);
+    return std::any_of(present.begin(), present.end(), [this](const BoardHistory::Present &one) {
+        return one.isListed && replay.listened.count(one.board->id) > 0;
+    });
 }
 
+/// The clock starts when the last callback of the start is registered, or without any at the attach; where
+/// the capture tells when that was, the first entry keeps its distance from it.
+std::int64_t ReplayReader::beginNs() const
+{
+    if (replay.first == replay.end)
+        return replay.plan.from.count();
+    const std::int64_t start = registrationNs < 0 && !isAwaited() ? attachNs : registrationNs;
+    const bool isKnown = start >= replay.plan.from.count() && replay.first == 0;
+    return isKnown ? start : replay.entries[replay.first].timeNs;
+}
+
+/// A pause ends with a report; what else happened in it is no end.
 void ReplayReader::shortenGaps(std::int64_t begin)
 {
     if (!replay.plan.skipGaps)
@@ -232,23 +282,40 @@ void ReplayReader::shortenGaps(std::int64_t begin)
     const std::int64_t max = replay.plan.skipGaps->count();
     std::int64_t before = begin;
     for (std::size_t i = replay.first; i < replay.end; ++i) {
-        ReplayEntry &entry = replay.entries[i];
-        entry.timeNs -= replay.gapsNs;
+        const ReplayEntry &entry = replay.entries[i];
+        if (entry.kind != ReplayEntry::Report && i + 1 < replay.end)
+            continue;
         const std::int64_t excess = entry.timeNs - before - max;
         if (excess > 0) {
+            leftOut.push_back({before + max, entry.timeNs, replay.gapsNs});
             ++replay.gaps;
             replay.gapsNs += excess;
-            entry.timeNs -= excess;
         }
         before = entry.timeNs;
     }
 }
 
-void ReplayReader::shift(std::int64_t begin)
+/// Where nothing is left out, time goes on as it was recorded.
+std::int64_t ReplayReader::playedNs(std::int64_t recordedNs) const
 {
+    const auto isBehind = [](std::int64_t wanted, const LeftOut &pause) { return wanted < pause.begin; };
+    const auto behind = std::upper_bound(leftOut.begin(), leftOut.end(), recordedNs, isBehind);
+    if (behind == leftOut.begin())
+        return recordedNs;
+    const LeftOut &pause = *(behind - 1);
+    return recordedNs - pause.before - (std::min(recordedNs, pause.end) - pause.begin);
+}
+
+/// Recorded times become those of the clock.
+void ReplayReader::setTimes()
+{
+    const std::int64_t begin = beginNs();
+    shortenGaps(begin);
     for (std::size_t i = replay.first; i < replay.end; ++i)
-        replay.entries[i].timeNs -= begin;
-    replay.lengthNs = replay.entries[replay.end - 1].timeNs;
+        replay.entries[i].timeNs = playedNs(replay.entries[i].timeNs) - begin;
+    if (replay.first < replay.end)
+        replay.lengthNs = replay.entries[replay.end - 1].timeNs;
+    replay.answers.finish([&](std::int64_t recordedNs) { return playedNs(recordedNs) - begin; });
 }
 
 } // namespace

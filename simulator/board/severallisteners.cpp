@@ -19,7 +19,8 @@ SeveralListeners::Found SeveralListeners::follow(const capture::Record &record, 
         return {};
     }
     const Found found{true, header.link < group.lowest, group.entry};
-    group.links.push_back(header.link);
+    if (header.link != capture::lostLink)
+        group.links.push_back(header.link);
     if (found.isLower) {
         group.lowest = header.link;
         group.entry = entry;
@@ -30,7 +31,12 @@ SeveralListeners::Found SeveralListeners::follow(const capture::Record &record, 
 bool SeveralListeners::has(const Group &group, const capture::Record &record) const
 {
     const std::uint32_t link = record.header.link;
-    if (group.begin == 0 || group.links.size() == maxListeners || group.bytes != record.payload.text() ||
+    if (group.begin == 0 || group.bytes != record.payload.text())
+        return false;
+    // Any number of listeners have none. Where all have none, each packet may be a report of its own.
+    if (link == capture::lostLink)
+        return group.lowest != capture::lostLink;
+    if (group.links.size() == maxListeners ||
         std::find(group.links.begin(), group.links.end(), link) != group.links.end())
         return false;
     const auto registration = registrations.find(link);

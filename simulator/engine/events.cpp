@@ -88,8 +88,10 @@ bool Library::fail(const std::string &error)
 /// Starts the boards and what happens to them. What is due at once has happened when the attach returns.
 void Library::powerAll()
 {
-    for (Socket &socket : state.plugged.all())
-        power(socket);
+    for (std::vector<Socket> *list : {&state.plugged.all(), &state.plugged.departed()}) {
+        for (Socket &socket : *list)
+            power(socket);
+    }
     std::vector<LibraryEvent> later;
     for (const LibraryEvent &event : std::exchange(state.scenario.events, {})) {
         if (event.at.count() == 0 && event.what != LibraryEvent::What::Unplug)

@@ -37,13 +37,13 @@ void Player::step(Lock &lock)
         arrange(lock);
         return;
     }
-    if (next == played->end && !hasEnded) {
-        endRound(lock);
-        return;
-    }
     if (isResting()) {
         heldUpSince.reset();
         wake.wait(lock);
+        return;
+    }
+    if (next == played->end) {
+        endRound(lock);
         return;
     }
     const ReplayEntry &entry = played->entries[next];
@@ -79,7 +79,8 @@ void Player::play(const ReplayEntry &entry, Steady::time_point due, Lock &lock)
         timing.addError(now - due);
     if (clock.isRunning() && now - due > maxDelay)
         clock.run(entry.timeNs, now);
-    timing.played(entry.timeNs, now);
+    if (steps == 0)
+        timing.played(entry.timeNs, now);
     sent += isReport ? 1 : 0;
     steps -= isReport && steps > 0 ? 1 : 0;
     const std::size_t position = ++next;
@@ -87,8 +88,7 @@ void Player::play(const ReplayEntry &entry, Steady::time_point due, Lock &lock)
     lock.unlock();
     const bool isPerformed = perform(entry, position);
     lock.lock();
-    isBusy = false;
-    settled.notify_all();
+    performed();
     if (!isPerformed)
         end(lock);
 }
@@ -129,7 +129,14 @@ void Player::arrange(Lock &lock)
     if (library.arrange(*this, played->boards.at(position)))
         library.notify(*this);
     lock.lock();
+    performed();
+}
+
+/// What was under way is over.
+void Player::performed()
+{
     isBusy = false;
+    ++done;
     settled.notify_all();
 }
 
@@ -142,8 +149,12 @@ void Player::endRound(Lock &lock)
     }
     ++round;
     moveTo(played->first, 0);
-    if (clock.rate() > 0 && std::chrono::nanoseconds(played->lengthNs) < minRound)
-        clock.run(0, Steady::now() + minRound);
+    if (played->plan.rounds != 0 || clock.rate() == unlimitedReplayRate)
+        return;
+    const auto length = std::chrono::nanoseconds(
+        static_cast<std::int64_t>(static_cast<double>(played->lengthNs) / clock.rate()));
+    if (length < minRound)
+        clock.run(0, Steady::now() + minRound - length);
 }
 
 void Player::end(Lock &lock)
@@ -153,6 +164,7 @@ void Player::end(Lock &lock)
     steps = 0;
     timing.interrupt();
     clock.stand(positionNs());
+    settled.notify_all();
     const std::string text = summary();
     lock.unlock();
     library.say(text);
@@ -195,7 +207,7 @@ std::string Player::summary() const
         line += text;
     }
     line += "; " + std::to_string(sent);
-    if (played->plan.rounds != 0)
+    if (played->plan.rounds != 0 && !hasSought)
         line += " of " + std::to_string(played->reports * played->plan.rounds);
     line += " reports";
     if (timing.hasErrors()) {
@@ -203,10 +215,11 @@ std::string Player::summary() const
                       ms(timing.errorOf(500)), ms(timing.errorOf(990)), ms(timing.maxError()));
         line += text;
     }
-    if (played->gaps > 0) {
-        std::snprintf(text, sizeof text, "\nreplay: %llu pauses were shortened, by %.3f s in all",
-                      static_cast<unsigned long long>(played->gaps),
-                      static_cast<double>(played->gapsNs) * 1e-9);
+    if (played->gaps > 0 && sent > 0) {
+        std::snprintf(
+            text, sizeof text, "\nreplay: %llu %s shortened, by %.3f s in all%s",
+            static_cast<unsigned long long>(played->gaps), played->gaps == 1 ? "pause was" : "pauses were",
+            static_cast<double>(played->gapsNs) * 1e-9, played->plan.rounds == 1 ? "" : ", in each round");
         line += text;
     }
     return line;

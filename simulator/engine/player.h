@@ -56,7 +56,8 @@ public:
     // Where these return on another thread than a callback's, what was under way is over, unless it takes
     // longer than a tenth of a second.
     void pause(bool isPaused);
-    /// Pauses, plays the next reports at once, and rests.
+    /// Pauses, plays the next reports at once, and rests. Returns when they are delivered, or when none was
+    /// for a tenth of a second; on a callback's thread at once.
     void stepBy(int reports);
     /// \return whether there is such a place
     bool seek(std::int64_t positionNs);
@@ -99,9 +100,13 @@ private:
 
     // Under the mutex.
     bool isResting() const { return hasEnded || (paused && steps == 0); }
+    void performed();
     void standStill();
     void moveTo(std::size_t entry, std::int64_t positionNs);
     void changed(Lock &lock);
+    void tellThread();
+    bool canSettle() const;
+    bool isSettled() const { return !isBusy && !hasMoved && steps == 0; }
     std::int64_t positionNs() const;
     State state() const;
     std::string summary() const;
@@ -125,9 +130,11 @@ private:
     bool hasEnded = false;
     bool isPrinted = false;
     bool hasThread = false;
+    bool hasSought = false; ///< so more or fewer reports are sent than the rounds have
     bool hasBegun = false;  ///< the boards of the start have callbacks
     bool hasMoved = false;  ///< the boards are not those of this place yet
     bool isBusy = false;    ///< something is being delivered
+    std::uint64_t done = 0; ///< counts what was delivered
     std::uint64_t news = 0; ///< counts what comes from outside
     std::optional<Steady::time_point> heldUpSince;
     std::vector<std::pair<int, std::string>> commands; ///< sent by the host, and not awaited yet

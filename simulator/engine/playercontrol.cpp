@@ -46,13 +46,25 @@ void Player::standStill()
     heldUpSince.reset();
 }
 
-/// The thread takes up what was changed. Waits for what it is doing, but not on a callback's thread.
-void Player::changed(Lock &lock)
+void Player::tellThread()
 {
     ++news;
     wake.notify_all();
-    if (hasThread && !Listeners::insideCallback())
-        settled.wait_for(lock, maxSettling, [this] { return !isBusy && !hasMoved; });
+}
+
+/// A callback would wait for itself.
+bool Player::canSettle() const
+{
+    return hasThread && !Listeners::insideCallback();
+}
+
+/// The thread takes up what was changed. Waits for what it is doing.
+void Player::changed(Lock &lock)
+{
+    tellThread();
+    const std::uint64_t before = done;
+    if (canSettle())
+        settled.wait_for(lock, maxSettling, [&] { return (!isBusy || done != before) && !hasMoved; });
 }
 
 void Player::pause(bool isPaused)
@@ -70,8 +82,12 @@ void Player::stepBy(int reports)
     standStill();
     paused = true;
     steps += static_cast<unsigned>(reports);
-    ++news;
-    wake.notify_all();
+    tellThread();
+    bool goesOn = canSettle();
+    while (goesOn && !isSettled()) {
+        const std::uint64_t before = done;
+        goesOn = settled.wait_for(lock, maxSettling, [&] { return done != before || isSettled(); });
+    }
 }
 
 void Player::moveTo(std::size_t entry, std::int64_t positionNs)
@@ -97,6 +113,7 @@ bool Player::seek(std::int64_t positionNs)
         std::lower_bound(begin + static_cast<std::ptrdiff_t>(played->first),
                          begin + static_cast<std::ptrdiff_t>(played->end), positionNs, isBefore);
     moveTo(static_cast<std::size_t>(place - begin), positionNs);
+    hasSought = true;
     steps = 0;
     changed(lock);
     return true;
@@ -111,8 +128,7 @@ bool Player::setRate(double rate)
     standStill();
     clock.setRate(rate);
     timing.beginRate();
-    ++news;
-    wake.notify_all();
+    changed(lock);
     return true;
 }
 
@@ -122,6 +138,7 @@ void Player::restart()
     moveTo(played->first, 0);
     round = 1;
     sent = 0;
+    hasSought = false;
     steps = 0;
     timing = ReplayTiming();
     changed(lock);

@@ -55,7 +55,7 @@ void Player::commandSent(int board, const std::string &text)
 std::optional<RecordedAnswer> Player::answer(unsigned call, std::string_view arguments)
 {
     const std::lock_guard lock(mutex);
-    const RecordedAnswer *found = played->answers.find(call, arguments, next);
+    const RecordedAnswer *found = played->answers.find(call, arguments, next, positionNs());
     return found ? std::optional(*found) : std::nullopt;
 }
 
@@ -71,17 +71,17 @@ bool Player::isHeldUp(const ReplayEntry &entry, Lock &lock)
         heldUpSince.reset();
         return false;
     }
-    if (clock.isRunning()) {
+    if (clock.isRunning())
         clock.stand(entry.timeNs);
-        timing.interrupt();
-    }
-    const auto now = Steady::now();
-    if (!heldUpSince || !wanted.hasLimit)
-        heldUpSince = now;
+    timing.interrupt();
     if (!wanted.hasLimit) {
+        heldUpSince.reset();
         wake.wait(lock);
         return true;
     }
+    const auto now = Steady::now();
+    if (!heldUpSince)
+        heldUpSince = now;
     if (now < *heldUpSince + maxWait) {
         wake.wait_until(lock, Steady::time_point(*heldUpSince + maxWait));
         return true;
@@ -107,29 +107,27 @@ Player::Missing Player::missing(const ReplayEntry &entry, Lock &lock)
 }
 
 /// Hosts attach long before they register anything, some of them. Once one board has a callback, the others
-/// are to follow.
+/// that had one when it was recorded are to follow.
 Player::Missing Player::missingAtStart()
 {
     Missing found;
-    const auto boards = library.boardsOf(*this);
-    for (const auto &board : boards) {
-        if (board->wasRegistered())
-            continue;
-        found.what += (found.silent.empty() ? "no callback for board " : ", ") + std::to_string(board->id());
-        found.silent.push_back(board);
+    found.hasLimit = false;
+    for (const auto &board : library.boardsOf(*this)) {
+        if (board->wasRegistered()) {
+            found.hasLimit = true;
+        } else if (played->listened.count(board->id()) > 0) {
+            found.what +=
+                (found.silent.empty() ? "no callback for board " : ", ") + std::to_string(board->id());
+            found.silent.push_back(board);
+        }
     }
-    found.hasLimit = found.silent.size() < boards.size();
     return found;
 }
 
 Player::Missing Player::missingCallback(const ReplayEntry &entry)
 {
-    if (entry.kind == ReplayEntry::Notification) {
-        const auto attachment = library.attachment();
-        if (attachment && !attachment->wasRegistered())
-            return {"no hot-plug callback", true, {attachment}};
+    if (entry.kind != ReplayEntry::Report)
         return {};
-    }
     const auto board = library.boardOf(*this, entry.board);
     if (board && !board->wasRegistered())
         return {"no callback for board " + std::to_string(entry.board), true, {board}};

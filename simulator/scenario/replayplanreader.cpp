@@ -1,5 +1,6 @@
 #include "replayplanreader.h"
 
+#include <cmath>
 #include <filesystem>
 
 namespace {
@@ -30,6 +31,11 @@ std::uint32_t sessionOf(const Json &node)
     return static_cast<std::uint32_t>(std::stoul(digits, nullptr, 16));
 }
 
+std::chrono::nanoseconds secondsOf(const Json &node)
+{
+    return std::chrono::nanoseconds(std::llround(number(node, 0, maxReplaySeconds) * 1e9));
+}
+
 /// `null` is the same as no key.
 template <typename Value, typename Read>
 void takeUnlessNull(const Json &object, const char *key, Value &value, Read read)
@@ -49,9 +55,9 @@ std::shared_ptr<const Replay> replayOf(const Json &node, const std::string &fold
     plan.capture = (std::filesystem::path(folder) / text(capture)).string();
     takeUnlessNull(node, "rate", plan.rate, rateOf);
     takeUnlessNull(node, "loop", plan.rounds, roundsOf);
-    takeUnlessNull(node, "from", plan.from, seconds);
-    takeUnlessNull(node, "to", plan.to, seconds);
-    takeUnlessNull(node, "skipGaps", plan.skipGaps, seconds);
+    takeUnlessNull(node, "from", plan.from, secondsOf);
+    takeUnlessNull(node, "to", plan.to, secondsOf);
+    takeUnlessNull(node, "skipGaps", plan.skipGaps, secondsOf);
     takeUnlessNull(node, "paused", plan.paused, boolean);
     takeUnlessNull(node, "lockstep", plan.lockstep, boolean);
     takeUnlessNull(node, "session", plan.session, sessionOf);

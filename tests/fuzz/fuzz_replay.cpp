@@ -61,7 +61,7 @@ void checkAnswers(const Replay &replay, const QByteArray &file)
 {
     const std::string arguments = file.left(4).toStdString();
     for (unsigned call = 0; call < 48; ++call) {
-        const RecordedAnswer *answer = replay.answers.find(call, arguments, replay.end);
+        const RecordedAnswer *answer = replay.answers.find(call, arguments, replay.end, replay.lengthNs);
         fuzz::require(!answer || answer->position <= replay.entries.size(), "an answer has its place");
     }
 }

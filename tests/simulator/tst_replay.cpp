@@ -14,17 +14,13 @@ private slots:
     void theOrderIsTheCapturesAcrossAllBoards();
     void notificationsKeepTheirPlace();
     void roundsAreRepeated();
+    void shortRoundsFollowAtOnceUnlessTheyHaveNoEnd();
     void theFirstReportKeepsItsDistanceFromTheRegistration();
     void fromAndTo();
-    void longPausesAreShortened();
-    void theClockStartsWhenAllBoardsHaveCallbacks();
-    void aReportWaitsForTheCallbackOfItsBoard();
-    void boardsWithoutACallbackAreWaitedForFiveSeconds();
     void everyCallbackOfTheBoardIsCalled();
     void ofSeveralListenersTheLowestNumberIsPlayed();
+    void listenersWithoutANumberGetNoOtherReport();
     void whatIsLateByMoreThanAQuarterOfASecondStretchesTime();
-    void lockstepWaitsForTheHostsCommands();
-    void lockstepGoesOnAfterFiveSeconds();
     void aDetachEndsIt();
     void theNextAttachBeginsAnew();
     void anotherScenarioTakesItsPlace();
@@ -85,6 +81,23 @@ void tst_replay::roundsAreRepeated()
     QCOMPARE(replayOf(playing.library).reports, 10ULL);
 }
 
+void tst_replay::shortRoundsFollowAtOnceUnlessTheyHaveNoEnd()
+{
+    ReplayCapture capture;
+    capture.report(0, 1001, "04c800");
+    QElapsedTimer timer;
+    timer.start();
+    Playing playing(capture.scenario("\"loop\": 200"));
+    QVERIFY(ends(playing.library));
+    QVERIFY2(timer.elapsed() < 1900, QByteArray::number(timer.elapsed()));
+    QCOMPARE(playing.recorder.count(), std::size_t{200});
+    playing.library.choose(capture.scenario("\"loop\": \"forever\"").constData());
+    timer.restart();
+    playing.listen(1001);
+    QVERIFY(playing.hears(210));
+    QVERIFY2(timer.elapsed() >= 90, QByteArray::number(timer.elapsed()));
+}
+
 void tst_replay::theFirstReportKeepsItsDistanceFromTheRegistration()
 {
     const QByteArray arguments = blocks::number(1001, 4) + blocks::number(1, 4);
@@ -115,76 +128,6 @@ void tst_replay::fromAndTo()
     QVERIFY(ends(playing.library));
     QCOMPARE(heard(playing.recorder), ten.mid(2, 3));
     QCOMPARE(replayOf(playing.library).length, 10'000'000LL);
-}
-
-void tst_replay::longPausesAreShortened()
-{
-    ReplayCapture capture;
-    capture.report(0, 1001, "04c800");
-    capture.report(20'000 * ms, 1001, "04c801");
-    capture.report(20'010 * ms, 1001, "04c802");
-    capture.report(90'000 * ms, 1001, "04c803");
-    Playing playing(capture.scenario("\"skipGaps\": 0.05"));
-    QVERIFY(ends(playing.library));
-    QCOMPARE(playing.recorder.count(), std::size_t{4});
-    QCOMPARE(replayOf(playing.library).length, 110'000'000LL); // 50 + 10 + 50 ms
-}
-
-void tst_replay::theClockStartsWhenAllBoardsHaveCallbacks()
-{
-    ReplayCapture capture;
-    addTen(capture);
-    Recorder recorder;
-    SimulatedLibrary library;
-    QCOMPARE(library.choose(capture.file().constData()), 0);
-    library.orvexAttach();
-    QCOMPARE(library.orvexGetDeviceCount(), 2);
-    library.orvexSetCallback(1002, Recorder::data, &recorder);
-    QTest::qWait(200);
-    QCOMPARE(recorder.count(), std::size_t{0});
-    QCOMPARE(replayOf(library).state, int{ORVEXSIM_REPLAY_WAITING});
-    QCOMPARE(replayOf(library).position, 0LL);
-    library.orvexSetCallback(1001, Recorder::data, &recorder);
-    QVERIFY(ends(library));
-    QCOMPARE(heard(recorder), ten);
-}
-
-void tst_replay::aReportWaitsForTheCallbackOfItsBoard()
-{
-    ReplayCapture capture;
-    capture.enumeration(0, {1001});
-    capture.report(1 * ms, 1001, "04c800");
-    capture.hotplug(2 * ms);
-    capture.enumeration(3 * ms, {1001, 7});
-    capture.report(4 * ms, 7, "04c801");
-    capture.report(5 * ms, 1001, "04c802");
-    Playing playing(capture.file());
-    QTRY_COMPARE(playing.recorder.notifications(), std::size_t{1});
-    QTRY_COMPARE(replayOf(playing.library).state, int{ORVEXSIM_REPLAY_WAITING});
-    QCOMPARE(playing.recorder.count(), std::size_t{1});
-    QCOMPARE(replayOf(playing.library).position, 3'000'000LL);
-    playing.listen(7);
-    QVERIFY(ends(playing.library));
-    QCOMPARE(heard(playing.recorder), (QList<QByteArray>{"1001:04c800", "7:04c801", "1001:04c802"}));
-}
-
-void tst_replay::boardsWithoutACallbackAreWaitedForFiveSeconds()
-{
-    ReplayCapture capture;
-    capture.report(0, 1001, "04c800");
-    capture.report(1 * ms, 1002, "04c801");
-    capture.report(2 * ms, 1001, "04c802");
-    Recorder recorder;
-    SimulatedLibrary library;
-    QCOMPARE(library.choose(capture.file().constData()), 0);
-    library.orvexAttach();
-    QElapsedTimer timer;
-    timer.start();
-    library.orvexSetCallback(1001, Recorder::data, &recorder);
-    QVERIFY(ends(library));
-    QVERIFY2(timer.elapsed() >= 5000, QByteArray::number(timer.elapsed()));
-    QCOMPARE(heard(recorder), (QList<QByteArray>{"1001:04c800", "1001:04c802"}));
-    QCOMPARE(replayOf(library).sent, 3ULL);
 }
 
 void tst_replay::everyCallbackOfTheBoardIsCalled()
@@ -223,6 +166,23 @@ void tst_replay::ofSeveralListenersTheLowestNumberIsPlayed()
     QCOMPARE(replayOf(playing.library).length, 6'000'000LL); // from the first that is played
 }
 
+void tst_replay::listenersWithoutANumberGetNoOtherReport()
+{
+    constexpr quint32 none = 0xFFFFFFFF;
+    ReplayCapture capture;
+    capture.report(0, 1001, "04c800", 1);
+    capture.report(1 * ms, 1001, "04c800", none);
+    capture.report(2 * ms, 1001, "04c800", none);
+    capture.report(3 * ms, 1001, "04c801", none); // here nobody has a number, so these may be two
+    capture.report(4 * ms, 1001, "04c801", none);
+    capture.report(5 * ms, 1001, "04c800", none);
+    capture.report(6 * ms, 1001, "04c800", 1);
+    Playing playing(capture.file());
+    QVERIFY(ends(playing.library));
+    QCOMPARE(heard(playing.recorder),
+             (QList<QByteArray>{"1001:04c800", "1001:04c801", "1001:04c801", "1001:04c800"}));
+}
+
 void tst_replay::whatIsLateByMoreThanAQuarterOfASecondStretchesTime()
 {
     ReplayCapture capture;
@@ -246,35 +206,6 @@ void tst_replay::whatIsLateByMoreThanAQuarterOfASecondStretchesTime()
     QCOMPARE(times.size(), std::size_t{3});
     QVERIFY2(times[2] - times[1] >= 299, QByteArray::number(times[2] - times[1]));
     QVERIFY(replayOf(library).errorMax >= 380'000'000);
-}
-
-void tst_replay::lockstepWaitsForTheHostsCommands()
-{
-    ReplayCapture capture;
-    capture.report(0, 1001, "04c800");
-    capture.call(1 * ms, 6, 1001, blocks::number(1001, 4) + blocks::number(2, 4) + "?\r", 0);
-    capture.report(2 * ms, 1001, "04c801");
-    Playing playing(capture.scenario("\"lockstep\": true"));
-    QVERIFY(playing.hears(1));
-    playing.library.orvexSendCommand(1001, "!\r"); // another one
-    QTest::qWait(100);
-    QCOMPARE(playing.recorder.count(), std::size_t{1});
-    QCOMPARE(replayOf(playing.library).state, int{ORVEXSIM_REPLAY_WAITING});
-    QCOMPARE(playing.library.orvexSendCommand(1001, "?\r"), 0);
-    QVERIFY(playing.hears(2));
-}
-
-void tst_replay::lockstepGoesOnAfterFiveSeconds()
-{
-    ReplayCapture capture;
-    capture.report(0, 1001, "04c800");
-    capture.call(1 * ms, 6, 1001, blocks::number(1001, 4) + blocks::number(2, 4) + "?\r", 0);
-    capture.report(2 * ms, 1001, "04c801");
-    QElapsedTimer timer;
-    timer.start();
-    Playing playing(capture.scenario("\"lockstep\": true"));
-    QVERIFY(playing.hears(2));
-    QVERIFY2(timer.elapsed() >= 5000, QByteArray::number(timer.elapsed()));
 }
 
 void tst_replay::aDetachEndsIt()

@@ -8,6 +8,9 @@ class tst_replayanswers : public QObject
 
 private slots:
     void theLastBeforeThePlaceElseTheFirstBehindIt();
+    void theTimeBetweenTwoReportsCounts_data();
+    void theTimeBetweenTwoReportsCounts();
+    void shortenedPausesMoveTheAnswers();
     void byCallAndArguments();
     void textsAndBuffersAreArguments();
     void whatWasFilledInIsFilledIn();
@@ -51,11 +54,56 @@ void tst_replayanswers::theLastBeforeThePlaceElseTheFirstBehindIt()
     step(playing, 1);
     QCOMPARE(playing.library.orvexIsSomethingOnBoard(1001), 5);
     step(playing, 2);
-    QCOMPARE(playing.library.orvexIsSomethingOnBoard(1001), 7);
+    QCOMPARE(playing.library.orvexIsSomethingOnBoard(1001), 5);
     step(playing, 3);
     QCOMPARE(playing.library.orvexIsSomethingOnBoard(1001), 7);
     QCOMPARE(playing.library.replaySeek(0), 0);
     QCOMPARE(playing.library.orvexIsSomethingOnBoard(1001), 5);
+}
+
+void tst_replayanswers::theTimeBetweenTwoReportsCounts_data()
+{
+    addColumns<long long, int>("positionMs", "result");
+    addRow("at first", 0LL, 1);
+    addRow("before the first", 499LL, 1);
+    addRow("at the first", 500LL, 1);
+    addRow("before the second", 1499LL, 1);
+    addRow("at the second", 1500LL, 2);
+    addRow("behind the third", 2600LL, 3);
+    addRow("at the end", 3000LL, 3);
+}
+
+void tst_replayanswers::theTimeBetweenTwoReportsCounts()
+{
+    QFETCH(long long, positionMs);
+    QFETCH(int, result);
+    ReplayCapture capture;
+    capture.report(0, 1001, "04c800");
+    capture.call(500, isSomething, 1001, number(1001, 4), 1);
+    capture.call(1500, isSomething, 1001, number(1001, 4), 2);
+    capture.call(2500, isSomething, 1001, number(1001, 4), 3);
+    capture.report(3000, 1001, "04c801");
+    Playing playing(paused(capture));
+    QCOMPARE(playing.library.replaySeek(positionMs * 1'000'000), 0);
+    QCOMPARE(playing.library.orvexIsSomethingOnBoard(1001), result);
+}
+
+void tst_replayanswers::shortenedPausesMoveTheAnswers()
+{
+    ReplayCapture capture;
+    capture.report(0, 1001, "04c800");
+    capture.call(100, isSomething, 1001, number(1001, 4), 1);
+    capture.call(2500, isSomething, 1001, number(1001, 4), 2);
+    capture.report(3000, 1001, "04c801");
+    capture.call(3200, isSomething, 1001, number(1001, 4), 3);
+    capture.report(3300, 1001, "04c802");
+    Playing playing(capture.scenario("\"skipGaps\": 0.4, \"paused\": true")); // at 0, 0.4 and 0.7 s
+    playing.library.replaySeek(399'000'000);
+    QCOMPARE(playing.library.orvexIsSomethingOnBoard(1001), 1);
+    playing.library.replaySeek(500'000'000);
+    QCOMPARE(playing.library.orvexIsSomethingOnBoard(1001), 2);
+    playing.library.replaySeek(601'000'000);
+    QCOMPARE(playing.library.orvexIsSomethingOnBoard(1001), 3);
 }
 
 void tst_replayanswers::byCallAndArguments()

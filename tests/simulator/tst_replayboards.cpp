@@ -8,12 +8,19 @@ class tst_replayboards : public QObject
 
 private slots:
     void whatTheFirstEnumerationShowedIsThereFromTheStart();
+    void whatTheFirstShowedIsThereAlsoBeforeANotification();
+    void anEmptyFirstEnumerationIsTheFirst();
+    void withoutBoardsTheClockStartsAtTheAttach();
+    void whatTheRecorderToldBeforeTheFirstEnumerationHolds();
+    void whatReportedBeforeTheFirstEnumerationWasThere();
     void whatAnEnumerationShowedHoldsFromTheNotificationBeforeIt();
     void aLaterEnumerationWithoutANotificationHoldsFromItsOwnPlace();
     void anEnumerationThatBeganBeforeTheNotification();
     void reportsOfABoardThatIsGoneStillCome();
+    void reportsOfABoardThatWasGoneBeforeTheBeginStillCome();
     void boardsOfASlice();
     void boardsThatAreOnlyToldByTheRecorder();
+    void boardsAreInTheOrderThatTheRecorderTold();
     void boardsWithEqualIds();
     void anEnumerationThatFailsHalfway();
     void theNextRoundBeginsWithTheBoardsOfTheStart();
@@ -50,6 +57,80 @@ void tst_replayboards::whatTheFirstEnumerationShowedIsThereFromTheStart()
     Playing playing(paused(capture));
     QCOMPARE(playing.ids(), (QList<int>{1, 2}));
     QCOMPARE(playing.recorder.notifications(), std::size_t{0});
+}
+
+void tst_replayboards::whatTheFirstShowedIsThereAlsoBeforeANotification()
+{
+    ReplayCapture capture;
+    capture.hotplug(500);
+    capture.enumeration(1000, {1, 2});
+    capture.seen(1000, 1, 0);
+    capture.seen(1000, 2, 1);
+    capture.hotplug(1100);
+    capture.enumeration(1101, {2});
+    capture.report(1200, 2, "04c800");
+    Playing playing(paused(capture));
+    QCOMPARE(playing.ids(), (QList<int>{1, 2}));
+    QCOMPARE(playing.library.replaySeek(300'000'000), 0);
+    QCOMPARE(playing.ids(), (QList<int>{1, 2}));
+    QCOMPARE(idsAfter(playing, 1), QList<int>{2});
+    QCOMPARE(playing.recorder.notifications(), std::size_t{1});
+}
+
+void tst_replayboards::anEmptyFirstEnumerationIsTheFirst()
+{
+    ReplayCapture capture;
+    capture.enumeration(0, {});
+    capture.hotplug(500);
+    capture.enumeration(1000, {1});
+    capture.report(1200, 1, "04c800");
+    Playing playing(paused(capture));
+    QCOMPARE(playing.ids(), QList<int>{});
+    QCOMPARE(playing.library.replaySeek(300'000'000), 0);
+    QCOMPARE(playing.ids(), QList<int>{1});
+}
+
+void tst_replayboards::withoutBoardsTheClockStartsAtTheAttach()
+{
+    ReplayCapture capture;
+    capture.call(0, 1, 0, {}, 1);
+    capture.enumeration(1, {});
+    capture.hotplug(300); // a host needs time to register for it
+    capture.enumeration(310, {7});
+    capture.report(400, 7, "04c800");
+    Playing playing(capture.file());
+    QTRY_COMPARE(playing.ids(), QList<int>{7});
+    playing.listen(7);
+    QVERIFY(ends(playing.library));
+    QCOMPARE(playing.recorder.notifications(), std::size_t{1});
+    QCOMPARE(replayOf(playing.library).length, 400'000'000LL);
+}
+
+void tst_replayboards::whatTheRecorderToldBeforeTheFirstEnumerationHolds()
+{
+    ReplayCapture capture;
+    capture.seen(0, 1, 0); // as at the begin of a slice
+    capture.report(1, 1, "04c800");
+    capture.hotplug(2);
+    capture.enumeration(3, {1, 2});
+    capture.report(4, 1, "04c801");
+    Playing playing(paused(capture));
+    QCOMPARE(playing.ids(), QList<int>{1});
+    QCOMPARE(idsAfter(playing, 2), (QList<int>{1, 2}));
+}
+
+void tst_replayboards::whatReportedBeforeTheFirstEnumerationWasThere()
+{
+    ReplayCapture capture;
+    capture.report(0, 5, "04c800");
+    capture.hotplug(1);
+    capture.enumeration(2, {6});
+    capture.report(3, 6, "04c801");
+    Playing playing(paused(capture));
+    QCOMPARE(playing.ids(), QList<int>{5});
+    QCOMPARE(idsAfter(playing, 1), QList<int>{5});
+    QCOMPARE(playing.library.replaySeek(3'000'000), 0);
+    QCOMPARE(playing.ids(), QList<int>{6});
 }
 
 void tst_replayboards::whatAnEnumerationShowedHoldsFromTheNotificationBeforeIt()
@@ -115,6 +196,23 @@ void tst_replayboards::reportsOfABoardThatIsGoneStillCome()
     QCOMPARE(heard(playing.recorder), (QList<QByteArray>{"1:04c800", "2:04c801", "1:04c802"}));
 }
 
+void tst_replayboards::reportsOfABoardThatWasGoneBeforeTheBeginStillCome()
+{
+    ReplayCapture capture;
+    capture.enumeration(0, {1, 2});
+    capture.report(1, 1, "04c800");
+    capture.hotplug(2);
+    capture.enumeration(3, {2});
+    capture.gone(3, 1);
+    capture.report(5, 1, "04c801");
+    Playing playing(capture.scenario("\"from\": 0.004"));
+    QCOMPARE(playing.ids(), QList<int>{2});
+    QTRY_COMPARE(replayOf(playing.library).state, int{ORVEXSIM_REPLAY_WAITING});
+    playing.listen(1);
+    QVERIFY(ends(playing.library));
+    QCOMPARE(heard(playing.recorder), QList<QByteArray>{"1:04c801"});
+}
+
 void tst_replayboards::boardsOfASlice()
 {
     ReplayCapture capture;
@@ -140,6 +238,24 @@ void tst_replayboards::boardsThatAreOnlyToldByTheRecorder()
     QCOMPARE(playing.ids(), QList<int>{4});
     QCOMPARE(playing.library.replaySeek(3'000'000), 0);
     QCOMPARE(playing.ids(), QList<int>{5});
+}
+
+void tst_replayboards::boardsAreInTheOrderThatTheRecorderTold()
+{
+    ReplayCapture capture; // a slice tells of them in the order of their ids
+    capture.seen(0, 1, 3);
+    capture.seen(0, 2, 2);
+    capture.seen(0, 3, 0);
+    capture.seen(0, 4, 1);
+    capture.report(1, 1, "04c800");
+    capture.hotplug(2);
+    capture.gone(3, 3);
+    capture.seen(3, 5, 1);
+    capture.report(4, 1, "04c801");
+    Playing playing(paused(capture));
+    QCOMPARE(playing.ids(), (QList<int>{3, 4, 2, 1}));
+    QCOMPARE(playing.library.replaySeek(3'000'000), 0);
+    QCOMPARE(playing.ids(), (QList<int>{4, 5, 2, 1}));
 }
 
 void tst_replayboards::boardsWithEqualIds()
@@ -178,9 +294,11 @@ void tst_replayboards::theNextRoundBeginsWithTheBoardsOfTheStart()
     capture.enumeration(3, {1, 2});
     capture.report(4, 1, "04c801");
     Playing playing(capture.scenario("\"paused\": true, \"loop\": 2"));
-    QCOMPARE(idsAfter(playing, 2), QList<int>{1}); // the second round has begun
-    QCOMPARE(playing.recorder.notifications(), std::size_t{2});
     QCOMPARE(idsAfter(playing, 2), (QList<int>{1, 2}));
+    QCOMPARE(playing.recorder.notifications(), std::size_t{1});
+    QCOMPARE(idsAfter(playing, 1), QList<int>{1}); // the second round has begun
+    QCOMPARE(playing.recorder.notifications(), std::size_t{2});
+    QCOMPARE(idsAfter(playing, 1), (QList<int>{1, 2}));
     QCOMPARE(playing.recorder.notifications(), std::size_t{3});
 }
 

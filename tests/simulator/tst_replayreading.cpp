@@ -149,10 +149,10 @@ void tst_replayreading::valuesThatAreNotAllowed_data()
     add("\"loop\": 0", ": /replay/loop: 0 is not allowed; allowed is a whole number from 1 to 1000000");
     add("\"loop\": true",
         ": /replay/loop: this is not known; allowed are a whole number from 1 to 1000000 and forever");
-    add("\"from\": -1", ": /replay/from: -1 is not allowed; allowed is a number from 0.0 to 86400.0");
+    add("\"from\": -1", ": /replay/from: -1 is not allowed; allowed is a number from 0.0 to 1000000000.0");
     add("\"from\": 2, \"to\": 1.5", ": /replay/to: this is before \"from\"; allowed are times from there on");
     add("\"skipGaps\": \"no\"",
-        ": /replay/skipGaps: \"no\" is not allowed; allowed is a number from 0.0 to 86400.0");
+        ": /replay/skipGaps: \"no\" is not allowed; allowed is a number from 0.0 to 1000000000.0");
     add("\"paused\": 1", ": /replay/paused: 1 is not allowed; allowed are true and false");
     add("\"session\": \"5f0c93\"",
         ": /replay/session: this is no session; allowed are eight hexadecimal digits");

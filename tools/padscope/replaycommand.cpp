@@ -19,7 +19,7 @@ using padscope::Replay;
 constexpr char library[] = "liborvexboardex.so.1";
 constexpr double minRate = 0.1;
 constexpr double maxRate = 100;
-constexpr double maxSeconds = 86400;
+constexpr double maxSeconds = 1e9;
 constexpr std::uint64_t maxRounds = 1'000'000;
 
 struct ReplayOptions
@@ -90,7 +90,7 @@ CLI::Validator loopValue()
 
 CLI::Validator secondsValue()
 {
-    return allowed("no number of seconds from 0 to 86400",
+    return allowed("no number of seconds from 0 to 1000000000",
                    [](const std::string &text) { return numberOf(text, 0, maxSeconds).has_value(); });
 }
 
