@@ -1,4 +1,4 @@
-#include "simulator/replaycapture.h"
+#include "simulator/replay/replaycapture.h"
 #include "support/tests.h"
 
 /// Which files can be played, and what is said of the others.

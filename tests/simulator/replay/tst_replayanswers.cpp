@@ -1,4 +1,4 @@
-#include "simulator/replaycapture.h"
+#include "simulator/replay/replaycapture.h"
 #include "support/tests.h"
 
 /// What calls return in a replay.

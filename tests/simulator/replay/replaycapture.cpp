@@ -1,4 +1,4 @@
-#include "simulator/replaycapture.h"
+#include "simulator/replay/replaycapture.h"
 
 #include <QTest>
 #include <sys/mman.h>

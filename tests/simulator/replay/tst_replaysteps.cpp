@@ -1,7 +1,7 @@
 #include <QElapsedTimer>
 #include <QThread>
 
-#include "simulator/replaycapture.h"
+#include "simulator/replay/replaycapture.h"
 #include "support/tests.h"
 
 /// What a step does, and what it leaves.

@@ -4,7 +4,7 @@
 #include <QRegularExpression>
 #include <QThread>
 
-#include "simulator/replaycapture.h"
+#include "simulator/replay/replaycapture.h"
 #include "support/tests.h"
 
 /// What a user does to a replay: pause, step, seek, faster, slower, restart.

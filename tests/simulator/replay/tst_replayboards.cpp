@@ -1,4 +1,4 @@
-#include "simulator/replaycapture.h"
+#include "simulator/replay/replaycapture.h"
 #include "support/tests.h"
 
 /// Which boards a host sees in a replay, whenever it asks.

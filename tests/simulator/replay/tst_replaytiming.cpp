@@ -1,7 +1,7 @@
 #include <atomic>
 #include <QElapsedTimer>
 
-#include "simulator/replaycapture.h"
+#include "simulator/replay/replaycapture.h"
 #include "support/tests.h"
 
 /// How well a replay keeps its times, on a machine that does nothing else.

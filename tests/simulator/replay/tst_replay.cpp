@@ -1,7 +1,7 @@
 #include <QElapsedTimer>
 #include <QThread>
 
-#include "simulator/replaycapture.h"
+#include "simulator/replay/replaycapture.h"
 #include "support/tests.h"
 
 /// Captures that are played: what comes, in which order, and when it is waited for the host.

@@ -1,6 +1,6 @@
 #include <QElapsedTimer>
 
-#include "simulator/replaycapture.h"
+#include "simulator/replay/replaycapture.h"
 #include "support/tests.h"
 
 /// What a replay waits for, and for how long.

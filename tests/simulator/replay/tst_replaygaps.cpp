@@ -1,4 +1,4 @@
-#include "simulator/replaycapture.h"
+#include "simulator/replay/replaycapture.h"
 #include "support/tests.h"
 
 /// Long pauses of a capture, and what is played of it.
