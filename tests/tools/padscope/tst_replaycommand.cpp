@@ -112,6 +112,8 @@ void ReplayCommandTests::refusesWhatCannotBePlayed_data()
            two + ": there are several sessions, of which one must be chosen: 00c0ffee, 5f0c93a1");
     addRow("another session", two, QStringList{"--session", "C0FFED"},
            two + ": there is no session 00c0ffed; allowed are 00c0ffee, 5f0c93a1");
+    addRow("from behind the end", one, QStringList{"--from", "1.5"},
+           one + ": there is no report from 1.5 s on; the session ends 1 s after its first packet");
     const QString many = files.write("many.pcapng", reportsOfBoards(257));
     addRow("257 boards", many, QStringList(), many + ": there are too many boards at once; allowed are 256");
 }
