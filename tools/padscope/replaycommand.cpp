@@ -10,6 +10,7 @@
 #include "options.h"
 #include "plainrun.h"
 #include "playable.h"
+#include "replayplan.h"
 #include "replayscenario.h"
 
 namespace {
@@ -17,10 +18,6 @@ namespace {
 using padscope::Replay;
 
 constexpr char library[] = "liborvexboardex.so.1";
-constexpr double minRate = 0.1;
-constexpr double maxRate = 100;
-constexpr double maxSeconds = 1e9;
-constexpr std::uint64_t maxRounds = 1'000'000;
 
 struct ReplayOptions
 {
@@ -62,7 +59,7 @@ std::optional<double> numberOf(const std::string &text, double min, double max)
 std::optional<std::uint64_t> roundsOf(const std::string &text)
 {
     const bool isWhole = !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
-    const std::optional<double> rounds = numberOf(text, 1, maxRounds);
+    const std::optional<double> rounds = numberOf(text, 1, maxReplayRounds);
     return isWhole && rounds ? std::optional(static_cast<std::uint64_t>(*rounds)) : std::nullopt;
 }
 
@@ -78,7 +75,7 @@ CLI::Validator allowed(const char *otherwise, bool (*isAllowed)(const std::strin
 CLI::Validator rateValue()
 {
     return allowed("neither max nor a number from 0.1 to 100", [](const std::string &text) {
-        return text == "max" || numberOf(text, minRate, maxRate).has_value();
+        return text == "max" || numberOf(text, minReplayRate, maxReplayRate).has_value();
     });
 }
 
@@ -91,7 +88,7 @@ CLI::Validator loopValue()
 CLI::Validator secondsValue()
 {
     return allowed("no number of seconds from 0 to 1000000000",
-                   [](const std::string &text) { return numberOf(text, 0, maxSeconds).has_value(); });
+                   [](const std::string &text) { return numberOf(text, 0, maxReplaySeconds).has_value(); });
 }
 
 CLI::Validator sessionValue()
@@ -143,7 +140,7 @@ int run(const ReplayOptions &options, const std::vector<std::string> &host)
     Replay replay = options.replay;
     std::error_code error;
     replay.capture = std::filesystem::absolute(options.file, error);
-    replay.rate = numberOf(options.rate, minRate, maxRate);
+    replay.rate = numberOf(options.rate, minReplayRate, maxReplayRate);
     replay.rounds = roundsOf(options.loop).value_or(0);
     if (!options.session.empty())
         replay.session = static_cast<std::uint32_t>(std::stoul(options.session, nullptr, 16));
