@@ -115,8 +115,9 @@ int orvexsim_last_error(char *buffer, unsigned int size);
 
 // Replay: a scenario that is a capture. Times are nanoseconds of the capture since the clock's start: where
 // the last callback was registered before the first report or notification, or, where the recorded host
-// listened to no board of the start, the last attach. Where that was not recorded, or is not played, the first
-// report or notification that is played is at 0. A detach ends the replay; the next attach begins it anew.
+// listened to no board of the start, the last attach. Where that was not recorded, or is not played, the
+// first report or notification that is played is at 0. A detach ends the replay; the next attach begins it
+// anew.
 //
 // Where these functions are not called from within a callback, what is being delivered is over when they
 // return, unless its callback takes longer than 0.1 s. From within a callback they return at once.
