@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QImage>
 #include <QString>
+#include <QTime>
 
 /// Pictures and texts that the views once made, kept beside the tests.
 ///

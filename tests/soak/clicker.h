@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <QEvent>
 #include <QPoint>
 #include <QSemaphore>
 #include <QThread>
