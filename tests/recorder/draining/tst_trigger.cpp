@@ -125,7 +125,7 @@ void TriggerTests::otherEvents_data()
     addRow("a call", "call:orvexDetach", QStringList{"attach", "detach"}, 0, "  -  orvexDetach()");
     addRow("a report", "type:unknown", QStringList{"plug=1001", "attach", "report=1001", "delivered=1"}, 0,
            "  1001  .!!\"#$   06 21 21 22 23 24 ");
-    addRow("a crash", "signal", QStringList{"attach", "raise=11"}, 139, "  -  end: signal 11");
+    addRow("a crash", "signal", QStringList{"attach", "raise=6"}, 134, "  -  end: signal 6");
 }
 
 /// The event is in the file, and so is what came before.
