@@ -9,7 +9,7 @@ using namespace std::chrono_literals;
 
 // What is played, and when.
 
-constexpr auto maxDelay = 250ms;
+constexpr auto maxReplayDelay = 250ms;
 constexpr auto minRound = 10ms; // a capture of one report, played without end, is no flood
 
 Player::Player(std::shared_ptr<const Replay> replay_, Library &library_)
@@ -77,7 +77,7 @@ void Player::play(const ReplayEntry &entry, Steady::time_point due, Lock &lock)
         clock.stand(entry.timeNs);
     else if (isReport)
         timing.addError(now - due);
-    if (clock.isRunning() && now - due > maxDelay)
+    if (clock.isRunning() && now - due > maxReplayDelay)
         clock.run(entry.timeNs, now);
     if (steps == 0)
         timing.played(entry.timeNs, now);

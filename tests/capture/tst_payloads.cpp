@@ -1,12 +1,8 @@
+#include "hex.h"
 #include "payloads.h"
 #include "support/tests.h"
 
 namespace {
-
-QByteArray hexOf(const std::string &bytes)
-{
-    return QByteArray::fromStdString(bytes).toHex();
-}
 
 capture::ByteView viewOf(const QByteArray &bytes)
 {

@@ -1,16 +1,8 @@
+#include "hex.h"
 #include "pcapngwriter.h"
 #include "support/tests.h"
 
 namespace pcapng = capture::pcapng;
-
-namespace {
-
-QByteArray hexOf(const std::string &bytes)
-{
-    return QByteArray::fromStdString(bytes).toHex();
-}
-
-} // namespace
 
 class PcapngWriterTests : public QObject
 {

@@ -18,7 +18,7 @@ private slots:
 
 namespace {
 
-const QByteArray rawReport("\x04\x21zz");
+const QByteArray queuedReport("\x04\x21zz");
 
 } // namespace
 
@@ -72,9 +72,9 @@ void QueuedHazards::reportOfOneWindowInsideTheDispatchesOfAnother()
     RecordingView *outerView = outer.showRecordingView();
     outerView->onDisplay = [&] {
         if (outerView->packets.size() <= 4)
-            outer.library.deliver(1, rawReport);
+            outer.library.deliver(1, queuedReport);
     };
-    outer.library.deliver(1, rawReport);
+    outer.library.deliver(1, queuedReport);
     // Four dispatches are the max: the fifth report waits, but only in the outer window.
     QCOMPARE(outerView->packets.size(), 4);
     QCOMPARE(Inspect::packetQueue(outer).size(), std::size_t(1));
@@ -91,16 +91,16 @@ void QueuedHazards::exceptionPassesTheDeepestDispatch()
     view->onDisplay = [&] {
         const bool isDeepest = ++shown == 4;
         if (shown <= 4)
-            window.library.deliver(1, rawReport);
+            window.library.deliver(1, queuedReport);
         if (isDeepest)
             throw HostError();
     };
-    QVERIFY_EXCEPTION_THROWN(window.library.deliver(1, rawReport), HostError);
+    QVERIFY_EXCEPTION_THROWN(window.library.deliver(1, queuedReport), HostError);
     QCOMPARE(shown, 4);
     // The answer to the fourth waits until all have returned.
     QCOMPARE(Inspect::packetQueue(window).size(), std::size_t(1));
     QTRY_COMPARE(shown, 5);
-    window.library.deliver(1, rawReport);
+    window.library.deliver(1, queuedReport);
     QCOMPARE(shown, 6);
     QVERIFY(Inspect::packetQueue(window).empty());
 }

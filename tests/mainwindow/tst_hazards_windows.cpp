@@ -8,7 +8,7 @@
 namespace {
 
 // Of a type that is always kept.
-const QByteArray plainReport("\x08\x21\x01\x02\x03\x04\x05\x06", 8);
+const QByteArray longPlainReport("\x08\x21\x01\x02\x03\x04\x05\x06", 8);
 
 /// Destroys a window, and fills its memory again, so that a use of it shows without a sanitizer too.
 void destroy(qorvexgraph *window)
@@ -58,7 +58,7 @@ void WindowHazards::callbacksOfADestroyedWindow()
     library.takeCalls();
     destroy(window);
     QCOMPARE(library->dataCallbackCount(1), 1);
-    library.deliver(1, plainReport, threads);
+    library.deliver(1, longPlainReport, threads);
     QCOMPARE(library->pnpCallbackCount(), 1);
     library->plug();
     QCoreApplication::processEvents();
@@ -91,7 +91,7 @@ void WindowHazards::otherWindowsGoOn()
     gone->AttachHardware();
     gone->close();
     gone.reset();
-    window.library.deliver(1, plainReport, 1);
+    window.library.deliver(1, longPlainReport, 1);
     QCOMPARE(Inspect::packetQueue(window).size(), std::size_t{1});
     QTRY_COMPARE(Inspect::packetQueue(window).size(), std::size_t{0});
 }

@@ -16,7 +16,7 @@ private slots:
 
 namespace {
 
-void ignore(int, const unsigned char *, unsigned int, void *) {}
+void ignoreReport(int, const unsigned char *, unsigned int, void *) {}
 
 } // namespace
 
@@ -43,7 +43,7 @@ void tst_pacing::withinOnePercentOverTenSeconds()
     library.orvexAttach();
     for (const int id : library.boardIds()) {
         QCOMPARE(library.setRate(id, rate), 0);
-        library.orvexSetCallback(id, ignore, nullptr);
+        library.orvexSetCallback(id, ignoreReport, nullptr);
     }
     QTest::qSleep(200);
     std::map<int, double> before;

@@ -37,4 +37,5 @@ int runTests(int argc, char **argv)
 /// Ends the file of a test class. One program holds the tests of a folder: `tests_monitor tst_rows` runs
 /// these.
 #define PADSCOPE_TESTS(Class)                                                                                \
-    [[maybe_unused]] static const bool added = testsupport::addTests(__FILE__, testsupport::runTests<Class>)
+    [[maybe_unused]] static const bool areAdded##Class =                                                     \
+        testsupport::addTests(__FILE__, testsupport::runTests<Class>)

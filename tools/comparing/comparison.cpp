@@ -13,7 +13,7 @@ namespace {
 /// Streams that are read along with another one wait in memory.
 constexpr std::uint64_t maxWaitingBytes = 64 * 1024 * 1024;
 constexpr std::uint64_t bytesPerPacket = 2 * sizeof(Packet); ///< beside its payload
-constexpr std::uint64_t progressPackets = 65'536;
+constexpr std::uint64_t progressSteps = 65'536;
 
 std::string secondsText(double seconds)
 {
@@ -85,9 +85,9 @@ public:
 private:
     void countPackets(std::uint64_t count)
     {
-        const std::uint64_t before = owner.done / progressPackets;
+        const std::uint64_t before = owner.done / progressSteps;
         owner.done += count;
-        if (owner.onProgress && owner.done / progressPackets != before)
+        if (owner.onProgress && owner.done / progressSteps != before)
             owner.onProgress(static_cast<double>(owner.done) / static_cast<double>(owner.total));
     }
 

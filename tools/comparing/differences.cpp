@@ -37,10 +37,11 @@ std::size_t resultField()
 }
 
 /// Finds what differs between two packets. Without a text to append to it ends at the first difference.
-class Search
+class FieldSearch
 {
 public:
-    Search(const Packet &first, const Packet &second, const FieldRules &fieldRules, std::string *appendTo)
+    FieldSearch(const Packet &first, const Packet &second, const FieldRules &fieldRules,
+                std::string *appendTo)
         : a(first)
         , b(second)
         , rules(fieldRules)
@@ -316,14 +317,14 @@ bool areEqual(const Packet &a, const Packet &b, const FieldRules &rules)
 {
     if (a.hash != b.hash)
         return false;
-    return areIdentical(a, b) || (!rules.isEmpty() && !Search(a, b, rules, nullptr).findAny());
+    return areIdentical(a, b) || (!rules.isEmpty() && !FieldSearch(a, b, rules, nullptr).findAny());
 }
 
 std::string differencesOf(const Packet &a, const Packet &b, const FieldRules &rules)
 {
     std::string text;
     if (!areIdentical(a, b))
-        Search(a, b, rules, &text).findAny();
+        FieldSearch(a, b, rules, &text).findAny();
     return text;
 }
 

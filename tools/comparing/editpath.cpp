@@ -13,11 +13,11 @@ constexpr std::int32_t unreachable = -1;
 
 /// Diagonal k has the points (x, x - k). Each row holds, for its number of edits d, the furthest x on the
 /// diagonals -d, -d + 2, ... d.
-class Search
+class PathSearch
 {
 public:
-    Search(std::size_t countInA, std::size_t countInB,
-           const std::function<bool(std::size_t, std::size_t)> &equal)
+    PathSearch(std::size_t countInA, std::size_t countInB,
+               const std::function<bool(std::size_t, std::size_t)> &equal)
         : areEqual(equal)
         , lengthA(static_cast<std::int32_t>(countInA))
         , lengthB(static_cast<std::int32_t>(countInB))
@@ -111,7 +111,7 @@ private:
 EditPath shortestPath(std::size_t lengthA, std::size_t lengthB,
                       const std::function<bool(std::size_t, std::size_t)> &areEqual, std::size_t maxEdits)
 {
-    return Search(lengthA, lengthB, areEqual).run(maxEdits);
+    return PathSearch(lengthA, lengthB, areEqual).run(maxEdits);
 }
 
 } // namespace comparing

@@ -5,6 +5,7 @@
 
 #include "checksum.h"
 #include "decoding.h"
+#include "english.h"
 #include "payloads.h"
 #include "signatures.h"
 
@@ -16,11 +17,6 @@ constexpr int firstLimitMs = 50; ///< until the Monitor's own is known, behind t
 constexpr std::uint64_t nsPerMs = 1'000'000;
 constexpr std::uint32_t closingDebugMode = 1; ///< with which the tool begins to detach
 constexpr std::uint32_t everyDebugBit = 0xFFFFFFFF;
-
-std::string inEnglish(const char *english)
-{
-    return english;
-}
 
 unsigned callNamed(const char *name)
 {

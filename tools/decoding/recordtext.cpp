@@ -3,6 +3,7 @@
 #include <set>
 
 #include "decoding.h"
+#include "english.h"
 #include "escaping.h"
 #include "payloads.h"
 #include "signatures.h"
@@ -12,11 +13,6 @@ namespace decoding {
 namespace {
 
 constexpr char unknownType[] = "unknown";
-
-std::string inEnglish(const char *english)
-{
-    return english;
-}
 
 constexpr char rowSeparator[] = "   "; ///< as in the Monitor
 

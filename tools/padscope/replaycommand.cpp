@@ -15,8 +15,6 @@
 
 namespace {
 
-using padscope::Replay;
-
 constexpr char library[] = "liborvexboardex.so.1";
 
 struct ReplayOptions
@@ -25,7 +23,7 @@ struct ReplayOptions
     std::string rate = "1";
     std::string loop = "1";
     std::string session;
-    Replay replay;
+    padscope::Replay replay;
 };
 
 /// Where there is none, a line tells where it was looked for.
@@ -113,7 +111,7 @@ recorder::HostProcess::Environment environmentOf(const std::string &scenario, co
 }
 
 /// Runs the host with the scenario in force.
-int play(const Replay &replay, const std::vector<std::string> &host)
+int play(const padscope::Replay &replay, const std::vector<std::string> &host)
 {
     const std::optional<std::string> text = padscope::scenarioText(replay);
     if (!text) {
@@ -137,7 +135,7 @@ int play(const Replay &replay, const std::vector<std::string> &host)
 
 int run(const ReplayOptions &options, const std::vector<std::string> &host)
 {
-    Replay replay = options.replay;
+    padscope::Replay replay = options.replay;
     std::error_code error;
     replay.capture = std::filesystem::absolute(options.file, error);
     replay.rate = numberOf(options.rate, minReplayRate, maxReplayRate);
@@ -153,7 +151,7 @@ void addReplayCommand(CLI::App &program, const std::vector<std::string> &host, i
 {
     CLI::App *command = program.add_subcommand("replay", "Runs a host on a simulator that plays a capture");
     const auto options = std::make_shared<ReplayOptions>();
-    Replay &replay = options->replay;
+    padscope::Replay &replay = options->replay;
     command->add_option("FILE", options->file, "The capture")->type_name("")->required();
     command->add_option("--rate", options->rate, "How fast: 0.1 to 100, or max")
         ->type_name("R")

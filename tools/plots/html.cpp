@@ -25,7 +25,7 @@ svg { display: block; width: 100%; height: auto; margin: .5em 0; }
 </style>
 )";
 
-QByteArray escaped(const std::string &text)
+QByteArray asMarkup(const std::string &text)
 {
     return QString::fromStdString(text).toHtmlEscaped().toUtf8();
 }
@@ -35,25 +35,25 @@ QByteArray escaped(const std::string &text)
 Html::Html(const std::string &title)
     : bytes(head)
 {
-    bytes += "<title>" + escaped(title) + "</title>\n</head>\n<body>\n";
+    bytes += "<title>" + asMarkup(title) + "</title>\n</head>\n<body>\n";
 }
 
 void Html::heading(int level, const std::string &text)
 {
     const QByteArray tag = 'h' + QByteArray::number(level);
-    bytes += '<' + tag + '>' + escaped(text) + "</" + tag + ">\n";
+    bytes += '<' + tag + '>' + asMarkup(text) + "</" + tag + ">\n";
 }
 
 void Html::paragraph(const std::string &text)
 {
-    bytes += "<p>" + escaped(text) + "</p>\n";
+    bytes += "<p>" + asMarkup(text) + "</p>\n";
 }
 
 void Html::row(const char *cell, const std::vector<std::string> &texts)
 {
     bytes += "<tr>";
     for (const std::string &text : texts)
-        bytes += QByteArray("<") + cell + '>' + escaped(text) + "</" + cell + '>';
+        bytes += QByteArray("<") + cell + '>' + asMarkup(text) + "</" + cell + '>';
     bytes += "</tr>\n";
 }
 

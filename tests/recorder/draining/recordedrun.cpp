@@ -81,9 +81,9 @@ RecordedRun::RecordedRun()
     environment.insert("ORVEXSIM_SCENARIO", "no-boards");
 }
 
-void RecordedRun::start(const QStringList &host, const QStringList &options)
+void RecordedRun::start(const QStringList &program, const QStringList &options)
 {
-    startAlone(QStringList{PADSCOPE_FILE, "record", "-o", file()} + options + QStringList{"--"} + host);
+    startAlone(QStringList{PADSCOPE_FILE, "record", "-o", file()} + options + QStringList{"--"} + program);
 }
 
 int RecordedRun::finish()

@@ -33,13 +33,13 @@ class RecordedRun
 public:
     RecordedRun();
 
-    /// Starts `padscope record OPTIONS -o FILE -- HOST`.
-    void start(const QStringList &host, const QStringList &options = {});
+    /// Starts `padscope record OPTIONS -o FILE -- PROGRAM`.
+    void start(const QStringList &program, const QStringList &options = {});
     /// Waits for its end. \return its status; 128 + n for signal n
     int finish();
-    int run(const QStringList &host, const QStringList &options = {})
+    int run(const QStringList &program, const QStringList &options = {})
     {
-        start(host, options);
+        start(program, options);
         return finish();
     }
     /// A command as it stands.

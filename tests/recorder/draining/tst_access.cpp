@@ -5,13 +5,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "recordedhost.h"
 #include "recordedrun.h"
 #include "support/tests.h"
 
 namespace {
 
-const QString host = RECORDED_HOST;
-const char byName[] = "load=liborvexboardex.so.1";
 constexpr uid_t nobody = 65534;
 const QStringList asNobody{"setpriv", "--reuid=65534", "--regid=65534", "--clear-groups"};
 

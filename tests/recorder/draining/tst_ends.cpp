@@ -4,13 +4,11 @@
 #include <QDir>
 #include <QFile>
 
+#include "recordedhost.h"
 #include "recordedrun.h"
 #include "support/tests.h"
 
 namespace {
-
-const QString host = RECORDED_HOST;
-const char byName[] = "load=liborvexboardex.so.1";
 
 /// More rounds in a longer run.
 int rounds()

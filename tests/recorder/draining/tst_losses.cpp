@@ -2,13 +2,11 @@
 #include <QFile>
 #include <sys/resource.h>
 
+#include "recordedhost.h"
 #include "recordedrun.h"
 #include "support/tests.h"
 
 namespace {
-
-const QString host = RECORDED_HOST;
-const char byName[] = "load=liborvexboardex.so.1";
 
 /// Steps of a host under a flood from eight boards: from the file "go" on it waits for so many reports, then
 /// for the file "end".

@@ -4,14 +4,12 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include "recordedhost.h"
 #include "recordedrun.h"
 #include "recordreader.h"
 #include "support/tests.h"
 
 namespace {
-
-const QString host = RECORDED_HOST;
-const char byName[] = "load=liborvexboardex.so.1";
 
 QString idOf(const QProcess &process)
 {

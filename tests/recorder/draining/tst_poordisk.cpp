@@ -1,15 +1,9 @@
 #include <csignal>
 #include <QFile>
 
+#include "recordedhost.h"
 #include "recordedrun.h"
 #include "support/tests.h"
-
-namespace {
-
-const QString host = RECORDED_HOST;
-const char byName[] = "load=liborvexboardex.so.1";
-
-} // namespace
 
 /// A disk that is slow, or full for a moment.
 class PoorDiskTests : public QObject

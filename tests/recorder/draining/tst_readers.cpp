@@ -1,12 +1,6 @@
+#include "recordedhost.h"
 #include "recordedrun.h"
 #include "support/tests.h"
-
-namespace {
-
-const QString host = RECORDED_HOST;
-const char byName[] = "load=liborvexboardex.so.1";
-
-} // namespace
 
 /// Programs of others read what the recorder has written.
 class ReadersTests : public QObject

@@ -1,15 +1,9 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include "recordedhost.h"
 #include "recordedrun.h"
 #include "support/tests.h"
-
-namespace {
-
-const QString host = RECORDED_HOST;
-const char byName[] = "load=liborvexboardex.so.1";
-
-} // namespace
 
 class RecordTests : public QObject
 {

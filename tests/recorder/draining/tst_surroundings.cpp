@@ -4,13 +4,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "recordedhost.h"
 #include "recordedrun.h"
 #include "support/tests.h"
 
 namespace {
-
-const QString host = RECORDED_HOST;
-const char byName[] = "load=liborvexboardex.so.1";
 
 /// Children that have ended and that it has not waited for.
 int zombiesOf(qint64 parent)

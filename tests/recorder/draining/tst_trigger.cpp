@@ -3,13 +3,11 @@
 #include <QFile>
 #include <QRegularExpression>
 
+#include "recordedhost.h"
 #include "recordedrun.h"
 #include "support/tests.h"
 
 namespace {
-
-const QString host = RECORDED_HOST;
-const char byName[] = "load=liborvexboardex.so.1";
 
 /// What `padscope decode` prints, line by line.
 QStringList decoded(const QString &path, const QStringList &options)

@@ -1,3 +1,4 @@
+#include "reporttext.h"
 #include "stream.h"
 #include "support/tests.h"
 
@@ -19,11 +20,6 @@ private slots:
 namespace {
 
 constexpr std::chrono::nanoseconds period = 10ms;
-
-std::string textOf(const Report &report)
-{
-    return {report.begin() + 2, report.end()};
-}
 
 struct Text
 {

@@ -2,6 +2,7 @@
 #include <map>
 #include <set>
 
+#include "reporttext.h"
 #include "scenarioreader.h"
 #include "script.h"
 #include "support/tests.h"
@@ -68,11 +69,6 @@ BoardPlan planWith(const std::vector<BoardEvent> &events)
     BoardPlan plan{1001, 7};
     plan.events = events;
     return plan;
-}
-
-std::string textOf(const Report &report)
-{
-    return {report.begin() + 2, report.end()};
 }
 
 } // namespace

@@ -27,7 +27,7 @@ private slots:
 
 namespace {
 
-constexpr std::chrono::nanoseconds period = 10ms;
+constexpr std::chrono::nanoseconds reportPeriod = 10ms;
 
 /// (type, sub-type); the sub-type is 0 for all but SignalReport, and the type for all unknown ones is 0.
 using Name = std::pair<int, int>;
@@ -55,7 +55,7 @@ std::map<Name, int> passed(Stream &stream, int seconds, int thresholdMs)
     int lastKeptMs = -1; // none: rate-limited kinds are dropped until the first text
     int lastShownMs = 0;
     for (int ms = 0; ms < seconds * 1000; ms += 10) {
-        const Report report = stream.next(period);
+        const Report report = stream.next(reportPeriod);
         const int type = report.at(1);
         if (isRateLimited(type) && (lastKeptMs < 0 || ms - lastKeptMs <= thresholdMs))
             continue;
@@ -82,7 +82,7 @@ void tst_stream::otherBytesFromAnotherSeed()
     Stream first({1001, 7}), second({1001, 8});
     int equal = 0;
     for (int i = 0; i < 1000; ++i)
-        equal += first.next(period) == second.next(period);
+        equal += first.next(reportPeriod) == second.next(reportPeriod);
     QVERIFY2(equal < 20, QByteArray::number(equal));
 }
 
@@ -91,7 +91,7 @@ void tst_stream::textsAtMostOnceASecond()
     Stream stream({1001, 7});
     std::vector<int> textTimes;
     for (int ms = 0; ms < 30000; ms += 10) {
-        if (stream.next(period).at(1) == 50)
+        if (stream.next(reportPeriod).at(1) == 50)
             textTimes.push_back(ms);
     }
     QVERIFY2(textTimes.size() >= 26 && textTimes.size() <= 30,
@@ -107,7 +107,7 @@ void tst_stream::nothingThatTheBarGraphTakesForAVoltage()
     stream.command("T");
     int statusTexts = 0;
     for (int i = 0; i < 30000; ++i) {
-        const Report report = stream.next(period);
+        const Report report = stream.next(reportPeriod);
         if (report.at(1) != 119)
             continue;
         ++statusTexts;
@@ -149,7 +149,7 @@ void tst_stream::neighboursDiffer()
     std::map<Name, Report> last;
     std::map<Name, int> repeated;
     for (int i = 0; i < 30000; ++i) {
-        const Report report = stream.next(period);
+        const Report report = stream.next(reportPeriod);
         Report &before = last[nameOf(report)];
         repeated[nameOf(report)] += report == before;
         before = report;
@@ -164,7 +164,7 @@ void tst_stream::componentsStayWithinTheBars()
     Stream stream({1001, 7});
     int largest = 0;
     for (int i = 0; i < 30000; ++i) {
-        const Report report = stream.next(period);
+        const Report report = stream.next(reportPeriod);
         if (nameOf(report) != Name{47, 1})
             continue;
         for (std::size_t offset = 13; offset < 37; offset += 2)
@@ -208,11 +208,11 @@ void tst_stream::voltagesStayOnTheMeter()
         plan.adcMax = adcMax;
     Stream stream(plan);
     for (int i = 0; i < 1000; ++i)
-        QVERIFY(stream.next(period).at(1) != 119); // none before the command
+        QVERIFY(stream.next(reportPeriod).at(1) != 119); // none before the command
     stream.command("V\r");
     std::vector<int> readings;
     for (int i = 0; i < 30000; ++i) {
-        const Report report = stream.next(period);
+        const Report report = stream.next(reportPeriod);
         if (report.at(1) != 119)
             continue;
         QCOMPARE(report.size(), std::size_t{52});

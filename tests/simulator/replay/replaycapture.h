@@ -48,6 +48,12 @@ private:
     quint64 sequence = 0;
 };
 
+/// A scenario in which the replay begins paused; its path.
+inline QByteArray paused(const ReplayCapture &capture)
+{
+    return capture.scenario("\"paused\": true");
+}
+
 /// Ten reports of two boards, 5 ms apart.
 void addTen(ReplayCapture &capture);
 /// As heard() has them.

@@ -26,11 +26,6 @@ using blocks::number;
 constexpr int sendCommand = 6, writePacket = 7, getDestination = 14, openChannel = 15, readPacket = 17,
               getPoints = 21, version = 23, connected = 28, isSomething = 45;
 
-QByteArray paused(const ReplayCapture &capture)
-{
-    return capture.scenario("\"paused\": true");
-}
-
 void step(Playing &playing, std::size_t heardThen)
 {
     playing.library.replayStep(1);

@@ -29,11 +29,6 @@ private slots:
 
 namespace {
 
-QByteArray paused(const ReplayCapture &capture)
-{
-    return capture.scenario("\"paused\": true");
-}
-
 /// Boards after so many reports.
 QList<int> idsAfter(Playing &playing, int reports)
 {

@@ -20,15 +20,6 @@ private slots:
     void aSeekLeavesOutOfHowMany();
 };
 
-namespace {
-
-QByteArray paused(const ReplayCapture &capture)
-{
-    return capture.scenario("\"paused\": true");
-}
-
-} // namespace
-
 void tst_replaysteps::stepsTakeNoTimeOfTheCapture()
 {
     ReplayCapture capture;

@@ -40,10 +40,10 @@ Packet packetOf(const Position &position, std::int64_t timeNs, const FieldRules 
 }
 
 /// "0.050 x 1000 -> 1003", "0.050 only in A"
-class Listener : public comparing::AlignmentListener
+class LineListener : public comparing::AlignmentListener
 {
 public:
-    explicit Listener(const FieldRules &fieldRules)
+    explicit LineListener(const FieldRules &fieldRules)
         : rules(fieldRules)
     {
     }
@@ -73,7 +73,7 @@ QStringList linesOf(const std::vector<Packet> &a, const std::vector<Packet> &b, 
             return next < packets.size() ? std::optional(packets[next++]) : std::nullopt;
         };
     };
-    Listener listener(rules);
+    LineListener listener(rules);
     comparing::Alignment(sourceOf(a), sourceOf(b), rules, listener).run();
     return listener.lines;
 }

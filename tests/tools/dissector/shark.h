@@ -5,6 +5,11 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
+inline QByteArray hex(const char *digits)
+{
+    return QByteArray::fromHex(digits);
+}
+
 /// What a program prints on standard output. Fails the test when its status is neither 0 nor `otherStatus`,
 /// or when it says something on standard error, of which tshark's line for root and those of Qt's platform
 /// are none.

@@ -8,11 +8,6 @@
 
 namespace {
 
-QByteArray hex(const char *digits)
-{
-    return QByteArray::fromHex(digits);
-}
-
 QByteArray call(quint64 sequence, int flags = 0, quint32 lost = 0)
 {
     return packetBytes(2, flags, 1, 0, 0, {}, 0, lost, sequence);

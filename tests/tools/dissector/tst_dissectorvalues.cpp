@@ -36,11 +36,6 @@ QString textOf(const nlohmann::json &value)
     return QString::fromStdString(value.is_string() ? value.get<std::string>() : value.dump());
 }
 
-QByteArray hex(const char *digits)
-{
-    return QByteArray::fromHex(digits);
-}
-
 QByteArray report(const QByteArray &bytes)
 {
     return packetBytes(1, 1, 0, 1001, 0, bytes, 3);

@@ -8,7 +8,7 @@ using examplecapture::whole;
 
 namespace {
 
-QByteArray packetAt(quint64 timeNs, const QByteArray &data, quint64 dropCount = 0)
+QByteArray checkedPacket(quint64 timeNs, const QByteArray &data, quint64 dropCount = 0)
 {
     return blocks::packet(timeNs, data,
                           dropCount > 0 ? blocks::option(4, blocks::number(dropCount, 8)) : QByteArray());
@@ -16,29 +16,30 @@ QByteArray packetAt(quint64 timeNs, const QByteArray &data, quint64 dropCount = 
 
 QByteArray mark(quint64 timeNs, quint64 sequence, quint32 lost = 0)
 {
-    return packetAt(timeNs, packetBytes(6, 0, 0, 0, 0, "x", 0, lost, sequence), lost);
+    return checkedPacket(timeNs, packetBytes(6, 0, 0, 0, 0, "x", 0, lost, sequence), lost);
 }
 
 /// Of board 7, unless the flags say otherwise.
 QByteArray report(quint64 timeNs, quint64 sequence, int flags = 1)
 {
-    return packetAt(timeNs, packetBytes(1, flags, 0, 7, 0, "x", 1, 0, sequence));
+    return checkedPacket(timeNs, packetBytes(1, flags, 0, 7, 0, "x", 1, 0, sequence));
 }
 
 QByteArray call(int kind, quint64 sequence, int number, quint32 link = 0)
 {
-    return packetAt(sequence + 1, packetBytes(kind, 0, number, 0, 0, {}, link, 0, sequence));
+    return checkedPacket(sequence + 1, packetBytes(kind, 0, number, 0, 0, {}, link, 0, sequence));
 }
 
 QByteArray end(quint64 sequence, const QByteArray &counts = blocks::number(0, 4))
 {
-    return packetAt(startNs, packetBytes(8, 0, 0, 0, 0, blocks::number(1, 4) + blocks::number(0, 4) + counts,
-                                         0, 0, sequence));
+    return checkedPacket(
+        startNs,
+        packetBytes(8, 0, 0, 0, 0, blocks::number(1, 4) + blocks::number(0, 4) + counts, 0, 0, sequence));
 }
 
 QByteArray status(quint64 timeNs, quint64 sequence, const QByteArray &counts)
 {
-    return packetAt(timeNs, packetBytes(5, 0, 0, 0, 0, QByteArray(28, '\0') + counts, 0, 0, sequence));
+    return checkedPacket(timeNs, packetBytes(5, 0, 0, 0, 0, QByteArray(28, '\0') + counts, 0, 0, sequence));
 }
 
 /// Of board 7.
@@ -94,15 +95,15 @@ void CheckTests::faults_data()
            "byte 148, packet 2: its sequence is not higher than the packet's before");
     addRow("losses", mark(5, 0) + mark(6, 2, 2), "byte 148, packet 2: more are lost than are missing");
     const QByteArray loss = packetBytes(6, 0, 0, 0, 0, "x", 0, 1, 2);
-    addRow("drop count", mark(5, 0) + packetAt(6, loss, 2),
+    addRow("drop count", mark(5, 0) + checkedPacket(6, loss, 2),
            "byte 148, packet 2: its drop count is not what it says is lost");
-    addRow("no drop count", mark(5, 0) + packetAt(6, loss),
+    addRow("no drop count", mark(5, 0) + checkedPacket(6, loss),
            "byte 148, packet 2: its drop count is not what it says is lost");
     addRow("behind the end", end(0) + mark(startNs + 1, 1),
            "byte 156, packet 2: it lies behind the end of its session");
-    addRow("cut header", packetAt(5, packetBytes(6, 0, 0, 0, 0, {}).left(20)),
+    addRow("cut header", checkedPacket(5, packetBytes(6, 0, 0, 0, 0, {}).left(20)),
            "byte 72, packet 1: its header is cut off, or of a wrong length");
-    addRow("kind", packetAt(5, packetBytes(9, 0, 0, 0, 0, {})),
+    addRow("kind", checkedPacket(5, packetBytes(9, 0, 0, 0, 0, {})),
            "byte 72, packet 1: its kind is 9, which the format has not");
     addRow("call", call(2, 0, 48), "byte 72, packet 1: its call is 48, which the format has not");
     addRow("no call", call(3, 0, 1, 0), "byte 72, packet 1: it returns from no call");
@@ -140,13 +141,13 @@ void CheckTests::totals_data()
            "byte 236, packet 3: it tells of 3 lost, and the packets of 2");
     addRow("fewer lost at the end", mark(5, 0) + mark(6, 3, 2) + end(4, none + blocks::number(1, 8)),
            "byte 236, packet 3: it tells of 1 lost, and the packets of 2");
-    addRow("a short end", packetAt(5, packetBytes(8, 0, 0, 0, 0, blocks::number(1, 4))),
+    addRow("a short end", checkedPacket(5, packetBytes(8, 0, 0, 0, 0, blocks::number(1, 4))),
            "byte 72, packet 1: an end packet that is too short");
     addRow("an end that is cut", report(5, 0) + end(1, blocks::number(2, 4) + countsOf(1, 1, 0).mid(4)),
            "byte 148, packet 2: it lacks the counts of 1 board");
     addRow("a status", report(5, 0) + status(6, 1, countsOf(3, 2, 0)),
            "byte 148, packet 2: board 7 has 1 report, and not the recorded 2");
-    addRow("a short status", packetAt(5, packetBytes(5, 0, 0, 0, 0, "x")),
+    addRow("a short status", checkedPacket(5, packetBytes(5, 0, 0, 0, 0, "x")),
            "byte 72, packet 1: a status packet that is too short");
     addRow("a status that is cut", status(5, 0, countsOf(0, 0, 0).chopped(1)),
            "byte 72, packet 1: it lacks the counts of 1 board");
@@ -161,7 +162,7 @@ void CheckTests::totals()
 void CheckTests::allThatWasLost()
 {
     const QByteArray two = blocks::number(0, 4) + blocks::number(2, 8);
-    const QByteArray last = packetAt(
+    const QByteArray last = checkedPacket(
         startNs, packetBytes(8, 0, 0, 0, 0, blocks::number(1, 4) + blocks::number(0, 4) + two, 0, 1, 5), 1);
     for (const QByteArray &packets :
          {mark(5, 0) + mark(6, 3, 2) + end(4, two), mark(5, 0) + mark(6, 3, 1) + last,
@@ -174,7 +175,7 @@ void CheckTests::interfaces()
 {
     const QByteArray first = blocks::section() + blocks::interface("board 7");
     QCOMPARE(faultsOf(padscope({"check", "-"}, first + report(5, 0))), QStringList());
-    const QByteArray other = packetAt(6, packetBytes(1, 1, 0, 8, 0, "x", 1, 0, 1));
+    const QByteArray other = checkedPacket(6, packetBytes(1, 1, 0, 8, 0, "x", 1, 0, 1));
     QCOMPARE(faultsOf(padscope({"check", "-"}, first + report(5, 0) + other)),
              QStringList{"byte 148, packet 2: it is not of the board of its interface, board 7"});
     QCOMPARE(faultsOf(padscope({"check", "-"}, first + mark(5, 0))),
@@ -184,7 +185,7 @@ void CheckTests::interfaces()
 /// In a section that a recorder has written, not in one of somebody else's.
 void CheckTests::foreignPackets()
 {
-    const QByteArray foreign = packetAt(5, "foreign!");
+    const QByteArray foreign = checkedPacket(5, "foreign!");
     QCOMPARE(padscope({"check", "-"}, start() + foreign + packets().join()).status, 0);
     const QByteArray body = blocks::number(0x1A2B3C4D, 4) + blocks::number(1, 2) + blocks::number(0, 2) +
                             QByteArray(8, '\xFF') + blocks::option(1, "padscope capture 1, session 5f0c93a1");
