@@ -177,8 +177,8 @@ void RedactTests::summary()
   status: 1 packets, 0 edited
     left: all
   text: 1 packets, 0 edited
-    blanked: hexadecimal digits
-    left: all other characters, words of letters, frequencies
+    blanked: hexadecimal digits of lines that may be signals
+    left: lines of prose, other characters, words of letters, frequencies
   unknown: 1 packets, 1 edited
     blanked: all behind length and type
   blanked in all reports: bytes that no field has
@@ -213,7 +213,7 @@ void RedactTests::simulatedBoard()
         }
     }
     QCOMPARE(texts,
-             (QStringList{"board 0000 ready!", "[?] commands: . 0 U0 U0 < > V T ? :RMM :M0U0 :M0P0!"}));
+             (QStringList{"board 1001 ready!", "[?] commands: . B U8 U0 < > V T ? :RMM :MDU0 :MDP0!"}));
     QVERIFY(blanked > 1000); // 160 reports with up to 15 such fields
 }
 
