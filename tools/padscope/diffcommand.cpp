@@ -159,18 +159,18 @@ private:
                                    "a packet of a later version of the format");
             return false;
         }
-        const bool isCut = last == Event::End && reader.file().endsWithinBlock();
+        const bool isUsable = last == Event::End && capture->packets() > 0;
         if (const auto damage = padscope::damageOf(reader, last))
             padscope::printErrorAt(input, damage->offset,
-                                   damage->reason + (isCut ? "; compared up to there" : ""));
-        if (last == Event::Damage)
-            return false;
-        if (capture->packets() == 0 && reader.file().offset() > 0)
+                                   damage->reason + (isUsable ? "; compared up to there" : ""));
+        else if (!isUsable)
             padscope::printError(input.name() + ": no packet of a capture in it");
+        if (!isUsable)
+            return false;
         if (skipped.cutHeaders > 0)
             padscope::printError(input.name() + ": " + std::to_string(skipped.cutHeaders) +
                                  " packets that are cut within their header are left out");
-        return capture->packets() > 0;
+        return true;
     }
 
     padscope::InputFile input;

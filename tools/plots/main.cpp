@@ -36,12 +36,18 @@ int save(const QString &path, const QByteArray &bytes, padscope::Status status)
     return trouble.isEmpty() ? status : fail(path + QStringLiteral(": ") + trouble, padscope::Failed);
 }
 
+/// What is wrong with others has been told.
+bool canBeShown(padscope::Status status, const plots::Contents &contents)
+{
+    return status != padscope::Usage && !contents.survey.overview().sessions().empty();
+}
+
 int report(const std::string &file, const QString &output)
 {
     plots::CaptureReading reading(file);
     plots::Contents contents;
     const padscope::Status status = reading.survey(contents, true);
-    if (status == padscope::Usage)
+    if (!canBeShown(status, contents))
         return status;
     plots::Pictures pictures(contents.survey, plots::columnsOf(plots::Format::Svg));
     reading.draw(pictures);
@@ -68,7 +74,7 @@ int plot(const std::string &file, const WhatName &wanted, const QString &output)
     plots::CaptureReading reading(file);
     plots::Contents contents;
     const padscope::Status status = reading.survey(contents, false);
-    if (status == padscope::Usage)
+    if (!canBeShown(status, contents))
         return status;
     const plots::Format format = formatOf(output);
     plots::Pictures pictures(contents.survey, plots::columnsOf(format));

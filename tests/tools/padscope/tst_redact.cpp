@@ -127,9 +127,6 @@ void RedactTests::example_data()
     addRow("cut", whole().chopped(1), start() + redactedPackets().mid(0, 10).join(), 3,
            "padscope: standard input: byte " + QByteArray::number(whole().size() - packets().last().size()) +
                ": it ends within a block\n");
-    addRow("zeros behind", whole() + QByteArray(64, '\0'), redacted, 3,
-           "padscope: standard input: byte " + QByteArray::number(whole().size()) +
-               ": a block length of 0\n");
     const auto onePacket = [](const char *payload, int flags) {
         return blocks::section(true) + blocks::interface("driver", true) +
                stamped(1, packetBytes(1, flags, 0, 1001, 0, QByteArray::fromHex(payload)), true);
@@ -230,7 +227,7 @@ void RedactTests::whatIsLeftOut()
     QCOMPARE(Files::read(out), start() + redactedPackets().join());
     QVERIFY(run.lines().contains("  left out: 5 blocks that are not known"));
     QVERIFY(run.errors.contains("a packet of a later version of the format"));
-    QCOMPARE(run.status, 3);
+    QCOMPARE(run.status, 1);
 }
 
 void RedactTests::comments()
