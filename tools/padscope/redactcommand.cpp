@@ -35,7 +35,7 @@ public:
     {
         if (!input.isOpen())
             return padscope::Usage;
-        output = std::make_unique<padscope::NewFile>(options.output);
+        output = std::make_unique<padscope::NewFile>(options.output, padscope::NewFile::Access::Umask);
         const Event last = output->error().empty() ? copy() : Event::End;
         if (!output->error().empty())
             return outputFailed();

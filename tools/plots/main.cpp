@@ -5,6 +5,7 @@
 #include <QLocale>
 
 #include "escaping.h"
+#include "newfile.h"
 #include "output.h"
 #include "page.h"
 
@@ -32,8 +33,11 @@ int fail(const QString &line, padscope::Status status)
 
 int save(const QString &path, const QByteArray &bytes, padscope::Status status)
 {
-    const QString trouble = plots::writeNew(path, bytes);
-    return trouble.isEmpty() ? status : fail(path + QStringLiteral(": ") + trouble, padscope::Failed);
+    padscope::NewFile file(QFile::encodeName(path).toStdString(), padscope::NewFile::Access::Owner);
+    file.write({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+    if (file.finish())
+        return status;
+    return fail(path + QStringLiteral(": ") + QString::fromStdString(file.error()), padscope::Failed);
 }
 
 /// What is wrong with others has been told.

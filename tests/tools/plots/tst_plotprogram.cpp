@@ -29,6 +29,8 @@ private slots:
     void incompleteCaptures();
     void overwritesNothing();
     void noRoom();
+    void limitOfFileSizes();
+    void permissions();
     void tooHigh();
 
 private:
@@ -244,6 +246,32 @@ void PlotProgramTests::noRoom()
     QCOMPARE(run.errors.count('\n'), 1);
     QVERIFY(run.errors.startsWith("padscope: /proc/x.html: "));
     QCOMPARE(run.status, 1);
+}
+
+/// Of files above 51,200 bytes.
+void PlotProgramTests::limitOfFileSizes()
+{
+    const Files folder;
+    const QString page = folder.path("page.html");
+    const QString picture = folder.path("picture.png");
+    for (const QString &command :
+         {"report " EXAMPLE_CAPTURE " -o " + page, "plot " EXAMPLE_CAPTURE " --what signals -o " + picture}) {
+        const ProgramRun run = runProgram(
+            "/bin/sh", {"-c", "ulimit -f 100; exec \"$0\" " + command, QStringLiteral(PADSCOPE_PROGRAM)});
+        const QString output = command.startsWith("report") ? page : picture;
+        QCOMPARE(QString(run.errors), "padscope: " + output + ": File too large\n");
+        QCOMPARE(run.status, 1);
+        QCOMPARE(folder.names(), QStringList());
+    }
+}
+
+/// They show handwriting: nobody else reads them.
+void PlotProgramTests::permissions()
+{
+    const QString page = files.path("permissions.html");
+    QCOMPARE(padscope({"report", EXAMPLE_CAPTURE, "-o", page}).status, 0);
+    QCOMPARE(QFile::permissions(page),
+             QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser);
 }
 
 /// Rates and jitter of 32 boards are 64 pictures of 600 pixels.
