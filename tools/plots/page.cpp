@@ -24,9 +24,11 @@ std::string printed(const char *format, double number)
     return text;
 }
 
-std::string milliseconds(std::int64_t ns)
+/// In milliseconds; a dash where nothing was measured.
+void addSpread(Row &row, const statistics::Spread &spread)
 {
-    return printed("%.3f", static_cast<double>(ns) / 1e6);
+    for (const std::int64_t ns : {spread.minNs, spread.medianNs, spread.p99Ns, spread.maxNs})
+        row.push_back(spread.count > 0 ? printed("%.3f", static_cast<double>(ns) / 1e6) : "–");
 }
 
 std::string seconds(double number)
@@ -223,17 +225,11 @@ private:
         for (const statistics::BoardStatistics &board : found->boards) {
             for (const statistics::TypeStatistics &type : board.types) {
                 gaps.add([&] {
-                    return Row{boardName(board.board),
-                               type.type,
-                               std::to_string(type.count),
-                               printed("%.1f", type.perSecond),
-                               milliseconds(type.gaps.minNs),
-                               milliseconds(type.gaps.medianNs),
-                               milliseconds(type.gaps.p99Ns),
-                               milliseconds(type.gaps.maxNs),
-                               milliseconds(type.jitter.medianNs),
-                               milliseconds(type.jitter.p99Ns),
-                               milliseconds(type.jitter.maxNs)};
+                    Row row{boardName(board.board), type.type, std::to_string(type.count),
+                            printed("%.1f", type.perSecond)};
+                    addSpread(row, type.gaps);
+                    addSpread(row, type.jitter);
+                    return row;
                 });
                 for (const statistics::FieldStatistics &field : type.fields)
                     fields.add([&] {
@@ -245,8 +241,8 @@ private:
             }
         }
         html.heading(4, "Time between reports of a type, and jitter: its difference from the median (ms)");
-        writeTable({"Board", "Type", "Count", "A second", "Min", "Median", "99 %", "Max", "Jitter median",
-                    "Jitter 99 %", "Jitter max"},
+        writeTable({"Board", "Type", "Count", "A second", "Min", "Median", "99 %", "Max", "Jitter min",
+                    "Jitter median", "Jitter 99 %", "Jitter max"},
                    gaps, "types");
         html.heading(4, "Fields");
         writeTable({"Board", "Field", "Unit", "Count", "Min", "Mean", "Max"}, fields, "fields");
@@ -256,10 +252,10 @@ private:
     void writeDurations(const statistics::SessionStatistics &session)
     {
         Rows rows;
-        for (const statistics::CallStatistics &call : session.calls)
-            rows.push_back({call.name, std::to_string(call.count), std::to_string(call.durations.count),
-                            milliseconds(call.durations.minNs), milliseconds(call.durations.medianNs),
-                            milliseconds(call.durations.p99Ns), milliseconds(call.durations.maxNs)});
+        for (const statistics::CallStatistics &call : session.calls) {
+            rows.push_back({call.name, std::to_string(call.count), std::to_string(call.durations.count)});
+            addSpread(rows.back(), call.durations);
+        }
         html.heading(4, "Durations of calls (ms)");
         writeTable({"Call", "Count", "Returned", "Min", "Median", "99 %", "Max"}, {rows, rows.size()},
                    "calls");

@@ -64,6 +64,7 @@ private slots:
     void noReports();
     void sections();
     void tables();
+    void gapsAndJitter();
     void severalSessions();
     void pictureTexts();
     void failedCalls();
@@ -124,12 +125,28 @@ void PageTests::tables()
              "return not recorded | 1234 | orvexSendCommand(1001, &quot;?\\r&quot;)",
              "0.600000 | hi",
              "1.100000 | hello",
-             "1001 | TextReport | 1 | 0.0 | 0.000 | 0.000 | 0.000 | 0.000 | 0.000 | 0.000 | 0.000",
+             "1001 | TextReport | 1 | 0.0 | – | – | – | – | – | – | – | –",
              "1001 | signal4.integrator60 |  | 1 | -1 | -1 | -1",
              "orvexAttach | 1 | 1 | 1.000 | 1.000 | 1.000 | 1.000",
+             "orvexSendCommand | 1 | 0 | – | – | – | –",
          })
         QVERIFY2(all.contains(QString::fromUtf8(row)), qPrintable(row + ('\n' + all.join('\n').toUtf8())));
     QVERIFY(text.contains(QStringLiteral("<p>2 packets were lost.</p>")));
+}
+
+/// Gaps of 10, 20 and 60 ms; the median is 20.
+void PageTests::gapsAndJitter()
+{
+    QByteArray reports;
+    for (const int index : {0, 1, 3, 9})
+        reports += report(index, "34770cff03");
+    const QString text = page("gaps", start() + reports, 3);
+    const QString head = texts(text, "th").join(QStringLiteral(" | "));
+    QVERIFY(
+        head.contains(QStringLiteral("A second | Min | Median | 99 % | Max | Jitter min | Jitter median | "
+                                     "Jitter 99 % | Jitter max")));
+    QVERIFY(rows(text).contains(QStringLiteral("1001 | AdcReport | 4 | 33.3 | 10.000 | 20.000 | 60.000 | "
+                                               "60.000 | 0.000 | 10.000 | 40.000 | 40.000")));
 }
 
 void PageTests::severalSessions()
