@@ -96,8 +96,17 @@ private:
              ++i) {
             const int differing = bytesA.at(i) ^ bytesB.at(i);
             if (differing != 0 && (!layout || (differing & ~coveredBits(*layout, i)) != 0))
-                addByte("byte ", i, bytesA.at(i), bytesB.at(i));
+                compareUncovered(i, bytesA.at(i), bytesB.at(i));
         }
+    }
+
+    /// A byte that differs and is in no field of a layout.
+    void compareUncovered(std::size_t offset, int from, int to)
+    {
+        if (offset >= FieldRules::headerSize)
+            addByte("byte ", offset, from, to);
+        else if (!rules.areEqual(FieldRules::headerField(offset), from, to))
+            add(FieldRules::headerName(offset), std::to_string(from), std::to_string(to));
     }
 
     /// The characters of such a text tell its length.

@@ -144,7 +144,25 @@ void DiffTests::tellsADifferenceOnce_data()
     addRow("a length and the byte with it", QByteArray::fromHex("022100"), QByteArray::fromHex("0121"),
            QStringList{}, "unknown length 3 -> 2");
     addRow("another first byte", QByteArray::fromHex("022100"), QByteArray::fromHex("0521"), QStringList{},
-           "unknown length 3 -> 2, byte 0 02 -> 05");
+           "unknown length 3 -> 2, reportLength 2 -> 5");
+    const QByteArray position = QByteArray::fromHex("1fa47f") + QByteArray(28, '\0');
+    QByteArray otherPosition = position;
+    otherPosition.replace(0, 1, "\x22");
+    addRow("a length", position, otherPosition, QStringList{}, "PositionReport reportLength 31 -> 34");
+    addRow("within its tolerance", position, otherPosition, QStringList{"--tolerance", "reportLength=3"}, "");
+    addRow("beyond it", position, otherPosition, QStringList{"--tolerance", "reportLength=2"},
+           "PositionReport reportLength 31 -> 34");
+    addRow("a length that is ignored", position, otherPosition, QStringList{"--ignore", "reportLength"}, "");
+    addRow("types and sub-types", QByteArray::fromHex("0421ff00"), QByteArray::fromHex("04200000"),
+           QStringList{}, "unknown reportType 33 -> 32, reportSubType 255 -> 0");
+    addRow("one of which is ignored", QByteArray::fromHex("0421ff00"), QByteArray::fromHex("04200000"),
+           QStringList{"--ignore", "reportType"}, "unknown reportSubType 255 -> 0");
+    addRow("the type of a text", QByteArray("\x04\x32hi"), QByteArray("\x04\x77hi"), QStringList{},
+           "TextReport reportType 50 -> 119");
+    // There it is half of a field.
+    QByteArray phase = QByteArray::fromHex("2868") + QByteArray(38, '\0');
+    addRow("a field in place of a sub-type", phase, QByteArray(phase).replace(2, 1, "\1"), QStringList{},
+           "PhaseReport xRs0 0 -> 256");
 }
 
 void DiffTests::tellsADifferenceOnce()
