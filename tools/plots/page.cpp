@@ -150,6 +150,8 @@ private:
             {"Began at", decoding::utcText(session.firstNs)}, {"Seconds", printed("%.3f", span)},
             {"Ended", session.endText(contents.isCutOff)},    {"Packets", std::to_string(session.packets)},
             {"Lost", std::to_string(session.lost)},           {"Cut", std::to_string(session.cut)}};
+        if (session.edited > 0)
+            rows.push_back({"Edited", std::to_string(session.edited)});
         for (const auto &[kind, count] : session.kinds)
             rows.push_back({"Packets of kind " + kind, std::to_string(count)});
         html.heading(3, "Overview");

@@ -132,6 +132,9 @@ void PageTests::tables()
          })
         QVERIFY2(all.contains(QString::fromUtf8(row)), qPrintable(row + ('\n' + all.join('\n').toUtf8())));
     QVERIFY(text.contains(QStringLiteral("<p>2 packets were lost.</p>")));
+    QVERIFY(all.filter("Edited").isEmpty());
+    const QByteArray edited = blocks::packet(examplecapture::startNs, packetBytes(6, 128, 0, 0, 0, "hello"));
+    QVERIFY(rows(page("edited", start() + edited, 3)).contains(QStringLiteral("Edited | 1")));
 }
 
 /// Gaps of 10, 20 and 60 ms; the median is 20.
