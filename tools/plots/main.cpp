@@ -107,6 +107,7 @@ int main(int argc, char **argv)
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
     QLocale::setDefault(QLocale::c());
     const QApplication application(argc, argv);
+    QApplication::setFont(plots::textFont());
     const QStringList arguments = QCoreApplication::arguments();
     const QString verb = arguments.value(1);
     const std::string file = QFile::encodeName(arguments.value(2)).toStdString();

@@ -174,7 +174,8 @@ void PageTests::pictureTexts()
             reader.readNext();
         QVERIFY2(!reader.hasError(), qPrintable(reader.errorString()));
         QVERIFY(picture.contains(QStringLiteral(">Time (s)</text>")));
-        QVERIFY(picture.contains(QStringLiteral("font-family=\"DejaVu Sans\"")));
+        QCOMPARE(picture.count(QStringLiteral("font-family=\"DejaVu Sans, Verdana, sans-serif\"")),
+                 picture.count(QStringLiteral("font-family")));
     }
     const QString voltage = all.filter(QStringLiteral(">Voltage (V)</text>")).value(0);
     QVERIFY(voltage.contains(QStringLiteral("<title>Board 1001: Voltage (AdcReport)</title>")));
