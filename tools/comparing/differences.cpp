@@ -6,24 +6,14 @@
 #include "decoding.h"
 #include "escaping.h"
 #include "fieldindex.h"
-#include "lines.h"
+#include "findings.h"
 
 namespace comparing {
 
 namespace {
 
 using capture::Kind;
-using decoding::FieldType;
 using decoding::FieldValue;
-
-constexpr char none[] = "none"; ///< in place of the value of a field that is cut off
-
-std::string_view shortName(std::size_t field)
-{
-    const std::string_view name = decoding::allFields()[field].name;
-    const std::size_t dot = name.find('.');
-    return dot == std::string_view::npos ? name : name.substr(dot + 1);
-}
 
 std::size_t resultField()
 {
@@ -36,7 +26,7 @@ std::size_t resultField()
     return field;
 }
 
-/// Finds what differs between two packets. Without a text to append to it ends at the first difference.
+/// Finds what differs between two packets.
 class FieldSearch
 {
 public:
@@ -45,35 +35,33 @@ public:
         : a(first)
         , b(second)
         , rules(fieldRules)
-        , text(appendTo)
+        , found(fieldRules, appendTo)
     {
     }
 
     bool findAny()
     {
         compareHeaders();
-        if (isDone())
+        if (found.isDone())
             return true;
         if (a.kind == Kind::Report)
             compareReports();
         else
             compareCalls();
-        return isFound;
+        return found.isAny();
     }
 
 private:
-    bool isDone() const { return isFound && !text; }
-
     void compareHeaders()
     {
         if (a.call != b.call)
-            add("call", std::to_string(a.call), std::to_string(b.call));
+            found.add("call", std::to_string(a.call), std::to_string(b.call));
         if (a.flags != b.flags)
-            addBytes("flags", a.flags, b.flags);
+            found.addBytes("flags", a.flags, b.flags);
         if (a.result != b.result && !rules.areEqual(resultField(), a.result, b.result))
-            add("result", std::to_string(a.result), std::to_string(b.result));
+            found.add("result", std::to_string(a.result), std::to_string(b.result));
         if (a.length == b.length && a.payload.size() != b.payload.size())
-            add("kept length", std::to_string(a.payload.size()), std::to_string(b.payload.size()));
+            found.add("kept length", std::to_string(a.payload.size()), std::to_string(b.payload.size()));
     }
 
     void compareReports()
@@ -86,19 +74,28 @@ private:
         const bool isText =
             reports::formOf(bytesA) == reports::Form::Text && reports::formOf(bytesB) == reports::Form::Text;
         if (a.length != b.length && !(isText && isWhole(a) && isWhole(b)))
-            add("length", std::to_string(a.length), std::to_string(b.length));
+            found.add("length", std::to_string(a.length), std::to_string(b.length));
         if (layout)
             compareFields(*layout, bytesA, bytesB);
         if (isText)
             compareCharacters();
         const std::size_t textBegin = isText ? reports::textOffset : std::string::npos;
         const std::size_t end = std::min({a.payload.size(), b.payload.size(), textBegin});
-        for (std::size_t i = followsFromLength(bytesA.at(0), bytesB.at(0)) ? 1 : 0; i < end && !isDone();
-             ++i) {
+        for (std::size_t i = followsFromLength(bytesA.at(0), bytesB.at(0)) ? 1 : 0;
+             i < end && !found.isDone(); ++i) {
             const int differing = bytesA.at(i) ^ bytesB.at(i);
             if (differing != 0 && (!layout || (differing & ~coveredBits(*layout, i)) != 0))
-                addByte("byte ", i, bytesA.at(i), bytesB.at(i));
+                compareUncovered(i, bytesA.at(i), bytesB.at(i));
         }
+    }
+
+    /// A byte that differs and is in no field of a layout.
+    void compareUncovered(std::size_t offset, int from, int to)
+    {
+        if (offset >= FieldRules::headerSize)
+            found.addByte("byte ", offset, from, to);
+        else if (!rules.areEqual(FieldRules::headerField(offset), from, to))
+            found.add(FieldRules::headerName(offset), std::to_string(from), std::to_string(to));
     }
 
     /// The characters of such a text tell its length.
@@ -115,7 +112,7 @@ private:
                        const reports::Bytes &bytesB)
     {
         const std::size_t first = decoding::index().layouts.at(&layout);
-        for (std::size_t i = 0; i < layout.fieldCount && !isDone(); ++i) {
+        for (std::size_t i = 0; i < layout.fieldCount && !found.isDone(); ++i) {
             const reports::Field &field = layout.fields[i];
             const std::size_t end = field.offset + reports::widthInBytes(field);
             const bool isInA = end <= bytesA.length;
@@ -125,8 +122,8 @@ private:
                          doesNotCount(*twin, first + std::size_t(twin - layout.fields), bytesA, bytesB)))
                 continue;
             if (isInA || isInB)
-                compareField(first + i, isInA ? valueOf(field, bytesA, first + i) : FieldValue(),
-                             isInB ? valueOf(field, bytesB, first + i) : FieldValue(), isInA, isInB);
+                found.compareField(first + i, isInA ? valueOf(field, bytesA, first + i) : FieldValue(),
+                                   isInB ? valueOf(field, bytesB, first + i) : FieldValue(), isInA, isInB);
         }
     }
 
@@ -170,7 +167,7 @@ private:
         std::string to;
         decoding::appendQuoted(from, textA);
         decoding::appendQuoted(to, textB);
-        add("characters", from, to);
+        found.add("characters", from, to);
     }
 
     /// Bits of a byte that belong to a field.
@@ -201,12 +198,12 @@ private:
         while (atA != valuesA.end() || atB != valuesB.end()) {
             const bool isInA = atB == valuesB.end() || (atA != valuesA.end() && atA->index <= atB->index);
             const bool isInB = atA == valuesA.end() || (atB != valuesB.end() && atB->index <= atA->index);
-            compareField(isInA ? atA->index : atB->index, isInA ? *atA : FieldValue(),
-                         isInB ? *atB : FieldValue(), isInA, isInB);
+            found.compareField(isInA ? atA->index : atB->index, isInA ? *atA : FieldValue(),
+                               isInB ? *atB : FieldValue(), isInA, isInB);
             atA += isInA ? 1 : 0;
             atB += isInB ? 1 : 0;
         }
-        if (!hasOtherFields)
+        if (!found.hasFields())
             compareRest();
     }
 
@@ -221,56 +218,8 @@ private:
     void compareRest()
     {
         if (a.length != b.length)
-            add("length", std::to_string(a.length), std::to_string(b.length));
-        compareBytes("byte ", a.payload, b.payload);
-    }
-
-    void compareField(std::size_t field, const FieldValue &valueA, const FieldValue &valueB, bool isInA,
-                      bool isInB)
-    {
-        const FieldType type = decoding::allFields()[field].type;
-        const bool isDecimal = type == FieldType::Decimal;
-        if (isInA && isInB && valueA.number == valueB.number && valueA.text == valueB.text)
-            return;
-        hasOtherFields = true;
-        if (rules.isIgnored(field))
-            return;
-        const std::string name(shortName(field));
-        if (isInA && isInB) {
-            const auto number = [isDecimal](const FieldValue &value) {
-                return isDecimal ? value.decimal : static_cast<double>(value.number);
-            };
-            if (type == FieldType::Bytes) {
-                if (valueA.text.size() != valueB.text.size())
-                    add(name + " length", std::to_string(valueA.text.size()),
-                        std::to_string(valueB.text.size()));
-                compareBytes(name + " byte ", valueA.text, valueB.text);
-                return;
-            }
-            if (type != FieldType::Text && rules.areEqual(field, number(valueA), number(valueB)))
-                return;
-        }
-        add(name, isInA ? printed(valueA) : none, isInB ? printed(valueB) : none);
-    }
-
-    static std::string printed(const FieldValue &value)
-    {
-        std::string shown;
-        decoding::appendPrinted(shown, value);
-        if (decoding::allFields()[value.index].type != FieldType::Text)
-            return shown;
-        for (std::size_t at = shown.find('"'); at != std::string::npos; at = shown.find('"', at + 2))
-            shown.insert(at, 1, '\\');
-        return '"' + shown + '"';
-    }
-
-    void compareBytes(const std::string &name, std::string_view bytesA, std::string_view bytesB)
-    {
-        for (std::size_t i = 0; i < std::min(bytesA.size(), bytesB.size()) && !isDone(); ++i) {
-            if (bytesA[i] != bytesB[i])
-                addByte(name, i, static_cast<unsigned char>(bytesA[i]),
-                        static_cast<unsigned char>(bytesB[i]));
-        }
+            found.add("length", std::to_string(a.length), std::to_string(b.length));
+        found.compareBytes("byte ", a.payload, b.payload);
     }
 
     static reports::Bytes bytesOf(const Packet &packet)
@@ -279,36 +228,10 @@ private:
         return {view.data, view.size};
     }
 
-    void addByte(std::string_view name, std::size_t offset, int from, int to)
-    {
-        addBytes(std::string(name) + std::to_string(offset), from, to);
-    }
-
-    void addBytes(std::string_view name, int from, int to)
-    {
-        constexpr char digits[] = "0123456789abcdef";
-        const auto hex = [&digits](int byte) {
-            return std::string{digits[byte >> 4 & 15], digits[byte & 15]};
-        };
-        add(name, hex(from), hex(to));
-    }
-
-    void add(std::string_view name, const std::string &from, const std::string &to)
-    {
-        isFound = true;
-        if (!text)
-            return;
-        if (!text->empty())
-            *text += ", ";
-        ((((*text += name) += ' ') += from) += " -> ") += to;
-    }
-
     const Packet &a;
     const Packet &b;
     const FieldRules &rules;
-    std::string *text;
-    bool isFound = false;
-    bool hasOtherFields = false; ///< also those whose difference does not count
+    Findings found;
 };
 
 } // namespace

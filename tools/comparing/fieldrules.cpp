@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "field.h"
 #include "fields.h"
 #include "layoutnames.h"
 
@@ -11,10 +12,15 @@ namespace comparing {
 
 namespace {
 
+constexpr const reports::Field *headerFields[FieldRules::headerSize] = {
+    &reports::reportLength, &reports::reportType, &reports::reportSubType};
 constexpr double ignored = std::numeric_limits<double>::infinity();
 
-bool isNumeric(decoding::FieldType type)
+bool isNumeric(std::size_t field)
 {
+    if (field >= decoding::allFields().size())
+        return true;
+    const decoding::FieldType type = decoding::allFields()[field].type;
     return type == decoding::FieldType::Signed || type == decoding::FieldType::Unsigned ||
            type == decoding::FieldType::Decimal;
 }
@@ -33,14 +39,28 @@ std::vector<std::size_t> fieldsNamed(const std::string &name)
         if (isCompared && (full == name || (!prefix.empty() && full.substr(dot + 1) == name)))
             found.push_back(i);
     }
+    for (std::size_t byte = 0; byte < FieldRules::headerSize; ++byte) {
+        if (name == FieldRules::headerName(byte))
+            found.push_back(FieldRules::headerField(byte));
+    }
     return found;
 }
 
 } // namespace
 
 FieldRules::FieldRules()
-    : limits(decoding::allFields().size())
+    : limits(decoding::allFields().size() + headerSize)
 {
+}
+
+std::size_t FieldRules::headerField(std::size_t byte)
+{
+    return decoding::allFields().size() + byte;
+}
+
+const char *FieldRules::headerName(std::size_t byte)
+{
+    return headerFields[byte]->name;
 }
 
 FieldRules::Outcome FieldRules::ignore(const std::string &name)
@@ -58,7 +78,7 @@ FieldRules::Outcome FieldRules::tolerate(const std::string &name, double limit)
     if (fields.empty())
         return Outcome::UnknownField;
     for (const std::size_t field : fields) {
-        if (!isNumeric(decoding::allFields()[field].type))
+        if (!isNumeric(field))
             return Outcome::NotNumeric;
         limits[field] = std::max(limits[field], limit);
         hasRules = hasRules || limit > 0;

@@ -30,6 +30,10 @@ reports::Bytes bytesOf(std::string_view payload)
 void blankFieldsWithRules(std::string &payload, const FieldRules &rules)
 {
     const reports::Layout *layout = reports::layoutOf(bytesOf(payload));
+    for (std::size_t i = 0; i < std::min(payload.size(), FieldRules::headerSize); ++i) {
+        if (rules.hasRule(FieldRules::headerField(i)))
+            payload[i] = 0;
+    }
     if (!layout)
         return;
     const std::size_t first = decoding::index().layouts.at(layout);

@@ -125,6 +125,8 @@ void Overview::follow(const capture::Record &record)
     session.lost += record.header.lost;
     if (record.payload.size < record.payloadLength || record.header.has(capture::PayloadCut))
         ++session.cut;
+    if (record.header.has(capture::Edited))
+        ++session.edited;
     followSequence(session, record);
     ++session.kinds[kindNameOf(record)];
     switch (record.header.kindOf()) {

@@ -39,6 +39,7 @@ struct SessionOverview
     std::uint64_t gaps = 0;                     ///< of the sequence: packets that were lost or taken out
     std::map<std::string, std::uint64_t> kinds; ///< packets by the name of their kind
     std::uint64_t cut = 0;                      ///< packets of which bytes are missing
+    std::uint64_t edited = 0;                   ///< packets that are not as they were recorded
     /// None is that of reports that tell no board.
     std::map<std::optional<std::int32_t>, Board> boards;
     std::optional<capture::End> end;

@@ -7,10 +7,10 @@
 #include <memory>
 #include <set>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include "capturefiles.h"
 #include "comparison.h"
+#include "diffoutput.h"
 #include "options.h"
 #include "seekablefile.h"
 
@@ -19,6 +19,8 @@ namespace {
 using capture::Kind;
 using capture::pcapng::Event;
 using comparing::FieldRules;
+using padscope::DiffOutput;
+using padscope::ProgressLine;
 
 enum Outcome
 {
@@ -27,7 +29,6 @@ enum Outcome
     Trouble = 2,
 };
 
-constexpr std::size_t pieceSize = 64 * 1024;
 const std::map<std::string, std::set<Kind>> comparedKinds{
     {"report", {Kind::Report}}, {"call", {Kind::Call, Kind::Return}}, {"hotplug", {Kind::Hotplug}}};
 
@@ -41,69 +42,6 @@ struct DiffOptions
     std::vector<std::string> ignored;
     std::optional<double> timesMs;
     bool isSummary = false;
-};
-
-/// A line on a terminal that tells how far it is.
-class ProgressLine
-{
-public:
-    ~ProgressLine() { clear(); }
-
-    void show(const char *what, double share)
-    {
-        const int percent = static_cast<int>(100 * share);
-        if (!isTerminal || (isShown && percent == lastPercent))
-            return;
-        std::fprintf(stderr, "\r%s: %d %% ", what, percent);
-        lastPercent = percent;
-        isShown = true;
-    }
-
-    void clear()
-    {
-        if (isShown)
-            std::fputs("\r\x1b[K", stderr);
-        isShown = false;
-    }
-
-private:
-    const bool isTerminal = isatty(STDERR_FILENO) != 0;
-    bool isShown = false;
-    int lastPercent = 0;
-};
-
-/// Lines on their way to standard output.
-class Output
-{
-public:
-    explicit Output(ProgressLine &line)
-        : progress(line)
-    {
-    }
-
-    /// \return false when nothing can be printed any more
-    bool print(const std::string &line)
-    {
-        (text += line) += '\n';
-        return text.size() < pieceSize || flush();
-    }
-
-    bool flush()
-    {
-        if (!text.empty())
-            progress.clear();
-        if (error == 0 &&
-            (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0))
-            error = errno;
-        text.clear();
-        errno = error;
-        return error == 0;
-    }
-
-private:
-    ProgressLine &progress;
-    std::string text;
-    int error = 0;
 };
 
 /// One of the two.
@@ -159,25 +97,25 @@ private:
                                    "a packet of a later version of the format");
             return false;
         }
-        const bool isCut = last == Event::End && reader.file().endsWithinBlock();
+        const bool isUsable = last == Event::End && capture->packets() > 0;
         if (const auto damage = padscope::damageOf(reader, last))
             padscope::printErrorAt(input, damage->offset,
-                                   damage->reason + (isCut ? "; compared up to there" : ""));
-        if (last == Event::Damage)
-            return false;
-        if (capture->packets() == 0 && reader.file().offset() > 0)
+                                   damage->reason + (isUsable ? "; compared up to there" : ""));
+        else if (!isUsable)
             padscope::printError(input.name() + ": no packet of a capture in it");
+        if (!isUsable)
+            return false;
         if (skipped.cutHeaders > 0)
             padscope::printError(input.name() + ": " + std::to_string(skipped.cutHeaders) +
                                  " packets that are cut within their header are left out");
-        return capture->packets() > 0;
+        return true;
     }
 
     padscope::InputFile input;
     std::optional<padscope::SeekableFile> file;
 };
 
-void printSummary(const comparing::Comparison &comparison, Output &output)
+void printSummary(const comparing::Comparison &comparison, DiffOutput &output)
 {
     for (const auto &[stream, counts] : comparison.counts())
         output.print(boardText(stream) + ' ' + nameOf(stream.kind) + ": " + std::to_string(counts.equal) +
@@ -195,7 +133,7 @@ Outcome compare(const DiffOptions &options, const comparing::Selection &selectio
     Side b(options.fileB, comparing::Capture::Side::B, selection);
     if (!b.scan(progress))
         return Trouble;
-    Output output(progress);
+    DiffOutput output(progress);
     comparing::Comparison comparison(*a.capture, *b.capture, selection);
     comparison.maxTimeDifferenceMs = options.timesMs;
     if (!options.isSummary)

@@ -78,6 +78,8 @@ void printSession(const SessionOverview &session, bool isCutOff)
     }
     if (session.cut > 0)
         std::printf("    cut: %llu packets\n", static_cast<unsigned long long>(session.cut));
+    if (session.edited > 0)
+        std::printf("    edited: %llu packets\n", static_cast<unsigned long long>(session.edited));
     for (const std::string &call : openCallsOf(session, true))
         std::printf("    never returned: %s\n", call.c_str());
     for (const std::string &call : openCallsOf(session, false))
@@ -101,6 +103,7 @@ nlohmann::ordered_json jsonOf(const SessionOverview &session, bool isCutOff)
             {"seconds", spanOf(session)},
             {"lost", session.lost},
             {"cut", session.cut},
+            {"edited", session.edited},
             {"end", session.endText(isCutOff)},
             {"kinds", session.kinds},
             {"boards", boards},

@@ -35,19 +35,19 @@ public:
     {
         if (!input.isOpen())
             return padscope::Usage;
-        output = std::make_unique<padscope::NewFile>(options.output);
+        output = std::make_unique<padscope::NewFile>(options.output, padscope::NewFile::Access::Umask);
         const Event last = output->error().empty() ? copy() : Event::End;
         if (!output->error().empty())
             return outputFailed();
-        const padscope::Status status = completeness.status(input, reader, last);
-        if (packets == 0)
-            return padscope::Usage; // why is told already
+        const padscope::Status status = completeness.statusOfWhole(input, reader, last);
+        if (status == padscope::Usage || !completeness.hasPackets())
+            return status; // why is told already
         if (!output->finish())
             return outputFailed();
         printSummary();
         if (std::fflush(stdout) != 0 || std::ferror(stdout))
             return padscope::statusOfOutputError();
-        return status == padscope::Good ? padscope::Good : padscope::Incomplete;
+        return status;
     }
 
 private:
@@ -63,7 +63,6 @@ private:
             output->write(
                 redacting::packetBlock(file.block(), file.byteOrder(), redactor.redacted(reader.record())));
             comments += file.packet().comments.size();
-            ++packets;
         }
         return event;
     }
@@ -124,7 +123,6 @@ private:
     std::unique_ptr<padscope::NewFile> output;
     padscope::Completeness completeness;
     redacting::Redactor redactor;
-    std::uint64_t packets = 0;
     std::uint64_t comments = 0;
 };
 

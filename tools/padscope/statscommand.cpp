@@ -186,13 +186,13 @@ int run(const StatsOptions &options)
         collector.follow(record, options.filters.take(record, times.secondsOf(record)));
     }
     progress.clear();
-    const padscope::Status status = completeness.status(input, reader, last);
-    if (!completeness.hasPackets())
-        return padscope::Usage; // why is told already
+    const padscope::Status status = completeness.statusOfWhole(input, reader, last);
+    if (status == padscope::Usage || !completeness.hasPackets())
+        return status; // why is told already
     print(options, input.name(), collector.take());
     if (std::fflush(stdout) != 0 || std::ferror(stdout))
         return padscope::statusOfOutputError();
-    return status == padscope::Failed ? padscope::Usage : status;
+    return status;
 }
 
 } // namespace

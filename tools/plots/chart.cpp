@@ -30,8 +30,9 @@ constexpr int markerSize = 7;
 constexpr double lineWidth = 1.2;
 constexpr double dotRadius = 1.5;
 
-/// Okabe and Ito's colours, which the colour-blind tell apart, each with a marker of its own, by which they
-/// are told apart without colours. A line that is dashed would hide spikes between its dashes.
+/// Okabe and Ito's colours, which the colour-blind tell apart, but grey for yellow, which is not seen on
+/// white. Each has a marker of its own, by which they are told apart without colours. A line that is dashed
+/// would hide spikes between its dashes.
 struct CurveStyle
 {
     QRgb color;
@@ -41,7 +42,7 @@ struct CurveStyle
 constexpr CurveStyle curveStyles[] = {
     {0xFF0072B2, QwtSymbol::Ellipse}, {0xFFD55E00, QwtSymbol::Rect},   {0xFF009E73, QwtSymbol::Triangle},
     {0xFFCC79A7, QwtSymbol::Diamond}, {0xFF000000, QwtSymbol::XCross}, {0xFFE69F00, QwtSymbol::DTriangle},
-    {0xFF56B4E9, QwtSymbol::Cross},   {0xFFF0E442, QwtSymbol::Star1},
+    {0xFF56B4E9, QwtSymbol::Cross},   {0xFF666666, QwtSymbol::Star1},
 };
 
 const CurveStyle &styleOf(std::size_t curve)
@@ -59,13 +60,6 @@ public:
         return QString::number(std::abs(value) < rounding ? 0 : value, 'g', 10);
     }
 };
-
-QFont textFont()
-{
-    QFont font(QStringLiteral("DejaVu Sans"));
-    font.setPixelSize(11);
-    return font;
-}
 
 QFont titleFont()
 {
@@ -266,6 +260,14 @@ private:
 };
 
 } // namespace
+
+QFont textFont()
+{
+    // An SVG takes what the reader's machine has of them.
+    QFont font(QStringLiteral("DejaVu Sans, Verdana, sans-serif"));
+    font.setPixelSize(11);
+    return font;
+}
 
 QSizeF sizeOf(const Chart &chart)
 {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <QFont>
 #include <QRectF>
 #include <QSizeF>
 #include <QString>
@@ -34,6 +35,9 @@ struct Chart
 };
 
 inline constexpr int chartWidth = 930;
+
+/// Of all texts but titles. It has to be the application's as well: an SVG names that, too.
+QFont textFont();
 
 /// In the chart's units, `chartWidth` wide.
 QSizeF sizeOf(const Chart &chart);

@@ -14,7 +14,7 @@ constexpr char head[] = R"(<!DOCTYPE html>
 <meta http-equiv="Content-Security-Policy" content="default-src 'none'; style-src 'unsafe-inline'; img-src data:">
 <meta name="viewport" content="width=device-width, initial-scale=1">
 <style>
-body { font: 14px/1.4 "DejaVu Sans", sans-serif; color: #000; background: #fff; max-width: 960px; margin: 2em auto; padding: 0 1em; }
+body { font: 14px/1.4 "DejaVu Sans", Verdana, sans-serif; color: #000; background: #fff; max-width: 960px; margin: 2em auto; padding: 0 1em; }
 h2 { border-top: 2px solid #000; padding-top: .5em; margin-top: 2em; }
 h3 { border-top: 1px solid #999; padding-top: .5em; }
 table { border-collapse: collapse; margin: .5em 0; font-size: 12px; }

@@ -5,6 +5,7 @@
 #include <QLocale>
 
 #include "escaping.h"
+#include "newfile.h"
 #include "output.h"
 #include "page.h"
 
@@ -32,8 +33,17 @@ int fail(const QString &line, padscope::Status status)
 
 int save(const QString &path, const QByteArray &bytes, padscope::Status status)
 {
-    const QString trouble = plots::writeNew(path, bytes);
-    return trouble.isEmpty() ? status : fail(path + QStringLiteral(": ") + trouble, padscope::Failed);
+    padscope::NewFile file(QFile::encodeName(path).toStdString(), padscope::NewFile::Access::Owner);
+    file.write({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+    if (file.finish())
+        return status;
+    return fail(path + QStringLiteral(": ") + QString::fromStdString(file.error()), padscope::Failed);
+}
+
+/// What is wrong with others has been told.
+bool canBeShown(padscope::Status status, const plots::Contents &contents)
+{
+    return status != padscope::Usage && !contents.survey.overview().sessions().empty();
 }
 
 int report(const std::string &file, const QString &output)
@@ -41,7 +51,7 @@ int report(const std::string &file, const QString &output)
     plots::CaptureReading reading(file);
     plots::Contents contents;
     const padscope::Status status = reading.survey(contents, true);
-    if (status == padscope::Usage)
+    if (!canBeShown(status, contents))
         return status;
     plots::Pictures pictures(contents.survey, plots::columnsOf(plots::Format::Svg));
     reading.draw(pictures);
@@ -68,7 +78,7 @@ int plot(const std::string &file, const WhatName &wanted, const QString &output)
     plots::CaptureReading reading(file);
     plots::Contents contents;
     const padscope::Status status = reading.survey(contents, false);
-    if (status == padscope::Usage)
+    if (!canBeShown(status, contents))
         return status;
     const plots::Format format = formatOf(output);
     plots::Pictures pictures(contents.survey, plots::columnsOf(format));
@@ -97,6 +107,7 @@ int main(int argc, char **argv)
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
     QLocale::setDefault(QLocale::c());
     const QApplication application(argc, argv);
+    QApplication::setFont(plots::textFont());
     const QStringList arguments = QCoreApplication::arguments();
     const QString verb = arguments.value(1);
     const std::string file = QFile::encodeName(arguments.value(2)).toStdString();

@@ -1,17 +1,11 @@
 #include "output.h"
 
-#include <cerrno>
 #include <cmath>
-#include <cstring>
-#include <fcntl.h>
 #include <QBuffer>
-#include <QFile>
 #include <QImage>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QSvgGenerator>
-#include <QTemporaryFile>
-#include <unistd.h>
 
 namespace plots {
 
@@ -100,11 +94,6 @@ QByteArray pdfOf(const std::vector<Chart> &charts, const QString &title)
     return bytes;
 }
 
-QString reason()
-{
-    return QString::fromLocal8Bit(std::strerror(errno));
-}
-
 } // namespace
 
 int columnsOf(Format format)
@@ -127,26 +116,6 @@ QByteArray pictureOf(const std::vector<Chart> &charts, Format format, const QStr
     default:
         return svgOf(charts, title);
     }
-}
-
-/// The name is taken when the file is whole, by an empty one that the whole one replaces at once.
-QString writeNew(const QString &path, const QByteArray &bytes)
-{
-    QTemporaryFile file(path + QStringLiteral(".XXXXXX"));
-    if (!file.open() || file.write(bytes) != bytes.size() || !file.flush())
-        return file.errorString();
-    const QByteArray name = QFile::encodeName(path);
-    const int taken = open(name.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0600);
-    if (taken < 0)
-        return reason();
-    close(taken);
-    if (std::rename(QFile::encodeName(file.fileName()).constData(), name.constData()) != 0) {
-        const QString why = reason();
-        QFile::remove(path);
-        return why;
-    }
-    file.setAutoRemove(false);
-    return {};
 }
 
 } // namespace plots

@@ -25,8 +25,4 @@ QByteArray svgOf(const Chart &chart);
 /// \return empty for more charts than a PNG can be high
 QByteArray pictureOf(const std::vector<Chart> &charts, Format format, const QString &title);
 
-/// Writes a new file whole or not at all.
-/// \return what is wrong; empty when it is there
-QString writeNew(const QString &path, const QByteArray &bytes);
-
 } // namespace plots

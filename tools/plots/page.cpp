@@ -5,8 +5,9 @@
 
 #include "escaping.h"
 #include "html.h"
-#include "listing.h"
 #include "output.h"
+#include "statisticstables.h"
+#include "tables.h"
 #include "times.h"
 
 namespace plots {
@@ -14,21 +15,6 @@ namespace plots {
 namespace {
 
 using decoding::SessionOverview;
-using Row = std::vector<std::string>;
-using Rows = std::vector<Row>;
-
-std::string printed(const char *format, double number)
-{
-    char text[64];
-    std::snprintf(text, sizeof text, format, number);
-    return text;
-}
-
-std::string milliseconds(std::int64_t ns)
-{
-    return printed("%.3f", static_cast<double>(ns) / 1e6);
-}
-
 std::string seconds(double number)
 {
     return printed("%.6f", number);
@@ -39,11 +25,6 @@ std::string sessionName(std::uint32_t session)
     char text[16];
     std::snprintf(text, sizeof text, "%08x", session);
     return text;
-}
-
-std::string boardName(const std::optional<std::int32_t> &id)
-{
-    return id ? std::to_string(*id) : "none";
 }
 
 /// A text that may have been written by anybody.
@@ -63,20 +44,6 @@ std::string writerOf(const capture::pcapng::Section &section)
     }
     return escaped(text);
 }
-
-/// Rows of a table. Those that are not shown are counted, and not made.
-struct Listing
-{
-    Rows rows;
-    std::uint64_t count = 0;
-
-    template <typename MakeRow>
-    void add(MakeRow makeRow)
-    {
-        if (count++ < maxListed)
-            rows.push_back(makeRow());
-    }
-};
 
 /// One page of a capture.
 class Page
@@ -98,7 +65,7 @@ public:
         const std::size_t shown = std::min(sessions.size(), maxSessions);
         for (std::size_t i = 0; i < shown; ++i)
             writeSession(sessions[i]);
-        writeRest("sessions", sessions.size() - shown);
+        writeRest(html, "sessions", sessions.size() - shown);
         return html.finish();
     }
 
@@ -138,7 +105,14 @@ private:
         html.paragraph(session.lost == 0 ? "Nothing was lost."
                                          : std::to_string(session.lost) + " packets were lost.");
         writeCharts(pictures.lossCharts(session.session));
-        writeStatistics(session.session);
+        html.heading(3, "Statistics");
+        const auto found =
+            std::find_if(contents.statistics.begin(), contents.statistics.end(),
+                         [&session](const auto &entry) { return entry.session == session.session; });
+        if (found == contents.statistics.end())
+            html.paragraph("None.");
+        else
+            writeStatistics(html, *found);
     }
 
     void writeOverview(const SessionOverview &session)
@@ -148,6 +122,8 @@ private:
             {"Began at", decoding::utcText(session.firstNs)}, {"Seconds", printed("%.3f", span)},
             {"Ended", session.endText(contents.isCutOff)},    {"Packets", std::to_string(session.packets)},
             {"Lost", std::to_string(session.lost)},           {"Cut", std::to_string(session.cut)}};
+        if (session.edited > 0)
+            rows.push_back({"Edited", std::to_string(session.edited)});
         for (const auto &[kind, count] : session.kinds)
             rows.push_back({"Packets of kind " + kind, std::to_string(count)});
         html.heading(3, "Overview");
@@ -167,7 +143,7 @@ private:
                 listing.add([&] { return Row{"", type.first, std::to_string(type.second), "", ""}; });
         }
         html.heading(3, "Boards");
-        writeTable({"Board", "Reports", "Count", "A second", "Lost"}, listing, "boards");
+        writeTable(html, {"Board", "Reports", "Count", "A second", "Lost"}, listing, "boards");
     }
 
     void writeCalls(const SessionOverview &session)
@@ -180,7 +156,7 @@ private:
         html.heading(3, "Calls that failed");
         html.paragraph("Their result is negative, or 0 of orvexAttach and orvexEnumDeviceInfo.");
         const std::uint64_t count = contents.survey.failedCalls().countOf(session.session);
-        writeTable({"Time (s)", "Call"}, {failed, count}, "calls");
+        writeTable(html, {"Time (s)", "Call"}, {failed, count}, "calls");
         html.heading(3, "Calls that never returned");
         Listing open;
         for (const bool hasNeverReturned : {true, false}) {
@@ -195,7 +171,7 @@ private:
                 }
             }
         }
-        writeTable({"What", "Thread", "Call"}, open, "calls");
+        writeTable(html, {"What", "Thread", "Call"}, open, "calls");
     }
 
     void writeMarks(const SessionOverview &session)
@@ -206,63 +182,7 @@ private:
                 rows.push_back({seconds(mark.seconds), escaped(mark.text)});
         }
         html.heading(3, "Marks");
-        writeTable({"Time (s)", "Text"}, {rows, session.notes.size()}, "marks");
-    }
-
-    void writeStatistics(std::uint32_t session)
-    {
-        html.heading(3, "Statistics");
-        const auto found = std::find_if(contents.statistics.begin(), contents.statistics.end(),
-                                        [session](const auto &entry) { return entry.session == session; });
-        if (found == contents.statistics.end()) {
-            html.paragraph("None.");
-            return;
-        }
-        Listing gaps;
-        Listing fields;
-        for (const statistics::BoardStatistics &board : found->boards) {
-            for (const statistics::TypeStatistics &type : board.types) {
-                gaps.add([&] {
-                    return Row{boardName(board.board),
-                               type.type,
-                               std::to_string(type.count),
-                               printed("%.1f", type.perSecond),
-                               milliseconds(type.gaps.minNs),
-                               milliseconds(type.gaps.medianNs),
-                               milliseconds(type.gaps.p99Ns),
-                               milliseconds(type.gaps.maxNs),
-                               milliseconds(type.jitter.medianNs),
-                               milliseconds(type.jitter.p99Ns),
-                               milliseconds(type.jitter.maxNs)};
-                });
-                for (const statistics::FieldStatistics &field : type.fields)
-                    fields.add([&] {
-                        return Row{boardName(board.board),     field.field->name,
-                                   field.field->unit,          std::to_string(field.count),
-                                   printed("%.6g", field.min), printed("%.6g", field.mean),
-                                   printed("%.6g", field.max)};
-                    });
-            }
-        }
-        html.heading(4, "Time between reports of a type, and jitter: its difference from the median (ms)");
-        writeTable({"Board", "Type", "Count", "A second", "Min", "Median", "99 %", "Max", "Jitter median",
-                    "Jitter 99 %", "Jitter max"},
-                   gaps, "types");
-        html.heading(4, "Fields");
-        writeTable({"Board", "Field", "Unit", "Count", "Min", "Mean", "Max"}, fields, "fields");
-        writeDurations(*found);
-    }
-
-    void writeDurations(const statistics::SessionStatistics &session)
-    {
-        Rows rows;
-        for (const statistics::CallStatistics &call : session.calls)
-            rows.push_back({call.name, std::to_string(call.count), std::to_string(call.durations.count),
-                            milliseconds(call.durations.minNs), milliseconds(call.durations.medianNs),
-                            milliseconds(call.durations.p99Ns), milliseconds(call.durations.maxNs)});
-        html.heading(4, "Durations of calls (ms)");
-        writeTable({"Call", "Count", "Returned", "Min", "Median", "99 %", "Max"}, {rows, rows.size()},
-                   "calls");
+        writeTable(html, {"Time (s)", "Text"}, {rows, session.notes.size()}, "marks");
     }
 
     void writeBoardPictures(const SessionOverview &session)
@@ -304,21 +224,6 @@ private:
     {
         for (const Chart &chart : charts)
             html.picture(svgOf(chart));
-    }
-
-    void writeTable(const Row &head, const Listing &listing, const std::string &what)
-    {
-        if (listing.count == 0)
-            html.paragraph("None.");
-        if (!listing.rows.empty())
-            html.table(head, listing.rows);
-        writeRest(what, listing.count - listing.rows.size());
-    }
-
-    void writeRest(const std::string &what, std::uint64_t count)
-    {
-        if (count > 0)
-            html.paragraph(std::to_string(count) + " more " + what + " are not shown.");
     }
 
     const Contents &contents;

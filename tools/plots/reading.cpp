@@ -89,9 +89,7 @@ Status CaptureReading::survey(Contents &contents, bool withStatistics)
     contents.statistics = collector.take();
     contents.skipped = reader.skipped();
     contents.isCutOff = last == Event::End && reader.file().endsWithinBlock();
-    const Status status = completeness.status(input, reader, last);
-    const bool isShown = last == Event::End && !contents.survey.overview().sessions().empty();
-    return isShown ? status : padscope::Usage;
+    return completeness.statusOfWhole(input, reader, last);
 }
 
 void CaptureReading::draw(Pictures &pictures)

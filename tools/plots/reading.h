@@ -35,7 +35,7 @@ public:
     CaptureReading &operator=(const CaptureReading &) = delete;
 
     /// Prints why it can't be read, and what is missing in it.
-    /// \return as the commands end; with Usage nothing can be shown of it
+    /// \return as the commands end; with Usage, or without a packet, nothing can be shown of it
     padscope::Status survey(Contents &contents, bool withStatistics);
     /// To be called behind survey().
     void draw(Pictures &pictures);

@@ -61,8 +61,8 @@ bool Redactor::blankText(const capture::Record &report, std::string &payload)
     std::string text = payload.substr(std::min(payload.size(), reports::textOffset));
     const bool isEdited = lines.blank(text);
     payload.replace(payload.size() - text.size(), text.size(), text);
-    return count("text", isEdited, "hexadecimal digits",
-                 "all other characters, words of letters, frequencies");
+    return count("text", isEdited, "hexadecimal digits of lines that may be signals",
+                 "lines of prose, other characters, words of letters, frequencies");
 }
 
 bool Redactor::blankReport(const capture::Record &report, std::string &payload)

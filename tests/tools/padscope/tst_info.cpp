@@ -40,6 +40,7 @@ private slots:
     void damage();
     void sections();
     void cutPackets();
+    void editedPackets();
     void reportsWithoutABoard();
     void manySessions();
     void severalFiles();
@@ -97,6 +98,7 @@ void InfoTests::json()
             "seconds": 1.0,
             "lost": 0,
             "cut": 0,
+            "edited": 0,
             "end": "clean, exit status 0",
             "kinds": {"board": 1, "call": 2, "end": 1, "hotplug": 1, "mark": 1, "report": 3, "return": 1, "status": 1},
             "boards": [{
@@ -181,6 +183,14 @@ void InfoTests::cutPackets()
     const QByteArray byRecorder = blocks::packet(5, packetBytes(1, 1 + cutFlag, 0, 7, 0, "x"));
     const ProgramRun run = padscope({"info", "-"}, start() + byTool + byRecorder + packets()[5]);
     QVERIFY(run.lines().contains("    cut: 2 packets"));
+}
+
+void InfoTests::editedPackets()
+{
+    const QByteArray bytes = start() + blocks::packet(1, packetBytes(6, 128, 0, 0, 0, "x")) + packets()[4];
+    QVERIFY(padscope({"info", "-"}, bytes).lines().contains("    edited: 1 packets"));
+    const ProgramRun run = padscope({"info", "--format", "json", "-"}, bytes);
+    QVERIFY(run.output.contains("\"edited\": 1,"));
 }
 
 void InfoTests::reportsWithoutABoard()

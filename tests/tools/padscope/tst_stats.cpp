@@ -219,6 +219,7 @@ void StatsTests::badInput()
     QFETCH(QByteArray, error);
     const QString path = files.write("bad.pcapng", bytes);
     const ProgramRun run = padscope({"stats", path});
+    QCOMPARE(run.output, QByteArray());
     QCOMPARE(run.errors, "padscope: " + path.toUtf8() + ": " + error + "\n");
     QCOMPARE(run.status, 2);
     const ProgramRun missing = padscope({"stats", files.path("missing")});

@@ -1,59 +1,11 @@
-#include <QRegularExpression>
 #include <QXmlStreamReader>
 
-#include "program.h"
+#include "pages.h"
 #include "support/tests.h"
 
 using examplecapture::packets;
 using examplecapture::start;
 using examplecapture::whole;
-
-namespace {
-
-QStringList texts(const QString &page, const char *tag)
-{
-    const QRegularExpression pattern(QStringLiteral("<%1>([^<]*)</%1>").arg(QString::fromUtf8(tag)));
-    QStringList found;
-    for (auto matches = pattern.globalMatch(page); matches.hasNext();)
-        found += matches.next().captured(1);
-    return found;
-}
-
-/// The rows of all tables, their cells one behind the other.
-QStringList rows(const QString &page)
-{
-    QStringList found;
-    const QRegularExpression pattern(QStringLiteral("<tr>(.*)</tr>"));
-    for (auto matches = pattern.globalMatch(page); matches.hasNext();)
-        found += texts(matches.next().captured(1), "td").join(QStringLiteral(" | "));
-    return found;
-}
-
-QStringList pictures(const QString &page)
-{
-    QStringList found;
-    const QRegularExpression pattern(QStringLiteral("<svg.*?</svg>"),
-                                     QRegularExpression::DotMatchesEverythingOption);
-    for (auto matches = pattern.globalMatch(page); matches.hasNext();)
-        found += matches.next().captured();
-    return found;
-}
-
-QByteArray mark(const QByteArray &text)
-{
-    return blocks::packet(examplecapture::startNs + 1'100'000'000,
-                          packetBytes(6, 0, 0, 0, 0, text, 0, 0, 11));
-}
-
-/// A report of board 1001, 10 ms behind the last.
-QByteArray report(int index, const char *digits)
-{
-    return blocks::packet(
-        examplecapture::startNs + 2'000'000'000 + quint64(index) * 10'000'000,
-        packetBytes(1, 1, 0, 1001, 0, QByteArray::fromHex(digits), 1, 0, quint64(12 + index)));
-}
-
-} // namespace
 
 /// `padscope report` as a process.
 class PageTests : public QObject
@@ -64,33 +16,14 @@ private slots:
     void noReports();
     void sections();
     void tables();
+    void gapsAndJitter();
     void severalSessions();
     void pictureTexts();
     void failedCalls();
     void hostileTexts_data();
     void hostileTexts();
     void needsNothingElse();
-    void extremeValues_data();
-    void extremeValues();
-    void manyBoards();
-    void manySessions();
-    void manyMarks();
-
-private:
-    /// \param name of the page, and of its capture
-    QString page(const char *name, const QByteArray &capture, int status = 0) const;
-
-    const Files files;
 };
-
-QString PageTests::page(const char *name, const QByteArray &capture, int status) const
-{
-    const QString output = files.path(name) + QStringLiteral(".html");
-    const ProgramRun run = padscope({"report", files.write(name, capture), "-o", output});
-    if (run.status != status)
-        qWarning("%s", run.errors.constData());
-    return run.status == status ? QString::fromUtf8(Files::read(output)) : QString();
-}
 
 void PageTests::sections()
 {
@@ -124,12 +57,31 @@ void PageTests::tables()
              "return not recorded | 1234 | orvexSendCommand(1001, &quot;?\\r&quot;)",
              "0.600000 | hi",
              "1.100000 | hello",
-             "1001 | TextReport | 1 | 0.0 | 0.000 | 0.000 | 0.000 | 0.000 | 0.000 | 0.000 | 0.000",
+             "1001 | TextReport | 1 | 0.0 | – | – | – | – | – | – | – | –",
              "1001 | signal4.integrator60 |  | 1 | -1 | -1 | -1",
              "orvexAttach | 1 | 1 | 1.000 | 1.000 | 1.000 | 1.000",
+             "orvexSendCommand | 1 | 0 | – | – | – | –",
          })
         QVERIFY2(all.contains(QString::fromUtf8(row)), qPrintable(row + ('\n' + all.join('\n').toUtf8())));
     QVERIFY(text.contains(QStringLiteral("<p>2 packets were lost.</p>")));
+    QVERIFY(all.filter("Edited").isEmpty());
+    const QByteArray edited = blocks::packet(examplecapture::startNs, packetBytes(6, 128, 0, 0, 0, "hello"));
+    QVERIFY(rows(page("edited", start() + edited, 3)).contains(QStringLiteral("Edited | 1")));
+}
+
+/// Gaps of 10, 20 and 60 ms; the median is 20.
+void PageTests::gapsAndJitter()
+{
+    QByteArray reports;
+    for (const int index : {0, 1, 3, 9})
+        reports += report(index, "34770cff03");
+    const QString text = page("gaps", start() + reports, 3);
+    const QString head = texts(text, "th").join(QStringLiteral(" | "));
+    QVERIFY(
+        head.contains(QStringLiteral("A second | Min | Median | 99 % | Max | Jitter min | Jitter median | "
+                                     "Jitter 99 % | Jitter max")));
+    QVERIFY(rows(text).contains(QStringLiteral("1001 | AdcReport | 4 | 33.3 | 10.000 | 20.000 | 60.000 | "
+                                               "60.000 | 0.000 | 10.000 | 40.000 | 40.000")));
 }
 
 void PageTests::severalSessions()
@@ -154,7 +106,8 @@ void PageTests::pictureTexts()
             reader.readNext();
         QVERIFY2(!reader.hasError(), qPrintable(reader.errorString()));
         QVERIFY(picture.contains(QStringLiteral(">Time (s)</text>")));
-        QVERIFY(picture.contains(QStringLiteral("font-family=\"DejaVu Sans\"")));
+        QCOMPARE(picture.count(QStringLiteral("font-family=\"DejaVu Sans, Verdana, sans-serif\"")),
+                 picture.count(QStringLiteral("font-family")));
     }
     const QString voltage = all.filter(QStringLiteral(">Voltage (V)</text>")).value(0);
     QVERIFY(voltage.contains(QStringLiteral("<title>Board 1001: Voltage (AdcReport)</title>")));
@@ -207,80 +160,10 @@ void PageTests::needsNothingElse()
         QVERIFY2(!text.contains(QString::fromUtf8(part)), part);
 }
 
-void PageTests::extremeValues_data()
-{
-    addColumns<quint64, quint64>("first", "last");
-    const quint64 max = ~quint64{0};
-    addRow("hundreds of years", quint64(0), max / 2);
-    addRow("more than can be told", quint64(0), max / 4 * 3);
-    addRow("from end to end", quint64(0), max);
-    addRow("backwards", max, quint64(0));
-    addRow("a moment", quint64(5), quint64(5));
-}
-
-/// Positions at both ends of 32 bits, at any times.
-void PageTests::extremeValues()
-{
-    QFETCH(quint64, first);
-    QFETCH(quint64, last);
-    const auto position = [](quint64 time, const char *digits) {
-        const QByteArray report = QByteArray("1fa40000000000") + digits + digits;
-        return blocks::packet(time, packetBytes(1, 1, 0, 1001, 0, QByteArray::fromHex(report), 1));
-    };
-    const QByteArray name = QByteArray("extreme ") + QTest::currentDataTag();
-    const QString text =
-        page(name.constData(), start() + position(first, "00000080") + position(last, "ffffff7f"), 3);
-    QVERIFY(
-        rows(text).contains(QStringLiteral("1001 | position.x |  | 2 | -2.14748e+09 | -0.5 | 2.14748e+09")));
-    QVERIFY(text.contains(QStringLiteral(">Board 1001: the pen's path<")));
-    QVERIFY(text.contains(QStringLiteral(">Board 1001: reports a second<")));
-}
-
-/// 150 sessions: the first hundred are shown.
-void PageTests::manySessions()
-{
-    QByteArray bytes = start();
-    for (int i = 0; i < 150; ++i) {
-        QByteArray packet = packetBytes(6, 0, 0, 0, 0, "x");
-        packet.replace(24, 4, blocks::number(quint64(i), 4));
-        bytes += blocks::packet(quint64(i + 1), packet);
-    }
-    const QString text = page("manysessions", bytes, 3);
-    QCOMPARE(texts(text, "h2").size(), 100);
-    QVERIFY(text.contains(QStringLiteral("<p>50 more sessions are not shown.</p>")));
-}
-
-/// 40 boards: all are counted, 32 are drawn.
-void PageTests::manyBoards()
-{
-    QByteArray bytes = start();
-    for (int i = 0; i < 40; ++i)
-        bytes += blocks::packet(quint64(i + 1), packetBytes(1, 1, 0, 2000 + i, 0, "x", 1, 0, quint64(i)));
-    const QString text = page("boards", bytes, 3);
-    QVERIFY(rows(text).contains(QStringLiteral("2039 | all | 1 | 0.0 | 0")));
-    QVERIFY(texts(text, "h3").contains(QStringLiteral("Board 2031")));
-    QVERIFY(!texts(text, "h3").contains(QStringLiteral("Board 2032")));
-    QVERIFY(text.contains(QStringLiteral("<p>8 more boards are not drawn.</p>")));
-}
-
-void PageTests::manyMarks()
-{
-    QByteArray bytes = start();
-    for (int i = 0; i < 1500; ++i)
-        bytes += blocks::packet(quint64(i + 1),
-                                packetBytes(6, 0, 0, 0, 0, "m" + QByteArray::number(i), 0, 0, quint64(i)));
-    const QString text = page("marks", bytes, 3);
-    QVERIFY(rows(text).contains(QStringLiteral("0.000001 | m999")));
-    QVERIFY(!text.contains(QStringLiteral("m1000")));
-    QVERIFY(text.contains(QStringLiteral("<p>500 more marks are not shown.</p>")));
-}
-
 /// Every section is there, and says that it has nothing.
 void PageTests::noReports()
 {
-    const QString page = files.path("no-reports.html");
-    QCOMPARE(padscope({"report", "-", "-o", page}, start() + mark("alone")).status, 3);
-    const QString text = QString::fromUtf8(Files::read(page));
+    const QString text = page("no-reports", start() + mark("alone"), 3);
     for (const char *section : {"The pen's path", "Signals", "Quality", "Rates and jitter"}) {
         const QString lines = QStringLiteral("<h4>%1</h4>\n<p>None.</p>\n").arg(QString::fromUtf8(section));
         QVERIFY2(text.contains(lines), section);

@@ -20,8 +20,6 @@ private slots:
     void png();
     void pdf();
     void standardInput();
-    void peakIsInThePicture();
-    void crowdedCurvesStandApart();
     void wrongArguments_data();
     void wrongArguments();
     void badCaptures_data();
@@ -29,6 +27,8 @@ private slots:
     void incompleteCaptures();
     void overwritesNothing();
     void noRoom();
+    void limitOfFileSizes();
+    void permissions();
     void tooHigh();
 
 private:
@@ -125,42 +125,6 @@ void PlotProgramTests::standardInput()
     QCOMPARE(drawing(output), drawing(other));
 }
 
-/// One report among 20,000 has the highest voltage, 1023 * 4.88 / 1000 V = 4.99224 V, and the line goes
-/// there. The canvas is 200 high, begins at 50 below the title and the legend, and ends at 6 V.
-void PlotProgramTests::peakIsInThePicture()
-{
-    QByteArray bytes = start();
-    for (quint64 i = 0; i < 20'000; ++i) {
-        const QByteArray reading = i == 12'345 ? "34770cff03" : "34770c0000";
-        bytes += blocks::packet(1 + i * 10'000'000,
-                                packetBytes(1, 1, 0, 7, 0, QByteArray::fromHex(reading), 1, 0, i));
-    }
-    const QString output = files.path("peak.svg");
-    QCOMPARE(padscope({"plot", files.write("peak", bytes), "--what", "voltage", "-o", output}).status, 3);
-    // 110 + 800 * 12345 / 19999 = 603.825, and 50 + 200 * (1 - 4.99224 / 6) = 83.592
-    QVERIFY(Files::read(output).contains("603.825,83.592 "));
-}
-
-/// Three phases that swing in each column of pixels, and three that don't.
-void PlotProgramTests::crowdedCurvesStandApart()
-{
-    QByteArray bytes = start();
-    for (quint64 i = 0; i < 5'000; ++i) {
-        const QByteArray x = i % 2 == 0 ? "e803e803e803" : "18fc18fc18fc"; // 1000 and -1000
-        const QByteArray report = "282f01" + QByteArray(20, '0') + x + "010002000300" + QByteArray(30, '0');
-        bytes += blocks::packet(1 + i * 10'000'000,
-                                packetBytes(1, 1, 0, 7, 0, QByteArray::fromHex(report), 1, 0, i));
-    }
-    const QString output = files.path("crowded.svg");
-    QCOMPARE(padscope({"plot", files.write("crowded", bytes), "--what", "signals", "-o", output}).status, 3);
-    const QByteArray svg = Files::read(output);
-    for (const char *phase : {"0°", "60°", "120°"}) {
-        const QByteArray title = QByteArray(">Board 7: X fine (SignalReport, sub-type 1), ") + phase + '<';
-        QCOMPARE(svg.count(title), 1);
-    }
-    QCOMPARE(svg.count(">Board 7: Y fine (SignalReport, sub-type 1)<"), 1);
-}
-
 void PlotProgramTests::wrongArguments_data()
 {
     addColumns<QStringList, QByteArray>("arguments", "line");
@@ -244,6 +208,32 @@ void PlotProgramTests::noRoom()
     QCOMPARE(run.errors.count('\n'), 1);
     QVERIFY(run.errors.startsWith("padscope: /proc/x.html: "));
     QCOMPARE(run.status, 1);
+}
+
+/// Of files above 51,200 bytes.
+void PlotProgramTests::limitOfFileSizes()
+{
+    const Files folder;
+    const QString page = folder.path("page.html");
+    const QString picture = folder.path("picture.png");
+    for (const QString &command :
+         {"report " EXAMPLE_CAPTURE " -o " + page, "plot " EXAMPLE_CAPTURE " --what signals -o " + picture}) {
+        const ProgramRun run = runProgram(
+            "/bin/sh", {"-c", "ulimit -f 100; exec \"$0\" " + command, QStringLiteral(PADSCOPE_PROGRAM)});
+        const QString output = command.startsWith("report") ? page : picture;
+        QCOMPARE(QString(run.errors), "padscope: " + output + ": File too large\n");
+        QCOMPARE(run.status, 1);
+        QCOMPARE(folder.names(), QStringList());
+    }
+}
+
+/// They show handwriting: nobody else reads them.
+void PlotProgramTests::permissions()
+{
+    const QString page = files.path("permissions.html");
+    QCOMPARE(padscope({"report", EXAMPLE_CAPTURE, "-o", page}).status, 0);
+    QCOMPARE(QFile::permissions(page),
+             QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser);
 }
 
 /// Rates and jitter of 32 boards are 64 pictures of 600 pixels.

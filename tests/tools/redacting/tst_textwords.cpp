@@ -1,3 +1,6 @@
+#include <cctype>
+#include <random>
+
 #include "redacted.h"
 #include "support/tests.h"
 #include "textlines.h"
@@ -11,7 +14,9 @@ private slots:
     void lines_data();
     void lines();
     void linesThatSpanReports();
+    void proseThatSpansReports();
     void damagedLines();
+    void randomLines();
     void linesWithoutTheirBeginning();
     void linesBehindALoss();
     void textsOfSeveralBoards();
@@ -60,9 +65,18 @@ void TextWordsTests::lines_data()
            QByteArray("\nO 0; 0000\nO: 0000\nO F: 07d00000"));
     addRow("a line that ends behind the label", QByteArray("\nO F: !0bb8"), QByteArray("\nO F: !0000"));
     addRow("words", QByteArray("Hello board, ready\r\n"), QByteArray("Hello board, ready\r\n"));
-    addRow("words and a number", QByteArray("board 1001 ready!"), QByteArray("board 0000 ready!"));
-    addRow("letters of numbers", QByteArray("bad feed\nfzzf face faceface\nfacex facexy face1yz\n"),
-           QByteArray("000 0000\n0zz0 0000 00000000\n0000x facexy 00000yz\n"));
+    addRow("letters of numbers", QByteArray("bad feed\nfzzf face faceface\nface0x facexy face1yz\n"),
+           QByteArray("000 0000\n0zz0 0000 00000000\n00000x facexy 00000yz\n"));
+    addRow("a line behind prose", QByteArray("Hello board\n17 ready\n"),
+           QByteArray("Hello board\n00 ready\n"));
+    addRow("prose with two words", QByteArray("status 0bb8 05dc\n"), QByteArray("status 0000 0000\n"));
+    addRow("three letters in a word too short", QByteArray("xyz 17\n"), QByteArray("xyz 00\n"));
+    addRow("three letters in a word with a digit", QByteArray("xyz1 17\n"), QByteArray("xyz0 00\n"));
+    addRow("two letters in a long word", QByteArray("ready 17\n"), QByteArray("ready 00\n"));
+    for (const char *prose :
+         {"status: quality 960 rises 577/536\r\n", "board 1001 ready!", "1a2b status 17, 00d10bb8 bad bb8\n",
+          "17 pens\n", "[?] commands: . 0 U0 U1 < > V T ? :RMM :MDU0 :MDP0!"})
+        addRow(prose, QByteArray(prose), QByteArray(prose));
     addRow("numbers", QByteArray("17\r\n4711!"), QByteArray("00\r\n0000!"));
     addRow("nothing", QByteArray(), QByteArray());
 }
@@ -93,6 +107,18 @@ void TextWordsTests::linesThatSpanReports()
     }
 }
 
+/// It counts up to the report at hand.
+void TextWordsTests::proseThatSpansReports()
+{
+    redacting::TextLines lines;
+    QCOMPARE(blanked(lines, "12 sta"), QByteArray("00 st0"));
+    QCOMPARE(blanked(lines, "tus 12"), QByteArray("tus 12"));
+    QCOMPARE(blanked(lines, "34 0b"), QByteArray("34 0b"));
+    QCOMPARE(blanked(lines, "b8 05dc "), QByteArray("00 0000 "));
+    QCOMPARE(blanked(lines, "17\n status 1"), QByteArray("00\n status 1"));
+    QCOMPARE(blanked(lines, "7!17"), QByteArray("7!00"));
+}
+
 /// Wherever a character is another one: no digit of a word is left.
 void TextWordsTests::damagedLines()
 {
@@ -110,6 +136,29 @@ void TextWordsTests::damagedLines()
                 QCOMPARE(left, expected);
             }
         }
+    }
+}
+
+/// In as many reports as there may be.
+void TextWordsTests::randomLines()
+{
+    std::mt19937 random(1);
+    const int end = line.indexOf('\r');
+    const QByteArray digits = "0123456789abcdefABCDEFabcdefabcdef";
+    for (int i = 0; i < 5'000; ++i) {
+        QByteArray damaged = line;
+        for (int at = 0; at < end; ++at) {
+            if (isxdigit(line[at]))
+                damaged[at] = digits[int(random() % unsigned(digits.size()))];
+        }
+        const int index = int(random() % unsigned(end));
+        damaged[index] = char(random());
+        redacting::TextLines lines;
+        QByteArray left;
+        while (left.size() < damaged.size())
+            left += blanked(lines, damaged.mid(left.size(), int(random() % 40)));
+        for (int at = 0; at < end; ++at)
+            QVERIFY2(at == index || !isxdigit(line[at]) || left[at] == '0', damaged.constData());
     }
 }
 

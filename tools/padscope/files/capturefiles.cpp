@@ -102,13 +102,22 @@ Status Completeness::status(const InputFile &input, const capture::RecordReader 
         printErrorAt(input, skipped.newVersionOffset,
                      "a packet of a later version of the format; " + std::to_string(skipped.newVersions) +
                          " of these are passed by");
-    if (const auto damage = damageOf(reader, last))
+    const auto damage = damageOf(reader, last);
+    if (damage)
         printErrorAt(input, damage->offset, damage->reason);
     if (last == capture::pcapng::Event::Damage || reader.skipped().newVersions > 0)
         return Failed;
-    if (sessions.empty() && reader.file().offset() > 0)
+    if (sessions.empty() && !damage && reader.file().offset() > 0)
         printError(input.name() + ": no packet of a capture in it");
     return isComplete() && !reader.file().endsWithinBlock() ? Good : Incomplete;
+}
+
+Status Completeness::statusOfWhole(const InputFile &input, const capture::RecordReader &reader,
+                                   capture::pcapng::Event last) const
+{
+    const Status found = status(input, reader, last);
+    const bool isOther = sessions.empty() && reader.skipped().newVersions == 0;
+    return last == capture::pcapng::Event::Damage || isOther ? Usage : found;
 }
 
 std::optional<capture::pcapng::Damage> damageOf(const capture::RecordReader &reader,

@@ -57,6 +57,10 @@ public:
     /// \param last what the reader ended with
     Status status(const InputFile &input, const capture::RecordReader &reader,
                   capture::pcapng::Event last) const;
+    /// The same for whoever makes something of the whole capture: Usage when that can't be, since it is
+    /// damaged or has no packet of a capture.
+    Status statusOfWhole(const InputFile &input, const capture::RecordReader &reader,
+                         capture::pcapng::Event last) const;
 
 private:
     struct Session

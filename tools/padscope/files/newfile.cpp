@@ -51,8 +51,8 @@ bool exists(const std::string &path)
     return lstat(path.c_str(), &info) == 0;
 }
 
-/// As of any new file, by the user's umask.
-void setPermissions(int file)
+/// It was created for its owner alone.
+void followUmask(int file)
 {
     const mode_t mask = umask(0);
     umask(mask);
@@ -69,7 +69,7 @@ bool renameWithoutReplacing(const std::string &from, const std::string &to)
 
 } // namespace
 
-NewFile::NewFile(const std::string &filePath)
+NewFile::NewFile(const std::string &filePath, Access access)
     : path(filePath)
 {
     std::string name = path + ".XXXXXX";
@@ -84,7 +84,8 @@ NewFile::NewFile(const std::string &filePath)
         return;
     }
     temporary = name;
-    setPermissions(file);
+    if (access == Access::Umask)
+        followUmask(file);
     std::copy(name.c_str(), name.c_str() + name.size() + 1, nameToRemove);
     handleSignals(removeOnSignal);
     std::signal(SIGXFSZ, SIG_IGN); // a limit of a file's size is an error of writing

@@ -10,8 +10,14 @@ namespace padscope {
 class NewFile
 {
 public:
+    enum class Access
+    {
+        Owner, ///< nobody else
+        Umask, ///< as of any new file
+    };
+
     /// \param path where it will be
-    explicit NewFile(const std::string &path);
+    NewFile(const std::string &path, Access access);
     ~NewFile();
     NewFile(const NewFile &) = delete;
     NewFile &operator=(const NewFile &) = delete;
