@@ -13,7 +13,8 @@ constexpr std::uint16_t attachCall = 1; // numbers of the format
 constexpr std::uint16_t setCallbackCall = 4;
 constexpr std::uint16_t sendCommandCall = 6;
 constexpr std::uint16_t setPnpCallbackCall = 11;
-constexpr std::int64_t maxTimeNs = INT64_MAX / 4; // 73 years, so that sums of times fit
+constexpr std::uint32_t maxExtendedLength = 1024 * 1024; // of a report that was cut
+constexpr std::int64_t maxTimeNs = INT64_MAX / 4;        // 73 years, so that sums of times fit
 
 std::string sessionText(std::uint32_t session)
 {
@@ -217,14 +218,19 @@ void ReplayReader::followReturn(const capture::Header &header)
 
 void ReplayReader::enter(ReplayEntry::Kind kind, const capture::Record &record, capture::ByteView bytes)
 {
-    constexpr std::size_t maxLength = (std::size_t{1} << 30) - 1;
     const capture::ByteView block = reader.file().block();
     ReplayEntry entry{};
     entry.timeNs = lastNs;
     entry.offset = bytes.size > 0 ? record.offset + static_cast<std::uint64_t>(bytes.data - block.data) : 0;
     entry.board = record.header.board;
-    entry.length = std::min(bytes.size, maxLength) & maxLength;
+    entry.recorded = static_cast<std::uint32_t>(bytes.size);
+    entry.length = entry.recorded;
     entry.kind = kind;
+    if (kind == ReplayEntry::Report) {
+        entry.isNull = record.header.has(capture::PointerWasNull);
+        const bool isWhole = entry.isNull || record.payloadLength <= maxExtendedLength;
+        entry.length = isWhole ? record.payloadLength : std::max(entry.recorded, maxExtendedLength);
+    }
     replay.entries.push_back(entry);
 }
 

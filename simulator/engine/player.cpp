@@ -98,16 +98,8 @@ void Player::play(const ReplayEntry &entry, Steady::time_point due, Lock &lock)
 bool Player::perform(const ReplayEntry &entry, std::size_t position)
 {
     const bool isNotification = entry.kind == ReplayEntry::Notification;
-    if (entry.kind == ReplayEntry::Report) {
-        const auto report = bytes.at(entry.offset, entry.length);
-        if (!report) {
-            library.say("replay: " + played->plan.capture + ": offset " + std::to_string(entry.offset) +
-                        ": it cannot be read any more");
-            return false;
-        }
-        if (const auto board = library.boardOf(*this, entry.board))
-            board->deliver(report->data, entry.length);
-    }
+    if (entry.kind == ReplayEntry::Report && !deliver(entry))
+        return false;
     // A host that is notified sees the boards that there are from now on.
     if (position >= nextChange) {
         nextChange = played->boards.changeAfter(position);
@@ -115,6 +107,24 @@ bool Player::perform(const ReplayEntry &entry, std::size_t position)
     }
     if (isNotification)
         library.notify(*this);
+    return true;
+}
+
+/// \return false when it cannot be read any more
+bool Player::deliver(const ReplayEntry &entry)
+{
+    const unsigned char *report = nullptr;
+    if (!entry.isNull) {
+        const auto read = bytes.at(entry.offset, entry.recorded, entry.length);
+        if (!read) {
+            library.say("replay: " + played->plan.capture + ": offset " + std::to_string(entry.offset) +
+                        ": it cannot be read any more");
+            return false;
+        }
+        report = read->data;
+    }
+    if (const auto board = library.boardOf(*this, entry.board))
+        board->deliver(report, entry.length);
     return true;
 }
 

@@ -89,6 +89,7 @@ private:
     void step(Lock &lock) override;
     void play(const ReplayEntry &entry, Steady::time_point due, Lock &lock);
     bool perform(const ReplayEntry &entry, std::size_t position);
+    bool deliver(const ReplayEntry &entry);
     void arrange(Lock &lock);
     void endRound(Lock &lock);
     void end(Lock &lock);

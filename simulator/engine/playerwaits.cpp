@@ -137,7 +137,7 @@ Player::Missing Player::missingCallback(const ReplayEntry &entry)
 /// Under the mutex. Takes the command off those that were sent.
 Player::Missing Player::missingCommand(const ReplayEntry &entry)
 {
-    const auto read = bytes.at(entry.offset, entry.length);
+    const auto read = bytes.at(entry.offset, entry.recorded, entry.length);
     const std::string text(read ? read->text() : std::string_view());
     const auto sentOne =
         std::find(commands.begin(), commands.end(), std::pair<int, std::string>(entry.board, text));

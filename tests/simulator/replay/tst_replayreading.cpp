@@ -16,8 +16,6 @@ private slots:
     void onlyTheSessionThatIsChosen();
     void nullIsTheUsualValue();
     void aCaptureIsAScenario();
-    void aFileThatIsCutWhileItIsPlayed();
-    void aReportThatWasCut();
     void withoutAnythingToPlay();
 };
 
@@ -223,33 +221,6 @@ void tst_replayreading::aCaptureIsAScenario()
     char name[300];
     library.currentScenario(name, sizeof name);
     QCOMPARE(QByteArray(name), capture.file());
-}
-
-void tst_replayreading::aFileThatIsCutWhileItIsPlayed()
-{
-    ReplayCapture capture;
-    capture.report(0, 1001, "04c800");
-    for (int i = 0; i < 3000; ++i) // more than is read at once
-        capture.report(1, 1001, "04c801");
-    const QByteArray path = capture.file();
-    const StandardError errors;
-    Playing playing(capture.scenario("\"paused\": true"));
-    QVERIFY(QFile::resize(path, 10'000));
-    playing.library.replayPause(0);
-    QVERIFY(ends(playing.library));
-    QTRY_VERIFY(errors.text().startsWith("replay: " + path + ": offset "));
-    QVERIFY(errors.text().contains(": it cannot be read any more\nreplay: asked rate 1, "));
-    QVERIFY(playing.recorder.count() > 50 && playing.recorder.count() < 3000);
-}
-
-void tst_replayreading::aReportThatWasCut()
-{
-    ReplayCapture capture;
-    capture.add(0, packetBytes(1, 1 | 8, 0, 1001, 0, "\x04\xC8", 1));
-    capture.add(1, packetBytes(1, 1, 0, 1001, 0, {}, 1));
-    Playing playing(capture.file());
-    QVERIFY(ends(playing.library));
-    QCOMPARE(heard(playing.recorder), (QList<QByteArray>{"1001:04c8", "1001:"}));
 }
 
 void tst_replayreading::withoutAnythingToPlay()
