@@ -1,4 +1,3 @@
-#include <csignal>
 #include <QFileInfo>
 #include <QTest>
 
@@ -37,8 +36,6 @@ private slots:
     void goesBeforeOtherLibraries();
     void endsAsItsHost_data();
     void endsAsItsHost();
-    void passesSignalsOn_data();
-    void passesSignalsOn();
     void sendsWhatWasRecorded_data();
     void sendsWhatWasRecorded();
 
@@ -219,25 +216,6 @@ void ReplayCommandTests::endsAsItsHost()
     const ProgramRun run = padscope(QStringList{"replay", one, "--"} + host);
     QTEST(run.status, "status");
     QCOMPARE(run.errors, line);
-}
-
-void ReplayCommandTests::passesSignalsOn_data()
-{
-    addColumns<int>("number");
-    addRow("SIGTERM", SIGTERM);
-    addRow("SIGHUP", SIGHUP);
-}
-
-void ReplayCommandTests::passesSignalsOn()
-{
-    QFETCH(int, number);
-    QProcess process;
-    process.start(PADSCOPE_PROGRAM, {"replay", one, "--", "sh", "-c", "echo started; exec sleep 60"});
-    QVERIFY(process.waitForReadyRead(30'000));
-    QCOMPARE(kill(static_cast<pid_t>(process.processId()), number), 0);
-    QVERIFY(process.waitForFinished(30'000));
-    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
-    QCOMPARE(process.exitCode(), 128 + number);
 }
 
 void ReplayCommandTests::sendsWhatWasRecorded_data()
