@@ -193,9 +193,11 @@ void HostRun::keepTime(const Clocks &now, bool isUpToDate,
 capture::End HostRun::endOfOwner()
 {
     capture::End end;
-    if (control.owner != host.id() && control.owner != 0)
-        return end; // how it ended is known only of a child
     const ProcessEnd hostEnd = *host.end();
+    if (control.owner != host.id() && control.owner != 0) {
+        end.value = statusOf(hostEnd); // how the owner ended is known only of a child
+        return end;
+    }
     if (!hostEnd.isKnown)
         return end;
     end.reason = hostEnd.isSignal ? capture::EndReason::Signal : capture::EndReason::Exit;
