@@ -101,10 +101,10 @@ std::string ReplayReader::read()
         if (reader.record().header.session == replay.plan.session.value_or(*sessions.begin()))
             follow(reader.record());
     }
+    replay.boards.finish();
     std::string trouble = troubleOf(last);
     if (!trouble.empty())
         return trouble;
-    replay.boards.finish();
     cut();
     setTimes();
     return beginTrouble();

@@ -16,6 +16,8 @@ private slots:
     void onlyTheSessionThatIsChosen();
     void nullIsTheUsualValue();
     void aCaptureIsAScenario();
+    void boardsThatHaveGoneAndStillReport_data();
+    void boardsThatHaveGoneAndStillReport();
     void withoutAnythingToPlay();
 };
 
@@ -221,6 +223,30 @@ void tst_replayreading::aCaptureIsAScenario()
     char name[300];
     library.currentScenario(name, sizeof name);
     QCOMPARE(QByteArray(name), capture.file());
+}
+
+void tst_replayreading::boardsThatHaveGoneAndStillReport_data()
+{
+    addColumns<int, bool>("count", "isPlayed");
+    addRow("256", 256, true);
+    addRow("257", 257, false);
+}
+
+/// One after the other, each before the next is seen.
+void tst_replayreading::boardsThatHaveGoneAndStillReport()
+{
+    QFETCH(int, count);
+    QFETCH(bool, isPlayed);
+    ReplayCapture capture;
+    for (int id = 1; id <= count; ++id) {
+        capture.seen(id, id, 0);
+        capture.hotplug(id);
+        capture.gone(id, id);
+    }
+    for (int id = 1; id <= count; ++id)
+        capture.report(1000, id, "04c800");
+    const QByteArray error = ": there are too many boards at once; allowed are 256";
+    QCOMPARE(errorOf(capture.file()), isPlayed ? QByteArray("no error") : error);
 }
 
 void tst_replayreading::withoutAnythingToPlay()
