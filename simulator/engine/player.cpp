@@ -217,9 +217,12 @@ std::string Player::summary() const
         line += text;
     }
     line += "; " + std::to_string(sent);
-    if (played->plan.rounds != 0 && !hasSought)
-        line += " of " + std::to_string(played->reports * played->plan.rounds);
-    line += " reports";
+    std::uint64_t counted = sent;
+    if (played->plan.rounds != 0 && !hasSought) {
+        counted = played->reports * played->plan.rounds;
+        line += " of " + std::to_string(counted);
+    }
+    line += counted == 1 ? " report" : " reports";
     if (timing.hasErrors()) {
         std::snprintf(text, sizeof text, "; error median %.3f ms, 99 %% %.3f ms, greatest %.3f ms",
                       ms(timing.errorOf(500)), ms(timing.errorOf(990)), ms(timing.maxError()));

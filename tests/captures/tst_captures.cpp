@@ -128,12 +128,15 @@ void CaptureTests::replay()
     host.start(PADSCOPE_PROGRAM, {"record", "-o", again, "--", HOST_PROGRAM, "--plugins",
                                   PADSCOPE_PLUGIN_FOLDER, "--simulate", scenario.fileName(), "--type", "?"});
     QByteArray printed;
-    const auto hasEnded = [&] { return (printed += host.readAllStandardError()).contains(" reports\n"); };
+    const QByteArray ending = reports == 1 ? "\n" : "s\n";
+    const auto hasEnded = [&] {
+        return (printed += host.readAllStandardError()).contains(" report" + ending);
+    };
     QTRY_VERIFY2_WITH_TIMEOUT(hasEnded(), printed, 60'000);
     host.terminate();
     QVERIFY(host.waitForFinished(30'000));
     const QByteArray expected =
-        QByteArray::number(reports) + " of " + QByteArray::number(reports) + " reports\n";
+        QByteArray::number(reports) + " of " + QByteArray::number(reports) + " report" + ending;
     QVERIFY2(printed.contains("; " + expected), printed);
     if (!isOnlySession)
         return;

@@ -198,7 +198,7 @@ void tst_replaywaits::boardsThatNobodyListenedToAreNotWaitedFor()
     QCOMPARE(replayOf(host.library).state, int{ORVEXSIM_REPLAY_WAITING});
     host.listen(1001);
     QVERIFY(ends(host.library));
-    QVERIFY2(errors.text().startsWith("replay: asked rate 1; 1 of 1 "), errors.text());
+    QVERIFY2(errors.text().startsWith("replay: asked rate 1; 1 of 1 report;"), errors.text());
 }
 
 void tst_replaywaits::aRegistrationIsWaitedForWithoutAnyReport()
