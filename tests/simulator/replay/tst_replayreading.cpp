@@ -150,7 +150,7 @@ void tst_replayreading::valuesThatAreNotAllowed_data()
     add("\"loop\": true",
         ": /replay/loop: this is not known; allowed are a whole number from 1 to 1000000 and forever");
     add("\"from\": -1", ": /replay/from: -1 is not allowed; allowed is a number from 0.0 to 1000000000.0");
-    add("\"from\": 2, \"to\": 1.5", ": /replay/to: this is before \"from\"; allowed are times from there on");
+    add("\"from\": 2, \"to\": 2", ": /replay/to: this is not later than \"from\"; allowed are later times");
     add("\"skipGaps\": \"no\"",
         ": /replay/skipGaps: \"no\" is not allowed; allowed is a number from 0.0 to 1000000000.0");
     add("\"paused\": 1", ": /replay/paused: 1 is not allowed; allowed are true and false");
@@ -169,6 +169,10 @@ void tst_replayreading::valuesThatAreNotAllowed()
     addTen(capture);
     QCOMPARE(errorOf(capture.scenario(members)), error);
     QCOMPARE(errorOf(capture.scenario("")), QByteArray("no error"));
+    QCOMPARE(errorOf(capture.write("s.json", R"({"replay": {"capture": "field.pcapng"}})")),
+             QByteArray("no error"));
+    QCOMPARE(errorOf(capture.write("s.json", R"({"title": 1, "replay": {"capture": "none"}})")),
+             QByteArray(": /title: 1 is not allowed; allowed is text in quotes"));
     QCOMPARE(errorOf(capture.write("s.json", R"({"title": "t", "replay": {}})")),
              QByteArray(": /replay: the key \"capture\" is missing; it is needed here"));
     QCOMPARE(errorOf(capture.write("s.json",
