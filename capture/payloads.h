@@ -57,7 +57,8 @@ enum class EndReason : std::uint32_t
 struct End
 {
     EndReason reason = EndReason::Unknown;
-    std::int32_t value = 0; ///< the exit status, or the signal's number
+    /// The exit status, or the signal's number; of an unknown end the status of the host that was started.
+    std::int32_t value = 0;
     std::vector<BoardCounts> boards;
     std::uint32_t missingBoards = 0; ///< that the packet counts and does not have, since it was cut
     /// All that was lost, whatever it was: the sum of `lost` of all packets. Nothing where it is not told.

@@ -84,6 +84,7 @@ ReplayBar::ReplayBar(QWidget *parent)
 
 void ReplayBar::showReplay(const OrvexsimReplay &replay)
 {
+    const QSignalBlocker blocker(slider_); // a lower maximum moves it as well
     length_ = replay.length;
     const int maximum = msOf(length_);
     if (slider_->maximum() != maximum) {
@@ -94,7 +95,6 @@ void ReplayBar::showReplay(const OrvexsimReplay &replay)
     state_->setText(replayRateText(replay.rate) + QStringLiteral(", ") + stateText(replay.state));
     if (slider_->isSliderDown())
         return;
-    const QSignalBlocker blocker(slider_);
     slider_->setValue(msOf(replay.position));
     showTime(replay.position);
 }

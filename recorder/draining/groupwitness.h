@@ -4,6 +4,9 @@
 
 namespace recorder {
 
+/// Within which a group has got a signal. `timeout` sends one to its child first and to the group then.
+inline constexpr int groupSignalMs = 5;
+
 /// A process of its own that only takes signals sent to the whole process group. So one that the host has got
 /// as well is told from one that was sent to the recorder alone. It ends with the recorder, however that
 /// ends.

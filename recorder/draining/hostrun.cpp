@@ -11,7 +11,7 @@ namespace {
 
 constexpr int drainIntervalMs = 20;
 constexpr int maxRecordsAtOnce = 256;
-constexpr std::uint64_t groupSignalNs = 50'000'000; ///< within which a group has got a signal
+constexpr std::uint64_t groupSignalNs = groupSignalMs * std::uint64_t{1'000'000};
 constexpr std::uint64_t statusIntervalNs = 10'000'000'000;
 constexpr std::uint64_t progressIntervalNs = 1'000'000'000;
 constexpr std::uint64_t clockStepNs = 100'000'000; ///< of the wall clock, that is told at once
@@ -53,8 +53,9 @@ ProcessEnd HostRun::watch(const std::string &note, const std::function<void(cons
         keepTime(now, last == Step::Empty, report);
         if (isEnding && last != Step::Record)
             break;
-        wait(hostHandle, last == Step::Record ? 0 : drainIntervalMs);
-        passSignals(now.monotonicNs);
+        const int intervalMs = held.empty() ? drainIntervalMs : groupSignalMs;
+        wait(hostHandle, last == Step::Record ? 0 : intervalMs);
+        passSignals(Clocks::now().monotonicNs);
         takeMarks();
     }
     writeMarks(UINT64_MAX);
@@ -192,9 +193,11 @@ void HostRun::keepTime(const Clocks &now, bool isUpToDate,
 capture::End HostRun::endOfOwner()
 {
     capture::End end;
-    if (control.owner != host.id() && control.owner != 0)
-        return end; // how it ended is known only of a child
     const ProcessEnd hostEnd = *host.end();
+    if (control.owner != host.id() && control.owner != 0) {
+        end.value = statusOf(hostEnd); // how the owner ended is known only of a child
+        return end;
+    }
     if (!hostEnd.isKnown)
         return end;
     end.reason = hostEnd.isSignal ? capture::EndReason::Signal : capture::EndReason::Exit;

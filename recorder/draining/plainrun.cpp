@@ -10,13 +10,13 @@ namespace recorder {
 
 namespace {
 
-constexpr timespec groupSignalTime{0, 50'000'000}; ///< within which a group has got a signal
-constexpr int endIntervalMs = 20;                  ///< when the host's end cannot be waited for
+constexpr timespec groupSignalTime{0, groupSignalMs * 1'000'000};
+constexpr int endIntervalMs = 20; ///< when the host's end cannot be waited for
 
 /// Unless the host has got it already, as all of the process group.
 void pass(int number, const HostProcess &host, GroupWitness &witness)
 {
-    if (number != SIGTERM && number != SIGHUP)
+    if (number != SIGINT && number != SIGTERM && number != SIGHUP)
         return;
     nanosleep(&groupSignalTime, nullptr);
     if (!witness.hasSeen(number) || getpgid(host.id()) != getpgrp())

@@ -13,8 +13,8 @@ struct PlainRunResult
     int startError = 0; ///< error number of a start that failed
 };
 
-/// Runs a host until it ends, and records nothing. It runs as it would alone; SIGTERM and SIGHUP that were
-/// meant for this process are passed on to it.
+/// Runs a host until it ends, and records nothing. It runs as it would alone; SIGINT, SIGTERM and SIGHUP
+/// that were meant for this process are passed on to it.
 PlainRunResult runPlainly(const std::vector<std::string> &command,
                           const HostProcess::Environment &environment);
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstring>
+#include <optional>
 #include <thread>
 
 #include "boundary.h"
@@ -41,10 +42,10 @@ bool isKind(const std::string &record, std::uint32_t kind)
 }
 
 /// A player may wait for what was registered now.
-void tellPlayer()
+void tellPlayer(std::optional<int> board)
 {
     if (const auto player = Library::instance().player())
-        player->registered();
+        player->registered(board);
 }
 
 int sendInReplay(int device, const char *command)
@@ -91,7 +92,7 @@ struct Simulated : Unsimulated
     {
         for (const auto &board : Library::instance().boardsWith(device))
             board->addListener(asFunction(callback), context);
-        tellPlayer();
+        tellPlayer(callback ? std::optional(device) : std::nullopt);
     }
 
     // The library cannot remove hot-plug callbacks by another name: this removes both sorts.
@@ -108,7 +109,7 @@ struct Simulated : Unsimulated
     {
         if (const auto attachment = Library::instance().attachment())
             attachment->addListener(asFunction(callback), context);
-        tellPlayer();
+        tellPlayer(std::nullopt);
     }
 
     static int orvexSendCommand(int device, const char *command)

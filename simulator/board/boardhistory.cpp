@@ -174,7 +174,13 @@ void BoardHistory::put(std::size_t origin, std::size_t position, Boards now)
         return;
     tooMany = tooMany || now.size() > maxBoards;
     const std::size_t from = std::max(settledOrigin == origin ? position : origin, last.from);
-    for (const ReplayBoard *board : last.boards) {
+    // Most of them are the same, and are not looked for.
+    const auto first = std::mismatch(last.boards.begin(), last.boards.end(), now.begin(), now.end()).first;
+    const auto end =
+        std::mismatch(last.boards.rbegin(), std::make_reverse_iterator(first), now.rbegin(), now.rend())
+            .first.base();
+    for (auto place = first; place != end; ++place) {
+        const ReplayBoard *board = *place;
         if (findId(now, board->id) != now.end())
             continue;
         const auto report = lastReports.find(board->id);
@@ -213,15 +219,26 @@ void BoardHistory::finish()
 {
     const auto isEmpty = [](const Departure &gone) { return gone.until <= gone.from; };
     departures.erase(std::remove_if(departures.begin(), departures.end(), isEmpty), departures.end());
-    std::size_t maxUntil = 0;
-    for (Departure &gone : departures) {
-        maxUntil = std::max(maxUntil, gone.until);
-        gone.maxUntil = maxUntil;
+    findOpenDepartures();
+    for (const Departure &gone : departures)
         changes.push_back(gone.until);
-    }
     for (const List &list : lists)
         changes.push_back(list.from);
     std::sort(changes.begin(), changes.end());
+}
+
+/// So that no place is far from one where it is known which are open.
+void BoardHistory::findOpenDepartures()
+{
+    std::vector<std::size_t> open;
+    for (std::size_t i = 0; i < departures.size() && !tooMany; ++i) {
+        const auto isOver = [&](std::size_t one) { return departures[one].until <= departures[i].from; };
+        open.erase(std::remove_if(open.begin(), open.end(), isOver), open.end());
+        if (i % departuresPerBlock == 0)
+            openDepartures.push_back(open);
+        open.push_back(i);
+        tooMany = open.size() > maxBoards;
+    }
 }
 
 std::vector<BoardHistory::Present> BoardHistory::at(std::size_t position) const
@@ -229,14 +246,24 @@ std::vector<BoardHistory::Present> BoardHistory::at(std::size_t position) const
     const auto isBehind = [](std::size_t wanted, const auto &one) { return wanted < one.from; };
     const auto list = std::upper_bound(lists.begin(), lists.end(), position, isBehind) - 1;
     std::vector<Present> present;
-    for (const ReplayBoard *board : list->boards)
+    std::unordered_set<std::int32_t> ids;
+    for (const ReplayBoard *board : list->boards) {
         present.push_back({board, true});
-    auto gone = std::upper_bound(departures.begin(), departures.end(), position, isBehind);
-    while (gone != departures.begin() && (--gone)->maxUntil > position) {
-        const auto isIt = [&gone](const Present &one) { return one.board->id == gone->board->id; };
-        if (position < gone->until && std::none_of(present.begin(), present.end(), isIt))
-            present.push_back({gone->board, false});
+        ids.insert(board->id);
     }
+    const auto add = [&](const Departure &gone) {
+        if (position < gone.until && ids.insert(gone.board->id).second)
+            present.push_back({gone.board, false});
+    };
+    const auto behind = std::upper_bound(departures.begin(), departures.end(), position, isBehind);
+    auto index = static_cast<std::size_t>(behind - departures.begin());
+    if (index == 0)
+        return present;
+    const std::size_t block = (index - 1) / departuresPerBlock;
+    while (index > block * departuresPerBlock)
+        add(departures[--index]);
+    const std::vector<std::size_t> &open = openDepartures[block];
+    std::for_each(open.rbegin(), open.rend(), [&](std::size_t one) { add(departures[one]); });
     return present;
 }
 

@@ -5,6 +5,7 @@
 #include <map>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "recordreader.h"
@@ -30,7 +31,7 @@ public:
         bool isListed; ///< false: it has gone, and some of its reports are still to come
     };
 
-    static constexpr std::size_t maxBoards = 256; ///< at once
+    static constexpr std::size_t maxBoards = 256; ///< that are listed at once, and that have gone
 
     BoardHistory();
 
@@ -54,6 +55,7 @@ public:
 
 private:
     using Boards = std::vector<const ReplayBoard *>;
+    static constexpr std::size_t departuresPerBlock = 256;
 
     struct List
     {
@@ -66,7 +68,6 @@ private:
         const ReplayBoard *board;
         std::size_t from;
         std::size_t until;
-        std::size_t maxUntil = 0; ///< of this one and those before it
     };
     /// An enumeration by one thread, as long as no record is missing.
     struct Pass
@@ -89,11 +90,14 @@ private:
     void put(std::size_t origin, std::size_t position, Boards boards);
     void addFromStart(std::int32_t id);
     const ReplayBoard *known(std::int32_t id, const std::string &record);
+    void findOpenDepartures();
 
     std::deque<ReplayBoard> boards; ///< each with each of its records
     std::map<std::pair<std::int32_t, std::string>, const ReplayBoard *> byRecord;
-    std::vector<List> lists;            ///< in the order of `from`, of which the first is 0
-    std::vector<Departure> departures;  ///< in the order of `from`
+    std::vector<List> lists;           ///< in the order of `from`, of which the first is 0
+    std::vector<Departure> departures; ///< in the order of `from`
+    /// Indexes of those that are not over, before each block of departures.
+    std::vector<std::vector<std::size_t>> openDepartures;
     std::vector<std::size_t> changes{}; ///< positions at which something changes, in order
     std::unordered_map<std::int32_t, std::size_t> lastDepartures; ///< indexes, by id
     std::unordered_map<std::int32_t, std::size_t> lastReports;

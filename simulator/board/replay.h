@@ -14,7 +14,7 @@
 /// Something that is played.
 struct ReplayEntry
 {
-    enum Kind : std::uint32_t
+    enum Kind : std::uint8_t
     {
         Report,
         Notification, ///< the hot-plug callbacks are called
@@ -25,8 +25,10 @@ struct ReplayEntry
     std::int64_t timeNs;  ///< since the clock's start; not below that of the entry before
     std::uint64_t offset; ///< of the bytes in the file
     std::int32_t board;
-    std::uint32_t length : 30; ///< of the bytes
-    Kind kind : 2;
+    std::uint32_t recorded; ///< bytes in the file
+    std::uint32_t length;   ///< of the report; bytes that were not recorded are zero
+    Kind kind;
+    bool isNull; ///< a report without bytes, whatever its length is
 };
 
 /// A capture as it is played: what happens when, which boards there are, and what calls return. Any thread;

@@ -28,23 +28,37 @@ ReplayFile::~ReplayFile()
         close(file);
 }
 
-std::optional<capture::ByteView> ReplayBytes::at(std::uint64_t offset, std::size_t length)
+std::optional<capture::ByteView> ReplayBytes::at(std::uint64_t offset, std::size_t recorded,
+                                                 std::size_t length)
+{
+    if (!read(offset, recorded))
+        return std::nullopt;
+    const unsigned char *found = bytes.data() + (offset - bytesOffset);
+    if (length == recorded)
+        return capture::ByteView{found, length};
+    extended.assign(found, found + recorded);
+    extended.resize(length);
+    return capture::ByteView{extended.data(), length};
+}
+
+/// \return whether they are within `bytes` now
+bool ReplayBytes::read(std::uint64_t offset, std::size_t length)
 {
     const bool isHere = offset >= bytesOffset && offset - bytesOffset <= count &&
                         length <= count - static_cast<std::size_t>(offset - bytesOffset);
-    if (!isHere) {
-        bytes.resize(std::max(length, chunk));
-        bytesOffset = offset;
-        count = 0;
-        while (count < length) {
-            const ssize_t received = pread(file.descriptor(), bytes.data() + count, bytes.size() - count,
-                                           static_cast<off_t>(offset + count));
-            if (received < 0 && errno == EINTR)
-                continue;
-            if (received <= 0)
-                return std::nullopt;
-            count += static_cast<std::size_t>(received);
-        }
+    if (isHere && !bytes.empty())
+        return true;
+    bytes.resize(std::max(length, chunk));
+    bytesOffset = offset;
+    count = 0;
+    while (count < length) {
+        const ssize_t received = pread(file.descriptor(), bytes.data() + count, bytes.size() - count,
+                                       static_cast<off_t>(offset + count));
+        if (received < 0 && errno == EINTR)
+            continue;
+        if (received <= 0)
+            return false;
+        count += static_cast<std::size_t>(received);
     }
-    return capture::ByteView{bytes.data() + (offset - bytesOffset), length};
+    return true;
 }

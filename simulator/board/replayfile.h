@@ -32,12 +32,17 @@ public:
     {
     }
 
-    /// Valid until the next call. \return nothing when they cannot be read
-    std::optional<capture::ByteView> at(std::uint64_t offset, std::size_t length);
+    /// Never null, and valid until the next call.
+    /// \param length behind what was recorded are zeros
+    /// \return nothing when they cannot be read
+    std::optional<capture::ByteView> at(std::uint64_t offset, std::size_t recorded, std::size_t length);
 
 private:
+    bool read(std::uint64_t offset, std::size_t length);
+
     const ReplayFile &file;
     std::vector<unsigned char> bytes;
-    std::uint64_t bytesOffset = 0; ///< of the first one in the file
+    std::vector<unsigned char> extended; ///< by the zeros
+    std::uint64_t bytesOffset = 0;       ///< of the first one in the file
     std::size_t count = 0;
 };

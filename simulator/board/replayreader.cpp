@@ -13,7 +13,8 @@ constexpr std::uint16_t attachCall = 1; // numbers of the format
 constexpr std::uint16_t setCallbackCall = 4;
 constexpr std::uint16_t sendCommandCall = 6;
 constexpr std::uint16_t setPnpCallbackCall = 11;
-constexpr std::int64_t maxTimeNs = INT64_MAX / 4; // 73 years, so that sums of times fit
+constexpr std::uint32_t maxExtendedLength = 1024 * 1024; // of a report that was cut
+constexpr std::int64_t maxTimeNs = INT64_MAX / 4;        // 73 years, so that sums of times fit
 
 std::string sessionText(std::uint32_t session)
 {
@@ -59,6 +60,7 @@ private:
     std::string sessionTrouble() const;
     std::string beginTrouble() const;
     void cut();
+    void findEnds();
     bool isAwaited() const;
     std::int64_t beginNs() const;
     void shortenGaps(std::int64_t begin);
@@ -81,6 +83,11 @@ private:
     std::int64_t lastNs = 0;          ///< since the start
     std::int64_t registrationNs = -1; ///< of the last callback that was registered before the first entry
     std::int64_t attachNs = -1;       ///< of the last attach before it
+    std::int64_t lastHeardNs = -1;    ///< of the last report or notification
+    // Of what is played, without commands, which move neither the zero nor the end.
+    std::size_t firstHeard = 0;
+    std::size_t endHeard = 0; ///< behind the last; firstHeard when there is none
+    bool isFirstOfAll = true; ///< none is left out before it
     SeveralListeners reports;
     SeveralListeners notifications;
     std::vector<LeftOut> leftOut; ///< in order
@@ -94,10 +101,10 @@ std::string ReplayReader::read()
         if (reader.record().header.session == replay.plan.session.value_or(*sessions.begin()))
             follow(reader.record());
     }
+    replay.boards.finish();
     std::string trouble = troubleOf(last);
     if (!trouble.empty())
         return trouble;
-    replay.boards.finish();
     cut();
     setTimes();
     return beginTrouble();
@@ -130,7 +137,7 @@ std::string ReplayReader::sessionTrouble() const
 std::string ReplayReader::beginTrouble() const
 {
     const std::int64_t from = replay.plan.from.count();
-    if (from == 0 || replay.first < replay.entries.size())
+    if (from == 0 || lastHeardNs >= from)
         return {};
     const auto seconds = [](std::int64_t ns) { return static_cast<double>(ns) * 1e-9; };
     char text[160];
@@ -207,7 +214,7 @@ void ReplayReader::followCall(const capture::Record &record)
 
 void ReplayReader::followReturn(const capture::Header &header)
 {
-    if (!replay.entries.empty())
+    if (lastHeardNs >= 0)
         return;
     if (header.call == setCallbackCall)
         registrationNs = lastNs;
@@ -217,15 +224,22 @@ void ReplayReader::followReturn(const capture::Header &header)
 
 void ReplayReader::enter(ReplayEntry::Kind kind, const capture::Record &record, capture::ByteView bytes)
 {
-    constexpr std::size_t maxLength = (std::size_t{1} << 30) - 1;
     const capture::ByteView block = reader.file().block();
     ReplayEntry entry{};
     entry.timeNs = lastNs;
     entry.offset = bytes.size > 0 ? record.offset + static_cast<std::uint64_t>(bytes.data - block.data) : 0;
     entry.board = record.header.board;
-    entry.length = std::min(bytes.size, maxLength) & maxLength;
+    entry.recorded = static_cast<std::uint32_t>(bytes.size);
+    entry.length = entry.recorded;
     entry.kind = kind;
+    if (kind == ReplayEntry::Report) {
+        entry.isNull = record.header.has(capture::PointerWasNull);
+        const bool isWhole = entry.isNull || record.payloadLength <= maxExtendedLength;
+        entry.length = isWhole ? record.payloadLength : std::max(entry.recorded, maxExtendedLength);
+    }
     replay.entries.push_back(entry);
+    if (kind != ReplayEntry::Command)
+        lastHeardNs = lastNs;
 }
 
 /// Leaves out what is before `from`, or not before `to`.
@@ -248,10 +262,27 @@ void ReplayReader::cut()
         ++replay.first;
     while (replay.first < replay.end && !isPlayed(replay.end - 1))
         --replay.end;
+    findEnds();
     replay.reports = static_cast<std::uint64_t>(
         std::count_if(replay.entries.begin() + static_cast<std::ptrdiff_t>(replay.first),
                       replay.entries.begin() + static_cast<std::ptrdiff_t>(replay.end),
                       [](const ReplayEntry &entry) { return entry.kind == ReplayEntry::Report; }));
+}
+
+void ReplayReader::findEnds()
+{
+    const auto begin = replay.entries.begin();
+    const auto first = begin + static_cast<std::ptrdiff_t>(replay.first);
+    const auto end = begin + static_cast<std::ptrdiff_t>(replay.end);
+    const auto isHeard = [](const ReplayEntry &entry) {
+        return entry.kind == ReplayEntry::Report || entry.kind == ReplayEntry::Notification;
+    };
+    const auto firstOne = std::find_if(first, end, isHeard);
+    const auto behindLast =
+        std::find_if(std::make_reverse_iterator(end), std::make_reverse_iterator(firstOne), isHeard).base();
+    firstHeard = static_cast<std::size_t>(firstOne - begin);
+    endHeard = static_cast<std::size_t>(behindLast - begin);
+    isFirstOfAll = std::none_of(begin, first, isHeard);
 }
 
 /// Whether the clock will not start at the attach.
@@ -267,11 +298,11 @@ bool ReplayReader::isAwaited() const
 /// the capture tells when that was, the first entry keeps its distance from it.
 std::int64_t ReplayReader::beginNs() const
 {
-    if (replay.first == replay.end)
+    if (firstHeard == endHeard)
         return replay.plan.from.count();
     const std::int64_t start = registrationNs < 0 && !isAwaited() ? attachNs : registrationNs;
-    const bool isKnown = start >= replay.plan.from.count() && replay.first == 0;
-    return isKnown ? start : replay.entries[replay.first].timeNs;
+    const bool isKnown = start >= replay.plan.from.count() && isFirstOfAll;
+    return isKnown ? start : replay.entries[firstHeard].timeNs;
 }
 
 /// A pause ends with a report; what else happened in it is no end.
@@ -281,9 +312,9 @@ void ReplayReader::shortenGaps(std::int64_t begin)
         return;
     const std::int64_t max = replay.plan.skipGaps->count();
     std::int64_t before = begin;
-    for (std::size_t i = replay.first; i < replay.end; ++i) {
+    for (std::size_t i = replay.first; i < endHeard; ++i) {
         const ReplayEntry &entry = replay.entries[i];
-        if (entry.kind != ReplayEntry::Report && i + 1 < replay.end)
+        if (entry.kind != ReplayEntry::Report && i + 1 < endHeard)
             continue;
         const std::int64_t excess = entry.timeNs - before - max;
         if (excess > 0) {
@@ -311,10 +342,12 @@ void ReplayReader::setTimes()
 {
     const std::int64_t begin = beginNs();
     shortenGaps(begin);
-    for (std::size_t i = replay.first; i < replay.end; ++i)
-        replay.entries[i].timeNs = playedNs(replay.entries[i].timeNs) - begin;
-    if (replay.first < replay.end)
-        replay.lengthNs = replay.entries[replay.end - 1].timeNs;
+    if (firstHeard < endHeard)
+        replay.lengthNs = playedNs(replay.entries[endHeard - 1].timeNs) - begin;
+    for (std::size_t i = replay.first; i < replay.end; ++i) {
+        const std::int64_t played = playedNs(replay.entries[i].timeNs) - begin;
+        replay.entries[i].timeNs = std::clamp<std::int64_t>(played, 0, replay.lengthNs);
+    }
     replay.answers.finish([&](std::int64_t recordedNs) { return playedNs(recordedNs) - begin; });
 }
 

@@ -12,6 +12,8 @@ SeveralListeners::Found SeveralListeners::follow(const capture::Record &record, 
     Group &group = groups[key];
     if (!has(group, record)) {
         group.bytes = record.payload.text();
+        group.length = record.payloadLength;
+        group.isNull = header.has(capture::PointerWasNull);
         group.links.assign(1, header.link);
         group.lowest = header.link;
         group.entry = entry;
@@ -31,7 +33,9 @@ SeveralListeners::Found SeveralListeners::follow(const capture::Record &record, 
 bool SeveralListeners::has(const Group &group, const capture::Record &record) const
 {
     const std::uint32_t link = record.header.link;
-    if (group.begin == 0 || group.bytes != record.payload.text())
+    const bool isNull = record.header.has(capture::PointerWasNull);
+    if (group.begin == 0 || group.isNull != isNull || group.length != record.payloadLength ||
+        group.bytes != record.payload.text())
         return false;
     // Any number of listeners have none. Where all have none, each packet may be a report of its own.
     if (link == capture::lostLink)

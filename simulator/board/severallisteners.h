@@ -28,6 +28,8 @@ private:
     struct Group
     {
         std::string bytes;
+        std::uint32_t length = 0; ///< before it was cut
+        bool isNull = false;
         std::vector<std::uint32_t> links;
         std::uint32_t lowest = 0;
         std::size_t entry = 0;

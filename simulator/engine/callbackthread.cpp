@@ -40,12 +40,6 @@ bool CallbackThread::wasRegistered()
     return registered;
 }
 
-void CallbackThread::doNotWait()
-{
-    const std::lock_guard lock(mutex);
-    registered = true;
-}
-
 void CallbackThread::run()
 {
     try {

@@ -21,10 +21,8 @@ public:
     std::thread stop();
 
     void addListener(Listeners::Function function, void *context);
-    /// Whether a callback was ever registered, or doNotWait() was called.
+    /// Whether a callback was ever registered.
     bool wasRegistered();
-    /// No callback is waited for any more.
-    void doNotWait();
     void removeListener(Listeners::Function function, void *context) { listeners.remove(function, context); }
 
 protected:

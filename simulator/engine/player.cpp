@@ -98,16 +98,8 @@ void Player::play(const ReplayEntry &entry, Steady::time_point due, Lock &lock)
 bool Player::perform(const ReplayEntry &entry, std::size_t position)
 {
     const bool isNotification = entry.kind == ReplayEntry::Notification;
-    if (entry.kind == ReplayEntry::Report) {
-        const auto report = bytes.at(entry.offset, entry.length);
-        if (!report) {
-            library.say("replay: " + played->plan.capture + ": offset " + std::to_string(entry.offset) +
-                        ": it cannot be read any more");
-            return false;
-        }
-        if (const auto board = library.boardOf(*this, entry.board))
-            board->deliver(report->data, entry.length);
-    }
+    if (entry.kind == ReplayEntry::Report && !deliver(entry))
+        return false;
     // A host that is notified sees the boards that there are from now on.
     if (position >= nextChange) {
         nextChange = played->boards.changeAfter(position);
@@ -115,6 +107,24 @@ bool Player::perform(const ReplayEntry &entry, std::size_t position)
     }
     if (isNotification)
         library.notify(*this);
+    return true;
+}
+
+/// \return false when it cannot be read any more
+bool Player::deliver(const ReplayEntry &entry)
+{
+    const unsigned char *report = nullptr;
+    if (!entry.isNull) {
+        const auto read = bytes.at(entry.offset, entry.recorded, entry.length);
+        if (!read) {
+            library.say("replay: " + played->plan.capture + ": offset " + std::to_string(entry.offset) +
+                        ": it cannot be read any more");
+            return false;
+        }
+        report = read->data;
+    }
+    if (const auto board = library.boardOf(*this, entry.board))
+        board->deliver(report, entry.length);
     return true;
 }
 
@@ -207,9 +217,12 @@ std::string Player::summary() const
         line += text;
     }
     line += "; " + std::to_string(sent);
-    if (played->plan.rounds != 0 && !hasSought)
-        line += " of " + std::to_string(played->reports * played->plan.rounds);
-    line += " reports";
+    std::uint64_t counted = sent;
+    if (played->plan.rounds != 0 && !hasSought) {
+        counted = played->reports * played->plan.rounds;
+        line += " of " + std::to_string(counted);
+    }
+    line += counted == 1 ? " report" : " reports";
     if (timing.hasErrors()) {
         std::snprintf(text, sizeof text, "; error median %.3f ms, 99 %% %.3f ms, greatest %.3f ms",
                       ms(timing.errorOf(500)), ms(timing.errorOf(990)), ms(timing.maxError()));

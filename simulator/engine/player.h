@@ -1,5 +1,6 @@
 #pragma once
 
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -67,7 +68,8 @@ public:
     void restart();
 
     /// The host has registered a callback.
-    void registered();
+    /// \param board nothing for the hot-plug callback
+    void registered(std::optional<int> board);
     void commandSent(int board, const std::string &text);
     /// What the call returned when it was recorded, as far as that is known.
     std::optional<RecordedAnswer> answer(unsigned call, std::string_view arguments);
@@ -79,9 +81,9 @@ private:
     /// What the host has to do before something is played.
     struct Missing
     {
-        std::string what;         ///< empty when it is nothing
-        bool hasLimit = true;     ///< it is not waited for without end
-        CallbackThreads silent{}; ///< that have no callback
+        std::string what;       ///< empty when it is nothing
+        bool hasLimit = true;   ///< it is not waited for without end
+        std::set<int> silent{}; ///< boards that have no callback
     };
 
     // On the thread.
@@ -89,13 +91,14 @@ private:
     void step(Lock &lock) override;
     void play(const ReplayEntry &entry, Steady::time_point due, Lock &lock);
     bool perform(const ReplayEntry &entry, std::size_t position);
+    bool deliver(const ReplayEntry &entry);
     void arrange(Lock &lock);
     void endRound(Lock &lock);
     void end(Lock &lock);
     bool isHeldUp(const ReplayEntry &entry, Lock &lock);
     Missing missing(const ReplayEntry &entry, Lock &lock);
-    Missing missingAtStart();
-    Missing missingCallback(const ReplayEntry &entry);
+    Missing missingAtStart(const std::set<int> &notAwaited);
+    Missing missingCallback(const ReplayEntry &entry, const std::set<int> &notAwaited);
     Missing missingCommand(const ReplayEntry &entry);
 
     // Under the mutex.
@@ -137,5 +140,6 @@ private:
     std::uint64_t done = 0; ///< counts what was delivered
     std::uint64_t news = 0; ///< counts what comes from outside
     std::optional<Steady::time_point> heldUpSince;
+    std::set<int> givenUp;                             ///< boards whose callback was waited for in vain
     std::vector<std::pair<int, std::string>> commands; ///< sent by the host, and not awaited yet
 };

@@ -79,6 +79,8 @@ void Player::pause(bool isPaused)
 void Player::stepBy(int reports)
 {
     Lock lock(mutex);
+    if (hasEnded)
+        return;
     standStill();
     paused = true;
     steps += static_cast<unsigned>(reports);

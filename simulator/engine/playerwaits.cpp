@@ -33,9 +33,11 @@ std::string quoted(std::string_view text)
 
 } // namespace
 
-void Player::registered()
+void Player::registered(std::optional<int> board)
 {
     const std::lock_guard lock(mutex);
+    if (board)
+        givenUp.erase(*board);
     ++news;
     wake.notify_all();
 }
@@ -87,10 +89,9 @@ bool Player::isHeldUp(const ReplayEntry &entry, Lock &lock)
         return true;
     }
     heldUpSince.reset();
+    givenUp.insert(wanted.silent.begin(), wanted.silent.end());
     lock.unlock();
     library.say("replay: " + wanted.what + " within 5 s; the replay goes on");
-    for (const auto &silent : wanted.silent)
-        silent->doNotWait();
     lock.lock();
     return news != seen || isStopping();
 }
@@ -100,44 +101,45 @@ Player::Missing Player::missing(const ReplayEntry &entry, Lock &lock)
     const bool atStart = !hasBegun;
     if (!atStart && entry.kind == ReplayEntry::Command)
         return missingCommand(entry);
+    const std::set<int> notAwaited = givenUp;
     lock.unlock();
-    Missing found = atStart ? missingAtStart() : missingCallback(entry);
+    Missing found = atStart ? missingAtStart(notAwaited) : missingCallback(entry, notAwaited);
     lock.lock();
     return found;
 }
 
 /// Hosts attach long before they register anything, some of them. Once one board has a callback, the others
 /// that had one when it was recorded are to follow.
-Player::Missing Player::missingAtStart()
+Player::Missing Player::missingAtStart(const std::set<int> &notAwaited)
 {
     Missing found;
     found.hasLimit = false;
     for (const auto &board : library.boardsOf(*this)) {
+        const int id = board->id();
         if (board->wasRegistered()) {
             found.hasLimit = true;
-        } else if (played->listened.count(board->id()) > 0) {
-            found.what +=
-                (found.silent.empty() ? "no callback for board " : ", ") + std::to_string(board->id());
-            found.silent.push_back(board);
+        } else if (played->listened.count(id) > 0 && notAwaited.count(id) == 0) {
+            found.what += (found.what.empty() ? "no callback for board " : ", ") + std::to_string(id);
+            found.silent.insert(id);
         }
     }
     return found;
 }
 
-Player::Missing Player::missingCallback(const ReplayEntry &entry)
+Player::Missing Player::missingCallback(const ReplayEntry &entry, const std::set<int> &notAwaited)
 {
-    if (entry.kind != ReplayEntry::Report)
+    if (entry.kind != ReplayEntry::Report || notAwaited.count(entry.board) > 0)
         return {};
     const auto board = library.boardOf(*this, entry.board);
     if (board && !board->wasRegistered())
-        return {"no callback for board " + std::to_string(entry.board), true, {board}};
+        return {"no callback for board " + std::to_string(entry.board), true, {entry.board}};
     return {};
 }
 
 /// Under the mutex. Takes the command off those that were sent.
 Player::Missing Player::missingCommand(const ReplayEntry &entry)
 {
-    const auto read = bytes.at(entry.offset, entry.length);
+    const auto read = bytes.at(entry.offset, entry.recorded, entry.length);
     const std::string text(read ? read->text() : std::string_view());
     const auto sentOne =
         std::find(commands.begin(), commands.end(), std::pair<int, std::string>(entry.board, text));

@@ -61,8 +61,8 @@ std::shared_ptr<const Replay> replayOf(const Json &node, const std::string &fold
     takeUnlessNull(node, "paused", plan.paused, boolean);
     takeUnlessNull(node, "lockstep", plan.lockstep, boolean);
     takeUnlessNull(node, "session", plan.session, sessionOf);
-    if (plan.to && *plan.to < plan.from)
-        reject(need(node, "to"), "this is before \"from\"; allowed are times from there on");
+    if (plan.to && *plan.to <= plan.from)
+        reject(need(node, "to"), "this is not later than \"from\"; allowed are later times");
     std::string error;
     auto replay = readReplay(plan, error);
     if (!replay)

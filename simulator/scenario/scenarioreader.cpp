@@ -137,6 +137,11 @@ void sortByTime(std::vector<Event> &events)
                      [](const Event &a, const Event &b) { return a.at < b.at; });
 }
 
+std::string titleOf(const Replay &replay)
+{
+    return "Replay of " + std::filesystem::path(replay.plan.capture).filename().string();
+}
+
 /// A capture is read when all else is right.
 Scenario replayIn(const Json &root, const std::string &folder)
 {
@@ -144,8 +149,10 @@ Scenario replayIn(const Json &root, const std::string &folder)
     Scenario scenario;
     std::string schema;
     take(root, "$schema", schema, text);
-    scenario.title = text(need(root, "title"));
+    take(root, "title", scenario.title, text);
     scenario.replay = replayOf(need(root, "replay"), folder);
+    if (!find(root, "title"))
+        scenario.title = titleOf(*scenario.replay);
     return scenario;
 }
 
@@ -177,11 +184,11 @@ Scenario captureIn(const std::string &path)
     ReplayPlan plan;
     plan.capture = path;
     Scenario scenario;
-    scenario.title = "Replay of " + std::filesystem::path(path).filename().string();
     std::string error;
     scenario.replay = readReplay(plan, error);
     if (!scenario.replay)
         throw Invalid{"", error};
+    scenario.title = titleOf(*scenario.replay);
     return scenario;
 }
 

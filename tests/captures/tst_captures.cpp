@@ -97,24 +97,25 @@ void CaptureTests::output()
 /// Each session, with the number of its reports.
 void CaptureTests::replay_data()
 {
-    addColumns<QString, QString, int>("capture", "session", "reports");
+    addColumns<QString, QString, int, bool>("capture", "session", "reports", "isOnlySession");
     for (const QString &name : namesOf("*.pcapng")) {
         const QJsonArray sessions =
             QJsonDocument::fromJson(contentOf(name + ".json")).array().at(0)["sessions"].toArray();
         for (const QJsonValue &session : sessions) {
             const QString number = session["session"].toString();
             addRow(qPrintable(name + ' ' + number), name + ".pcapng", number,
-                   session["kinds"]["report"].toInt());
+                   session["kinds"]["report"].toInt(), sessions.size() == 1);
         }
     }
 }
 
-/// The tool gets all of its reports from the simulator.
+/// The tool gets all of its reports from the simulator, as they were.
 void CaptureTests::replay()
 {
     QFETCH(QString, capture);
     QFETCH(QString, session);
     QFETCH(int, reports);
+    QFETCH(bool, isOnlySession);
     const QTemporaryDir folder;
     QFile scenario(folder.filePath("replay.json"));
     QVERIFY(scenario.open(QFile::WriteOnly));
@@ -122,17 +123,28 @@ void CaptureTests::replay()
         {"capture", QDir(TEST_FOLDER).filePath(capture)}, {"rate", "max"}, {"session", session}};
     scenario.write(QJsonDocument(QJsonObject{{"title", capture}, {"replay", replay}}).toJson());
     scenario.close();
+    const QString again = folder.filePath("again.pcapng");
     QProcess host;
-    host.start(HOST_PROGRAM,
-               {"--plugins", PADSCOPE_PLUGIN_FOLDER, "--simulate", scenario.fileName(), "--type", "?"});
+    host.start(PADSCOPE_PROGRAM, {"record", "-o", again, "--", HOST_PROGRAM, "--plugins",
+                                  PADSCOPE_PLUGIN_FOLDER, "--simulate", scenario.fileName(), "--type", "?"});
     QByteArray printed;
-    const auto hasEnded = [&] { return (printed += host.readAllStandardError()).contains(" reports\n"); };
+    const QByteArray ending = reports == 1 ? "\n" : "s\n";
+    const auto hasEnded = [&] {
+        return (printed += host.readAllStandardError()).contains(" report" + ending);
+    };
     QTRY_VERIFY2_WITH_TIMEOUT(hasEnded(), printed, 60'000);
     host.terminate();
     QVERIFY(host.waitForFinished(30'000));
     const QByteArray expected =
-        QByteArray::number(reports) + " of " + QByteArray::number(reports) + " reports\n";
+        QByteArray::number(reports) + " of " + QByteArray::number(reports) + " report" + ending;
     QVERIFY2(printed.contains("; " + expected), printed);
+    if (!isOnlySession)
+        return;
+    QProcess diff;
+    diff.setWorkingDirectory(TEST_FOLDER);
+    diff.start(PADSCOPE_PROGRAM, {"diff", capture, again});
+    QVERIFY(diff.waitForFinished(30'000));
+    QVERIFY2(diff.exitCode() == 0, diff.readAllStandardOutput() + diff.readAllStandardError());
 }
 
 PADSCOPE_TESTS(CaptureTests);

@@ -35,6 +35,7 @@ private slots:
     void seeksByKey();
     void seeksWhenADragEnds();
     void showsTheEnd();
+    void aShorterReplayIsNotSought();
     void leavesKeysToWhoeverUsesThem_data();
     void leavesKeysToWhoeverUsesThem();
     void leavesOtherKeysAlone();
@@ -205,6 +206,21 @@ void ReplayMenuTest::showsTheEnd()
     QCOMPARE(state(), int{ORVEXSIM_REPLAY_ENDED});
     press(Qt::Key_Home);
     QTRY_COMPARE(recorder_->count(), std::size_t{6});
+}
+
+/// Its slider has a lower maximum than the one before.
+void ReplayMenuTest::aShorterReplayIsNotSought()
+{
+    simulation_.seekReplay(400'000'000);
+    menu_->update();
+    QCOMPARE(slider().value(), 400);
+    folder_.addFile("short.json",
+                    R"({"title": "x", "replay": {"capture": "x.pcapng", "to": 0.25, "paused": true}})");
+    QCOMPARE(simulation_.choose(folder_.path("short.json")), QString());
+    emit boards_->scenarioChanged();
+    QCOMPARE(slider().maximum(), 100);
+    QCOMPARE(slider().value(), 0);
+    QCOMPARE(simulation_.replay()->position, 0);
 }
 
 void ReplayMenuTest::leavesKeysToWhoeverUsesThem_data()

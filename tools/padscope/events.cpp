@@ -41,6 +41,16 @@ IsEvent isMark()
     };
 }
 
+/// Of an unknown end the status of the host is known, which may be a wrapper that tells of the signal.
+bool isOfSignal(const capture::End &end)
+{
+    constexpr int signalStatus = 128;
+    constexpr int maxSignal = 64;
+    if (end.reason == capture::EndReason::Unknown)
+        return end.value > signalStatus && end.value <= signalStatus + maxSignal;
+    return end.reason == capture::EndReason::Signal;
+}
+
 /// One that has ended the host, or has set a mark.
 IsEvent isSignal()
 {
@@ -48,7 +58,7 @@ IsEvent isSignal()
         if (header.kindOf() == capture::Kind::Mark)
             return header.has(capture::ResultIsValid);
         const auto end = header.kindOf() == capture::Kind::End ? capture::endOf(payload) : std::nullopt;
-        return end && end->reason == capture::EndReason::Signal;
+        return end && isOfSignal(*end);
     };
 }
 

@@ -11,8 +11,6 @@ namespace {
 
 using Recorders = std::map<pid_t, marking::RecorderLink>;
 
-constexpr int usageStatus = 2;
-
 struct MarkOptions
 {
     std::string text;
@@ -51,7 +49,7 @@ int run(const MarkOptions &options)
     const Recorders recorders = marking::connectToRecorders();
     const Recorders::value_type *recorder = chosen(recorders, options.recorder);
     if (!recorder)
-        return usageStatus;
+        return padscope::Usage;
     const std::optional<std::uint32_t> number = recorder->second.mark(options.text);
     if (!number) {
         padscope::printError("the recorder, process " + std::to_string(recorder->first) +

@@ -33,8 +33,7 @@ Json jsonOf(const Replay &replay)
     const Json rate = replay.rate ? Json(*replay.rate) : Json("max");
     const Json loop = replay.rounds > 0 ? Json(replay.rounds) : Json("forever");
     const Json session = replay.session ? Json(sessionText(*replay.session)) : Json();
-    return {{"title", "A capture that is played"},
-            {"replay",
+    return {{"replay",
              {{"capture", replay.capture},
               {"rate", rate},
               {"loop", loop},

@@ -36,6 +36,8 @@ private slots:
     void aSignalToTheRecorder();
     void otherEvents_data();
     void otherEvents();
+    void aWrapperThatTellsOfASignal_data();
+    void aWrapperThatTellsOfASignal();
     void nothingHappened();
     void aFileThatIsThere();
 };
@@ -140,6 +142,31 @@ void TriggerTests::otherEvents()
     QVERIFY2(std::any_of(lines.begin(), lines.end(), isEvent), qPrintable(lines.join('\n')));
     QVERIFY(lines.indexOf(QRegularExpression(".*orvexAttach\\(\\)")) >= 0);
     QCOMPARE(outputOf(PADSCOPE_FILE, {"check", run.file()}), QByteArray("0\n"));
+}
+
+void TriggerTests::aWrapperThatTellsOfASignal_data()
+{
+    addColumns<QString, QString, int, bool>("end", "script", "status", "isEvent");
+    const QString wrapped = "\"$@\"; ";
+    addRow("the host's status", "raise=6", wrapped + "exit $?", 134, true);
+    addRow("a signal of its own", "raise=6", wrapped + "kill -9 $$", 137, true);
+    addRow("the last real-time signal", "exit=0", wrapped + "exit 192", 192, true);
+    addRow("beyond it", "exit=0", wrapped + "exit 193", 193, false);
+    addRow("below the first", "exit=0", wrapped + "exit 128", 128, false);
+}
+
+/// How the process ended that had opened the library is known only of a child.
+void TriggerTests::aWrapperThatTellsOfASignal()
+{
+    QFETCH(QString, end);
+    QFETCH(QString, script);
+    QFETCH(bool, isEvent);
+    RecordedRun run;
+    const int status = run.run({"sh", "-c", script, "sh", host, byName, "attach", end}, {"--on", "signal"});
+    QTEST(status, "status");
+    QCOMPARE(run.hasFile(), isEvent);
+    if (isEvent)
+        QVERIFY(decoded(run.file(), {"--kind", "end"}).value(0).contains("-  end: unknown"));
 }
 
 void TriggerTests::nothingHappened()

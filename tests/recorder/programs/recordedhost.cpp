@@ -101,6 +101,17 @@ void report(int id)
     FIND(orvexsim_send)(id, bytes.data(), bytes.size());
 }
 
+void sendSized(int length)
+{
+    const std::vector<unsigned char> bytes(static_cast<std::size_t>(length), 33);
+    FIND(orvexsim_send)(1001, bytes.data(), static_cast<unsigned>(length));
+}
+
+void sendNull(int length)
+{
+    FIND(orvexsim_send)(1001, nullptr, static_cast<unsigned>(length));
+}
+
 void command(const char *text)
 {
     const EntryPoints calls;
@@ -228,16 +239,10 @@ bool run(const std::string &step)
                                                          {"surroundings", printSurroundings}};
     static const std::map<std::string, void (*)(const char *)> withText{
         {"load", load}, {"command", command}, {"count", countInto}, {"touch", touch}, {"until", waitUntil}};
-    static const std::map<std::string, void (*)(int)> withNumber{{"send", send},
-                                                                 {"plug", plug},
-                                                                 {"report", report},
-                                                                 {"wait", waitMs},
-                                                                 {"delivered", waitDelivered},
-                                                                 {"total", waitTotal},
-                                                                 {"raise", raiseSignal},
-                                                                 {"exit", end},
-                                                                 {"catch", catchSignal},
-                                                                 {"caught", printCaught}};
+    static const std::map<std::string, void (*)(int)> withNumber{
+        {"send", send},         {"plug", plug},   {"report", report},           {"sized", sendSized},
+        {"null", sendNull},     {"wait", waitMs}, {"delivered", waitDelivered}, {"total", waitTotal},
+        {"raise", raiseSignal}, {"exit", end},    {"catch", catchSignal},       {"caught", printCaught}};
     if (plain.count(name) > 0)
         plain.at(name)();
     else if (withText.count(name) > 0)

@@ -16,6 +16,8 @@ private slots:
     void shortenedPausesAreTold();
     void shortenedPausesAreOfEachRound();
     void withoutAReportNoPauseIsTold();
+    void commandsMoveNeitherZeroNorEnd_data();
+    void commandsMoveNeitherZeroNorEnd();
 };
 
 namespace {
@@ -137,6 +139,37 @@ void tst_replaygaps::withoutAReportNoPauseIsTold()
     Playing playing(capture.scenario("\"skipGaps\": 0.01, \"paused\": true"));
     playing.library.orvexDetach();
     QCOMPARE(errors.text(), QByteArray("replay: asked rate 1; 0 of 2 reports\n"));
+}
+
+void tst_replaygaps::commandsMoveNeitherZeroNorEnd_data()
+{
+    addColumns<QByteArray, qint64>("members", "length");
+    addRow<QByteArray, qint64>("all", "", 500'000'000);
+    addRow<QByteArray, qint64>("without the first command", "\"from\": 0.1, ", 500'000'000);
+    addRow<QByteArray, qint64>("without the registration", "\"from\": 1.1, ", 300'000'000);
+    addRow<QByteArray, qint64>("shortened", "\"skipGaps\": 0.25, ", 450'000'000);
+}
+
+/// Those before the registration, before the first report, and behind the last.
+void tst_replaygaps::commandsMoveNeitherZeroNorEnd()
+{
+    QFETCH(QByteArray, members);
+    ReplayCapture capture;
+    capture.call(0, 6, 1001, command(), 0);
+    capture.call(1000, 4, 1001, blocks::number(1001, 4) + blocks::number(1, 4), 0);
+    capture.call(1150, 6, 1001, command(), 0);
+    capture.report(1200, 1001, "04c800");
+    capture.report(1500, 1001, "04c801");
+    capture.call(3000, 6, 1001, command(), 0);
+    for (const char *lockstep : {"false", "true"}) {
+        Playing playing(capture.scenario(members + "\"paused\": true, \"lockstep\": " + lockstep));
+        const OrvexsimReplay replay = replayOf(playing.library);
+        QTEST(qint64(replay.length), "length");
+        QCOMPARE(replay.position, 0LL);
+        QCOMPARE(playing.library.choose(
+                     capture.scenario(QByteArray("\"from\": 1.6, \"lockstep\": ") + lockstep).constData()),
+                 -1);
+    }
 }
 
 PADSCOPE_TESTS(tst_replaygaps);

@@ -16,8 +16,8 @@ private slots:
     void onlyTheSessionThatIsChosen();
     void nullIsTheUsualValue();
     void aCaptureIsAScenario();
-    void aFileThatIsCutWhileItIsPlayed();
-    void aReportThatWasCut();
+    void boardsThatHaveGoneAndStillReport_data();
+    void boardsThatHaveGoneAndStillReport();
     void withoutAnythingToPlay();
 };
 
@@ -150,7 +150,7 @@ void tst_replayreading::valuesThatAreNotAllowed_data()
     add("\"loop\": true",
         ": /replay/loop: this is not known; allowed are a whole number from 1 to 1000000 and forever");
     add("\"from\": -1", ": /replay/from: -1 is not allowed; allowed is a number from 0.0 to 1000000000.0");
-    add("\"from\": 2, \"to\": 1.5", ": /replay/to: this is before \"from\"; allowed are times from there on");
+    add("\"from\": 2, \"to\": 2", ": /replay/to: this is not later than \"from\"; allowed are later times");
     add("\"skipGaps\": \"no\"",
         ": /replay/skipGaps: \"no\" is not allowed; allowed is a number from 0.0 to 1000000000.0");
     add("\"paused\": 1", ": /replay/paused: 1 is not allowed; allowed are true and false");
@@ -169,6 +169,10 @@ void tst_replayreading::valuesThatAreNotAllowed()
     addTen(capture);
     QCOMPARE(errorOf(capture.scenario(members)), error);
     QCOMPARE(errorOf(capture.scenario("")), QByteArray("no error"));
+    QCOMPARE(errorOf(capture.write("s.json", R"({"replay": {"capture": "field.pcapng"}})")),
+             QByteArray("no error"));
+    QCOMPARE(errorOf(capture.write("s.json", R"({"title": 1, "replay": {"capture": "none"}})")),
+             QByteArray(": /title: 1 is not allowed; allowed is text in quotes"));
     QCOMPARE(errorOf(capture.write("s.json", R"({"title": "t", "replay": {}})")),
              QByteArray(": /replay: the key \"capture\" is missing; it is needed here"));
     QCOMPARE(errorOf(capture.write("s.json",
@@ -225,31 +229,28 @@ void tst_replayreading::aCaptureIsAScenario()
     QCOMPARE(QByteArray(name), capture.file());
 }
 
-void tst_replayreading::aFileThatIsCutWhileItIsPlayed()
+void tst_replayreading::boardsThatHaveGoneAndStillReport_data()
 {
-    ReplayCapture capture;
-    capture.report(0, 1001, "04c800");
-    for (int i = 0; i < 3000; ++i) // more than is read at once
-        capture.report(1, 1001, "04c801");
-    const QByteArray path = capture.file();
-    const StandardError errors;
-    Playing playing(capture.scenario("\"paused\": true"));
-    QVERIFY(QFile::resize(path, 10'000));
-    playing.library.replayPause(0);
-    QVERIFY(ends(playing.library));
-    QTRY_VERIFY(errors.text().startsWith("replay: " + path + ": offset "));
-    QVERIFY(errors.text().contains(": it cannot be read any more\nreplay: asked rate 1, "));
-    QVERIFY(playing.recorder.count() > 50 && playing.recorder.count() < 3000);
+    addColumns<int, bool>("count", "isPlayed");
+    addRow("256", 256, true);
+    addRow("257", 257, false);
 }
 
-void tst_replayreading::aReportThatWasCut()
+/// One after the other, each before the next is seen.
+void tst_replayreading::boardsThatHaveGoneAndStillReport()
 {
+    QFETCH(int, count);
+    QFETCH(bool, isPlayed);
     ReplayCapture capture;
-    capture.add(0, packetBytes(1, 1 | 8, 0, 1001, 0, "\x04\xC8", 1));
-    capture.add(1, packetBytes(1, 1, 0, 1001, 0, {}, 1));
-    Playing playing(capture.file());
-    QVERIFY(ends(playing.library));
-    QCOMPARE(heard(playing.recorder), (QList<QByteArray>{"1001:04c8", "1001:"}));
+    for (int id = 1; id <= count; ++id) {
+        capture.seen(id, id, 0);
+        capture.hotplug(id);
+        capture.gone(id, id);
+    }
+    for (int id = 1; id <= count; ++id)
+        capture.report(1000, id, "04c800");
+    const QByteArray error = ": there are too many boards at once; allowed are 256";
+    QCOMPARE(errorOf(capture.file()), isPlayed ? QByteArray("no error") : error);
 }
 
 void tst_replayreading::withoutAnythingToPlay()

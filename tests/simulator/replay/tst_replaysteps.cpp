@@ -17,6 +17,7 @@ private slots:
     void aStepThatMustWaitReturns();
     void behindTheLastReportItRests();
     void behindARoundItRests();
+    void behindTheEndItDoesNothing();
     void aSeekLeavesOutOfHowMany();
 };
 
@@ -122,6 +123,20 @@ void tst_replaysteps::behindARoundItRests()
     QCOMPARE(replayOf(playing.library).round, 2ULL);
     QCOMPARE(replayOf(playing.library).position, 0LL);
     QCOMPARE(heard(playing.recorder), ten + ten.mid(0, 1));
+}
+
+void tst_replaysteps::behindTheEndItDoesNothing()
+{
+    ReplayCapture capture;
+    addTen(capture);
+    Playing playing(capture.scenario("\"rate\": \"max\""));
+    QVERIFY(ends(playing.library));
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(playing.library.replayStep(1), 0);
+    QVERIFY2(timer.elapsed() < 90, QByteArray::number(timer.elapsed()));
+    playing.library.replayRestart();
+    QVERIFY(playing.hears(20)); // it is not paused
 }
 
 void tst_replaysteps::aSeekLeavesOutOfHowMany()

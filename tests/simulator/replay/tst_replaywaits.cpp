@@ -15,6 +15,7 @@ private slots:
     void lockstepWaitsForTheHostsCommands();
     void lockstepGoesOnAfterFiveSeconds();
     void theFiveSecondsCountFromTheFirstCallback();
+    void aBoardIsWaitedForOnce();
     void aNotificationWaitsForNothing();
     void boardsThatNobodyListenedToAreNotWaitedFor();
     void aRegistrationIsWaitedForWithoutAnyReport();
@@ -141,6 +142,37 @@ void tst_replaywaits::theFiveSecondsCountFromTheFirstCallback()
     QCOMPARE(heard(host.recorder), ten);
 }
 
+/// However often it is plugged in, until the host registers for it.
+void tst_replaywaits::aBoardIsWaitedForOnce()
+{
+    ReplayCapture capture;
+    capture.enumeration(0, {1001});
+    capture.report(1, 1001, "04c800");
+    for (int i = 0; i < 3; ++i) {
+        capture.hotplug(10 * i + 2);
+        capture.enumeration(10 * i + 3, {1001, 7});
+        capture.report(10 * i + 4, 7, "04c801");
+        capture.hotplug(10 * i + 5);
+        capture.enumeration(10 * i + 6, {1001});
+        capture.gone(10 * i + 6, 7);
+        capture.report(10 * i + 7, 1001, "04c802");
+    }
+    const StandardError errors;
+    Playing playing(capture.file());
+    QElapsedTimer timer;
+    timer.start();
+    QVERIFY(ends(playing.library));
+    QVERIFY2(timer.elapsed() < 9000, QByteArray::number(timer.elapsed()));
+    QCOMPARE(playing.recorder.count(), std::size_t{4});
+    QCOMPARE(errors.text().count("no callback for board 7 within 5 s"), 1);
+    playing.library.replayPause(1);
+    QCOMPARE(playing.library.replaySeek(2'000'000), 0);
+    playing.listen(7);
+    QCOMPARE(playing.library.replaySeek(0), 0);
+    playing.library.replayPause(0);
+    QTRY_COMPARE(replayOf(playing.library).state, int{ORVEXSIM_REPLAY_WAITING});
+}
+
 void tst_replaywaits::aNotificationWaitsForNothing()
 {
     ReplayCapture capture;
@@ -166,7 +198,7 @@ void tst_replaywaits::boardsThatNobodyListenedToAreNotWaitedFor()
     QCOMPARE(replayOf(host.library).state, int{ORVEXSIM_REPLAY_WAITING});
     host.listen(1001);
     QVERIFY(ends(host.library));
-    QVERIFY2(errors.text().startsWith("replay: asked rate 1; 1 of 1 "), errors.text());
+    QVERIFY2(errors.text().startsWith("replay: asked rate 1; 1 of 1 report;"), errors.text());
 }
 
 void tst_replaywaits::aRegistrationIsWaitedForWithoutAnyReport()
