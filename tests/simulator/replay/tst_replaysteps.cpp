@@ -131,10 +131,14 @@ void tst_replaysteps::behindTheEndItDoesNothing()
     addTen(capture);
     Playing playing(capture.scenario("\"rate\": \"max\""));
     QVERIFY(ends(playing.library));
-    QElapsedTimer timer;
-    timer.start();
-    QCOMPARE(playing.library.replayStep(1), 0);
-    QVERIFY2(timer.elapsed() < 90, QByteArray::number(timer.elapsed()));
+    qint64 leastMs = 90;
+    for (int i = 0; i < 20 && leastMs >= 90; ++i) { // the machine may be busy
+        QElapsedTimer timer;
+        timer.start();
+        QCOMPARE(playing.library.replayStep(1), 0);
+        leastMs = qMin(leastMs, timer.elapsed());
+    }
+    QVERIFY2(leastMs < 90, "it waited each time");
     playing.library.replayRestart();
     QVERIFY(playing.hears(20)); // it is not paused
 }

@@ -85,20 +85,21 @@ void ReplayedAgainTests::sendsWhatWasRecorded()
     }
     const CapturedReports recorded = reportsOf(first);
     QVERIFY(recorded.reports.size() >= reportCount);
-    const QString again = files.path(qPrintable("again-" + rate + ".pcapng"));
-    const ProgramRun run = padscope(
-        QStringList{"replay", first, "--rate", rate, "--", PADSCOPE_PROGRAM, "record", "-o", again, "--"} +
-        hostFor(recorded.reports.size()));
-    QCOMPARE(run.status, 0);
-    QVERIFY2(run.errors.startsWith("replay: asked rate " + rate.toUtf8()), run.errors);
-    const CapturedReports replayed = reportsOf(again);
-    QCOMPARE(replayed.reports, recorded.reports);
-    QCOMPARE(replayed.withoutFlag, 0);
-    if (times > 0) {
-        const double wanted = recorded.seconds() / times;
-        const double difference = std::abs(replayed.seconds() - wanted);
-        QVERIFY2(difference <= std::max(0.01 * wanted, 0.02), qPrintable(QString::number(difference)));
+    const double wanted = times > 0 ? recorded.seconds() / times : 0;
+    bool isInTime = false;
+    for (int i = 0; i < 3 && !isInTime; ++i) { // the machine may be busy
+        const QString again = files.path(qPrintable(QStringLiteral("again-%1-%2.pcapng").arg(rate).arg(i)));
+        const ProgramRun run = padscope(QStringList{"replay", first, "--rate", rate, "--", PADSCOPE_PROGRAM,
+                                                    "record", "-o", again, "--"} +
+                                        hostFor(recorded.reports.size()));
+        QCOMPARE(run.status, 0);
+        QVERIFY2(run.errors.startsWith("replay: asked rate " + rate.toUtf8()), run.errors);
+        const CapturedReports replayed = reportsOf(again);
+        QCOMPARE(replayed.reports, recorded.reports);
+        QCOMPARE(replayed.withoutFlag, 0);
+        isInTime = times == 0 || std::abs(replayed.seconds() - wanted) <= std::max(0.01 * wanted, 0.02);
     }
+    QVERIFY2(isInTime, qPrintable(QStringLiteral("longer or shorter than %1 s, each time").arg(wanted)));
 }
 
 /// Up to the tool's closing commands, whose answers it does not show.
