@@ -65,7 +65,7 @@ std::optional<Mark> MarkInbox::take()
     for (int turn = 0; turn < maxTurns && epoll_wait(epoll, &ready, 1, 0) == 1; ++turn) {
         if (ready.data.fd == listener)
             admit();
-        else if (const std::optional<Mark> mark = read(ready.data.fd))
+        else if (std::optional<Mark> mark = read(ready.data.fd))
             return mark;
     }
     return std::nullopt;

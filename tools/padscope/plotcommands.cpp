@@ -27,6 +27,7 @@ int start(std::vector<std::string> arguments)
     const std::string program = padscope.parent_path() / PLOTS_DIR "/padscope-plots";
     arguments.insert(arguments.begin(), program);
     std::vector<char *> pointers;
+    pointers.reserve(arguments.size() + 1);
     for (std::string &argument : arguments)
         pointers.push_back(argument.data());
     pointers.push_back(nullptr);
