@@ -1,6 +1,7 @@
 #include <csignal>
 #include <QElapsedTimer>
 #include <QTest>
+#include <unistd.h>
 
 #include "program.h"
 #include "support/tests.h"
@@ -13,6 +14,8 @@ class ReplaySignalsTests : public QObject
 private slots:
     void passesSignalsOn_data();
     void passesSignalsOn();
+    void passesSignalsOnAtOnce_data() { passesSignalsOn_data(); }
+    void passesSignalsOnAtOnce();
     void aSignalOfTheGroupComesOnce_data() { passesSignalsOn_data(); }
     void aSignalOfTheGroupComesOnce();
 
@@ -32,20 +35,36 @@ void ReplaySignalsTests::passesSignalsOn_data()
 void ReplaySignalsTests::passesSignalsOn()
 {
     QFETCH(int, number);
+    QProcess process;
+    process.start(PADSCOPE_PROGRAM, {"replay", one, "--", "sh", "-c", "echo started; exec sleep 60"});
+    QVERIFY(process.waitForReadyRead(30'000));
+    QCOMPARE(kill(static_cast<pid_t>(process.processId()), number), 0);
+    QVERIFY(process.waitForFinished(30'000));
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(process.exitCode(), 128 + number);
+}
+
+/// Well below the 50 ms within which a replay stops. The host's own end takes its time as well.
+void ReplaySignalsTests::passesSignalsOnAtOnce()
+{
+    QFETCH(int, number);
     qint64 leastMs = 1000;
-    for (int i = 0; i < 5 && leastMs >= 40; ++i) { // the machine may be busy
+    for (int i = 0; i < 10 && leastMs >= 30; ++i) { // the machine may be busy
+        const Files own;
         QProcess process;
-        process.start(PADSCOPE_PROGRAM, {"replay", one, "--", "sh", "-c", "echo started; exec sleep 60"});
-        QVERIFY(process.waitForReadyRead(30'000));
+        process.setWorkingDirectory(own.path("."));
+        process.start(PADSCOPE_PROGRAM, {"replay", one, "--", RECORDED_HOST, QString("catch=%1").arg(number),
+                                         "touch=ready", "until=caught", "touch=stopped"});
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(own.path("ready")), 30'000);
         QElapsedTimer timer;
         timer.start();
         QCOMPARE(kill(static_cast<pid_t>(process.processId()), number), 0);
-        QVERIFY(process.waitForFinished(5'000));
+        while (!QFile::exists(own.path("stopped")) && timer.elapsed() < 30'000)
+            usleep(500);
         leastMs = qMin(leastMs, timer.elapsed());
-        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
-        QCOMPARE(process.exitCode(), 128 + number);
+        QVERIFY(process.waitForFinished(30'000));
     }
-    QVERIFY2(leastMs < 40, QByteArray::number(leastMs));
+    QVERIFY2(leastMs < 30, QByteArray::number(leastMs));
 }
 
 /// As from a terminal, or by `timeout`.
