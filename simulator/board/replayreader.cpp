@@ -1,10 +1,10 @@
 #include <algorithm>
 #include <cstdio>
 #include <set>
-#include <vector>
 
 #include "payloads.h"
 #include "replay.h"
+#include "replaytimes.h"
 #include "severallisteners.h"
 
 namespace {
@@ -59,38 +59,17 @@ private:
     std::string troubleOf(capture::pcapng::Event last) const;
     std::string sessionTrouble() const;
     std::string beginTrouble() const;
-    void cut();
-    void findEnds();
-    bool isAwaited() const;
-    std::int64_t beginNs() const;
-    void shortenGaps(std::int64_t begin);
-    void setTimes();
-    std::int64_t playedNs(std::int64_t recordedNs) const;
-
-    /// What is left out of a long pause, in recorded time.
-    struct LeftOut
-    {
-        std::int64_t begin;
-        std::int64_t end;
-        std::int64_t before; ///< what is left out before it
-    };
 
     Replay &replay;
     capture::RecordReader reader;
     std::set<std::uint32_t> sessions;
     std::uint64_t packets = 0;
     std::uint64_t startNs = 0;
-    std::int64_t lastNs = 0;          ///< since the start
-    std::int64_t registrationNs = -1; ///< of the last callback that was registered before the first entry
-    std::int64_t attachNs = -1;       ///< of the last attach before it
-    std::int64_t lastHeardNs = -1;    ///< of the last report or notification
-    // Of what is played, without commands, which move neither the zero nor the end.
-    std::size_t firstHeard = 0;
-    std::size_t endHeard = 0; ///< behind the last; firstHeard when there is none
-    bool isFirstOfAll = true; ///< none is left out before it
+    std::int64_t lastNs = 0;       ///< since the start
+    std::int64_t lastHeardNs = -1; ///< of the last report or notification
+    ReplayBegin begin;
     SeveralListeners reports;
     SeveralListeners notifications;
-    std::vector<LeftOut> leftOut; ///< in order
 };
 
 std::string ReplayReader::read()
@@ -105,8 +84,9 @@ std::string ReplayReader::read()
     std::string trouble = troubleOf(last);
     if (!trouble.empty())
         return trouble;
-    cut();
-    setTimes();
+    ReplayTimes times(replay, begin);
+    times.cut();
+    times.set();
     return beginTrouble();
 }
 
@@ -217,9 +197,9 @@ void ReplayReader::followReturn(const capture::Header &header)
     if (lastHeardNs >= 0)
         return;
     if (header.call == setCallbackCall)
-        registrationNs = lastNs;
+        begin.registrationNs = lastNs;
     else if (header.call == attachCall)
-        attachNs = lastNs;
+        begin.attachNs = lastNs;
 }
 
 void ReplayReader::enter(ReplayEntry::Kind kind, const capture::Record &record, capture::ByteView bytes)
@@ -240,115 +220,6 @@ void ReplayReader::enter(ReplayEntry::Kind kind, const capture::Record &record, 
     replay.entries.push_back(entry);
     if (kind != ReplayEntry::Command)
         lastHeardNs = lastNs;
-}
-
-/// Leaves out what is before `from`, or not before `to`.
-void ReplayReader::cut()
-{
-    const auto indexOf = [this](std::chrono::nanoseconds time) {
-        const auto isBefore = [](const ReplayEntry &entry, std::int64_t wanted) {
-            return entry.timeNs < wanted;
-        };
-        const auto place =
-            std::lower_bound(replay.entries.begin(), replay.entries.end(), time.count(), isBefore);
-        return static_cast<std::size_t>(place - replay.entries.begin());
-    };
-    const auto isPlayed = [this](std::size_t index) {
-        return replay.entries[index].kind != ReplayEntry::Nothing;
-    };
-    replay.first = indexOf(replay.plan.from);
-    replay.end = replay.plan.to ? std::max(replay.first, indexOf(*replay.plan.to)) : replay.entries.size();
-    while (replay.first < replay.end && !isPlayed(replay.first))
-        ++replay.first;
-    while (replay.first < replay.end && !isPlayed(replay.end - 1))
-        --replay.end;
-    findEnds();
-    replay.reports = static_cast<std::uint64_t>(
-        std::count_if(replay.entries.begin() + static_cast<std::ptrdiff_t>(replay.first),
-                      replay.entries.begin() + static_cast<std::ptrdiff_t>(replay.end),
-                      [](const ReplayEntry &entry) { return entry.kind == ReplayEntry::Report; }));
-}
-
-void ReplayReader::findEnds()
-{
-    const auto begin = replay.entries.begin();
-    const auto first = begin + static_cast<std::ptrdiff_t>(replay.first);
-    const auto end = begin + static_cast<std::ptrdiff_t>(replay.end);
-    const auto isHeard = [](const ReplayEntry &entry) {
-        return entry.kind == ReplayEntry::Report || entry.kind == ReplayEntry::Notification;
-    };
-    const auto firstOne = std::find_if(first, end, isHeard);
-    const auto behindLast =
-        std::find_if(std::make_reverse_iterator(end), std::make_reverse_iterator(firstOne), isHeard).base();
-    firstHeard = static_cast<std::size_t>(firstOne - begin);
-    endHeard = static_cast<std::size_t>(behindLast - begin);
-    isFirstOfAll = std::none_of(begin, first, isHeard);
-}
-
-/// Whether the clock will not start at the attach.
-bool ReplayReader::isAwaited() const
-{
-    const auto present = replay.boards.at(0);
-    return std::any_of(present.begin(), present.end(), [this](const BoardHistory::Present &one) {
-        return one.isListed && replay.listened.count(one.board->id) > 0;
-    });
-}
-
-/// The clock starts when the last callback of the start is registered, or without any at the attach; where
-/// the capture tells when that was, the first entry keeps its distance from it.
-std::int64_t ReplayReader::beginNs() const
-{
-    if (firstHeard == endHeard)
-        return replay.plan.from.count();
-    const std::int64_t start = registrationNs < 0 && !isAwaited() ? attachNs : registrationNs;
-    const bool isKnown = start >= replay.plan.from.count() && isFirstOfAll;
-    return isKnown ? start : replay.entries[firstHeard].timeNs;
-}
-
-/// A pause ends with a report; what else happened in it is no end.
-void ReplayReader::shortenGaps(std::int64_t begin)
-{
-    if (!replay.plan.skipGaps)
-        return;
-    const std::int64_t max = replay.plan.skipGaps->count();
-    std::int64_t before = begin;
-    for (std::size_t i = replay.first; i < endHeard; ++i) {
-        const ReplayEntry &entry = replay.entries[i];
-        if (entry.kind != ReplayEntry::Report && i + 1 < endHeard)
-            continue;
-        const std::int64_t excess = entry.timeNs - before - max;
-        if (excess > 0) {
-            leftOut.push_back({before + max, entry.timeNs, replay.gapsNs});
-            ++replay.gaps;
-            replay.gapsNs += excess;
-        }
-        before = entry.timeNs;
-    }
-}
-
-/// Where nothing is left out, time goes on as it was recorded.
-std::int64_t ReplayReader::playedNs(std::int64_t recordedNs) const
-{
-    const auto isBehind = [](std::int64_t wanted, const LeftOut &pause) { return wanted < pause.begin; };
-    const auto behind = std::upper_bound(leftOut.begin(), leftOut.end(), recordedNs, isBehind);
-    if (behind == leftOut.begin())
-        return recordedNs;
-    const LeftOut &pause = *(behind - 1);
-    return recordedNs - pause.before - (std::min(recordedNs, pause.end) - pause.begin);
-}
-
-/// Recorded times become those of the clock.
-void ReplayReader::setTimes()
-{
-    const std::int64_t begin = beginNs();
-    shortenGaps(begin);
-    if (firstHeard < endHeard)
-        replay.lengthNs = playedNs(replay.entries[endHeard - 1].timeNs) - begin;
-    for (std::size_t i = replay.first; i < replay.end; ++i) {
-        const std::int64_t played = playedNs(replay.entries[i].timeNs) - begin;
-        replay.entries[i].timeNs = std::clamp<std::int64_t>(played, 0, replay.lengthNs);
-    }
-    replay.answers.finish([&](std::int64_t recordedNs) { return playedNs(recordedNs) - begin; });
 }
 
 } // namespace
