@@ -92,7 +92,7 @@ void tst_replaytiming::errorAtRate1()
     QVERIFY(replay.errorMedian > 0 && replay.errorMax >= replay.errorP99);
 }
 
-/// PADSCOPE_ROUNDS more minutes; none unless it is set.
+/// PADSCOPE_ROUNDS minutes; none unless it is set. Five and more want a QTEST_FUNCTION_TIMEOUT as well.
 void tst_replaytiming::noDrift()
 {
     const int minutes = qEnvironmentVariableIntValue("PADSCOPE_ROUNDS");
