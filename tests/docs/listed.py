@@ -52,6 +52,7 @@ IN_OTHER_WORDS = {
 CAPTURES = {
     "fault.pcapng": "cp docs/all-kinds.pcapng fault.pcapng",
     "before.pcapng": "cp docs/all-kinds.pcapng before.pcapng",
+    "sent.pcapng": "padscope redact docs/all-kinds.pcapng -o sent.pcapng",
     "after.pcapng": "padscope redact docs/all-kinds.pcapng -o after.pcapng",
 }
 
