@@ -66,9 +66,11 @@ def prose(text: str) -> str:
 
 
 def spans(text: str) -> Iterator[Span]:
-    """What stands in backticks in prose."""
+    """What stands in backticks in prose, on one line each."""
     for line in lines(text):
         if line.block is None:
+            if line.text.count("`") % 2:
+                raise SystemExit(f"{line.text}: what is in backticks must end on its line")
             for match in re.finditer(r"(`+)(.+?)\1", line.text):
                 yield Span(line.number, match[2].strip())
 

@@ -7,8 +7,9 @@ from typing import Iterator, NamedTuple
 
 import markdown
 
-PROGRAMS = {"padscope", "tendro-host", "cmake", "ctest", "git", "sudo", "man", "kill", "cp", "cat", "tshark", "editcap",
-            "mergecap", "capinfos", "wireshark", "apt-get", "dpkg", "xvfb-run"}
+PROGRAMS = {"padscope", "tendro-host", "apt-cache", "apt-get", "capinfos", "cat", "cd", "cmake", "cp", "ctest", "dpkg",
+            "dpkg-deb", "editcap", "export", "git", "grep", "kill", "ld.so", "less", "lintian", "ls", "man", "mergecap", "mkdir",
+            "nice", "ninja", "python3", "sh", "sudo", "tail", "tcpdump", "tshark", "wireshark", "xvfb-run"}
 NO_COMMANDS = {"text", "mermaid", "json", "jsonc"}
 ASSIGNMENTS = re.compile(r"^([A-Z_]+=\S* +)*")
 OPTION = re.compile(r"(?<!\S)--?[A-Za-z]")
