@@ -39,7 +39,9 @@ class Desk:
         }
         self.screen: "subprocess.Popen[str] | None" = None
         self.window: "subprocess.Popen[str] | None" = None
-        self.output, self.errors = work / "output", work / "errors"
+        self.work = work
+        # Of the command that ended last.
+        self.output = self.errors = work / "none"
 
     @staticmethod
     def write_commands(folder: pathlib.Path) -> None:
@@ -62,13 +64,18 @@ class Desk:
                 process.terminate()
                 process.wait()
 
-    def start(self, command: str) -> "subprocess.Popen[str]":
-        with open(self.output, "w", encoding="utf-8") as output, open(self.errors, "w", encoding="utf-8") as errors:
+    def start(self, command: str, name: str) -> "subprocess.Popen[str]":
+        with open(self.work / f"{name}.output", "w", encoding="utf-8") as output, \
+                open(self.work / f"{name}.errors", "w", encoding="utf-8") as errors:
             return subprocess.Popen(["bash", "-c", command], cwd=self.project, env=self.environment,
                                     stdin=subprocess.DEVNULL, stdout=output, stderr=errors, text=True)
 
+    def ended(self, name: str) -> None:
+        self.output, self.errors = self.work / f"{name}.output", self.work / f"{name}.errors"
+
     def run(self, command: str) -> int:
-        process = self.start(command)
+        process = self.start(command, "command")
+        self.ended("command")
         try:
             return process.wait(TIMEOUT)
         except subprocess.TimeoutExpired:
@@ -93,7 +100,7 @@ class Desk:
         """Starts what opens a window, opens the tool in it, and types a command."""
         for settings in self.settings():
             settings.unlink()
-        self.window = self.start(command)
+        self.window = self.start(command, "window")
         self.wait(self.find_window)
         for found in self.find_window()[:1]:
             self.xdotool("windowfocus", "--sync", found)
@@ -114,6 +121,7 @@ class Desk:
         """
         self.xdotool("key", "ctrl+q")
         window, self.window = self.window, None
+        self.ended("window")
         try:
             status = window.wait(TIMEOUT)
         except subprocess.TimeoutExpired:
