@@ -12,7 +12,7 @@ class Listed(NamedTuple):
 
 
 EXCEPTIONS = [
-    Listed(r"sudo apt-get install .*", "installs", options.no_options),
+    Listed(r"sudo apt-get (install|remove|purge) .*", "installs or removes", options.no_options),
     Listed(r"packaging/install-packages .*", "installs; the test packages runs it", options.sections),
     Listed(r"sudo cmake --install .*", "installs; the test installation runs it", options.cmake),
     Listed(r"cmake --preset .*", "configures what is then built", options.cmake),
