@@ -42,7 +42,7 @@
     </message>
     <message>
         <source>Lock Frequency</source>
-        <translation>Bloquear frecuencia</translation>
+        <translation>Fijar frecuencia</translation>
     </message>
     <message>
         <source>Raw: %1</source>

@@ -47,7 +47,7 @@
     </message>
     <message>
         <source>500 hot-plug notifications come within half a second, and board 9999 comes and goes.</source>
-        <translation>500 notifications de branchement à chaud arrivent en une demi-seconde, et la carte 9999 va et vient.</translation>
+        <translation>500 notifications de branchement à chaud arrivent en une demi-seconde, et la carte 9999 apparaît et disparaît.</translation>
     </message>
     <message>
         <source>The boards together send 10,000 reports a second for 5 s.</source>
@@ -75,7 +75,7 @@
     </message>
     <message>
         <source>The first board sends a line of all byte values.</source>
-        <translation>La première carte envoie une ligne de toutes les valeurs d&apos;octet.</translation>
+        <translation>La première carte envoie une ligne contenant toutes les valeurs d&apos;octet.</translation>
     </message>
     <message>
         <source>The next command takes 2 s.</source>
@@ -113,7 +113,7 @@
     </message>
     <message>
         <source>Choose a tool from the tool bar, or press Ctrl and its number.</source>
-        <translation>Choisissez un outil dans la barre d&apos;outils, ou appuyez sur Ctrl et son numéro.</translation>
+        <translation>Choisissez un outil dans la barre d&apos;outils, ou appuyez sur Ctrl et sur son numéro.</translation>
     </message>
     <message>
         <source>Work area</source>

@@ -32,7 +32,7 @@
     <name>Category</name>
     <message>
         <source>advanced</source>
-        <translation>詳細(A)</translation>
+        <translation>高度な機能(A)</translation>
     </message>
     <message>
         <source>other</source>
@@ -43,7 +43,7 @@
     <name>Fault</name>
     <message>
         <source>The first board is unplugged in the middle of a report.</source>
-        <translation>最初のボードがレポートの途中で取り外されます。</translation>
+        <translation>最初のボードが、レポートの送信途中で取り外されます。</translation>
     </message>
     <message>
         <source>500 hot-plug notifications come within half a second, and board 9999 comes and goes.</source>
@@ -63,7 +63,7 @@
     </message>
     <message>
         <source>The first board sends 200 texts at once that end no line.</source>
-        <translation>最初のボードが行末のないテキストを一度に 200 件送信します。</translation>
+        <translation>最初のボードが改行で終わらないテキストを一度に 200 件送信します。</translation>
     </message>
     <message>
         <source>The first board sends a line of 10,000 characters.</source>
@@ -71,7 +71,7 @@
     </message>
     <message>
         <source>The first board sends a line of markup.</source>
-        <translation>最初のボードがマークアップの行を送信します。</translation>
+        <translation>最初のボードがマークアップを含む行を送信します。</translation>
     </message>
     <message>
         <source>The first board sends a line of all byte values.</source>
@@ -91,7 +91,7 @@
     </message>
     <message>
         <source>The library counts two boards more than there are.</source>
-        <translation>ライブラリがボードを実際より 2 台多く数えます。</translation>
+        <translation>ライブラリが返すボード数が、実際より 2 台多くなります。</translation>
     </message>
 </context>
 <context>
@@ -113,7 +113,7 @@
     </message>
     <message>
         <source>Choose a tool from the tool bar, or press Ctrl and its number.</source>
-        <translation>ツールバーからツールを選ぶか、Ctrl キーとその番号を押してください。</translation>
+        <translation>ツールバーからツールを選ぶか、Ctrl キーとツールの番号を押してください。</translation>
     </message>
     <message>
         <source>Work area</source>
@@ -214,19 +214,19 @@
     </message>
     <message>
         <source>&amp;Step</source>
-        <translation>ステップ(&amp;S)</translation>
+        <translation>1 ステップ進む(&amp;S)</translation>
     </message>
     <message>
         <source>&amp;Faster</source>
-        <translation>速く(&amp;F)</translation>
+        <translation>速くする(&amp;F)</translation>
     </message>
     <message>
         <source>S&amp;lower</source>
-        <translation>遅く(&amp;L)</translation>
+        <translation>遅くする(&amp;L)</translation>
     </message>
     <message>
         <source>&amp;Restart</source>
-        <translation>最初から(&amp;R)</translation>
+        <translation>最初から再生(&amp;R)</translation>
     </message>
 </context>
 <context>
@@ -237,7 +237,7 @@
     </message>
     <message>
         <source>Reports a second: %1 sent, %2 delivered</source>
-        <translation>毎秒のレポート: 送信 %1、配信 %2</translation>
+        <translation>毎秒のレポート数: 送信 %1、配信 %2</translation>
     </message>
 </context>
 <context>

@@ -43,7 +43,7 @@
     <name>Fault</name>
     <message>
         <source>The first board is unplugged in the middle of a report.</source>
-        <translation>第一块数位板在发送报告的中途被拔出。</translation>
+        <translation>第一块数位板在报告发送到一半时被拔出。</translation>
     </message>
     <message>
         <source>500 hot-plug notifications come within half a second, and board 9999 comes and goes.</source>
@@ -63,7 +63,7 @@
     </message>
     <message>
         <source>The first board sends 200 texts at once that end no line.</source>
-        <translation>第一块数位板一次性发送 200 段没有行尾的文本。</translation>
+        <translation>第一块数位板一次性发送 200 段没有换行符的文本。</translation>
     </message>
     <message>
         <source>The first board sends a line of 10,000 characters.</source>
@@ -71,7 +71,7 @@
     </message>
     <message>
         <source>The first board sends a line of markup.</source>
-        <translation>第一块数位板发送一行标记文本。</translation>
+        <translation>第一块数位板发送一行包含标记的文本。</translation>
     </message>
     <message>
         <source>The first board sends a line of all byte values.</source>
@@ -87,11 +87,11 @@
     </message>
     <message>
         <source>The first board cannot be enumerated.</source>
-        <translation>第一块数位板无法枚举。</translation>
+        <translation>无法枚举第一块数位板。</translation>
     </message>
     <message>
         <source>The library counts two boards more than there are.</source>
-        <translation>库统计的数位板比实际多两块。</translation>
+        <translation>库返回的数位板数量比实际多两块。</translation>
     </message>
 </context>
 <context>
@@ -113,7 +113,7 @@
     </message>
     <message>
         <source>Choose a tool from the tool bar, or press Ctrl and its number.</source>
-        <translation>请从工具栏选择一个工具，或按 Ctrl 和它的编号。</translation>
+        <translation>请从工具栏选择一个工具，或按 Ctrl 和工具编号。</translation>
     </message>
     <message>
         <source>Work area</source>
@@ -164,7 +164,7 @@
     <name>Replay</name>
     <message>
         <source>max</source>
-        <translation>最大</translation>
+        <translation>最快</translation>
     </message>
 </context>
 <context>
@@ -218,11 +218,11 @@
     </message>
     <message>
         <source>&amp;Faster</source>
-        <translation>加快(&amp;F)</translation>
+        <translation>加速(&amp;F)</translation>
     </message>
     <message>
         <source>S&amp;lower</source>
-        <translation>减慢(&amp;L)</translation>
+        <translation>减速(&amp;L)</translation>
     </message>
     <message>
         <source>&amp;Restart</source>

@@ -180,7 +180,7 @@ void TranslationsTest::speaks_data()
     row("padscope_de", "monitor", "Student", "Schüler");
     row("padscope_de", "qorvexgraph", "<b>%1 devices found.</b>", "<b>%1 Geräte gefunden.</b>");
     row("padscope_de", "qorvexgraph", " <i>Paused</i>", " <i>Angehalten</i>");
-    row("padscope_es", "bargraph", "Lock Frequency", "Bloquear frecuencia");
+    row("padscope_es", "bargraph", "Lock Frequency", "Fijar frecuencia");
     row("padscope_es", "qorvexgraph", " <i>Paused</i>", " <i>En pausa</i>");
     row("padscope_fr", "monitor", "Student", "Élève");
     row("padscope_fr", "qorvexgraph", " <i>Paused</i>", " <i>En pause</i>");
