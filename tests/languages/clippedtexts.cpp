@@ -5,6 +5,7 @@
 #include <QAbstractItemView>
 #include <QAction>
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
@@ -147,6 +148,8 @@ bool repeatsRow(const QWidget &widget)
 
 QStringList clippedTexts(const QWidget &window)
 {
+    // Texts that have just changed get their room first, as before the next frame.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
     Finder finder;
     const QList<QWidget *> widgets = window.findChildren<QWidget *>();
     for (const QWidget *widget : widgets) {
