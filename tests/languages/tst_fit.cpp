@@ -9,6 +9,7 @@
 #include "replaybar.h"
 #include "simulator/simulatedlibrary.h"
 #include "support/tests.h"
+#include "support/waitingpackets.h"
 
 namespace {
 
