@@ -24,7 +24,8 @@ constexpr QSize comfortableSize{900, 700};
 /// Room for the window manager's frame, whose size is not known before the window is shown.
 constexpr QSize frameRoom{16, 40};
 
-/// Marks as mnemonic the first letter that no other menu of the bar uses.
+/// Marks as mnemonic the first letter that no other menu of the bar uses. It has two cases or is a digit:
+/// kana and ideographs are on no key.
 QString withMnemonic(QString caption, const QMenuBar &bar)
 {
     QString taken;
@@ -35,7 +36,8 @@ QString withMnemonic(QString caption, const QMenuBar &bar)
             taken += menu->text().at(mark + 1);
     }
     const auto free = std::find_if(caption.cbegin(), caption.cend(), [&](QChar letter) {
-        return letter.isLetterOrNumber() && !taken.contains(letter, Qt::CaseInsensitive);
+        const bool isOnKey = letter.toUpper() != letter.toLower() || letter.isDigit();
+        return isOnKey && !taken.contains(letter, Qt::CaseInsensitive);
     });
     if (free != caption.cend())
         caption.insert(static_cast<int>(free - caption.cbegin()), QLatin1Char('&'));
