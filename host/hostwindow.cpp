@@ -89,6 +89,7 @@ HostWindow::HostWindow(const std::vector<LoadedPlugin> &plugins)
     for (const LoadedPlugin &plugin : plugins_)
         addTool(plugin, *toolBar);
     statusBar()->setAccessibleName(tr("Status"));
+    connect(statusBar(), &QStatusBar::messageChanged, statusBar(), &QWidget::setAccessibleDescription);
     resize(comfortableSize.boundedTo(screen()->availableSize() - frameRoom));
 }
 
@@ -99,7 +100,9 @@ HostWindow::~HostWindow()
 
 void HostWindow::addFileMenu()
 {
+    menuBar()->setAccessibleName(tr("Menus"));
     QMenu *menu = menuBar()->addMenu(tr("&File"));
+    nameByTitle(*menu);
     closeAction_ = menu->addAction(tr("&Close Tool"), this, &HostWindow::closeTool,
                                    QKeySequence(QStringLiteral("Ctrl+W")));
     closeAction_->setEnabled(false);
@@ -109,6 +112,7 @@ void HostWindow::addFileMenu()
 void HostWindow::addHelpMenu()
 {
     helpMenu_ = menuBar()->addMenu(tr("&Help"));
+    nameByTitle(*helpMenu_);
     helpMenu_->addAction(tr("&About"), this, &HostWindow::showAbout, QKeySequence(Qt::Key_F1));
 }
 
@@ -137,6 +141,7 @@ QMenu *HostWindow::groupMenu(const QString &group)
 QMenu *HostWindow::addMenu(const QString &name)
 {
     auto *menu = new QMenu(withMnemonic(asCaption(name), *menuBar()), this);
+    nameByTitle(*menu);
     menuBar()->insertMenu(helpMenu_->menuAction(), menu);
     return menu;
 }

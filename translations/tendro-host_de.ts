@@ -159,6 +159,10 @@
         <source>About</source>
         <translation>Über</translation>
     </message>
+    <message>
+        <source>Menus</source>
+        <translation>Menüs</translation>
+    </message>
 </context>
 <context>
     <name>Replay</name>
