@@ -32,7 +32,7 @@ public:
     QStringList keyBindingsForAction(const QString &name) const override;
 
     QString text(int start, int end) const override;
-    int characterCount() const override { return line() ? line()->text().size() : 0; }
+    int characterCount() const override { return shown().size(); }
     void selection(int index, int *start, int *end) const override;
     int selectionCount() const override { return line() && line()->hasSelectedText() ? 1 : 0; }
     void addSelection(int start, int end) override { setSelection(0, start, end); }
@@ -51,6 +51,8 @@ public:
 
 private:
     QLineUpDownEdit *line() const { return static_cast<QLineUpDownEdit *>(object()); }
+    /// A host may hide what is typed.
+    QString shown() const { return line() ? line()->displayText() : QString(); }
     bool isEditable() const { return line() && line()->isEnabled() && !line()->isReadOnly(); }
     /// An assistive program may name any place.
     int bounded(int offset) const { return qBound(0, offset, characterCount()); }
@@ -61,6 +63,7 @@ QAccessible::State CommandLine::state() const
     QAccessible::State state = QAccessibleWidget::state();
     state.editable = isEditable();
     state.readOnly = line() && line()->isReadOnly();
+    state.passwordEdit = line() && line()->echoMode() != QLineEdit::Normal;
     state.selectableText = true;
     return state;
 }
@@ -69,7 +72,7 @@ QString CommandLine::text(QAccessible::Text kind) const
 {
     if (!line())
         return {};
-    return kind == QAccessible::Value ? line()->displayText() : QAccessibleWidget::text(kind);
+    return kind == QAccessible::Value ? shown() : QAccessibleWidget::text(kind);
 }
 
 void CommandLine::setText(QAccessible::Text kind, const QString &text)
@@ -129,7 +132,7 @@ QStringList CommandLine::keyBindingsForAction(const QString &name) const
 QString CommandLine::text(int start, int end) const
 {
     const int first = bounded(start);
-    return line() ? line()->text().mid(first, bounded(end) - first) : QString();
+    return shown().mid(first, bounded(end) - first);
 }
 
 void CommandLine::selection(int index, int *start, int *end) const
@@ -165,11 +168,11 @@ QRect CommandLine::characterRect(int offset) const
     if (!line() || offset < 0 || offset >= characterCount())
         return {};
     const QFontMetrics metrics = line()->fontMetrics();
-    const QString shown = line()->displayText();
-    const auto widthBefore = [&](int end) { return metrics.horizontalAdvance(shown.left(end)); };
+    const QString text = shown();
+    const auto widthBefore = [&](int end) { return metrics.horizontalAdvance(text.left(end)); };
     const QRect cursor = line()->inputMethodQuery(Qt::ImCursorRectangle).toRect();
     const int left = cursor.center().x() + widthBefore(offset) - widthBefore(cursorPosition());
-    const QSize size(metrics.horizontalAdvance(shown.at(offset)), cursor.height());
+    const QSize size(metrics.horizontalAdvance(text.at(offset)), cursor.height());
     return {line()->mapToGlobal(QPoint(left, cursor.top())), size};
 }
 
