@@ -163,6 +163,10 @@
         <source>Menus</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>More tools</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>Replay</name>

@@ -163,6 +163,10 @@
         <source>Menus</source>
         <translation>Menüs</translation>
     </message>
+    <message>
+        <source>More tools</source>
+        <translation>Weitere Werkzeuge</translation>
+    </message>
 </context>
 <context>
     <name>Replay</name>
