@@ -86,11 +86,15 @@ HostWindow::HostWindow(const std::vector<LoadedPlugin> &plugins)
     addFileMenu();
     QToolBar *toolBar = addToolBar(tr("Tools"));
     toolBar->setAccessibleName(tr("Tools"));
+    // The button of a tool bar that is too narrow for its tools.
+    if (auto *extension = toolBar->findChild<QWidget *>(QStringLiteral("qt_toolbar_ext_button")))
+        extension->setAccessibleName(tr("More tools"));
     toolBar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     addHelpMenu();
     for (const LoadedPlugin &plugin : plugins_)
         addTool(plugin, *toolBar);
     statusBar()->setAccessibleName(tr("Status"));
+    connect(statusBar(), &QStatusBar::messageChanged, statusBar(), &QWidget::setAccessibleDescription);
     resize(comfortableSize.boundedTo(screen()->availableSize() - frameRoom));
 }
 
@@ -101,7 +105,9 @@ HostWindow::~HostWindow()
 
 void HostWindow::addFileMenu()
 {
+    menuBar()->setAccessibleName(tr("Menus"));
     QMenu *menu = menuBar()->addMenu(tr("&File"));
+    nameByTitle(*menu);
     closeAction_ = menu->addAction(tr("&Close Tool"), this, &HostWindow::closeTool,
                                    QKeySequence(QStringLiteral("Ctrl+W")));
     closeAction_->setEnabled(false);
@@ -111,6 +117,7 @@ void HostWindow::addFileMenu()
 void HostWindow::addHelpMenu()
 {
     helpMenu_ = menuBar()->addMenu(tr("&Help"));
+    nameByTitle(*helpMenu_);
     helpMenu_->addAction(tr("&About"), this, &HostWindow::showAbout, QKeySequence(Qt::Key_F1));
 }
 
@@ -139,6 +146,7 @@ QMenu *HostWindow::groupMenu(const QString &group)
 QMenu *HostWindow::addMenu(const QString &name)
 {
     auto *menu = new QMenu(withMnemonic(asCaption(name), *menuBar()), this);
+    nameByTitle(*menu);
     menuBar()->insertMenu(helpMenu_->menuAction(), menu);
     return menu;
 }
