@@ -2,6 +2,17 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="es_ES" sourcelanguage="en">
 <context>
+    <name>QLineUpDownEdit</name>
+    <message>
+        <source>Send</source>
+        <translation>Enviar</translation>
+    </message>
+    <message>
+        <source>Sends the command to the first board</source>
+        <translation>Envía el comando a la primera placa</translation>
+    </message>
+</context>
+<context>
     <name>TendroPadscope</name>
     <message>
         <source>TendroPadscope</source>
@@ -56,6 +67,43 @@
         <source>Min: %1 Max: %2 Delta: %3</source>
         <translation>Mín.: %1 Máx.: %2 Diferencia: %3</translation>
     </message>
+    <message>
+        <source>Signals</source>
+        <translation>Señales</translation>
+    </message>
+    <message>
+        <source>Milliseconds between two reports</source>
+        <translation>Milisegundos entre dos informes</translation>
+    </message>
+    <message>
+        <source>Frequency</source>
+        <translation>Frecuencia</translation>
+    </message>
+    <message>
+        <source>X fine</source>
+        <translation>X fino</translation>
+    </message>
+    <message>
+        <source>Y fine</source>
+        <translation>Y fino</translation>
+    </message>
+    <message>
+        <source>X coarse</source>
+        <translation>X grueso</translation>
+    </message>
+    <message>
+        <source>Y coarse</source>
+        <translation>Y grueso</translation>
+    </message>
+    <message>
+        <source>Voltage</source>
+        <translation>Tensión</translation>
+    </message>
+    <message>
+        <source>0, 60 and 120 degrees: %1, %2, %3. Magnitude: %4. Angle: %5.</source>
+        <extracomment>The components of a signal at these three angles, and its vector as it is painted.</extracomment>
+        <translation>0, 60 y 120 grados: %1, %2, %3. Módulo: %4. Ángulo: %5.</translation>
+    </message>
 </context>
 <context>
     <name>monitor</name>
@@ -86,6 +134,22 @@
     <message>
         <source>Slow Computer</source>
         <translation>PC lento</translation>
+    </message>
+    <message>
+        <source>Rows</source>
+        <translation>Filas</translation>
+    </message>
+    <message>
+        <source>Newest row</source>
+        <translation>Fila más reciente</translation>
+    </message>
+    <message>
+        <source>Milliseconds between two reports</source>
+        <translation>Milisegundos entre dos informes</translation>
+    </message>
+    <message>
+        <source>Font size</source>
+        <translation>Tamaño de letra</translation>
     </message>
 </context>
 <context>
@@ -118,6 +182,18 @@
     <message>
         <source>Monitor</source>
         <translation>Monitor</translation>
+    </message>
+    <message>
+        <source>Padscope</source>
+        <translation>Padscope</translation>
+    </message>
+    <message>
+        <source>Command</source>
+        <translation>Comando</translation>
+    </message>
+    <message>
+        <source>Views</source>
+        <translation>Vistas</translation>
     </message>
 </context>
 </TS>

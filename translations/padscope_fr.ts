@@ -2,6 +2,17 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="fr_FR" sourcelanguage="en">
 <context>
+    <name>QLineUpDownEdit</name>
+    <message>
+        <source>Send</source>
+        <translation>Envoyer</translation>
+    </message>
+    <message>
+        <source>Sends the command to the first board</source>
+        <translation>Envoie la commande à la première carte</translation>
+    </message>
+</context>
+<context>
     <name>TendroPadscope</name>
     <message>
         <source>TendroPadscope</source>
@@ -56,6 +67,43 @@
         <source>Min: %1 Max: %2 Delta: %3</source>
         <translation>Min.&#xa0;: %1 Max.&#xa0;: %2 Écart&#xa0;: %3</translation>
     </message>
+    <message>
+        <source>Signals</source>
+        <translation>Signaux</translation>
+    </message>
+    <message>
+        <source>Milliseconds between two reports</source>
+        <translation>Millisecondes entre deux rapports</translation>
+    </message>
+    <message>
+        <source>Frequency</source>
+        <translation>Fréquence</translation>
+    </message>
+    <message>
+        <source>X fine</source>
+        <translation>X fin</translation>
+    </message>
+    <message>
+        <source>Y fine</source>
+        <translation>Y fin</translation>
+    </message>
+    <message>
+        <source>X coarse</source>
+        <translation>X grossier</translation>
+    </message>
+    <message>
+        <source>Y coarse</source>
+        <translation>Y grossier</translation>
+    </message>
+    <message>
+        <source>Voltage</source>
+        <translation>Tension</translation>
+    </message>
+    <message>
+        <source>0, 60 and 120 degrees: %1, %2, %3. Magnitude: %4. Angle: %5.</source>
+        <extracomment>The components of a signal at these three angles, and its vector as it is painted.</extracomment>
+        <translation>0, 60 et 120 degrés&#xa0;: %1, %2, %3. Module&#xa0;: %4. Angle&#xa0;: %5.</translation>
+    </message>
 </context>
 <context>
     <name>monitor</name>
@@ -86,6 +134,22 @@
     <message>
         <source>Slow Computer</source>
         <translation>PC lent</translation>
+    </message>
+    <message>
+        <source>Rows</source>
+        <translation>Lignes</translation>
+    </message>
+    <message>
+        <source>Newest row</source>
+        <translation>Ligne la plus récente</translation>
+    </message>
+    <message>
+        <source>Milliseconds between two reports</source>
+        <translation>Millisecondes entre deux rapports</translation>
+    </message>
+    <message>
+        <source>Font size</source>
+        <translation>Taille de police</translation>
     </message>
 </context>
 <context>
@@ -118,6 +182,18 @@
     <message>
         <source>Monitor</source>
         <translation>Moniteur</translation>
+    </message>
+    <message>
+        <source>Padscope</source>
+        <translation>Padscope</translation>
+    </message>
+    <message>
+        <source>Command</source>
+        <translation>Commande</translation>
+    </message>
+    <message>
+        <source>Views</source>
+        <translation>Vues</translation>
     </message>
 </context>
 </TS>

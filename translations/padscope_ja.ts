@@ -2,6 +2,17 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ja_JP" sourcelanguage="en">
 <context>
+    <name>QLineUpDownEdit</name>
+    <message>
+        <source>Send</source>
+        <translation>送信</translation>
+    </message>
+    <message>
+        <source>Sends the command to the first board</source>
+        <translation>コマンドを最初のボードに送信します</translation>
+    </message>
+</context>
+<context>
     <name>TendroPadscope</name>
     <message>
         <source>TendroPadscope</source>
@@ -56,6 +67,43 @@
         <source>Min: %1 Max: %2 Delta: %3</source>
         <translation>最小: %1 最大: %2 差: %3</translation>
     </message>
+    <message>
+        <source>Signals</source>
+        <translation>信号</translation>
+    </message>
+    <message>
+        <source>Milliseconds between two reports</source>
+        <translation>レポートの間隔 (ミリ秒)</translation>
+    </message>
+    <message>
+        <source>Frequency</source>
+        <translation>周波数</translation>
+    </message>
+    <message>
+        <source>X fine</source>
+        <translation>X 精測</translation>
+    </message>
+    <message>
+        <source>Y fine</source>
+        <translation>Y 精測</translation>
+    </message>
+    <message>
+        <source>X coarse</source>
+        <translation>X 粗測</translation>
+    </message>
+    <message>
+        <source>Y coarse</source>
+        <translation>Y 粗測</translation>
+    </message>
+    <message>
+        <source>Voltage</source>
+        <translation>電圧</translation>
+    </message>
+    <message>
+        <source>0, 60 and 120 degrees: %1, %2, %3. Magnitude: %4. Angle: %5.</source>
+        <extracomment>The components of a signal at these three angles, and its vector as it is painted.</extracomment>
+        <translation>0、60、120 度: %1、%2、%3。大きさ: %4。角度: %5。</translation>
+    </message>
 </context>
 <context>
     <name>monitor</name>
@@ -90,6 +138,22 @@
         <source>Slow Computer</source>
         <translation>低速な PC</translation>
     </message>
+    <message>
+        <source>Rows</source>
+        <translation>データ行</translation>
+    </message>
+    <message>
+        <source>Newest row</source>
+        <translation>最新の行</translation>
+    </message>
+    <message>
+        <source>Milliseconds between two reports</source>
+        <translation>レポートの間隔 (ミリ秒)</translation>
+    </message>
+    <message>
+        <source>Font size</source>
+        <translation>フォントサイズ</translation>
+    </message>
 </context>
 <context>
     <name>qorvexgraph</name>
@@ -121,6 +185,18 @@
     <message>
         <source>Monitor</source>
         <translation>モニター</translation>
+    </message>
+    <message>
+        <source>Padscope</source>
+        <translation>Padscope</translation>
+    </message>
+    <message>
+        <source>Command</source>
+        <translation>コマンド</translation>
+    </message>
+    <message>
+        <source>Views</source>
+        <translation>ビュー</translation>
     </message>
 </context>
 </TS>

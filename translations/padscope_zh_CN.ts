@@ -2,6 +2,17 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
+    <name>QLineUpDownEdit</name>
+    <message>
+        <source>Send</source>
+        <translation>发送</translation>
+    </message>
+    <message>
+        <source>Sends the command to the first board</source>
+        <translation>将命令发送到第一块数位板</translation>
+    </message>
+</context>
+<context>
     <name>TendroPadscope</name>
     <message>
         <source>TendroPadscope</source>
@@ -56,6 +67,43 @@
         <source>Min: %1 Max: %2 Delta: %3</source>
         <translation>最小：%1 最大：%2 差值：%3</translation>
     </message>
+    <message>
+        <source>Signals</source>
+        <translation>信号</translation>
+    </message>
+    <message>
+        <source>Milliseconds between two reports</source>
+        <translation>报告间隔（毫秒）</translation>
+    </message>
+    <message>
+        <source>Frequency</source>
+        <translation>频率</translation>
+    </message>
+    <message>
+        <source>X fine</source>
+        <translation>X 精测</translation>
+    </message>
+    <message>
+        <source>Y fine</source>
+        <translation>Y 精测</translation>
+    </message>
+    <message>
+        <source>X coarse</source>
+        <translation>X 粗测</translation>
+    </message>
+    <message>
+        <source>Y coarse</source>
+        <translation>Y 粗测</translation>
+    </message>
+    <message>
+        <source>Voltage</source>
+        <translation>电压</translation>
+    </message>
+    <message>
+        <source>0, 60 and 120 degrees: %1, %2, %3. Magnitude: %4. Angle: %5.</source>
+        <extracomment>The components of a signal at these three angles, and its vector as it is painted.</extracomment>
+        <translation>0、60、120 度：%1、%2、%3。幅值：%4。角度：%5。</translation>
+    </message>
 </context>
 <context>
     <name>monitor</name>
@@ -90,6 +138,22 @@
         <source>Slow Computer</source>
         <translation>慢速计算机</translation>
     </message>
+    <message>
+        <source>Rows</source>
+        <translation>数据行</translation>
+    </message>
+    <message>
+        <source>Newest row</source>
+        <translation>最新一行</translation>
+    </message>
+    <message>
+        <source>Milliseconds between two reports</source>
+        <translation>报告间隔（毫秒）</translation>
+    </message>
+    <message>
+        <source>Font size</source>
+        <translation>字体大小</translation>
+    </message>
 </context>
 <context>
     <name>qorvexgraph</name>
@@ -120,7 +184,19 @@
     </message>
     <message>
         <source>Monitor</source>
-        <translation>监视</translation>
+        <translation>监视器</translation>
+    </message>
+    <message>
+        <source>Padscope</source>
+        <translation>Padscope</translation>
+    </message>
+    <message>
+        <source>Command</source>
+        <translation>命令</translation>
+    </message>
+    <message>
+        <source>Views</source>
+        <translation>视图</translation>
     </message>
 </context>
 </TS>

@@ -55,7 +55,7 @@
     </message>
     <message>
         <source>The first board sends 650 reports of random bytes at once.</source>
-        <translation>La primera placa envía de una vez 650 informes de bytes aleatorios.</translation>
+        <translation>La primera placa envía de una vez 650 informes compuestos de bytes aleatorios.</translation>
     </message>
     <message>
         <source>The first board sends 256 reports at once, one of each type.</source>
@@ -158,6 +158,14 @@
     <message>
         <source>About</source>
         <translation>Acerca de</translation>
+    </message>
+    <message>
+        <source>More tools</source>
+        <translation>Más herramientas</translation>
+    </message>
+    <message>
+        <source>Menus</source>
+        <translation>Menús</translation>
     </message>
 </context>
 <context>

@@ -55,7 +55,7 @@
     </message>
     <message>
         <source>The first board sends 650 reports of random bytes at once.</source>
-        <translation>La première carte envoie d&apos;un coup 650 rapports d&apos;octets aléatoires.</translation>
+        <translation>La première carte envoie d&apos;un coup 650 rapports composés d&apos;octets aléatoires.</translation>
     </message>
     <message>
         <source>The first board sends 256 reports at once, one of each type.</source>
@@ -158,6 +158,14 @@
     <message>
         <source>About</source>
         <translation>À propos</translation>
+    </message>
+    <message>
+        <source>More tools</source>
+        <translation>Autres outils</translation>
+    </message>
+    <message>
+        <source>Menus</source>
+        <translation>Menus</translation>
     </message>
 </context>
 <context>

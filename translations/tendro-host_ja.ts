@@ -83,7 +83,7 @@
     </message>
     <message>
         <source>Each command delivers a report on its caller&apos;s thread before it returns.</source>
-        <translation>各コマンドが、戻る前に呼び出し元のスレッドでレポートを配信します。</translation>
+        <translation>各コマンドは、制御を戻す前に、呼び出し元のスレッドでレポートを 1 件配信します。</translation>
     </message>
     <message>
         <source>The first board cannot be enumerated.</source>
@@ -113,7 +113,7 @@
     </message>
     <message>
         <source>Choose a tool from the tool bar, or press Ctrl and its number.</source>
-        <translation>ツールバーからツールを選ぶか、Ctrl キーとツールの番号を押してください。</translation>
+        <translation>ツールバーからツールを選ぶか、Ctrl キーを押しながらツールの番号を押してください。</translation>
     </message>
     <message>
         <source>Work area</source>
@@ -158,6 +158,14 @@
     <message>
         <source>About</source>
         <translation>バージョン情報</translation>
+    </message>
+    <message>
+        <source>More tools</source>
+        <translation>その他のツール</translation>
+    </message>
+    <message>
+        <source>Menus</source>
+        <translation>メニュー</translation>
     </message>
 </context>
 <context>

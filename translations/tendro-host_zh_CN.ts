@@ -25,7 +25,7 @@
     </message>
     <message>
         <source>No board</source>
-        <translation>无数位板</translation>
+        <translation>没有数位板</translation>
     </message>
 </context>
 <context>
@@ -47,7 +47,7 @@
     </message>
     <message>
         <source>500 hot-plug notifications come within half a second, and board 9999 comes and goes.</source>
-        <translation>半秒内收到 500 个热插拔通知，数位板 9999 反复出现又消失。</translation>
+        <translation>半秒内收到 500 条热插拔通知，数位板 9999 反复出现又消失。</translation>
     </message>
     <message>
         <source>The boards together send 10,000 reports a second for 5 s.</source>
@@ -113,7 +113,7 @@
     </message>
     <message>
         <source>Choose a tool from the tool bar, or press Ctrl and its number.</source>
-        <translation>请从工具栏选择一个工具，或按 Ctrl 和工具编号。</translation>
+        <translation>请从工具栏选择一个工具，或按住 Ctrl 并按工具编号。</translation>
     </message>
     <message>
         <source>Work area</source>
@@ -158,6 +158,14 @@
     <message>
         <source>About</source>
         <translation>关于</translation>
+    </message>
+    <message>
+        <source>More tools</source>
+        <translation>更多工具</translation>
+    </message>
+    <message>
+        <source>Menus</source>
+        <translation>菜单</translation>
     </message>
 </context>
 <context>
@@ -233,11 +241,11 @@
     <name>ReportRates</name>
     <message>
         <source>Reports of the simulated boards</source>
-        <translation>模拟数位板的报告</translation>
+        <translation>虚拟数位板的报告</translation>
     </message>
     <message>
         <source>Reports a second: %1 sent, %2 delivered</source>
-        <translation>每秒报告数：已发送 %1，已送达 %2</translation>
+        <translation>每秒报告数：发送 %1，送达 %2</translation>
     </message>
 </context>
 <context>
