@@ -60,10 +60,14 @@ private:
 
 QAccessible::State CommandLine::state() const
 {
-    QAccessible::State state = QAccessibleWidget::state();
+    QAccessible::State state;
+    state.invalid = true;
+    if (!line())
+        return state;
+    state = QAccessibleWidget::state();
     state.editable = isEditable();
-    state.readOnly = line() && line()->isReadOnly();
-    state.passwordEdit = line() && line()->echoMode() != QLineEdit::Normal;
+    state.readOnly = line()->isReadOnly();
+    state.passwordEdit = line()->echoMode() != QLineEdit::Normal;
     state.selectableText = true;
     return state;
 }

@@ -21,6 +21,7 @@ private slots:
     void hidesWhatTheHostHides();
     void selects();
     void tellsWhereCharactersAre();
+    void tellsNothingWhileTheLineEnds();
     void endsWithTheLine();
 };
 
@@ -216,6 +217,37 @@ void AccessLine::tellsWhereCharactersAre()
     }
     QCOMPARE(text->characterRect(6), QRect());
     QCOMPARE(text->characterRect(-1), QRect());
+}
+
+void AccessLine::tellsNothingWhileTheLineEnds()
+{
+    auto line = std::make_unique<QLineUpDownEdit>();
+    line->setText("abc");
+    QAccessible::Id id = 0;
+    int asked = 0;
+    // Before Qt deletes the accessible object, at the same signal.
+    connect(line.get(), &QObject::destroyed, this, [&] {
+        QAccessibleInterface *access = QAccessible::accessibleInterface(id);
+        QVERIFY(!access->isValid());
+        QVERIFY(access->state().invalid);
+        QCOMPARE(described(*access), QString("EditableText"));
+        QCOMPARE(access->actionInterface()->actionNames(), QStringList());
+        access->actionInterface()->doAction(press);
+        QCOMPARE(perform(*access, "insert 0 X"), QString());
+        QAccessibleTextInterface *text = access->textInterface();
+        text->setSelection(0, 0, 1);
+        text->removeSelection(0);
+        text->setCursorPosition(1);
+        QCOMPARE(text->text(0, 3), QString());
+        QCOMPARE(text->cursorPosition(), 0);
+        QCOMPARE(text->selectionCount(), 0);
+        QCOMPARE(text->offsetAtPoint({0, 0}), -1);
+        QCOMPARE(text->characterRect(0), QRect());
+        ++asked;
+    });
+    id = QAccessible::uniqueId(accessOf(line.get()));
+    line.reset();
+    QCOMPARE(asked, 1);
 }
 
 void AccessLine::endsWithTheLine()
