@@ -42,6 +42,8 @@ bargraph::bargraph(TabWindow *window)
     drawFrame->setLineWidth(1);
     layout->addWidget(drawFrame, 1);
     setLayout(layout);
+    // Only now is it known as the picture's: a name makes the accessible object.
+    drawFrame->setAccessibleName(tr("Signals"));
     viewFont = QFont(QLatin1String("Sans Serif"), 10);
     QMetaObject::connectSlotsByName(this);
 }
@@ -58,6 +60,8 @@ void bargraph::addModeControls(QHBoxLayout *row)
     slider->setObjectName(QLatin1String("displayThresholdSlider"));
     slider->setRange(5, 1000);
     slider->setValue(displayThreshold);
+    slider->setAccessibleName(tr("Fast Computer") + QLatin1String(" - ") + tr("Slow Computer"));
+    slider->setAccessibleDescription(tr("Milliseconds between two reports"));
     row->addWidget(slider);
     row->addWidget(new QLabel(tr("Slow Computer")));
 }
@@ -73,6 +77,7 @@ void bargraph::addFrequencyControls(QHBoxLayout *row)
     row->addWidget(freqLabel);
     freqSpin = fixedSize(new QSpinBox);
     freqSpin->setRange(0, 500000);
+    freqSpin->setAccessibleName(tr("Frequency"));
     connect(freqSpin, SIGNAL(valueChanged(int)), this, SLOT(OnSpinFrequency(int)));
     row->addWidget(freqSpin);
 }
@@ -130,6 +135,11 @@ void bargraph::resetMinMaxVoltage()
 {
     voltageMin = -1;
     voltageMax = -1;
+}
+
+bool bargraph::hasPictureIn(const QObject *frame) const
+{
+    return frame == drawFrame;
 }
 
 void bargraph::on_displayThresholdSlider_valueChanged(int val)

@@ -2,9 +2,12 @@
 
 #include <QFont>
 #include <QString>
+#include <QStringList>
 
+#include "accessfactory.h"
 #include "field.h"
 #include "geometry.h"
+#include "pictureaccess.h"
 #include "qorvexwidget.h"
 
 class QFrame;
@@ -30,6 +33,16 @@ public:
 
     /// Resets the extremes of the voltage. Takes effect at the next repaint.
     void resetMinMaxVoltage();
+
+    // The picture in words, part by part: the four channels from left to right, and the meter.
+
+    static constexpr int partCount = 5;
+    static QString partName(int part);
+    /// The numbers that are painted; empty for a part that is not shown.
+    QString partText(int part) const;
+    /// \return in the coordinates of this view
+    QRect partRect(int part) const;
+    bool hasPictureIn(const QObject *frame) const;
 
 public slots:
     /// Takes effect at the next repaint. The setting is never written, on purpose.
@@ -61,6 +74,7 @@ private:
     void takeSample();
     void publish(const _DataPacket &packet);
     QRect paintingArea() const;
+    QStringList meterTexts(int raw) const;
     void DoHistogram(QPainter *painter, const QRect &area, int channel, int c0, int c60, int c120);
     void DoVectorFine(QPainter *painter, const QRect &area, int channel, int c0, int c60, int c120, int angle,
                       char, char);
@@ -84,6 +98,8 @@ private:
     int voltageMin = -1;   ///< since the last reset; -1 is none
     int voltageMax = -1;   ///< since the last reset; -1 is none
     QFont viewFont;        ///< of every text that is painted
+
+    AccessFactory<pictureAccess> accessFactory;
 
     friend struct Inspect;
 };

@@ -3,7 +3,6 @@
 
 #include "bargraph.h"
 #include "integermath.h"
-#include "layouts.h"
 
 namespace {
 
@@ -116,9 +115,8 @@ void bargraph::DoVoltageMeter(QPainter *painter, const QRect &area, int raw)
     painter->setPen(solidPen(white, 1.0));
     painter->drawLine(meter.bar.bottomLeft(), meter.bar.bottomRight());
     painter->setFont(viewFont);
-    painter->drawText(meter.rawText, tr("Raw: %1").arg(raw));
-    painter->drawText(meter.voltsText, tr("Volts: %1").arg(reports::adcVolts.of(raw), 0, 'g', 4));
-    painter->drawText(
-        meter.extremesText,
-        tr("Min: %1 Max: %2 Delta: %3").arg(voltageMin).arg(voltageMax).arg(voltageMax - voltageMin));
+    const QStringList texts = meterTexts(raw);
+    painter->drawText(meter.rawText, texts[0]);
+    painter->drawText(meter.voltsText, texts[1]);
+    painter->drawText(meter.extremesText, texts[2]);
 }

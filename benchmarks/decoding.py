@@ -34,14 +34,29 @@ def packet(number):
                  bytes(-len(data) % 4) + option(2, struct.pack("<I", 1)) + bytes(4))
 
 
+def write_start(file):
+    file.write(block(0x0A0D0D0A, struct.pack("<IHHq", 0x1A2B3C4D, 1, 0, -1)))
+    for name in (b"driver", b"board 1001"):
+        file.write(block(1, struct.pack("<HHI", 147, 0, 65535) + option(2, name) + option(9, b"\x09") + bytes(4)))
+
+
 def write_capture(path, count):
     """Reports as a board sends them, one a millisecond, without an end."""
     with open(path, "wb") as file:
-        file.write(block(0x0A0D0D0A, struct.pack("<IHHq", 0x1A2B3C4D, 1, 0, -1)))
-        for name in (b"driver", b"board 1001"):
-            file.write(block(1, struct.pack("<HHI", 147, 0, 65535) + option(2, name) + option(9, b"\x09") + bytes(4)))
+        write_start(file)
         for number in range(count):
             file.write(packet(number))
+
+
+def write_capture_of_size(path, size):
+    """The same up to a size in bytes; returns the count of packets."""
+    with open(path, "wb") as file:
+        write_start(file)
+        number = 0
+        while file.tell() < size:
+            file.write(b"".join(packet(number + i) for i in range(1000)))
+            number += 1000
+    return number
 
 
 def run(command, statuses=(0,)):

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+#include <iterator>
 #include <limits>
 #include <QCoreApplication>
 #include <QFrame>
@@ -9,6 +11,7 @@
 #include "datapacket.h"
 #include "framepacer.h"
 #include "monitor.h"
+#include "qlineupdownedit.h"
 #include "qorvexgraph.h"
 
 /// What the benchmarks reach of the tool's private members.
@@ -20,6 +23,10 @@ struct Inspect
     static QTreeView *treeOf(monitor *view) { return view->treeView; }
     static QStandardItemModel *modelOf(monitor *view) { return view->model; }
 
+    static const QList<int> &deviceIdsOf(qorvexgraph *window) { return window->deviceIds; }
+    static QWidget *commandLineOf(qorvexgraph *window) { return window->commandLine; }
+    static QCheckBox *logBoxOf(monitor *view) { return view->logCheckBox; }
+
     static auto &queueOf(qorvexgraph *window) { return window->packetQueue; }
     /// Keeps reports that come no sooner than so many milliseconds after the one before.
     static void receive(qorvexgraph *window, int thresholdMs)
@@ -29,6 +36,11 @@ struct Inspect
     }
     static constexpr int keepAll = std::numeric_limits<int>::min();
 
+    static bool hasSignals(const bargraph *view)
+    {
+        const auto isSet = [](qint16 component) { return component != 0; };
+        return std::any_of(std::begin(view->channelSignals), std::end(view->channelSignals), isSet);
+    }
     static void setPicture(bargraph *view, bool isClassic, QSize size)
     {
         view->classicMode = isClassic;

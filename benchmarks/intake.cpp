@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr int batch = 500;
+constexpr int intakeBatch = 500;
 
 /// Runs a function on another thread, and waits for it.
 template <typename Function>
@@ -73,7 +73,7 @@ void keptByTool(benchmark::State &state)
     std::size_t kept = 0;
     onOtherThread([&] {
         for (auto _ : state) {
-            for (int i = 0; i < batch; ++i)
+            for (int i = 0; i < intakeBatch; ++i)
                 qorvexgraph::DataCallback(7, reinterpret_cast<const unsigned char *>(report.constData()),
                                           static_cast<unsigned>(report.size()), window);
             state.PauseTiming();
@@ -102,7 +102,7 @@ void keptByFloor(benchmark::State &state)
     std::size_t kept = 0;
     onOtherThread([&] {
         for (auto _ : state) {
-            for (int i = 0; i < batch; ++i) {
+            for (int i = 0; i < intakeBatch; ++i) {
                 auto *packet = new _DataPacket;
                 packet->data = QByteArray(report.constData(), report.size());
                 for (int reading = 0; reading < readings; ++reading)

@@ -10,6 +10,10 @@ import sys
 import tempfile
 
 import decoding
+import inspecting
+import sessions
+import starting
+import streams
 
 # Row, what is compared, tool, peer, highest ratio allowed. None has no bound and is only reported.
 COMPARISONS = [
@@ -142,16 +146,20 @@ def main():
         times[name], counts[name] = values, {}
     check_counts(counts)
     lines, missed = table(times, counts)
+    session_lines = ["| Row | What | Result | Bound |", "|---|---|---|---|"]
+    for part in (streams, sessions, starting, inspecting):
+        session_lines += part.measure(options.build, options.smoke)
     tap_lines, tap_missed = tap_cost(options.build / "benchmarks" / "tap" / "padscope_tapcost", options.smoke)
     if options.smoke:
-        print("\n".join(lines + tap_lines))
+        print("\n".join(lines + session_lines + tap_lines))
         return
     page = pathlib.Path("docs/performance.md")
     text = replace_between(page.read_text(), "measured", lines)
+    text = replace_between(text, "sessions", session_lines)
     page.write_text(replace_between(text, "tap", tap_lines))
     for row, work, peer, ratio, bound in missed:
         print(f"{row}: {work} beside {peer}: {shown(ratio)}, bound {bound:g}", file=sys.stderr)
-    for line in tap_missed:
+    for line in [line for line in session_lines if "**" in line] + tap_missed:
         print(line, file=sys.stderr)
 
 

@@ -17,7 +17,6 @@
 
 namespace {
 
-constexpr int fullView = 151;
 constexpr int batch = 100;
 constexpr int scrollStep = 5; ///< the peers follow as the tool does
 constexpr QSize viewSize(800, 600);

@@ -11,7 +11,6 @@
 
 namespace {
 
-constexpr int fullView = 151;
 constexpr int minVisibleRows = 60;
 
 /// The monitor, full, with a row view of 800 by 600 pixels.

@@ -7,6 +7,8 @@
 #include "monitor.h"
 #include "qorvexgraph.h"
 
+constexpr int fullView = 151; ///< rows that the monitor shows at most
+
 /// The tool's window, detached. The benchmarks hand it the reports.
 class Tool
 {

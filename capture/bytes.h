@@ -2,6 +2,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
+#include <endian.h>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -33,14 +35,20 @@ struct ByteView
 
 /// The integer at an index. A byte that is not there reads as zero.
 template <typename Integer>
-constexpr Integer integerAt(ByteView bytes, std::size_t index, ByteOrder order = ByteOrder::Little)
+Integer integerAt(ByteView bytes, std::size_t index, ByteOrder order = ByteOrder::Little)
 {
-    std::uint64_t value = 0;
-    for (std::size_t i = 0; i < sizeof(Integer); ++i) {
-        const std::size_t at = index + (order == ByteOrder::Little ? i : sizeof(Integer) - 1 - i);
-        if (at < bytes.size)
-            value |= std::uint64_t{bytes.data[at]} << (8 * i);
-    }
+    std::make_unsigned_t<Integer> value = 0;
+    if (index < bytes.size && bytes.size - index >= sizeof value)
+        std::memcpy(&value, bytes.data + index, sizeof value); // a single load
+    else if (index < bytes.size)
+        std::memcpy(&value, bytes.data + index, bytes.size - index);
+    constexpr int bits = 8 * sizeof value;
+    if constexpr (bits == 16)
+        value = order == ByteOrder::Little ? le16toh(value) : be16toh(value);
+    else if constexpr (bits == 32)
+        value = order == ByteOrder::Little ? le32toh(value) : be32toh(value);
+    else if constexpr (bits == 64)
+        value = order == ByteOrder::Little ? le64toh(value) : be64toh(value);
     return static_cast<Integer>(value);
 }
 

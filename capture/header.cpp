@@ -51,14 +51,14 @@ Header headerOf(ByteView packet)
     return header;
 }
 
-HeaderTrouble troubleOf(ByteView packet)
+HeaderTrouble troubleOf(const Header &header, std::size_t packetLength)
 {
-    const Header header = headerOf(packet);
-    if (packet.size < 4 || header.magic != magic || header.version == 0)
+    if (packetLength < 4 || header.magic != magic || header.version == 0)
         return HeaderTrouble::Foreign;
     if (header.version > version)
         return HeaderTrouble::NewVersion;
-    if (header.headerLength < headerSize || header.headerLength % 4 != 0 || header.headerLength > packet.size)
+    if (header.headerLength < headerSize || header.headerLength % 4 != 0 ||
+        header.headerLength > packetLength)
         return HeaderTrouble::BadLength;
     return HeaderTrouble::None;
 }

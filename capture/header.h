@@ -98,6 +98,6 @@ enum class HeaderTrouble
     BadLength,  ///< of the header, which is cut off, or no multiple of four
 };
 
-HeaderTrouble troubleOf(ByteView packet);
+HeaderTrouble troubleOf(const Header &header, std::size_t packetLength);
 
 } // namespace capture

@@ -48,7 +48,8 @@ bool RecordReader::take(const pcapng::Packet &packet)
 {
     ++frames;
     const bool isOurs = reader.interfaces()[packet.interface].linkType == pcapng::linkTypeUser0;
-    const HeaderTrouble trouble = isOurs ? troubleOf(packet.data) : HeaderTrouble::Foreign;
+    const Header header = headerOf(packet.data);
+    const HeaderTrouble trouble = isOurs ? troubleOf(header, packet.data.size) : HeaderTrouble::Foreign;
     if (trouble != HeaderTrouble::None) {
         passBy(trouble);
         return false;
@@ -56,7 +57,7 @@ bool RecordReader::take(const pcapng::Packet &packet)
     last.frame = frames;
     last.offset = reader.offset();
     last.timeNs = packet.timeNs;
-    last.header = headerOf(packet.data);
+    last.header = header;
     last.payload = packet.data.from(last.header.headerLength);
     const auto kept = static_cast<std::uint32_t>(packet.data.size);
     last.payloadLength = std::max(packet.originalLength, kept) - last.header.headerLength;

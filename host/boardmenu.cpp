@@ -5,6 +5,7 @@
 #include <QMenu>
 #include <QStatusBar>
 
+#include "captions.h"
 #include "faultmenu.h"
 #include "hostwindow.h"
 #include "scenariomenu.h"
@@ -32,6 +33,7 @@ BoardMenu::BoardMenu(HostWindow &window, const Simulation &simulation)
     QMenu *menu = window.addMenu(tr("Board"));
     menu->addAction(tr("&Plug In"), this, &BoardMenu::plug, QKeySequence(QStringLiteral("Ctrl+Shift+P")));
     unplugMenu_ = menu->addMenu(tr("&Unplug"));
+    nameByTitle(*unplugMenu_);
     connect(unplugMenu_, &QMenu::aboutToShow, this, &BoardMenu::fillUnplugMenu);
     auto *faults = new FaultMenu(simulation_, &window);
     connect(faults, &FaultMenu::told, this, &BoardMenu::tell);

@@ -24,7 +24,8 @@ constexpr QSize comfortableSize{900, 700};
 /// Room for the window manager's frame, whose size is not known before the window is shown.
 constexpr QSize frameRoom{16, 40};
 
-/// Marks as mnemonic the first letter that no other menu of the bar uses.
+/// Marks as mnemonic the first letter that no other menu of the bar uses. It has two cases or is a digit:
+/// kana and ideographs are on no key.
 QString withMnemonic(QString caption, const QMenuBar &bar)
 {
     QString taken;
@@ -35,7 +36,8 @@ QString withMnemonic(QString caption, const QMenuBar &bar)
             taken += menu->text().at(mark + 1);
     }
     const auto free = std::find_if(caption.cbegin(), caption.cend(), [&](QChar letter) {
-        return letter.isLetterOrNumber() && !taken.contains(letter, Qt::CaseInsensitive);
+        const bool isOnKey = letter.toUpper() != letter.toLower() || letter.isDigit();
+        return isOnKey && !taken.contains(letter, Qt::CaseInsensitive);
     });
     if (free != caption.cend())
         caption.insert(static_cast<int>(free - caption.cbegin()), QLatin1Char('&'));
@@ -84,11 +86,15 @@ HostWindow::HostWindow(const std::vector<LoadedPlugin> &plugins)
     addFileMenu();
     QToolBar *toolBar = addToolBar(tr("Tools"));
     toolBar->setAccessibleName(tr("Tools"));
+    // The button of a tool bar that is too narrow for its tools.
+    if (auto *extension = toolBar->findChild<QWidget *>(QStringLiteral("qt_toolbar_ext_button")))
+        extension->setAccessibleName(tr("More tools"));
     toolBar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     addHelpMenu();
     for (const LoadedPlugin &plugin : plugins_)
         addTool(plugin, *toolBar);
     statusBar()->setAccessibleName(tr("Status"));
+    connect(statusBar(), &QStatusBar::messageChanged, statusBar(), &QWidget::setAccessibleDescription);
     resize(comfortableSize.boundedTo(screen()->availableSize() - frameRoom));
 }
 
@@ -99,7 +105,9 @@ HostWindow::~HostWindow()
 
 void HostWindow::addFileMenu()
 {
+    menuBar()->setAccessibleName(tr("Menus"));
     QMenu *menu = menuBar()->addMenu(tr("&File"));
+    nameByTitle(*menu);
     closeAction_ = menu->addAction(tr("&Close Tool"), this, &HostWindow::closeTool,
                                    QKeySequence(QStringLiteral("Ctrl+W")));
     closeAction_->setEnabled(false);
@@ -109,6 +117,7 @@ void HostWindow::addFileMenu()
 void HostWindow::addHelpMenu()
 {
     helpMenu_ = menuBar()->addMenu(tr("&Help"));
+    nameByTitle(*helpMenu_);
     helpMenu_->addAction(tr("&About"), this, &HostWindow::showAbout, QKeySequence(Qt::Key_F1));
 }
 
@@ -137,6 +146,7 @@ QMenu *HostWindow::groupMenu(const QString &group)
 QMenu *HostWindow::addMenu(const QString &name)
 {
     auto *menu = new QMenu(withMnemonic(asCaption(name), *menuBar()), this);
+    nameByTitle(*menu);
     menuBar()->insertMenu(helpMenu_->menuAction(), menu);
     return menu;
 }

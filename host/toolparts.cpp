@@ -9,6 +9,8 @@
 #include <QLineEdit>
 #include <QTabWidget>
 
+#include "captions.h"
+
 namespace {
 
 /// All widgets of a class in the tool, the tool itself first if it is one.
@@ -49,12 +51,6 @@ QString rowText(const QAbstractItemModel &model, int row, const QModelIndex &par
         cells += model.index(row, column, parent).data().toString();
     QString text = cells.join(QLatin1Char('\t'));
     return text.replace(QLatin1Char('\n'), QLatin1Char(' ')).replace(QLatin1Char('\r'), QLatin1Char(' '));
-}
-
-QString withoutMarks(QString caption)
-{
-    caption.replace(QLatin1String("&&"), QLatin1String("\n")).remove(QLatin1Char('&'));
-    return caption.replace(QLatin1Char('\n'), QLatin1Char('&'));
 }
 
 /// In the context of the first of the widget's classes that has a translation, or the text itself.

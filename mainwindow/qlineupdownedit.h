@@ -3,6 +3,9 @@
 #include <QLineEdit>
 #include <QStringList>
 
+#include "accessfactory.h"
+#include "commandlineaccess.h"
+
 /// Command line that remembers what was entered and recalls it with the Up and Down keys.
 class QLineUpDownEdit : public QLineEdit
 {
@@ -26,4 +29,5 @@ private:
 
     QList<QString> history;
     int historyIndex = 0; ///< index of the line that was recalled last
+    AccessFactory<commandLineAccess> accessFactory;
 };

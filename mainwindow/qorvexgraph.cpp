@@ -17,8 +17,10 @@
 qorvexgraph::qorvexgraph()
 {
     quarantineDamagedFile(settings);
+    setAccessibleName(tr("Padscope"));
     buildTabs();
     commandLine = new QLineUpDownEdit;
+    commandLine->setAccessibleName(tr("Command"));
     loadHistory(*commandLine, settings);
     connect(commandLine, SIGNAL(returnPressed()), this, SLOT(TypedCommand()));
     arrangeWidgets();
@@ -35,10 +37,17 @@ qorvexgraph::~qorvexgraph()
 void qorvexgraph::buildTabs()
 {
     tabs = new QTabWidget;
+    tabs->setAccessibleName(tr("Views"));
     barGraphView = new bargraph(this);
-    tabs->addTab(barGraphView, tr("Bar Graph"));
+    addTab(barGraphView, tr("Bar Graph"));
     monitorView = new monitor(this);
-    tabs->addTab(monitorView, tr("Monitor"));
+    addTab(monitorView, tr("Monitor"));
+}
+
+void qorvexgraph::addTab(QWidget *view, const QString &caption)
+{
+    view->setAccessibleName(caption);
+    tabs->addTab(view, caption);
 }
 
 void qorvexgraph::arrangeWidgets()

@@ -71,6 +71,7 @@ protected:
 
 private:
     void buildTabs();
+    void addTab(QWidget *view, const QString &caption);
     void arrangeWidgets();
     void attach();
     void attachLater();

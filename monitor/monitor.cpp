@@ -10,6 +10,7 @@
 #include <QStandardItemModel>
 
 #include "boundedtext.h"
+#include "rowannouncer.h"
 #include "rowdelegate.h"
 #include "rowview.h"
 #include "steadylayout.h"
@@ -105,9 +106,13 @@ void monitor::addRows()
     model = new QStandardItemModel(0, 1, this);
     model->setHeaderData(0, Qt::Horizontal, tr("Data"), Qt::EditRole);
     treeView->setModel(model);
+    treeView->setAccessibleName(tr("Rows"));
     column->addWidget(treeView);
     lastRowLabel = newLastRowLabel();
     pacer->addWidget(lastRowLabel);
+    // With a name of its own the label does not announce each of its texts.
+    lastRowLabel->setAccessibleName(tr("Newest row"));
+    announcer = new RowAnnouncer(lastRowLabel);
     column->addWidget(lastRowLabel);
 }
 
@@ -128,17 +133,22 @@ void monitor::addThresholdControl(QHBoxLayout *bar)
     slider->setObjectName(QLatin1String("displayThresholdSlider"));
     slider->setRange(0, 1000);
     slider->setValue(displayThreshold);
+    slider->setAccessibleName(tr("Fast Computer") + QLatin1String(" - ") + tr("Slow Computer"));
+    slider->setAccessibleDescription(tr("Milliseconds between two reports"));
     bar->addWidget(slider);
     bar->addWidget(new QLabel(tr("Slow Computer")));
 }
 
 void monitor::addFontControls(QHBoxLayout *bar)
 {
-    bar->addWidget(newFontLabel());
+    QLabel *fontLabel = newFontLabel();
+    bar->addWidget(fontLabel);
     auto *fontBox = newFontBox();
+    fontLabel->setBuddy(fontBox);
     connect(fontBox, SIGNAL(currentFontChanged(QFont)), this, SLOT(OnChangedFont(QFont)));
     bar->addWidget(fontBox);
     auto *sizeBox = newSizeBox();
+    sizeBox->setAccessibleDescription(tr("Font size"));
     connect(sizeBox, SIGNAL(currentIndexChanged(QString)), this, SLOT(OnChangedFontSize(QString)));
     bar->addWidget(sizeBox);
     applyStoredFont(fontBox, sizeBox);

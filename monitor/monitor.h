@@ -5,7 +5,9 @@
 #include <QString>
 #include <QTimer>
 
+#include "accessfactory.h"
 #include "qorvexwidget.h"
+#include "rowaccess.h"
 
 namespace reports {
 struct Row;
@@ -19,6 +21,7 @@ class QHBoxLayout;
 class QLabel;
 class QStandardItemModel;
 class QTreeView;
+class RowAnnouncer;
 class SteadyLayout;
 
 /// The "Monitor" tab: every packet becomes one or more rows of text, which can also go to a daily log file.
@@ -82,6 +85,8 @@ private:
     bool logEnabled = false;
     SteadyLayout *column = nullptr; ///< layout of the whole tab
     FramePacer *pacer = nullptr;    ///< coalesces the repaints that rows request
+    RowAnnouncer *announcer = nullptr;
+    AccessFactory<rowAccess> accessFactory;
 
     friend struct Inspect;
 };

@@ -7,6 +7,7 @@
 #include "decoding.h"
 #include "framepacer.h"
 #include "monitor.h"
+#include "rowannouncer.h"
 #include "rowdelegate.h"
 #include "steadylayout.h"
 
@@ -45,6 +46,7 @@ void monitor::showLastRow(const QString &text)
                       RowDelegate::isPlain(shownPart(lastRowLabel->text())));
     const UpdateBlocker blocker(*pacer);
     lastRowLabel->setText(text);
+    announcer->textChanged();
     column->setSteady(false);
 }
 

@@ -2,6 +2,17 @@
 <!DOCTYPE TS>
 <TS version="2.1" sourcelanguage="en">
 <context>
+    <name>QLineUpDownEdit</name>
+    <message>
+        <source>Send</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Sends the command to the first board</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>TendroPadscope</name>
     <message>
         <source>TendroPadscope</source>
@@ -55,6 +66,43 @@
         <source>Min: %1 Max: %2 Delta: %3</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Signals</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Milliseconds between two reports</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Frequency</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>X fine</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Y fine</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>X coarse</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Y coarse</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Voltage</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>0, 60 and 120 degrees: %1, %2, %3. Magnitude: %4. Angle: %5.</source>
+        <extracomment>The components of a signal at these three angles, and its vector as it is painted.</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>monitor</name>
@@ -86,6 +134,22 @@
         <source>Slow Computer</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Rows</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Newest row</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Milliseconds between two reports</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Font size</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>qorvexgraph</name>
@@ -115,6 +179,18 @@
     </message>
     <message>
         <source>Monitor</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Command</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Padscope</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Views</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -2,6 +2,17 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de_DE" sourcelanguage="en">
 <context>
+    <name>QLineUpDownEdit</name>
+    <message>
+        <source>Send</source>
+        <translation>Senden</translation>
+    </message>
+    <message>
+        <source>Sends the command to the first board</source>
+        <translation>Sendet den Befehl an das erste Board</translation>
+    </message>
+</context>
+<context>
     <name>TendroPadscope</name>
     <message>
         <source>TendroPadscope</source>
@@ -56,6 +67,43 @@
         <source>Min: %1 Max: %2 Delta: %3</source>
         <translation>Min.: %1 Max.: %2 Delta: %3</translation>
     </message>
+    <message>
+        <source>Signals</source>
+        <translation>Signale</translation>
+    </message>
+    <message>
+        <source>Milliseconds between two reports</source>
+        <translation>Millisekunden zwischen zwei Berichten</translation>
+    </message>
+    <message>
+        <source>Frequency</source>
+        <translation>Frequenz</translation>
+    </message>
+    <message>
+        <source>X fine</source>
+        <translation>X fein</translation>
+    </message>
+    <message>
+        <source>Y fine</source>
+        <translation>Y fein</translation>
+    </message>
+    <message>
+        <source>X coarse</source>
+        <translation>X grob</translation>
+    </message>
+    <message>
+        <source>Y coarse</source>
+        <translation>Y grob</translation>
+    </message>
+    <message>
+        <source>Voltage</source>
+        <translation>Spannung</translation>
+    </message>
+    <message>
+        <source>0, 60 and 120 degrees: %1, %2, %3. Magnitude: %4. Angle: %5.</source>
+        <extracomment>The components of a signal at these three angles, and its vector as it is painted.</extracomment>
+        <translation>0, 60 und 120 Grad: %1, %2, %3. Betrag: %4. Winkel: %5.</translation>
+    </message>
 </context>
 <context>
     <name>monitor</name>
@@ -86,6 +134,22 @@
     <message>
         <source>Slow Computer</source>
         <translation>Langsamer Rechner</translation>
+    </message>
+    <message>
+        <source>Rows</source>
+        <translation>Zeilen</translation>
+    </message>
+    <message>
+        <source>Newest row</source>
+        <translation>Neueste Zeile</translation>
+    </message>
+    <message>
+        <source>Milliseconds between two reports</source>
+        <translation>Millisekunden zwischen zwei Berichten</translation>
+    </message>
+    <message>
+        <source>Font size</source>
+        <translation>Schriftgröße</translation>
     </message>
 </context>
 <context>
@@ -118,6 +182,18 @@
     <message>
         <source>Monitor</source>
         <translation>Monitor</translation>
+    </message>
+    <message>
+        <source>Command</source>
+        <translation>Befehl</translation>
+    </message>
+    <message>
+        <source>Padscope</source>
+        <translation>Padscope</translation>
+    </message>
+    <message>
+        <source>Views</source>
+        <translation>Ansichten</translation>
     </message>
 </context>
 </TS>

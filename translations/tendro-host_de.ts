@@ -159,6 +159,14 @@
         <source>About</source>
         <translation>Über</translation>
     </message>
+    <message>
+        <source>Menus</source>
+        <translation>Menüs</translation>
+    </message>
+    <message>
+        <source>More tools</source>
+        <translation>Weitere Werkzeuge</translation>
+    </message>
 </context>
 <context>
     <name>Replay</name>

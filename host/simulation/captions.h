@@ -1,9 +1,23 @@
 #pragma once
 
+#include <QMenu>
 #include <QString>
 
 /// The text as a caption of a menu or an action, in which an ampersand alone would mark a letter.
 inline QString asCaption(QString text)
 {
     return text.replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+/// The caption without mnemonics.
+inline QString withoutMarks(QString caption)
+{
+    caption.replace(QLatin1String("&&"), QLatin1String("\n")).remove(QLatin1Char('&'));
+    return caption.replace(QLatin1Char('\n'), QLatin1Char('&'));
+}
+
+/// Names the menu by its title for screen readers, which otherwise name only what opens it.
+inline void nameByTitle(QMenu &menu)
+{
+    menu.setAccessibleName(withoutMarks(menu.title()));
 }

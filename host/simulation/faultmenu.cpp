@@ -8,6 +8,7 @@ FaultMenu::FaultMenu(const Simulation &simulation, QWidget *parent)
     : QMenu(tr("&Fault"), parent)
     , simulation_(simulation)
 {
+    nameByTitle(*this);
     setToolTipsVisible(true);
     const QStringList faults = simulation_.faults();
     for (const QString &fault : faults)

@@ -69,8 +69,9 @@ ReplayBar::ReplayBar(QWidget *parent)
     setMovable(false);
     setAccessibleName(tr("Replay"));
     slider_->setAccessibleName(tr("Position of the replay"));
-    time_->setAccessibleName(tr("Time of the replay"));
-    state_->setAccessibleName(tr("Rate and state of the replay"));
+    // Their names are what they show.
+    time_->setAccessibleDescription(tr("Time of the replay"));
+    state_->setAccessibleDescription(tr("Rate and state of the replay"));
     time_->setMargin(4);
     state_->setMargin(4);
     // A drag seeks when it ends, since each seek sends from its place on.

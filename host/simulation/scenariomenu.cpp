@@ -90,6 +90,7 @@ void ScenarioMenu::markCurrent()
 {
     const QString current = simulation_.currentScenario();
     setTitle(tr("&Scenario: %1").arg(asCaption(fileNameOf(current))));
+    nameByTitle(*this);
     actionOf(current)->setChecked(true);
 }
 

@@ -174,13 +174,7 @@ void BoardHistory::put(std::size_t origin, std::size_t position, Boards now)
         return;
     tooMany = tooMany || now.size() > maxBoards;
     const std::size_t from = std::max(settledOrigin == origin ? position : origin, last.from);
-    // Most of them are the same, and are not looked for.
-    const auto first = std::mismatch(last.boards.begin(), last.boards.end(), now.begin(), now.end()).first;
-    const auto end =
-        std::mismatch(last.boards.rbegin(), std::make_reverse_iterator(first), now.rbegin(), now.rend())
-            .first.base();
-    for (auto place = first; place != end; ++place) {
-        const ReplayBoard *board = *place;
+    for (const ReplayBoard *board : last.boards) {
         if (findId(now, board->id) != now.end())
             continue;
         const auto report = lastReports.find(board->id);
@@ -219,7 +213,7 @@ void BoardHistory::finish()
 {
     const auto isEmpty = [](const Departure &gone) { return gone.until <= gone.from; };
     departures.erase(std::remove_if(departures.begin(), departures.end(), isEmpty), departures.end());
-    findOpenDepartures();
+    tooMany = tooMany || hasTooManyDepartures();
     for (const Departure &gone : departures)
         changes.push_back(gone.until);
     for (const List &list : lists)
@@ -227,43 +221,32 @@ void BoardHistory::finish()
     std::sort(changes.begin(), changes.end());
 }
 
-/// So that no place is far from one where it is known which are open.
-void BoardHistory::findOpenDepartures()
+bool BoardHistory::hasTooManyDepartures() const
 {
-    std::vector<std::size_t> open;
-    for (std::size_t i = 0; i < departures.size() && !tooMany; ++i) {
-        const auto isOver = [&](std::size_t one) { return departures[one].until <= departures[i].from; };
-        open.erase(std::remove_if(open.begin(), open.end(), isOver), open.end());
-        if (i % departuresPerBlock == 0)
-            openDepartures.push_back(open);
-        open.push_back(i);
-        tooMany = open.size() > maxBoards;
+    std::vector<std::size_t> ends; // of those that are open
+    for (const Departure &gone : departures) {
+        const auto isOver = [&gone](std::size_t until) { return until <= gone.from; };
+        ends.erase(std::remove_if(ends.begin(), ends.end(), isOver), ends.end());
+        ends.push_back(gone.until);
+        if (ends.size() > maxBoards)
+            return true;
     }
+    return false;
 }
 
 std::vector<BoardHistory::Present> BoardHistory::at(std::size_t position) const
 {
-    const auto isBehind = [](std::size_t wanted, const auto &one) { return wanted < one.from; };
+    const auto isBehind = [](std::size_t wanted, const List &list) { return wanted < list.from; };
     const auto list = std::upper_bound(lists.begin(), lists.end(), position, isBehind) - 1;
     std::vector<Present> present;
-    std::unordered_set<std::int32_t> ids;
-    for (const ReplayBoard *board : list->boards) {
+    for (const ReplayBoard *board : list->boards)
         present.push_back({board, true});
-        ids.insert(board->id);
+    for (auto gone = departures.rbegin(); gone != departures.rend(); ++gone) {
+        const auto isIt = [&gone](const Present &one) { return one.board->id == gone->board->id; };
+        const bool isOpen = gone->from <= position && position < gone->until;
+        if (isOpen && std::none_of(present.begin(), present.end(), isIt))
+            present.push_back({gone->board, false});
     }
-    const auto add = [&](const Departure &gone) {
-        if (position < gone.until && ids.insert(gone.board->id).second)
-            present.push_back({gone.board, false});
-    };
-    const auto behind = std::upper_bound(departures.begin(), departures.end(), position, isBehind);
-    auto index = static_cast<std::size_t>(behind - departures.begin());
-    if (index == 0)
-        return present;
-    const std::size_t block = (index - 1) / departuresPerBlock;
-    while (index > block * departuresPerBlock)
-        add(departures[--index]);
-    const std::vector<std::size_t> &open = openDepartures[block];
-    std::for_each(open.rbegin(), open.rend(), [&](std::size_t one) { add(departures[one]); });
     return present;
 }
 

@@ -5,7 +5,6 @@
 #include <map>
 #include <string>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 #include "recordreader.h"
@@ -55,7 +54,6 @@ public:
 
 private:
     using Boards = std::vector<const ReplayBoard *>;
-    static constexpr std::size_t departuresPerBlock = 256;
 
     struct List
     {
@@ -90,14 +88,12 @@ private:
     void put(std::size_t origin, std::size_t position, Boards boards);
     void addFromStart(std::int32_t id);
     const ReplayBoard *known(std::int32_t id, const std::string &record);
-    void findOpenDepartures();
+    bool hasTooManyDepartures() const;
 
     std::deque<ReplayBoard> boards; ///< each with each of its records
     std::map<std::pair<std::int32_t, std::string>, const ReplayBoard *> byRecord;
-    std::vector<List> lists;           ///< in the order of `from`, of which the first is 0
-    std::vector<Departure> departures; ///< in the order of `from`
-    /// Indexes of those that are not over, before each block of departures.
-    std::vector<std::vector<std::size_t>> openDepartures;
+    std::vector<List> lists;            ///< in the order of `from`, of which the first is 0
+    std::vector<Departure> departures;  ///< in the order of `from`
     std::vector<std::size_t> changes{}; ///< positions at which something changes, in order
     std::unordered_map<std::int32_t, std::size_t> lastDepartures; ///< indexes, by id
     std::unordered_map<std::int32_t, std::size_t> lastReports;

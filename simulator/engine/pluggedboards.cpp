@@ -1,7 +1,7 @@
 #include "pluggedboards.h"
 
 #include <algorithm>
-#include <map>
+#include <iterator>
 
 void PluggedBoards::use(const Scenario &scenario)
 {
@@ -69,26 +69,22 @@ bool PluggedBoards::setRate(int id, int perSecond)
 
 std::vector<PluggedBoards::Socket> PluggedBoards::arrange(const std::vector<BoardHistory::Present> &present)
 {
-    std::multimap<int, Socket> before; // of equal ids, the first comes first
-    for (std::vector<Socket> *list : {&sockets, &gone}) {
-        for (Socket &socket : *list)
-            before.emplace(socket.plan.id, std::move(socket));
-        list->clear();
-    }
+    std::vector<Socket> before = std::move(sockets);
+    std::move(gone.begin(), gone.end(), std::back_inserter(before));
+    sockets.clear();
+    gone.clear();
     for (const BoardHistory::Present &one : present) {
-        const auto match = before.lower_bound(one.board->id);
+        const auto isIt = [&one](const Socket &socket) { return socket.plan.id == one.board->id; };
+        const auto match = std::find_if(before.begin(), before.end(), isIt);
         Socket socket{{one.board->id, 0}, nullptr};
-        if (match != before.end() && match->first == one.board->id) {
-            socket = std::move(match->second);
+        if (match != before.end()) {
+            socket = std::move(*match);
             before.erase(match);
         }
         socket.record = one.board->record;
         (one.isListed ? sockets : gone).push_back(std::move(socket));
     }
-    std::vector<Socket> leaving;
-    for (auto &[id, socket] : before)
-        leaving.push_back(std::move(socket));
-    return leaving;
+    return before;
 }
 
 std::vector<std::shared_ptr<Board>> PluggedBoards::attached() const

@@ -1,3 +1,5 @@
+#include <QRandomGenerator>
+
 #include "capture/blocks.h"
 #include "recordreader.h"
 #include "support/tests.h"
@@ -21,6 +23,30 @@ const QByteArray header = QByteArray::fromHex("5044"     // "PD"
                                               "11000000"
                                               "03000000");
 
+/// Byte by byte.
+template <typename Integer>
+Integer plainIntegerAt(const QByteArray &bytes, int index, capture::ByteOrder order)
+{
+    constexpr int size = sizeof(Integer);
+    quint64 value = 0;
+    for (int i = 0; i < size; ++i) {
+        const int at = index + (order == capture::ByteOrder::Little ? i : size - 1 - i);
+        if (at < bytes.size())
+            value |= quint64{static_cast<uchar>(bytes[at])} << (8 * i);
+    }
+    return static_cast<Integer>(value);
+}
+
+template <typename... Integers>
+bool areEqual(const QByteArray &bytes, int index, capture::ByteOrder order)
+{
+    const capture::ByteView view{reinterpret_cast<const unsigned char *>(bytes.constData()),
+                                 static_cast<std::size_t>(bytes.size())};
+    return ((capture::integerAt<Integers>(view, static_cast<std::size_t>(index), order) ==
+             plainIntegerAt<Integers>(bytes, index, order)) &&
+            ...);
+}
+
 } // namespace
 
 class RecordTests : public QObject
@@ -28,6 +54,7 @@ class RecordTests : public QObject
     Q_OBJECT
 
 private slots:
+    void integersAreThoseOfTheirBytes();
     void aHeaderIsFortyBytes();
     void namesOfKinds();
     void readsRecords();
@@ -36,6 +63,25 @@ private slots:
     void passesOtherLinkTypesBy();
     void passesALaterVersionBy();
 };
+
+void RecordTests::integersAreThoseOfTheirBytes()
+{
+    QCOMPARE(capture::integerAt<quint32>(capture::viewOf("\x01\x02\x03"), 1), 0x0302u);
+    QCOMPARE(capture::integerAt<quint32>(capture::viewOf("\x01\x02\x03"), 1, capture::ByteOrder::Big),
+             0x02030000u);
+    QRandomGenerator random(20);
+    for (int round = 0; round < 2000; ++round) {
+        QByteArray bytes(random.bounded(20), 0);
+        for (char &byte : bytes)
+            byte = static_cast<char>(random.bounded(256));
+        const int index = random.bounded(24);
+        for (const auto order : {capture::ByteOrder::Little, capture::ByteOrder::Big}) {
+            const bool same = areEqual<quint8, qint8, quint16, qint16, quint32, qint32, quint64, qint64>(
+                bytes, index, order);
+            QVERIFY2(same, bytes.toHex() + " at " + QByteArray::number(index));
+        }
+    }
+}
 
 void RecordTests::aHeaderIsFortyBytes()
 {

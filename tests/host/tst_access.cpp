@@ -5,6 +5,7 @@
 #include <QToolBar>
 
 #include "host/examplehost.h"
+#include "support/accesstree.h"
 #include "support/tests.h"
 
 /// The host by keyboard, by screen reader and in the user's colours.
@@ -21,6 +22,8 @@ private slots:
     void closesByKey();
     void showsAboutByKey();
     void namesItsParts();
+    void leavesNothingNameless();
+    void tellsMessages();
     void followsThePalette_data();
     void followsThePalette();
 
@@ -91,6 +94,28 @@ void AccessTest::namesItsParts()
                           static_cast<QWidget *>(window().statusBar())})
         names += QAccessible::queryAccessibleInterface(part)->text(QAccessible::Name);
     QCOMPARE(names, QStringList({"Tendro Host", "Tools", "Second caption", "Work area", "Status"}));
+}
+
+void AccessTest::leavesNothingNameless()
+{
+    QCOMPARE(namelessIn(accessOf(&window())), QStringList());
+    QStringList menus;
+    const QList<QAction *> openers = window().menuBar()->actions();
+    for (const QAction *opener : openers)
+        menus += described(*accessOf(opener->menu()));
+    QCOMPARE(menus,
+             QStringList({"PopupMenu: File", "PopupMenu: Basic", "PopupMenu: Advanced", "PopupMenu: Help"}));
+    QCOMPARE(described(*accessOf(window().menuBar())), QString("MenuBar: Menus"));
+    QCOMPARE(described(*accessOf(window().findChild<QWidget *>("qt_toolbar_ext_button"))),
+             QString("CheckBox: More tools"));
+}
+
+void AccessTest::tellsMessages()
+{
+    window().statusBar()->showMessage("told");
+    QCOMPARE(described(*accessOf(window().statusBar())), QString("StatusBar: Status: : told"));
+    window().statusBar()->clearMessage();
+    QCOMPARE(described(*accessOf(window().statusBar())), QString("StatusBar: Status"));
 }
 
 void AccessTest::followsThePalette_data()

@@ -14,6 +14,7 @@
 #include "replaybar.h"
 #include "replaymenu.h"
 #include "simulator/simulatedlibrary.h"
+#include "support/accesstree.h"
 #include "support/tests.h"
 #include "tools/decoding/examplecapture.h"
 
@@ -27,6 +28,7 @@ private slots:
     void init();
     void cleanup();
     void isThereDuringAReplay();
+    void isReadAloud();
     void namesKeys();
     void steps();
     void pauses();
@@ -107,6 +109,18 @@ void ReplayMenuTest::isThereDuringAReplay()
     emit boards_->scenarioChanged();
     QVERIFY(menuAction().isVisible());
     QVERIFY(bar().isVisible());
+}
+
+void ReplayMenuTest::isReadAloud()
+{
+    QCOMPARE(namelessIn(accessOf(&window())), QStringList());
+    QStringList parts;
+    for (const QAccessibleInterface *part : accessTree(accessOf(&bar())))
+        parts += described(*part);
+    parts.removeAll("CheckBox"); // is shown for tools only
+    QCOMPARE(parts, QStringList({"ToolBar: Replay", "Slider: Position of the replay: 0",
+                                 "StaticText: 0:00.000 / 0:00.400: : Time of the replay",
+                                 "StaticText: 1x, paused: : Rate and state of the replay"}));
 }
 
 void ReplayMenuTest::namesKeys()

@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QPluginLoader>
 
+#include "support/accesstree.h"
 #include "support/observedcalls.h"
 #include "support/tests.h"
 #include "tendroplugininterface.h"
@@ -17,6 +18,7 @@ private slots:
     void init();
     void cleanup();
     void afterUse();
+    void afterAScreenReaderHasReadIt();
     void whileAnAttachIsDeferred();
 
 private:
@@ -43,6 +45,9 @@ void UnloadingTests::cleanup()
     QVERIFY(loader->unload());
     QVERIFY(!dlopen(PADSCOPE_PLUGIN_FILE, RTLD_NOW | RTLD_NOLOAD));
     QVERIFY(!QFile::exists(icon));
+    // Asks every factory of accessible objects that is left.
+    QLabel label("text");
+    QCOMPARE(described(*accessOf(&label)), QString("StaticText: text"));
     // Longer than a deferred attach would wait.
     QTest::qWait(20);
 }
@@ -52,6 +57,13 @@ void UnloadingTests::afterUse()
     QCOMPARE(plugin->action()->text(), QString("Padscope"));
     plugin->widget()->show();
     QCoreApplication::processEvents();
+}
+
+void UnloadingTests::afterAScreenReaderHasReadIt()
+{
+    QCOMPARE(namelessIn(accessOf(plugin->widget())), QStringList());
+    for (const QAccessibleInterface *object : accessTree(accessOf(plugin->widget())))
+        QVERIFY(object->isValid());
 }
 
 void UnloadingTests::whileAnAttachIsDeferred()

@@ -9,10 +9,19 @@ namespace decoding {
 
 namespace {
 
-std::string kindNameOf(const capture::Record &record)
+/// Adds one without making a text of the name each time.
+void count(SessionOverview::Counts &counts, std::string_view name)
 {
-    const char *name = nameOf(record.header.kindOf());
-    return name ? name : "kind " + std::to_string(record.header.kind);
+    const auto found = counts.find(name);
+    ++(found == counts.end() ? counts[std::string(name)] : found->second);
+}
+
+void countKind(SessionOverview &session, const capture::Header &header)
+{
+    if (const char *name = nameOf(header.kindOf()))
+        count(session.kinds, name);
+    else
+        count(session.kinds, "kind " + std::to_string(header.kind));
 }
 
 std::optional<std::int32_t> boardIdOf(const capture::Record &record)
@@ -26,7 +35,7 @@ void followReport(SessionOverview &session, const capture::Record &record)
     if (board.reports++ == 0)
         board.firstNs = record.timeNs;
     board.lastNs = record.timeNs;
-    ++board.types[std::string(reportTypeOf(record))];
+    count(board.types, reportTypeOf(record));
 }
 
 void followCounts(SessionOverview &session, const std::vector<capture::BoardCounts> &boards)
@@ -128,7 +137,7 @@ void Overview::follow(const capture::Record &record)
     if (record.header.has(capture::Edited))
         ++session.edited;
     followSequence(session, record);
-    ++session.kinds[kindNameOf(record)];
+    countKind(session, record.header);
     switch (record.header.kindOf()) {
     case capture::Kind::Report:
         followThread(session, record);

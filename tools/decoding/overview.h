@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -14,13 +15,15 @@ namespace decoding {
 /// What one session of a capture has.
 struct SessionOverview
 {
+    using Counts = std::map<std::string, std::uint64_t, std::less<>>; ///< by name
+
     struct Board
     {
         std::uint64_t reports = 0;
         std::uint64_t firstNs = 0; ///< stamp of the first report
         std::uint64_t lastNs = 0;
-        std::uint64_t lost = 0;                     ///< reports, as the last status or the end tells
-        std::map<std::string, std::uint64_t> types; ///< reports by the name of their type
+        std::uint64_t lost = 0; ///< reports, as the last status or the end tells
+        Counts types;           ///< reports by the name of their type
     };
 
     struct Call
@@ -36,10 +39,10 @@ struct SessionOverview
     std::uint64_t lastNs = 0;
     std::uint64_t lost = 0;
     std::uint64_t nextSequence = 0;
-    std::uint64_t gaps = 0;                     ///< of the sequence: packets that were lost or taken out
-    std::map<std::string, std::uint64_t> kinds; ///< packets by the name of their kind
-    std::uint64_t cut = 0;                      ///< packets of which bytes are missing
-    std::uint64_t edited = 0;                   ///< packets that are not as they were recorded
+    std::uint64_t gaps = 0;   ///< of the sequence: packets that were lost or taken out
+    Counts kinds;             ///< packets by the name of their kind
+    std::uint64_t cut = 0;    ///< packets of which bytes are missing
+    std::uint64_t edited = 0; ///< packets that are not as they were recorded
     /// None is that of reports that tell no board.
     std::map<std::optional<std::int32_t>, Board> boards;
     std::optional<capture::End> end;

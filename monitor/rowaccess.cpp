@@ -1,0 +1,36 @@
+#include "rowaccess.h"
+
+#include <QAccessibleWidget>
+
+#include "boundedtext.h"
+
+namespace {
+
+/// Named by the row, if it has a text, and described by the name that the label was given.
+class LastRow : public QAccessibleWidget
+{
+public:
+    explicit LastRow(BoundedLabel *label)
+        : QAccessibleWidget(label, QAccessible::StaticText)
+    {
+    }
+
+    QString text(QAccessible::Text kind) const override
+    {
+        const auto *label = static_cast<const BoundedLabel *>(object());
+        if (!label || (kind != QAccessible::Name && kind != QAccessible::Description))
+            return {};
+        return kind == QAccessible::Name && !label->text().isEmpty() ? shownPart(label->text())
+                                                                     : label->accessibleName();
+    }
+};
+
+} // namespace
+
+QAccessibleInterface *rowAccess(const QString &className, QObject *object)
+{
+    if (className != QLatin1String("QLabel"))
+        return nullptr;
+    auto *label = dynamic_cast<BoundedLabel *>(object);
+    return label ? new LastRow(label) : nullptr;
+}
