@@ -25,10 +25,8 @@ class Desk:
         for preset in ("dev", "release"):
             (self.project / "build" / preset).symlink_to(build)
         self.write_commands(work / "commands")
-        manual = work / "man/man1"
-        manual.mkdir(parents=True)
-        for page in [*root.glob("tools/padscope/*.1"), *root.glob("host/*.1")]:
-            shutil.copy(page, manual)
+        self.install([*root.glob("tools/padscope/*.1"), *root.glob("host/*.1")], work / "man/man1")
+        self.install([root / "tools/dissector/padscope.lua"], self.home / ".local/lib/wireshark/plugins")
         programs = [work / "commands", build / "tools/padscope", build / "host"]
         self.environment = {
             **{name: value for name, value in os.environ.items()
@@ -42,6 +40,13 @@ class Desk:
         self.work = work
         # Of the command that ended last.
         self.output = self.errors = work / "none"
+
+    @staticmethod
+    def install(files: "list[pathlib.Path]", folder: pathlib.Path) -> None:
+        """As the packages do it elsewhere."""
+        folder.mkdir(parents=True)
+        for file in files:
+            shutil.copy(file, folder)
 
     @staticmethod
     def write_commands(folder: pathlib.Path) -> None:

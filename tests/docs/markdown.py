@@ -65,14 +65,25 @@ def prose(text: str) -> str:
     return "\n".join(line.text for line in lines(text) if line.block is None)
 
 
-def spans(text: str) -> Iterator[Span]:
-    """What stands in backticks in prose, on one line each."""
+def paragraphs(text: str) -> "Iterator[list[Line]]":
+    """Lines of prose that follow each other."""
+    paragraph: "list[Line]" = []
     for line in lines(text):
-        if line.block is None:
-            if line.text.count("`") % 2:
-                raise SystemExit(f"{line.text}: what is in backticks must end on its line")
-            for match in re.finditer(r"(`+)(.+?)\1", line.text):
-                yield Span(line.number, match[2].strip())
+        if line.block is None and paragraph and line.number == paragraph[-1].number + 1:
+            paragraph.append(line)
+        else:
+            yield paragraph
+            paragraph = [line] if line.block is None else []
+    yield paragraph
+
+
+def spans(text: str) -> Iterator[Span]:
+    """What stands in backticks in prose, with the line where it begins."""
+    for paragraph in paragraphs(text):
+        joined = "\n".join(line.text for line in paragraph)
+        for match in re.finditer(r"(`+)(.+?)\1", joined, re.S):
+            number = paragraph[0].number + joined.count("\n", 0, match.start())
+            yield Span(number, re.sub(r"\s*\n\s*", " ", match[2].strip()))
 
 
 def anchors(text: str) -> "set[str]":
