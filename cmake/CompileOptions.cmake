@@ -9,6 +9,9 @@ option(PADSCOPE_FUZZ "Build the fuzz targets as fuzzers, which takes clang" OFF)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+# No folder of the build in what is installed: builds in different folders give the same bytes.
+set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
+add_compile_options($<$<NOT:$<CONFIG:Debug>>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.>)
 
 add_library(padscope_options INTERFACE)
 target_compile_options(padscope_options INTERFACE

@@ -35,11 +35,13 @@ constexpr Amount reportsAtOnce(double usual)
 
 FaultEvents plugStorm(const Fault &, double, nanoseconds at, int)
 {
-    using What = LibraryEvent::What;
+    using Change = LibraryEvent::What;
     FaultEvents events;
     for (int i = 0; i < stormLength; ++i) {
         const bool comes = i / notificationsPerPlug % 2 == 0;
-        const What change = i % notificationsPerPlug != 0 ? What::Notify : comes ? What::Plug : What::Unplug;
+        const Change change = i % notificationsPerPlug != 0 ? Change::Notify
+                              : comes                       ? Change::Plug
+                                                            : Change::Unplug;
         events.ofLibrary.push_back({at + i * stormPeriod, change, stormBoard});
     }
     return events;

@@ -17,7 +17,7 @@ constexpr std::size_t windowPackets = 4096;
 constexpr std::size_t maxWindowPackets = 262'144;
 constexpr std::size_t windowGrowth = 8;
 constexpr std::size_t maxWindowBytes = 64 * 1024 * 1024;
-constexpr std::size_t maxEdits = 512;
+constexpr std::size_t maxEditsSearched = 512;
 /// With less in common, reports that repeat may hide that a long gap lies between the two.
 constexpr std::size_t minMatchesPerEdit = 3;
 /// Removed and added packets that are paired at a time; the time for it grows with the square.
@@ -181,8 +181,9 @@ bool Alignment::followPath(std::size_t size)
     const bool areWhole =
         a.hasEnded && b.hasEnded && a.packets.size() == lengthA && b.packets.size() == lengthB;
     const auto equal = [this](std::size_t indexA, std::size_t indexB) { return isEqualAt(indexA, indexB); };
-    const EditPath path = shortestPath(lengthA, lengthB, equal,
-                                       areWhole ? maxEdits : std::min(maxEdits, size / minMatchesPerEdit));
+    const EditPath path =
+        shortestPath(lengthA, lengthB, equal,
+                     areWhole ? maxEditsSearched : std::min(maxEditsSearched, size / minMatchesPerEdit));
     const bool isAll = areWhole && path.reachesGoal;
     if (!isAll && path.matches() < minMatchesPerEdit * path.edits)
         return false;
@@ -216,9 +217,9 @@ void Alignment::edit(std::size_t countA, std::size_t countB)
         countB -= partB;
     }
     const std::size_t left = countA + countB;
-    if (left > 0 && left <= maxEdits)
+    if (left > 0 && left <= maxEditsSearched)
         align({countA, countB, countA, countB}, 0);
-    for (std::size_t i = 0; left > maxEdits && i < left; ++i)
+    for (std::size_t i = 0; left > maxEditsSearched && i < left; ++i)
         take({countA > 0, countB > 0});
 }
 
