@@ -101,13 +101,17 @@ def ctest(project: Project, text: str) -> "list[str]":
 
 
 def script(project: Project, text: str) -> "list[str]":
-    """Options and words of a script stand in it outside of comments; capitals and numbers are the reader's."""
+    """Options and words of a script stand in it outside of comments, files are there; capitals and numbers are the
+    reader's.
+    """
     path, *words = text.split(" ")
     if not (project.root / path).is_file():
         return [path]
     code = re.sub(r"^\s*#.*", "", (project.root / path).read_text(), flags=re.M)
-    return [word for word in words if not re.fullmatch(r"\[?[A-Z0-9.]+\]?", word)
-            and not re.search(rf"(?<![\w-]){re.escape(word)}(?![\w-])", code)]
+    files = [re.sub(r"^build/\w+", str(project.build), word) for word in words if "/" in word]
+    return [file for file in files if not (project.root / file).exists()] + [
+        word for word in words if "/" not in word and not re.fullmatch(r"\[?[A-Z0-9.]+\]?", word)
+        and not re.search(rf"(?<![\w-]){re.escape(word)}(?![\w-])", code)]
 
 
 def torture(project: Project, text: str) -> "list[str]":
