@@ -196,6 +196,8 @@ void AccessLine::selects()
     QCOMPARE(text->cursorPosition(), 0);
     text->setCursorPosition(99);
     QCOMPARE(line.cursorPosition(), 6);
+    text->scrollToSubstring(0, 2);
+    QCOMPARE(line.cursorPosition(), 2);
     int first = -1;
     QCOMPARE(text->attributes(2, &first, &end), QString());
     QCOMPARE(first, 0);
