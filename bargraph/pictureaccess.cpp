@@ -23,7 +23,7 @@ public:
     }
 
     /// Null once the view is being destroyed.
-    bargraph *view() const { return object() ? qobject_cast<bargraph *>(object()->parent()) : nullptr; }
+    bargraph *view() const { return isValid() ? qobject_cast<bargraph *>(object()->parent()) : nullptr; }
 
     int childCount() const override { return bargraph::partCount; }
     QAccessibleInterface *child(int index) const override;

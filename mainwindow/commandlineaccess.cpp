@@ -50,7 +50,8 @@ public:
     void replaceText(int start, int end, const QString &text) override;
 
 private:
-    QLineUpDownEdit *line() const { return static_cast<QLineUpDownEdit *>(object()); }
+    /// Null once the command line is being destroyed.
+    QLineUpDownEdit *line() const { return isValid() ? static_cast<QLineUpDownEdit *>(object()) : nullptr; }
     /// A host may hide what is typed.
     QString shown() const { return line() ? line()->displayText() : QString(); }
     bool isEditable() const { return line() && line()->isEnabled() && !line()->isReadOnly(); }

@@ -17,9 +17,9 @@ public:
 
     QString text(QAccessible::Text kind) const override
     {
-        const auto *label = static_cast<const BoundedLabel *>(object());
-        if (!label || (kind != QAccessible::Name && kind != QAccessible::Description))
+        if (!isValid() || (kind != QAccessible::Name && kind != QAccessible::Description))
             return {};
+        const auto *label = static_cast<const BoundedLabel *>(object());
         return kind == QAccessible::Name && !label->text().isEmpty() ? shownPart(label->text())
                                                                      : label->accessibleName();
     }

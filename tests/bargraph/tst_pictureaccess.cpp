@@ -13,6 +13,7 @@ private slots:
     void parts();
     void isReadAnew();
     void isOneTextPerPart();
+    void textIsReadAndNothingElse();
     void liesWhereItIsPainted();
     void leavesOtherFramesAlone();
     void outlivesItsView();
@@ -102,6 +103,34 @@ void PictureAccess::isOneTextPerPart()
     QCOMPARE(text->text(3, 5), QString("60"));
     part->setText(QAccessible::Value, "changed");
     QCOMPARE(text->text(0, 1000), whole);
+}
+
+void PictureAccess::textIsReadAndNothingElse()
+{
+    BarView bars;
+    QAccessibleInterface *part = accessOf(bars.frame())->child(0);
+    QAccessibleTextInterface *text = part->textInterface();
+    QVERIFY(!part->editableTextInterface());
+    QVERIFY(part->state().readOnly);
+    text->setSelection(0, 1, 3);
+    text->addSelection(1, 3);
+    text->removeSelection(0);
+    text->setCursorPosition(5);
+    text->scrollToSubstring(0, 1);
+    int start = -1;
+    int end = -1;
+    text->selection(0, &start, &end);
+    QCOMPARE(end, 0);
+    QCOMPARE(text->selectionCount(), 0);
+    QCOMPARE(text->cursorPosition(), 0);
+    QCOMPARE(text->offsetAtPoint({0, 0}), 0);
+    QCOMPARE(text->characterRect(3), part->rect());
+    QCOMPARE(text->attributes(3, &start, &end), QString());
+    QCOMPARE(end, text->characterCount());
+    QCOMPARE(part->childCount(), 0);
+    QCOMPARE(part->child(0), nullptr);
+    QCOMPARE(part->childAt(0, 0), nullptr);
+    QCOMPARE(part->indexOfChild(part), -1);
 }
 
 void PictureAccess::liesWhereItIsPainted()

@@ -1,5 +1,6 @@
 #include <QElapsedTimer>
 
+#include "boundedtext.h"
 #include "monitor/monitortest.h"
 #include "support/accesstree.h"
 #include "support/listener.h"
@@ -12,6 +13,7 @@ class Announcements : public MonitorTest
 private slots:
     void nameIsTheNewestRow();
     void longRowIsReadAsShown();
+    void tellsNothingWhileTheLabelEnds();
     void newestRowOfASecondIsAnnounced();
     void aFloodIsAnnouncedOnceASecond();
     void nothingIsDoneWhileNobodyListens();
@@ -56,6 +58,24 @@ void Announcements::longRowIsReadAsShown()
 {
     add(QString(8193, 'x'));
     QCOMPARE(accessOf(lastRow)->text(QAccessible::Name), QString(8192, 'x') + QChar(0x2026));
+}
+
+void Announcements::tellsNothingWhileTheLabelEnds()
+{
+    auto label = std::make_unique<BoundedLabel>();
+    QAccessible::Id id = 0;
+    int asked = 0;
+    // Connected before Qt makes, and so called before Qt deletes the accessible object, at the same signal.
+    connect(label.get(), &QObject::destroyed, this, [&] {
+        const QAccessibleInterface *access = QAccessible::accessibleInterface(id);
+        QVERIFY(!access->isValid());
+        QCOMPARE(described(*access), QString("StaticText"));
+        ++asked;
+    });
+    label->setText("row");
+    id = QAccessible::uniqueId(accessOf(label.get()));
+    label.reset();
+    QCOMPARE(asked, 1);
 }
 
 void Announcements::newestRowOfASecondIsAnnounced()

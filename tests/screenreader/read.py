@@ -57,9 +57,12 @@ def until(condition, what):
     while time.monotonic() < end:
         while GLib.MainContext.default().iteration(False):
             pass
-        value = condition()
-        if value:
-            return value
+        try:
+            value = condition()
+            if value:
+                return value
+        except GLib.Error:
+            pass  # what was asked for is going or not yet there
         time.sleep(0.02)
     sys.exit(f"read.py: waited in vain: {what}")
 
@@ -70,6 +73,15 @@ def enable_accessibility():
     Gio.bus_get_sync(Gio.BusType.SESSION).call_sync(
         "org.a11y.Bus", "/org/a11y/bus", "org.freedesktop.DBus.Properties", "Set",
         GLib.Variant("(ssv)", status), None, 0, PATIENCE * 1000, None)
+
+
+def running_host():
+    for application in pyatspi.Registry.getDesktop(0):
+        if application:
+            application.clear_cache()  # an answer that came too early is kept
+            if application.name == "tendro-host" and application.childCount:
+                return application
+    return None
 
 
 def below(root):
@@ -206,10 +218,7 @@ def main(host, plugins, folder, language):
     environment = dict(os.environ, LC_ALL="en_US.UTF-8", LANGUAGE=words["code"])
     with subprocess.Popen([host, *arguments], env=environment) as process:
         try:
-            desktop = pyatspi.Registry.getDesktop(0)
-            application = until(
-                lambda: next((each for each in desktop if each and each.name == "tendro-host" and each.childCount),
-                             None), "the host on the bus")
+            application = until(running_host, "the host on the bus")
             drive(application, words, folder, language)
             process.send_signal(signal.SIGTERM)
             if process.wait(PATIENCE) != 0:
