@@ -34,7 +34,7 @@ QString bargraph::partText(int part) const
     const qint16 *c = &channelSignals[3 * part];
     const QPoint vector = geometry::vectorOf(c[0], c[1], c[2]);
     //: The components of a signal at these three angles, and its vector as it is painted.
-    return tr("0, 60 and 120 degrees: %1, %2, %3. Magnitude: %4. Angle: %5.")
+    return tr("0, 60 and 120 degrees: %1, %2, %3. Magnitude: %4. Angle: %5 of 8192.")
         .arg(c[0])
         .arg(c[1])
         .arg(c[2])

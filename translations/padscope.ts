@@ -99,7 +99,7 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>0, 60 and 120 degrees: %1, %2, %3. Magnitude: %4. Angle: %5.</source>
+        <source>0, 60 and 120 degrees: %1, %2, %3. Magnitude: %4. Angle: %5 of 8192.</source>
         <extracomment>The components of a signal at these three angles, and its vector as it is painted.</extracomment>
         <translation type="unfinished"></translation>
     </message>

@@ -100,9 +100,9 @@
         <translation>Spannung</translation>
     </message>
     <message>
-        <source>0, 60 and 120 degrees: %1, %2, %3. Magnitude: %4. Angle: %5.</source>
+        <source>0, 60 and 120 degrees: %1, %2, %3. Magnitude: %4. Angle: %5 of 8192.</source>
         <extracomment>The components of a signal at these three angles, and its vector as it is painted.</extracomment>
-        <translation>0, 60 und 120 Grad: %1, %2, %3. Betrag: %4. Winkel: %5.</translation>
+        <translation>0, 60 und 120 Grad: %1, %2, %3. Betrag: %4. Winkel: %5 von 8192.</translation>
     </message>
 </context>
 <context>

@@ -100,9 +100,9 @@
         <translation>Tensión</translation>
     </message>
     <message>
-        <source>0, 60 and 120 degrees: %1, %2, %3. Magnitude: %4. Angle: %5.</source>
+        <source>0, 60 and 120 degrees: %1, %2, %3. Magnitude: %4. Angle: %5 of 8192.</source>
         <extracomment>The components of a signal at these three angles, and its vector as it is painted.</extracomment>
-        <translation>0, 60 y 120 grados: %1, %2, %3. Módulo: %4. Ángulo: %5.</translation>
+        <translation>0, 60 y 120 grados: %1, %2, %3. Módulo: %4. Ángulo: %5 de 8192.</translation>
     </message>
 </context>
 <context>

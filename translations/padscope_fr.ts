@@ -100,9 +100,9 @@
         <translation>Tension</translation>
     </message>
     <message>
-        <source>0, 60 and 120 degrees: %1, %2, %3. Magnitude: %4. Angle: %5.</source>
+        <source>0, 60 and 120 degrees: %1, %2, %3. Magnitude: %4. Angle: %5 of 8192.</source>
         <extracomment>The components of a signal at these three angles, and its vector as it is painted.</extracomment>
-        <translation>0, 60 et 120 degrés&#xa0;: %1, %2, %3. Module&#xa0;: %4. Angle&#xa0;: %5.</translation>
+        <translation>0, 60 et 120 degrés&#xa0;: %1, %2, %3. Module&#xa0;: %4. Angle&#xa0;: %5 sur 8192.</translation>
     </message>
 </context>
 <context>

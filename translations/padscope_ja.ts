@@ -100,9 +100,9 @@
         <translation>電圧</translation>
     </message>
     <message>
-        <source>0, 60 and 120 degrees: %1, %2, %3. Magnitude: %4. Angle: %5.</source>
+        <source>0, 60 and 120 degrees: %1, %2, %3. Magnitude: %4. Angle: %5 of 8192.</source>
         <extracomment>The components of a signal at these three angles, and its vector as it is painted.</extracomment>
-        <translation>0、60、120 度: %1、%2、%3。大きさ: %4。角度: %5。</translation>
+        <translation>0、60、120 度: %1、%2、%3。大きさ: %4。角度: %5 (全周 8192)。</translation>
     </message>
 </context>
 <context>

@@ -40,20 +40,20 @@ void PictureAccess::parts_data()
     addColumns<QByteArray, QString>("reports", "parts");
     addRow<QByteArray, QString>("nothing yet", "",
                                 "Chart: Signals\n"
-                                "X fine: 0, 60 and 120 degrees: 0, 0, 0. Magnitude: 0. Angle: 0.\n"
-                                "Y fine: 0, 60 and 120 degrees: 0, 0, 0. Magnitude: 0. Angle: 0.\n"
-                                "X coarse: 0, 60 and 120 degrees: 0, 0, 0. Magnitude: 0. Angle: 0.\n"
-                                "Y coarse: 0, 60 and 120 degrees: 0, 0, 0. Magnitude: 0. Angle: 0.");
+                                "X fine: 0, 60 and 120 degrees: 0, 0, 0. Magnitude: 0. Angle: 0 of 8192.\n"
+                                "Y fine: 0, 60 and 120 degrees: 0, 0, 0. Magnitude: 0. Angle: 0 of 8192.\n"
+                                "X coarse: 0, 60 and 120 degrees: 0, 0, 0. Magnitude: 0. Angle: 0 of 8192.\n"
+                                "Y coarse: 0, 60 and 120 degrees: 0, 0, 0. Magnitude: 0. Angle: 0 of 8192.");
     // X fine points right, Y fine up, X coarse left, and Y coarse is too short for a needle.
     addRow<QByteArray, QString>(
         "vectors along the axes",
         "28 2f 01 f3f4f5f6f7 3412 7896 fc e803 0000 0000 0000 e803 e803 18fc 0000 0000 "
         "0900 0000 0000 1000 ff",
         "Chart: Signals\n"
-        "X fine: 0, 60 and 120 degrees: 1000, 0, 0. Magnitude: 1000. Angle: 0.\n"
-        "Y fine: 0, 60 and 120 degrees: 0, 1000, 1000. Magnitude: 1732. Angle: 2048.\n"
-        "X coarse: 0, 60 and 120 degrees: -1000, 0, 0. Magnitude: 1000. Angle: 4096.\n"
-        "Y coarse: 0, 60 and 120 degrees: 9, 0, 0. Magnitude: 9. Angle: 0.");
+        "X fine: 0, 60 and 120 degrees: 1000, 0, 0. Magnitude: 1000. Angle: 0 of 8192.\n"
+        "Y fine: 0, 60 and 120 degrees: 0, 1000, 1000. Magnitude: 1732. Angle: 2048 of 8192.\n"
+        "X coarse: 0, 60 and 120 degrees: -1000, 0, 0. Magnitude: 1000. Angle: 4096 of 8192.\n"
+        "Y coarse: 0, 60 and 120 degrees: 9, 0, 0. Magnitude: 9. Angle: 0 of 8192.");
     addRow<QByteArray, QString>("voltages", "34 77 0c fe 01; 34 77 0c 2c 01; 34 77 0c fe 01",
                                 "Chart: Signals\n"
                                 "Voltage: Raw: 510, Volts: 2.489, Min: 300 Max: 510 Delta: 210");
@@ -96,7 +96,7 @@ void PictureAccess::isOneTextPerPart()
     QCOMPARE(picture->indexOfChild(part), 2);
     QCOMPARE(picture->indexOfChild(picture), -1);
     QCOMPARE(part->parent(), picture);
-    const QString whole = "0, 60 and 120 degrees: 0, 0, 0. Magnitude: 0. Angle: 0.";
+    const QString whole = "0, 60 and 120 degrees: 0, 0, 0. Magnitude: 0. Angle: 0 of 8192.";
     QAccessibleTextInterface *text = part->textInterface();
     QCOMPARE(text->characterCount(), whole.size());
     QCOMPARE(text->text(0, -1), whole);

@@ -187,18 +187,18 @@ private:
 
     void writeBoardPictures(const SessionOverview &session)
     {
-        auto left = std::count_if(session.boards.begin(), session.boards.end(),
-                                  [](const auto &entry) { return entry.second.reports > 0; });
-        if (left == 0)
+        auto undrawn = std::count_if(session.boards.begin(), session.boards.end(),
+                                     [](const auto &entry) { return entry.second.reports > 0; });
+        if (undrawn == 0)
             writePictures({session.session, std::nullopt});
         for (const BoardKey &board : contents.survey.boards()) {
             if (board.session != session.session)
                 continue;
             writePictures(board);
-            --left;
+            --undrawn;
         }
-        if (left > 0)
-            html.paragraph(std::to_string(left) + " more boards are not drawn.");
+        if (undrawn > 0)
+            html.paragraph(std::to_string(undrawn) + " more boards are not drawn.");
     }
 
     void writePictures(const BoardKey &board)

@@ -28,7 +28,7 @@ bool isKept(std::uint16_t option)
 std::string keptOptions(ByteView options, ByteOrder order)
 {
     constexpr std::size_t optionHeader = 4;
-    std::string kept;
+    std::string all;
     while (options.size >= optionHeader) {
         const auto option = capture::integerAt<std::uint16_t>(options, 0, order);
         const std::size_t size =
@@ -36,10 +36,10 @@ std::string keptOptions(ByteView options, ByteOrder order)
         if (option == pcapng::EndOfOptions)
             break;
         if (isKept(option))
-            kept += options.first(size).text();
+            all += options.first(size).text();
         options = options.from(size);
     }
-    return kept.empty() ? kept : kept + std::string(optionHeader, '\0');
+    return all.empty() ? all : all + std::string(optionHeader, '\0');
 }
 
 } // namespace
