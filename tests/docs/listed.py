@@ -23,7 +23,6 @@ EXCEPTIONS = [
     Listed(r"\.ci/\w+ .*", "runs checks", options.script),
     Listed(r"\./run-fuzz .*", "fuzzes for as long as one likes", options.script),
     Listed(r"tests/mutations/\w+ .*", "runs tests for hours", options.script),
-    Listed(r"tests/screenreader/run .*", "runs a test", options.script),
     Listed(r"tests/soak/\w+ .*", "measures for minutes", options.script),
     Listed(r"build/asan/tests/torture/torture .*", "runs a test for minutes", options.torture),
 ]
