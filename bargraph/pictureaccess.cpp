@@ -3,6 +3,7 @@
 #include <QAccessibleWidget>
 #include <QFrame>
 
+#include "accesstext.h"
 #include "bargraph.h"
 
 namespace {
@@ -35,7 +36,7 @@ private:
 };
 
 /// One part of the picture: a text that can be read and not changed.
-class Part : public QAccessibleInterface, public QAccessibleTextInterface
+class Part : public QAccessibleInterface, public AccessText
 {
 public:
     Part(const Picture &pictureOfPart, int indexOfPart)

@@ -5,14 +5,13 @@
 #include <QKeyEvent>
 #include <QPointer>
 
+#include "accesstext.h"
 #include "qlineupdownedit.h"
 
 namespace {
 
 /// Qt's own object of a text field can't be derived from.
-class CommandLine : public QAccessibleWidget,
-                    public QAccessibleTextInterface,
-                    public QAccessibleEditableTextInterface
+class CommandLine : public QAccessibleWidget, public AccessText, public QAccessibleEditableTextInterface
 {
 public:
     explicit CommandLine(QLineUpDownEdit *edit)
