@@ -44,12 +44,13 @@ QString bargraph::partText(int part) const
 
 QRect bargraph::partRect(int part) const
 {
-    QRect area = paintingArea();
-    if (part != meterPart) {
-        area.setLeft(geometry::barGroup(area, part).left);
-        area.setWidth(2 * RADIUS);
-    }
-    return area;
+    const QRect area = paintingArea();
+    if (part == meterPart)
+        return area;
+    // Bars and dials have columns of their own, a few pixels apart.
+    const QRect bars(geometry::barGroup(area, part).left, area.top(), 2 * RADIUS, area.height());
+    const QRect dial(geometry::dial(area, part).left, area.top(), 2 * RADIUS, area.height());
+    return bars | dial;
 }
 
 QStringList bargraph::meterTexts(int raw) const

@@ -86,9 +86,7 @@ HostWindow::HostWindow(const std::vector<LoadedPlugin> &plugins)
     addFileMenu();
     QToolBar *toolBar = addToolBar(tr("Tools"));
     toolBar->setAccessibleName(tr("Tools"));
-    // The button of a tool bar that is too narrow for its tools.
-    if (auto *extension = toolBar->findChild<QWidget *>(QStringLiteral("qt_toolbar_ext_button")))
-        extension->setAccessibleName(tr("More tools"));
+    nameExtension(*toolBar, tr("More tools"));
     toolBar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     addHelpMenu();
     for (const LoadedPlugin &plugin : plugins_)

@@ -15,6 +15,13 @@ public:
     {
     }
 
+    QAccessible::State state() const override
+    {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.readOnly = true; // as any label's
+        return state;
+    }
+
     QString text(QAccessible::Text kind) const override
     {
         if (!isValid() || (kind != QAccessible::Name && kind != QAccessible::Description))

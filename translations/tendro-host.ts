@@ -209,6 +209,10 @@
         <source>Rate and state of the replay</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>More of the replay</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>ReplayMenu</name>

@@ -209,6 +209,10 @@
         <source>Rate and state of the replay</source>
         <translation>Tempo und Zustand der Wiedergabe</translation>
     </message>
+    <message>
+        <source>More of the replay</source>
+        <translation>Mehr von der Wiedergabe</translation>
+    </message>
 </context>
 <context>
     <name>ReplayMenu</name>

@@ -209,6 +209,10 @@
         <source>Rate and state of the replay</source>
         <translation>Velocidad y estado de la reproducción</translation>
     </message>
+    <message>
+        <source>More of the replay</source>
+        <translation>Más de la reproducción</translation>
+    </message>
 </context>
 <context>
     <name>ReplayMenu</name>

@@ -209,6 +209,10 @@
         <source>Rate and state of the replay</source>
         <translation>Vitesse et état de la relecture</translation>
     </message>
+    <message>
+        <source>More of the replay</source>
+        <translation>Suite de la relecture</translation>
+    </message>
 </context>
 <context>
     <name>ReplayMenu</name>

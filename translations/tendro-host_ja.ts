@@ -209,6 +209,10 @@
         <source>Rate and state of the replay</source>
         <translation>再生速度と状態</translation>
     </message>
+    <message>
+        <source>More of the replay</source>
+        <translation>再生のその他の項目</translation>
+    </message>
 </context>
 <context>
     <name>ReplayMenu</name>

@@ -209,6 +209,10 @@
         <source>Rate and state of the replay</source>
         <translation>回放速度和状态</translation>
     </message>
+    <message>
+        <source>More of the replay</source>
+        <translation>回放的更多内容</translation>
+    </message>
 </context>
 <context>
     <name>ReplayMenu</name>

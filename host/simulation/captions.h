@@ -2,6 +2,7 @@
 
 #include <QMenu>
 #include <QString>
+#include <QToolBar>
 
 /// The text as a caption of a menu or an action, in which an ampersand alone would mark a letter.
 inline QString asCaption(QString text)
@@ -20,4 +21,11 @@ inline QString withoutMarks(QString caption)
 inline void nameByTitle(QMenu &menu)
 {
     menu.setAccessibleName(withoutMarks(menu.title()));
+}
+
+/// Names the button that a tool bar has when it is too narrow.
+inline void nameExtension(const QToolBar &bar, const QString &name)
+{
+    if (auto *extension = bar.findChild<QWidget *>(QStringLiteral("qt_toolbar_ext_button")))
+        extension->setAccessibleName(name);
 }

@@ -7,6 +7,7 @@
 #include <QSignalBlocker>
 #include <QSlider>
 
+#include "captions.h"
 #include "replaynumbers.h"
 
 namespace {
@@ -68,6 +69,7 @@ ReplayBar::ReplayBar(QWidget *parent)
 {
     setMovable(false);
     setAccessibleName(tr("Replay"));
+    nameExtension(*this, tr("More of the replay"));
     slider_->setAccessibleName(tr("Position of the replay"));
     // Their names are what they show.
     time_->setAccessibleDescription(tr("Time of the replay"));

@@ -142,9 +142,9 @@ void PictureAccess::liesWhereItIsPainted()
     QAccessibleInterface *picture = accessOf(bars.frame());
     const QPoint corner = bars.frame()->mapToGlobal(QPoint(0, 0));
     QCOMPARE(picture->rect(), QRect(corner, bars.frame()->size()));
-    // 20 pixels from the left, 95 from one channel to the next.
+    // 20 pixels from the left; bars are 95 and dials 90 pixels from one channel to the next.
     QCOMPARE(picture->child(0)->rect(), QRect(corner.x() + 20, corner.y(), 80, bars.frame()->height()));
-    QCOMPARE(picture->child(3)->rect(), QRect(corner.x() + 305, corner.y(), 80, bars.frame()->height()));
+    QCOMPARE(picture->child(3)->rect(), QRect(corner.x() + 290, corner.y(), 95, bars.frame()->height()));
     const QPoint inYFine = corner + QPoint(120, 50);
     QCOMPARE(picture->childAt(inYFine.x(), inYFine.y()), picture->child(1));
     bars.display(hex("34 77 0c 00 00"));

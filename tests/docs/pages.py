@@ -45,9 +45,15 @@ def in_block(place: str, line: markdown.Line) -> Iterator[Command]:
             yield Command(place, text, True)
 
 
+def is_script(root: pathlib.Path, word: str) -> bool:
+    """Is there to be typed by its name alone."""
+    path = root / word
+    return "/" in word and path.is_file() and os.access(path, os.X_OK) and path.suffix == ""
+
+
 def in_backticks(root: pathlib.Path, place: str, text: str, verbs: "set[str]") -> "Iterator[Command | Options]":
     words = text.split(" ")
-    if len(words) == 1 and not text.startswith("-"):
+    if len(words) == 1 and not text.startswith("-") and not is_script(root, text):
         # The name of a program or a file.
         return
     if program(root, text):

@@ -43,9 +43,9 @@ inline QList<QAccessibleInterface *> accessTree(QAccessibleInterface *root)
 inline QStringList namelessIn(QAccessibleInterface *root)
 {
     const QList<QAccessible::Role> read{
-        QAccessible::StaticText, QAccessible::Chart,     QAccessible::Tree,
-        QAccessible::MenuBar,    QAccessible::PopupMenu, QAccessible::MenuItem,
-        QAccessible::ToolBar,    QAccessible::StatusBar, QAccessible::Button};
+        QAccessible::StaticText, QAccessible::Chart,    QAccessible::Tree,    QAccessible::MenuBar,
+        QAccessible::PopupMenu,  QAccessible::MenuItem, QAccessible::ToolBar, QAccessible::StatusBar,
+        QAccessible::Button,     QAccessible::CheckBox, QAccessible::Slider};
     QStringList nameless;
     for (const QAccessibleInterface *object : accessTree(root)) {
         const bool counts = object->state().focusable || read.contains(object->role());
