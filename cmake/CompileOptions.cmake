@@ -11,9 +11,7 @@ set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 # No folder of the build in what is installed: builds in different folders give the same bytes.
 set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
-# Of several maps the last that fits counts.
-add_compile_options($<$<NOT:$<CONFIG:Debug>>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.>
-    $<$<NOT:$<CONFIG:Debug>>:-ffile-prefix-map=${PROJECT_BINARY_DIR}=./build>)
+add_compile_options($<$<NOT:$<CONFIG:Debug>>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.>)
 
 add_library(padscope_options INTERFACE)
 target_compile_options(padscope_options INTERFACE
