@@ -32,11 +32,11 @@ void countReport(int, const unsigned char *, unsigned int, void *)
 }
 
 /// The function that a driver library calls when a tap was asked to register ours.
-OrvexDataCallback tappedCallback()
+OrvexDataCallback tappedCallback(const char *library)
 {
-    setenv("PADSCOPE_DRIVER", STUB_FILE, 1);
+    setenv("PADSCOPE_DRIVER", library, 1);
     void *tap = dlopen(TAP_FILE, RTLD_NOW);
-    void *stub = dlopen(STUB_FILE, RTLD_NOW);
+    void *stub = dlopen(library, RTLD_NOW);
     if (!tap || !stub)
         return nullptr;
     using SetCallback = void (*)(int, OrvexDataCallback, void *);
@@ -104,7 +104,7 @@ int main(int argc, char **argv)
     if (rounds < 1 || ringKib < 1 || !shared.error().empty())
         return 2;
     setenv("PADSCOPE_RING", shared.path().c_str(), 1);
-    const OrvexDataCallback tapped = tappedCallback();
+    const OrvexDataCallback tapped = tappedCallback(argc > 3 ? STUB_SIMULATOR_FILE : STUB_FILE);
     if (!tapped || tapped == countReport)
         return 2;
     std::atomic<bool> isDone{false};
