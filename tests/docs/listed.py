@@ -39,7 +39,6 @@ NAMES = [
     Listed(r"padscope capture 1, session \w+", "is in a file's header", options.no_check),
     Listed(r"tshark -w", "names what writes such files", options.no_check),
     Listed(r"ld\.so --list", "names what finds libraries alike", options.no_check),
-    Listed(r"nice -n -15", "tells how something was measured", options.no_check),
 ]
 
 # Text of commands, and what stands in its place. Capitals are for the reader to fill in.
